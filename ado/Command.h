@@ -1,0 +1,17 @@
+#pragma once
+// A statement kept beside its connection, to be run more than once.
+
+#include "ado/Recordset.h"
+
+namespace ADODB {
+
+class Command
+{
+public:
+    ConnectionPtr ActiveConnection;
+    QString CommandText;
+
+    RecordsetPtr Execute(qint64 *recordsAffected = nullptr) const; // as Connection::Execute
+};
+
+} // namespace ADODB

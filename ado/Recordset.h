@@ -1,0 +1,124 @@
+#pragma once
+// The client recordset: rows in typed columns, a current row, a filter, edits. Also lives without any connection.
+//
+// Widgets read cells by row and column without moving the current row (RowCount, CellText ...): row numbers there count
+// from 0 and pass over what the filter hides. Movement and AbsolutePosition (from 1) follow the same visible rows.
+// A recordset belongs to one thread at a time: a worker fills it, then hands it to the interface thread.
+//
+// Every operation raises ADODB::Error. The names of fields are looked up without regard to case.
+
+#include "ado/ColumnStore.h"
+#include "ado/Connection.h"
+#include <QString>
+#include <memory>
+#include <vector>
+
+namespace ADODB {
+
+class Recordset;
+
+class Field
+{
+public:
+    QString Name() const;
+    DataTypeEnum Type() const;
+    qint64 DefinedSize() const;
+    int Precision() const;
+    int NumericScale() const;
+    int Attributes() const;
+    Value GetValue() const; // of the current row; adErrNoCurrentRecord where there is none
+    void SetValue(const Value &value);
+    Value OriginalValue() const; // as it was before the edit of this row began
+    QString Text() const;        // GetValue as text
+
+private:
+    friend class Recordset;
+    friend class Fields;
+    Recordset *m_recordset = nullptr;
+    int m_index = 0;
+};
+
+class Fields
+{
+public:
+    int Count() const;
+    Field &Item(int index) const;           // from 0; adErrItemNotFound
+    Field &Item(const QString &name) const;
+    Field &operator[](int index) const { return Item(index); }
+    Field &operator[](const QString &name) const { return Item(name); }
+    bool Contains(const QString &name) const;
+    void Append(const QString &name, DataTypeEnum type, qint64 definedSize = 0, int attributes = adFldUnspecified);
+
+private:
+    friend class Recordset;
+    explicit Fields(Recordset *recordset) : m_recordset(recordset) {}
+    Recordset *m_recordset;
+};
+
+class Recordset : public std::enable_shared_from_this<Recordset>
+{
+public:
+    static RecordsetPtr Create();
+    ~Recordset();
+
+    class Fields &Fields() const;
+    int State() const;
+
+    void Open(); // on appended fields, without a source
+    void Open(const QString &source, const ConnectionPtr &connection, int cursorType = adOpenStatic,
+              int lockType = adLockReadOnly, int options = -1);
+    void Close();
+
+    bool Bof() const;
+    bool Eof() const;
+    void MoveFirst();
+    void MoveLast();
+    void MoveNext();
+    void MovePrevious();
+    void Move(qint64 rows);
+    qint64 AbsolutePosition() const; // from 1, or a PositionEnum
+    void SetAbsolutePosition(qint64 position);
+    qint64 RecordCount() const; // the visible rows
+
+    // Field = 'text' joined by AND and OR, text compared without regard to case (also <>, <, >, <=, >=, LIKE, numbers).
+    // "" shows all rows again. The current row becomes the first visible one. Malformed text raises adErrInvalidArgument
+    // and leaves the former filter.
+    QString Filter() const;
+    void SetFilter(const QString &filter);
+
+    void AddNew();
+    void Update();
+    void CancelUpdate();
+    void Delete();
+    int EditMode() const;
+    int LockType() const;
+    // Sends pending edits of a batch-optimistic recordset to its connection; rows that failed stay pending.
+    void UpdateBatch();
+    void CancelBatch();
+
+    // For widgets: visible rows, without moving.
+    qint64 RowCount() const { return RecordCount(); }
+    int ColumnCount() const;
+    const ColumnInfo &Column(int column) const;
+    QString CellText(qint64 row, int column) const;
+    QByteArrayView CellUtf8(qint64 row, int column) const; // a text cell's bytes without a copy
+    Value CellValue(qint64 row, int column) const;
+    bool CellIsNull(qint64 row, int column) const;
+    int CompareCells(qint64 leftRow, qint64 rightRow, int column) const;
+    qint64 BytesHeld() const;
+
+    QString Source() const;
+    ConnectionPtr ActiveConnection() const;
+
+    // The driver's side: takes over filled columns.
+    static RecordsetPtr FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores);
+
+private:
+    Recordset();
+    struct Body;
+    std::unique_ptr<Body> m;
+    friend class Field;
+    friend class Fields;
+};
+
+} // namespace ADODB

@@ -1,0 +1,109 @@
+#pragma once
+// The numbers of the data access layer: data types, states, rowsets, cursor and lock kinds, as every caller writes them.
+
+namespace ADODB {
+
+enum DataTypeEnum : int {
+    adEmpty = 0,
+    adSmallInt = 2,
+    adInteger = 3,
+    adSingle = 4,
+    adDouble = 5,
+    adCurrency = 6,
+    adDate = 7,
+    adBSTR = 8,
+    adBoolean = 11,
+    adVariant = 12,
+    adDecimal = 14,
+    adTinyInt = 16,
+    adUnsignedTinyInt = 17,
+    adUnsignedSmallInt = 18,
+    adUnsignedInt = 19,
+    adBigInt = 20,
+    adUnsignedBigInt = 21,
+    adGUID = 72,
+    adBinary = 128,
+    adChar = 129,
+    adWChar = 130,
+    adNumeric = 131,
+    adDBDate = 133,
+    adDBTime = 134,
+    adDBTimeStamp = 135,
+    adChapter = 136,
+    adVarChar = 200,
+    adVarWChar = 202,
+    adLongVarWChar = 203,
+};
+
+enum ObjectStateEnum : int { adStateClosed = 0, adStateOpen = 1, adStateExecuting = 4 };
+enum CursorLocationEnum : int { adUseServer = 2, adUseClient = 3 };
+enum CursorTypeEnum : int { adOpenForwardOnly = 0, adOpenKeyset = 1, adOpenDynamic = 2, adOpenStatic = 3 };
+enum LockTypeEnum : int { adLockReadOnly = 1, adLockPessimistic = 2, adLockOptimistic = 3, adLockBatchOptimistic = 4 };
+enum FieldAttributeEnum : int { adFldUnspecified = -1, adFldUpdatable = 4, adFldIsNullable = 32, adFldLong = 128 };
+enum EditModeEnum : int { adEditNone = 0, adEditInProgress = 1, adEditAdd = 2 };
+
+// AbsolutePosition where there is no current row.
+enum PositionEnum : int { adPosBOF = -2, adPosEOF = -3, adPosUnknown = -1 };
+
+// The schema rowsets that OpenSchema answers.
+enum SchemaEnum : int {
+    adSchemaAsserts = 0,
+    adSchemaCatalogs = 1,
+    adSchemaCharacterSets = 2,
+    adSchemaCollations = 3,
+    adSchemaColumns = 4,
+    adSchemaCheckConstraints = 5,
+    adSchemaConstraintColumnUsage = 6,
+    adSchemaConstraintTableUsage = 7,
+    adSchemaKeyColumnUsage = 8,
+    adSchemaReferentialConstraints = 9,
+    adSchemaTableConstraints = 10,
+    adSchemaColumnsDomainUsage = 11,
+    adSchemaIndexes = 12,
+    adSchemaColumnPrivileges = 13,
+    adSchemaTablePrivileges = 14,
+    adSchemaUsagePrivileges = 15,
+    adSchemaProcedures = 16,
+    adSchemaSchemata = 17,
+    adSchemaSQLLanguages = 18,
+    adSchemaStatistics = 19,
+    adSchemaTables = 20,
+    adSchemaTranslations = 21,
+    adSchemaProviderTypes = 22,
+    adSchemaViews = 23,
+    adSchemaViewColumnUsage = 24,
+    adSchemaViewTableUsage = 25,
+    adSchemaProcedureParameters = 26,
+    adSchemaForeignKeys = 27,
+    adSchemaPrimaryKeys = 28,
+    adSchemaProcedureColumns = 29,
+    adSchemaDBInfoKeywords = 30,
+    adSchemaDBInfoLiterals = 31,
+    adSchemaCubes = 32,
+    adSchemaDimensions = 33,
+    adSchemaHierarchies = 34,
+    adSchemaLevels = 35,
+    adSchemaMeasures = 36,
+    adSchemaProperties = 37,
+    adSchemaMembers = 38,
+    adSchemaTrustees = 39,
+};
+
+// Error numbers that callers test for.
+enum ErrorValue : int {
+    adErrLoginFailed = static_cast<int>(0x80040E4D),
+    adErrFeatureNotAvailable = 3251,   // "Object or provider is not capable of performing requested operation."
+    adErrObjectClosed = 3704,          // "Operation is not allowed when the object is closed."
+    adErrObjectOpen = 3705,            // "Operation is not allowed when the object is open."
+    adErrNoCurrentRecord = 3021,       // "Either BOF or EOF is True, or the current record has been deleted. ..."
+    adErrItemNotFound = 3265,          // "Item cannot be found in the collection corresponding to the requested name or ordinal."
+    adErrInvalidArgument = 3001,       // "Arguments are of the wrong type, ... or are in conflict with one another."
+    adErrOperationCancelled = 3712,    // "Operation has been cancelled by the user."
+    adErrProviderFailed = static_cast<int>(0x80004005),
+    adErrOutOfMemory = static_cast<int>(0x8007000E),
+    adErrProviderNotFound = 3706,      // driver not installed
+    adErrNestedTransaction = static_cast<int>(0x8004D013), // one transaction at a time on a connection
+    adErrNoTransaction = static_cast<int>(0x8004D00E),
+};
+
+} // namespace ADODB
