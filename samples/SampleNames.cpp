@@ -1,0 +1,96 @@
+#include "samples/SampleNames.h"
+
+const std::array<const char *, 42> kCompanyNames = {"Alder & Finch",
+                                                    "Bramble Provisions",
+                                                    "Copperfield Stores",
+                                                    "Dunmore Larder",
+                                                    "Eastgate Grocers",
+                                                    "Fernhill Market",
+                                                    "Gull Harbour Foods",
+                                                    "Hawthorn Deli",
+                                                    "Ivy Lane Kitchen",
+                                                    "Juniper Pantry",
+                                                    "Käthe Lindgren GmbH",
+                                                    "Lumière du Marché",
+                                                    "Mañana Cantina",
+                                                    "Nørrebro Købmand",
+                                                    "Öresund Handel AB",
+                                                    "Zażółć Smaki",
+                                                    "Şeker Pazarı",
+                                                    "Ústí Potraviny",
+                                                    "Ferme d'Été",
+                                                    "O'Malley's",
+                                                    "Торговый дом Берёза",
+                                                    "Лавка «Заря»",
+                                                    "Український ярмарок",
+                                                    "Южный базар",
+                                                    "Магазин №5",
+                                                    "Αγορά Αθηνών",
+                                                    "Ελιά & Λεμόνι",
+                                                    "Το Παντοπωλείο",
+                                                    "北京茶行",
+                                                    "上海小吃店",
+                                                    "廣州海味",
+                                                    "龍井茶莊",
+                                                    "متجر النخيل",
+                                                    "سوق الياسمين",
+                                                    "شركة البحر",
+                                                    "Café ☕ Corner",
+                                                    "Pizza 🍕 Pronto",
+                                                    "🍣 Sushi Express",
+                                                    "Family 👩‍👩‍👧 Foods",
+                                                    "Flag 🇳🇴 Trading",
+                                                    "A \"Quoted\" Name",
+                                                    "100% Pure_Goods"};
+
+const std::array<const char *, 36> kPersonNames = {
+    "Anna Berg",       "Ben Carter",   "Chloé Dubois",     "David Evans",     "Elena García",
+    "Félix Hernández", "Grażyna Iwan", "Henrik Jørgensen", "Iris König",      "Jakub Novák",
+    "Karin Öberg",     "Liam O'Brien", "Мария Иванова",    "Николай Петров",  "Ольга Сидоренко",
+    "Павел Орлов",     "Σοφία Παππά",  "Νίκος Γεωργίου",   "王小明",          "李娜",
+    "陳大文",          "張偉",         "فاطمة الزهراء",    "محمد علي",        "يوسف حداد",
+    "Noah Smith",      "Mia Rossi",    "Lars Schmidt",     "Emma Virtanen",   "Oskar Wójcik",
+    "Zoë van Dyk",     "Tomáš Dvořák", "İpek Yılmaz",      "Ana María López", "Jean-Luc Martin",
+    "Ingrid Åsen"};
+
+const std::array<SamplePlace, 20> kPlaces = {
+    {{"Bergen", "Norway"},    {"Berlin", "Germany"}, {"Boston", "USA"},       {"Cork", "Ireland"},
+     {"Göteborg", "Sweden"},  {"Kraków", "Poland"},  {"Lyon", "France"},      {"México D.F.", "Mexico"},
+     {"São Paulo", "Brazil"}, {"Sevilla", "Spain"},  {"İzmir", "Türkiye"},    {"Москва", "Россия"},
+     {"Київ", "Україна"},     {"Αθήνα", "Ελλάδα"},   {"北京", "中国"},        {"香港", "中国"},
+     {"القاهرة", "مصر"},      {"بيروت", "لبنان"},    {"Reykjavík", "Ísland"}, {"Helsinki", "Suomi"}}};
+
+const std::array<const char *, 8> kCategoryNames = {"Beverages", "Condiments", "Confections", "Dairy Products",
+                                                    "Grains",    "Meat",       "Produce",     "Seafood"};
+
+const std::array<const char *, 8> kCategoryTexts = {
+    "Teas, coffees, juices and beer", "Sauces, relishes, spreads and seasonings",
+    "Sweets, breads and desserts",    "Cheeses, butter and yoghurt",
+    "Flour, pasta, rice and cereal",  "Fresh and prepared meats",
+    "Dried fruit, nuts and greens",   "Fish, shellfish and seaweed"};
+
+const std::array<const char *, 40> kProductNames = {"Breakfast Tea", "Dark Roast",    "Elderflower Juice",
+                                                    "Porter",        "Mango Chutney", "Mustard",
+                                                    "Rosehip Jam",   "Sea Salt",      "Almond Biscuit",
+                                                    "Honey Cake",    "Nougat",        "Toffee",
+                                                    "Aged Cheddar",  "Blue Cheese",   "Butter",
+                                                    "Goat Cheese",   "Basmati",       "Egg Noodles",
+                                                    "Rye Flour",     "Wholemeal",     "Chorizo",
+                                                    "Duck Confit",   "Smoked Ham",    "Venison",
+                                                    "Chanterelles",  "Dried Apricot", "Hazelnuts",
+                                                    "Kimchi",        "Anchovies",     "Crab",
+                                                    "Herring",       "Kelp",          "Гречка",
+                                                    "Борщ",          "Φέτα",          "Ελιές",
+                                                    "龍井茶",        "豆腐",          "تمر",
+                                                    "حلاوة"};
+
+const std::array<const char *, 10> kRemarks = {"",
+                                               "Leave at the side door.",
+                                               "Call before delivery; ask for \"Sam\".",
+                                               "Don't ring the bell.",
+                                               "First line\r\nSecond line",
+                                               "Fragile 🥚 – this side up ⬆",
+                                               "Позвонить заранее",
+                                               "请按门铃",
+                                               "الرجاء الاتصال قبل التسليم",
+                                               "100 % paid, 5_boxes; see [note]"};
