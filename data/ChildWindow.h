@@ -1,9 +1,9 @@
 #pragma once
-// The base of every child of the main window: one virtual operation for each name of the child-window protocol, empty by
-// default, so that a command which a window does not know is ignored. Offers() tells which names a window answers.
+// The base of every child of the main window: one virtual operation for each name of the child-window protocol, empty
+// by default, so that a command which a window does not know is ignored. Offers() tells which names a window answers.
 //
-// A child is a plain widget; the main window puts it into its work area (Shell::AddChild) and owns it from then on. Closing
-// goes through Unload, the window's own logic on the way out. Interface thread only; nothing here raises.
+// A child is a plain widget; the main window puts it into its work area (Shell::AddChild) and owns it from then on.
+// Closing goes through Unload, the window's own logic on the way out. Interface thread only; nothing here raises.
 
 #include "data/clsMenuSettings.h"
 #include <QString>
@@ -16,18 +16,18 @@ public:
     explicit ChildWindow(QWidget *parent = nullptr);
 
     QString Tag; // "1": follows the connection (SaveState and RefreshForm are called on a new one)
-    virtual QString FormName() const = 0;            // "frmSQL", "frmGrid" ...
-    virtual clsMenuSettings MenuSettings() const;    // what the File and Edit menus may offer for it
-    virtual bool Offers(const QString &name) const;  // does it answer this name of the protocol?
+    virtual QString FormName() const = 0;           // "frmSQL", "frmGrid" ...
+    virtual clsMenuSettings MenuSettings() const;   // what the File and Edit menus may offer for it
+    virtual bool Offers(const QString &name) const; // does it answer this name of the protocol?
 
     QString Caption() const { return windowTitle(); }
     void SetCaption(const QString &caption) { setWindowTitle(caption); }
-    void ShowChild();   // shows it in the work area and makes it the active one
-    void CloseChild();  // as its close box
+    void ShowChild();  // shows it in the work area and makes it the active one
+    void CloseChild(); // as its close box
 
-    virtual void Activated();    // it became the active child
+    virtual void Activated(); // it became the active child
     virtual void Deactivated();
-    virtual void Unload();       // runs once, before the window goes; cannot refuse
+    virtual void Unload(); // runs once, before the window goes; cannot refuse
 
     virtual void mnuCopy();
     virtual void mnuCut();

@@ -1,11 +1,13 @@
 #pragma once
 // What the windows below may ask of the main window. The main window implements it and installs itself; tests install a
-// double. With nothing installed every request is taken and nothing happens. Interface thread only; nothing here raises.
+// double. With nothing installed every request is taken and nothing happens. Interface thread only; nothing here
+// raises.
 
 #include <QList>
 #include <QPointer>
 #include <QRect>
 #include <QString>
+#include <functional>
 
 class ChildWindow;
 class CommandBar;
@@ -19,24 +21,27 @@ public:
     static Shell &Current();
     static void Install(Shell *shell); // null takes it away
 
-    virtual void SetStatus(const QString &text);      // panel 1 of the main status bar
-    virtual void SetCountPanel(const QString &text);  // panel 2: "Count = ..."
-    virtual void SetHourglass(bool on);               // not counted: the last call holds
+    virtual void SetStatus(const QString &text);     // panel 1 of the main status bar
+    virtual void SetCountPanel(const QString &text); // panel 2: "Count = ..."
+    virtual void SetHourglass(bool on);              // not counted: the last call holds
     virtual void SetSchemaMenuEnabled(bool enabled);
+    virtual void SetStop(const std::function<void()> &stop); // shows a Stop control that calls it; null takes it away
 
-    virtual void AddChild(ChildWindow *child);        // takes it into the work area, which owns it from then on; not yet shown
-    virtual QList<ChildWindow *> Children() const;    // in the order of their making
+    virtual void AddChild(ChildWindow *child); // takes it into the work area, which owns it from then on; not yet shown
+    virtual QList<ChildWindow *> Children() const; // in the order of their making
     virtual ChildWindow *ActiveChild() const;
-    virtual QRect ClientArea() const;                 // of the work area, pixels
-    virtual QWidget *MainWindow() const;              // parent for dialogs; may be null
+    virtual QRect ClientArea() const;    // of the work area, pixels
+    virtual QWidget *MainWindow() const; // parent for dialogs; may be null
 
-    virtual ExplorerBar *SideBar() const;             // may be null
-    virtual CommandBar *Commands() const;             // may be null
-    virtual bool TestMode() const;                    // started with "TestMode"
+    virtual ExplorerBar *SideBar() const; // may be null
+    virtual CommandBar *Commands() const; // may be null
+    virtual bool TestMode() const;        // started with "TestMode"
 
     virtual void ShowEditMenu(const QPoint &globalPosition); // the Edit menu as a popup
-    virtual void ShowStatsMenu(const QPoint &globalPosition, const QString &tag); // the result window's popup; tag "R" or "M"
-    virtual void RefreshMenus();                      // a child's menu settings changed
+    virtual void ShowStatsMenu(const QPoint &globalPosition,
+                               const QString &tag); // the result window's popup; tag "R" or "M"
+    virtual void RefreshMenus();                    // a child's menu settings changed
 };
 
-void SetStatus(const QString &text); // Shell::Current().SetStatus
+void SetStatus(const QString &text); // Shell::Current().SetStatus, and remembered
+QString LastStatus();                // what SetStatus said last, for those who put it back

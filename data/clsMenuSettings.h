@@ -1,7 +1,8 @@
 #pragma once
 // What the menus of the main window may offer while a child is active. All false in a new object.
 
-struct clsMenuSettings {
+struct clsMenuSettings
+{
     bool CanSave = false;
     bool CanOpen = false;
     bool CanSelectAll = false;

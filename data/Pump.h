@@ -1,0 +1,48 @@
+#pragma once
+// Long work beside living windows: the work runs on a thread of its own while the caller processes events.
+//
+// Called on the interface thread, returns when the work has ended; what the work raises is raised again here. Escape
+// and the Stop control of the main window call `cancel` (on the interface thread, more than once if pressed again).
+// While it runs, the status bar says what for; afterwards it says what it said before. Callers must guard what an event
+// may take away (QPointer) unless input is held back.
+
+#include "ado/Recordset.h"
+#include <QString>
+#include <functional>
+
+enum class PumpInput
+{
+    All,       // windows answer keys and mouse as ever
+    EscapeOnly // windows paint, but take no input except Escape and the Stop control
+};
+
+// `status` "" leaves the status bar alone.
+void RunPumped(const QString &status, const std::function<void()> &work, const std::function<void()> &cancel,
+               PumpInput input = PumpInput::All);
+
+// Runs a statement so; Escape and Stop cancel it on the server. Raises ADODB::Error as Connection::Execute does, and
+// adErrOperationCancelled when it was cancelled. affected is not touched when the call raises.
+ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql,
+                                  qint64 *affected = nullptr);
+
+// Lets a synchronous call on a busy connection wait in the same way: "Waiting for: <sql> ... (Esc cancels)". Called
+// once at start, and by tests; RemoveWaitHandler takes it away again.
+void InstallWaitHandler();
+void RemoveWaitHandler();
+
+// For loops on the interface thread: processes events (painting, timers, Escape) when 30 ms have gone by since the last
+// time. Cancelled() is true once Escape or Stop was pressed. Input is held back while the object lives.
+class Breather
+{
+public:
+    explicit Breather(const QString &status = {});
+    ~Breather();
+    Breather(const Breather &) = delete;
+    Breather &operator=(const Breather &) = delete;
+    bool Breathe(); // false when cancelled
+    bool Cancelled() const;
+
+private:
+    struct Body;
+    Body *m;
+};

@@ -1,0 +1,13 @@
+#pragma once
+// What every "Save" of a result window does: ask for the file, ask before it overwrites, write safely, say what fails.
+
+#include <QByteArray>
+#include <QString>
+
+class QWidget;
+
+// The chosen path, or "" when the user cancelled or would not overwrite.
+QString AskSavePath(QWidget *parent, const QString &title, const QString &filter, const QString &defaultExtension = {});
+// Writes the whole text as UTF-8, as it is; the former file stands until the new one is whole. On failure the system's
+// words are shown and false is returned.
+bool WriteTextFile(QWidget *parent, const QString &path, const QString &text);

@@ -1,0 +1,57 @@
+#pragma once
+// The dialog that makes a connection string: data sources and drivers of the driver manager, the built-in SQLite with a
+// file chooser, server, port, database, user, password, further attributes. The resulting string is shown and may be
+// edited; Test opens it in the background and says what the driver says.
+
+#include "data/ModalForm.h"
+#include <QString>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+
+// What the dialog's fields hold, and the string that they make. Pure; values with ";", braces or outer blanks are
+// braced.
+struct ConnectionParts
+{
+    enum class Kind
+    {
+        BuiltIn,
+        Dsn,
+        Driver
+    };
+    Kind kind = Kind::BuiltIn;
+    QString name; // of the DSN or driver
+    QString server, port, database, user, password, further;
+
+    QString ToString() const;
+};
+
+class frmConnectionString : public ModalForm
+{
+    Q_OBJECT
+public:
+    explicit frmConnectionString(QWidget *parent = nullptr);
+
+    QString ConnectionString; // after OK
+
+    QComboBox *cmbSource = nullptr;
+    QLineEdit *txtServer = nullptr, *txtPort = nullptr, *txtDatabase = nullptr;
+    QLineEdit *txtUser = nullptr, *txtPassword = nullptr, *txtFurther = nullptr;
+    QPushButton *cmdFile = nullptr; // file chooser, for SQLite
+    QPlainTextEdit *txtResult = nullptr;
+    QLabel *lblTest = nullptr; // what Test found
+    QPushButton *cmdTest = nullptr, *cmdOK = nullptr, *cmdCancel = nullptr;
+
+    void reject() override; // during a test Escape stops the test only
+
+private:
+    void FillSources();
+    void Compose();
+    void ChooseFile();
+    void Test();
+    ConnectionParts Parts() const;
+    bool m_testing = false;
+};

@@ -1,0 +1,52 @@
+#pragma once
+// "Find": the one search dialog. It collects what to look for and which action was asked for, and searches nothing
+// itself. Made fresh for each showing: the lists' newest entry, the two check boxes and the place come from the
+// settings.
+//
+// Usage: frmFind find; find.EnableReplace(true); find.SetCriteria(selection); find.ShowModal(); if (!find.Cancelled)
+// ...
+
+#include "data/ModalForm.h"
+#include <QPair>
+#include <QString>
+#include <QStringList>
+
+class QCheckBox;
+class QComboBox;
+class QPushButton;
+
+class frmFind : public ModalForm
+{
+    Q_OBJECT
+public:
+    explicit frmFind(QWidget *parent = nullptr);
+    ~frmFind() override;
+
+    bool ExactMatch = false;
+    bool CaseSensitive = false;
+    QString Criteria;
+    QString OptionText;
+    QString ReplaceWith; // "" after Find Next
+    bool DoReplace = false;
+    bool DoReplaceAll = false;
+
+    void EnableReplace(bool Enabled); // off at first; switching it off clears the text to replace with
+    void SetCriteria(const QString &text);
+
+    QComboBox *cmbCri = nullptr, *cmbReplace = nullptr, *cmbOpt = nullptr;
+    QCheckBox *chkCase = nullptr, *chkExact = nullptr;
+    QPushButton *cmdFind = nullptr, *cmdReplace = nullptr, *cmdReplaceAll = nullptr, *cmdCancel = nullptr;
+
+    // The list with `text` at its top and nowhere else, compared exactly.
+    static QStringList Push(QStringList entries, const QString &text);
+    // What is stored of a list: keys "0FindList" ... and values; eleven entries at most.
+    static QList<QPair<QString, QString>> SavedKeys(const QStringList &entries, const QString &suffix);
+
+protected:
+    void showEvent(QShowEvent *event) override; // the stored place, else the middle of the screen
+
+private:
+    void Take(bool replace, bool all);
+    void SaveLists() const;
+    void SavePlace() const;
+};

@@ -1,0 +1,39 @@
+#pragma once
+// The modal picker behind GetTable and GetConnection: a list with a search box. The caller fills lvResults and then
+// shows it. In the search box Up, Down, Page Up, Page Down, Home and End with Control move the list's selection; Return
+// is OK.
+
+#include "data/ModalForm.h"
+#include <QString>
+
+class ListView;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+class frmGetSelection : public ModalForm
+{
+    Q_OBJECT
+public:
+    explicit frmGetSelection(QWidget *parent = nullptr);
+
+    QString Result; // text of the selected row, after OK
+
+    void SetTitle(const QString &Text); // window title and the label above the search box
+    void SpanColomns(bool Force = false);
+    void SelectText(const QString &text); // the first row of exactly this text, if any
+
+    QLabel *lblTitle = nullptr;
+    QLineEdit *txtCri = nullptr;
+    ListView *lvResults = nullptr;
+    QPushButton *cmdOK = nullptr;
+    QPushButton *cmdCancel = nullptr;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void TakeSelection();
+    void Seek(const QString &text);
+    void Move(int key);
+};

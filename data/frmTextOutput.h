@@ -1,0 +1,33 @@
+#pragma once
+// "Text Output": a text, scrollable, savable, printable. Escape closes it. The text comes as RTF body text: what is not
+// escaped by the caller ("\", "{", "}") works as RTF, and that is meant.
+
+#include "data/ChildWindow.h"
+
+class RichTextBox;
+
+class frmTextOutput : public ChildWindow
+{
+    Q_OBJECT
+public:
+    explicit frmTextOutput(QWidget *parent = nullptr);
+
+    QString FormName() const override { return QStringLiteral("frmTextOutput"); }
+    clsMenuSettings MenuSettings() const override;
+    bool Offers(const QString &name) const override;
+
+    static QString GetHeader();
+    // The whole document that SetText gives the box: header, colour table, start, "D" colour, body.
+    static QString Document(const QString &Text);
+    void SetText(const QString &Text);
+    QString PlainText() const;
+    void ShowModal(QWidget *parent = nullptr); // the same window inside a modal dialog, deleted when it closes
+
+    void mnuSave() override;
+    void mnuPrint() override;
+
+    RichTextBox *txtResult = nullptr;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+};

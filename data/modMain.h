@@ -1,0 +1,43 @@
+#pragma once
+// The frame through which the whole program reaches a database: the one current connection, the pick dialogs, the
+// tests.
+//
+// gConn may be empty, closed or open; IsConnected tells which. Its CursorLocation is 3 between operations.
+// Interface thread only. Nothing here raises; what fails is reported as each operation says.
+
+#include "ado/Recordset.h"
+#include <QString>
+
+extern ADODB::ConnectionPtr gConn;    // a new object at each OpenConnection
+extern ADODB::RecordsetPtr gKeywords; // never connected; one field "KW"
+
+// Replaces gConn by a new object and opens it; asks for user and password as long as the server refuses the user. The
+// windows go on painting meanwhile, and Escape gives up. On failure the pointer stays the hourglass: the caller resets
+// it.
+bool OpenConnection(const QString &ConnectionString);
+// The driver's words of the last OpenConnection that failed, a cancelled login's too; "" after a success.
+QString LastOpenError();
+// A connection of the caller's own, opened in the same way; null on failure. Touches neither gConn, status nor menus.
+ADODB::ConnectionPtr OpenExtraConnection(const QString &ConnectionString);
+
+// Is gConn usable? With ShowMessage it says so when it is not.
+bool IsConnected(bool ShowMessage);
+// "ORA" anywhere in the connection string, in any case: the program's one test, and meant to be this coarse.
+bool IsOracle();
+
+// The dialog that edits a connection string; "" when it was cancelled.
+QString PromptConnectionString();
+
+// Lets the user pick a table or view; "" when cancelled. Listed on ConnectionString when it is not empty, else on
+// Connection, else on gConn. With both flags false all objects are listed. Default is the row chosen at first.
+QString GetTable(bool ShowViews, bool ShowTables, const QString &FirstItem = {},
+                 const QString &OkCaption = QStringLiteral("&OK"),
+                 const QString &CancelCaption = QStringLiteral("&Cancel"), const QString &ConnectionString = {},
+                 const ADODB::ConnectionPtr &Connection = {}, const QString &Default = {});
+// Lets the user pick a stored connection; "< other >" is offered last when ShowOther. "" when cancelled.
+QString GetConnection(bool ShowOther);
+
+// The field names of a table of gConn, joined; what was read so far when it fails.
+QString GetFieldList(const QString &Table, const QString &Separator);
+
+void InitKeywords(); // makes gKeywords, empty and open; once, at start
