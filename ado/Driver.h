@@ -12,6 +12,7 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace ADODB {
@@ -36,7 +37,8 @@ public:
     virtual const std::vector<ColumnInfo> &Columns() const = 0;
     // Appends up to maxRows rows, one value to each store; gives how many. 0 means that there are no more.
     virtual qint64 Fetch(std::vector<ColumnStore> &columns, qint64 maxRows) = 0;
-    // A driver that learns types only from the rows may change Columns() until the first Fetch has returned.
+    // A driver that learns types only from the rows may change Columns() until the first Fetch has returned, and replaces
+    // the stores of such columns itself.
 };
 
 struct ExecuteResult {
@@ -54,12 +56,15 @@ public:
     virtual ExecuteResult Execute(const QString &sql) = 0;
     // Runs one prepared statement once for each row of `parameters` (columns of equal length, bound to the ?s in order).
     // failed(row, error) is called for each row that the server refuses; the rest go on. Gives the rows affected.
+    // An UPDATE or DELETE that meets no row at all counts as refused, with adErrRowConflict: somebody else was faster.
     virtual qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
                                 const std::function<void(qint64 row, const Error &)> &failed) = 0;
 
     virtual void Begin() = 0;
     virtual void Commit() = 0;
     virtual void Rollback() = 0;
+    // For drivers that can tell whether the server has a transaction open, also one begun by a typed BEGIN.
+    virtual std::optional<bool> InTransaction() const { return {}; }
 
     // The driver's own catalogue function for a rowset, with standard column names and order; null when it has none for it.
     // Restrictions count from 0 as the rowset's restriction columns do; a null QString is "no restriction".

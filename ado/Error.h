@@ -1,6 +1,7 @@
 #pragma once
 // What every failing operation of the data access layer raises.
 
+#include <QByteArray>
 #include <QString>
 #include <exception>
 

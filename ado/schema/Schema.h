@@ -1,0 +1,16 @@
+#pragma once
+// The schema rowsets: what OpenSchema answers, with the standard column names and types.
+//
+// Called by Connection::OpenSchema while it holds the connection's turn; `session` is used on the calling thread only.
+// Raises adErrFeatureNotAvailable for a rowset that the database family has no notion of, else the driver's errors.
+
+#include "ado/Connection.h"
+#include "ado/Driver.h"
+#include <QStringList>
+
+namespace ADODB {
+
+// `schema` is one of SchemaEnum; restrictions count from 0 as the rowset's restriction columns do, a null QString is none.
+RecordsetPtr OpenSchemaRowset(Session &session, int schema, const QStringList &restrictions);
+
+} // namespace ADODB
