@@ -1,0 +1,41 @@
+#include "controls/WaitCursor.h"
+#include <QGuiApplication>
+#include <QVariant>
+
+namespace {
+const char *const depthProperty = "WaitCursorDepth";
+}
+
+WaitCursor::WaitCursor(QWidget *window) : m_window(window), m_whole(!window)
+{
+    if (m_whole) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        return;
+    }
+    const int depth = window->property(depthProperty).toInt();
+    window->setProperty(depthProperty, depth + 1);
+    if (depth == 0)
+        window->setCursor(Qt::WaitCursor);
+}
+
+WaitCursor::~WaitCursor()
+{
+    Release();
+}
+
+void WaitCursor::Release()
+{
+    if (!m_held)
+        return;
+    m_held = false;
+    if (m_whole) {
+        QGuiApplication::restoreOverrideCursor();
+        return;
+    }
+    if (!m_window)
+        return;
+    const int depth = m_window->property(depthProperty).toInt() - 1;
+    m_window->setProperty(depthProperty, depth);
+    if (depth == 0)
+        m_window->unsetCursor();
+}
