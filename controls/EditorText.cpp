@@ -1,0 +1,164 @@
+#include "controls/EditorText.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+const QString lineEnd = QStringLiteral("\r\n");
+
+// What the toolkit's document takes for the end of a paragraph.
+bool EndsParagraph(QChar ch)
+{
+    const char16_t code = ch.unicode();
+    return code == u'\n' || code == u'\r' || code == 0x2029 || code == 0xFDD0 || code == 0xFDD1;
+}
+
+void Append(EditorText::Runs &runs, EditorRun run)
+{
+    if (run.length <= 0 || run.style.IsPlain())
+        return;
+    if (!runs.empty() && runs.back().style == run.style && runs.back().start + runs.back().length == run.start)
+        runs.back().length += run.length;
+    else
+        runs.push_back(run);
+}
+
+// The runs of `from` between two columns, moved by `shift`, behind those of `to`.
+void AppendPart(EditorText::Runs &to, const EditorText::Runs &from, int first, int end, int shift)
+{
+    for (const EditorRun &run : from) {
+        const int start = std::max(run.start, first);
+        const int stop = std::min(run.start + run.length, end);
+        if (start < stop)
+            Append(to, {start + shift, stop - start, run.style});
+    }
+}
+
+constexpr int farColumn = std::numeric_limits<int>::max() / 2;
+
+} // namespace
+
+EditorText::EditorText() : m_lines(1) {}
+
+bool EditorText::HasColour(int colour) const
+{
+    return colour >= 0 && size_t(colour) < m_colours.size() && m_colours[size_t(colour)] > 0;
+}
+
+void EditorText::Count(const Runs &runs, int by)
+{
+    for (const EditorRun &run : runs) {
+        const size_t colour = size_t(std::max(run.style.colour, 0));
+        if (colour >= m_colours.size())
+            m_colours.resize(colour + 1);
+        m_colours[colour] += by;
+    }
+}
+
+void EditorText::Reset(const QString &text)
+{
+    m_text = text;
+    m_colours.clear();
+    m_lines.clear();
+    m_lines.resize(size_t(text.count(lineEnd)) + 1);
+}
+
+int EditorText::Replace(qsizetype position, qsizetype removed, const QString &added, int line, int column,
+                        EditorStyle style)
+{
+    const QStringView gone = QStringView(m_text).mid(position, removed);
+    const int goneLines = int(gone.count(lineEnd));
+    const int tailColumn = goneLines ? int(removed - gone.lastIndexOf(lineEnd) - 2) : column + int(removed);
+    const int newLines = int(added.count(lineEnd));
+    const size_t first = size_t(line);
+
+    for (size_t i = first; i <= first + size_t(goneLines); ++i)
+        Count(m_lines[i], -1);
+    Runs head;
+    AppendPart(head, m_lines[first], 0, column, 0);
+    const Runs oldLast = std::move(m_lines[first + size_t(goneLines)]);
+
+    const auto at = m_lines.begin() + line + 1;
+    if (newLines > goneLines)
+        m_lines.insert(at, size_t(newLines - goneLines), Runs());
+    else
+        m_lines.erase(at, at + (goneLines - newLines));
+
+    qsizetype pieceStart = 0;
+    for (int i = 0; i <= newLines; ++i) {
+        const qsizetype pieceEnd = i < newLines ? added.indexOf(lineEnd, pieceStart) : added.size();
+        const int start = i ? 0 : column;
+        Runs runs = i ? Runs() : std::move(head);
+        Append(runs, {start, int(pieceEnd - pieceStart), style});
+        if (i == newLines)
+            AppendPart(runs, oldLast, tailColumn, farColumn, start + int(pieceEnd - pieceStart) - tailColumn);
+        Count(runs, 1);
+        m_lines[first + size_t(i)] = std::move(runs);
+        pieceStart = pieceEnd + 2;
+    }
+    // Typing in a long text must not copy it: room for growth is kept ahead.
+    const qsizetype size = m_text.size() - removed + added.size();
+    if (m_text.capacity() < size)
+        m_text.reserve(size + size / 8 + 64);
+    if (removed == added.size())
+        std::copy(added.cbegin(), added.cend(), m_text.begin() + position);
+    else
+        m_text.remove(position, removed).insert(position, added);
+    return line + newLines;
+}
+
+void EditorText::SetLine(int line, Runs runs)
+{
+    Runs &kept = m_lines[size_t(line)];
+    Count(kept, -1);
+    kept = std::move(runs);
+    Count(kept, 1);
+}
+
+void EditorText::SetPart(int line, int column, int length, const Runs &runs)
+{
+    Runs whole;
+    AppendPart(whole, Line(line), 0, column, 0);
+    AppendPart(whole, runs, column, column + length, 0);
+    AppendPart(whole, Line(line), column + length, farColumn, 0);
+    SetLine(line, std::move(whole));
+}
+
+EditorStyle EditorText::StyleAt(int line, int column) const
+{
+    for (const EditorRun &run : Line(line))
+        if (run.start <= column && column < run.start + run.length)
+            return run.style;
+    return {};
+}
+
+QString EditorText::Normalised(const QString &text)
+{
+    const qsizetype size = text.size();
+    const auto bad = [&](qsizetype i) {
+        const QChar ch = text[i];
+        if (!EndsParagraph(ch))
+            return false;
+        if (ch == u'\r')
+            return i + 1 == size || text[i + 1] != u'\n';
+        return ch != u'\n' || i == 0 || text[i - 1] != u'\r';
+    };
+    qsizetype clean = 0;
+    while (clean < size && !bad(clean))
+        ++clean;
+    if (clean == size)
+        return text;
+    QString result;
+    result.reserve(size + size / 16 + 2);
+    for (qsizetype i = 0; i < size; ++i) {
+        if (!EndsParagraph(text[i])) {
+            result += text[i];
+            continue;
+        }
+        if (text[i] == u'\r' && i + 1 < size && text[i + 1] == u'\n')
+            ++i;
+        result += lineEnd;
+    }
+    return result;
+}

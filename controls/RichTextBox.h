@@ -1,0 +1,122 @@
+#pragma once
+// The editor control: SQL, coloured as a small RTF document. Built on the toolkit's plain editor, whose blocks get
+// their colours as formats of their layout, because these stay out of its text and cost a tenth of a rich document's.
+//
+// Positions are zero-based and count each line end as CR LF, two characters. A position in the middle of CR LF is
+// legal: the start of a selection moves down to the CR, its end up behind the LF. Positions past the end are clipped.
+// There is no undo here: the windows keep their own history. Interface thread only; nothing is raised.
+
+#include "controls/EditorText.h"
+#include <QColor>
+#include <QPlainTextEdit>
+#include <QStringList>
+#include <QTextBlock>
+#include <QTextCharFormat>
+#include <QTextCursor>
+#include <optional>
+
+class RichTextBox : public QPlainTextEdit
+{
+    Q_OBJECT
+public:
+    explicit RichTextBox(QWidget *parent = nullptr);
+    ~RichTextBox() override;
+
+    QString Tag;
+
+    // The whole content, CR LF between lines; shared, so that reading it is free. Writing takes any kind of line end
+    // and puts the caret at 0.
+    QString Text() const;
+    void SetText(const QString &text);
+    // The whole content as RTF. Writing a document with the present text only changes formats: caret and view stay.
+    QString TextRTF() const;
+    void SetTextRTF(const QString &rtf);
+    void SetSelRTF(const QString &rtf);
+
+    int SelStart() const;
+    void SetSelStart(int position); // ends the selection
+    int SelLength() const;
+    void SetSelLength(int length);
+    QString SelText() const;
+    void SetSelText(const QString &text);   // the caret goes behind it
+    void SetSelColor(const QColor &colour); // of the selection, or of what is typed next at the caret
+
+    int GetLineFromChar(int position) const; // from 0
+    int GetFirstVisibleLine() const;
+    int GetVisibleLineCount() const; // how many whole lines fit, plus 1
+    bool HasColour(int index) const; // does any character have this colour of the table? Without writing the RTF
+
+    void SetProportional(bool proportional); // the font of plain reports; the editor's own is fixed-pitch
+
+    // While one lives, the control is not redrawn and the view does not follow the selection. They nest.
+    class LockUpdate
+    {
+    public:
+        explicit LockUpdate(RichTextBox *box);
+        ~LockUpdate();
+        LockUpdate(const LockUpdate &) = delete;
+        LockUpdate &operator=(const LockUpdate &) = delete;
+
+    private:
+        RichTextBox *m_box;
+    };
+
+signals:
+    void changed(); // the text changed; not raised again while a listener is at work
+    void filesDropped(const QStringList &files);
+    void nodeDropped(const QByteArray &node); // "application/x-brindlewick-node"; the caret is at the drop
+    void contextRequested(const QPoint &globalPosition);
+    void undoRequested();
+
+public:
+    static constexpr const char *NodeMime = "application/x-brindlewick-node";
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    bool canInsertFromMimeData(const QMimeData *source) const override;
+    void insertFromMimeData(const QMimeData *source) override;
+    QMimeData *createMimeDataFromSelection() const override;
+
+private:
+    struct Place // in the document
+    {
+        QTextBlock block;
+        int column;
+    };
+    Place Find(int position, bool upwards) const; // of a text position; upwards: CR LF's middle moves behind the LF
+    int TextPosition(int documentPosition) const;
+    QTextCursor Cursor() const;
+    void SetCursor(const QTextCursor &cursor);
+    void ReplaceText(int position, int length, const QString &text);
+    void WriteWhole(const QString &text);
+
+    void OnContentsChange(int position, int removed, int added);
+    void OnTextChanged();
+    void Resync();
+    QString DocumentText(int position, int length) const;
+
+    void ShowLine(const QTextBlock &block);
+    void ShowLines(int first, int last);
+    QTextCharFormat Format(EditorStyle style) const;
+    int ColourIndex(const QColor &colour);
+    void Lock();
+    void Unlock();
+
+    EditorText m_content;
+    std::vector<QColor> m_colours;                  // the colour table; 0 is the default text
+    mutable std::vector<QTextCharFormat> m_formats; // by colour, bold, italic
+    std::optional<EditorStyle> m_typing;            // set by SetSelColor, for text typed at m_typingAt
+    int m_typingAt = -1;
+    int m_quiet = 0;        // the document is being rewritten from within: its signals are none of the text's
+    bool m_pending = false; // the text changed and nobody was told yet
+    bool m_telling = false; // listeners of changed() are at work
+    int m_locks = 0;
+    std::optional<QTextCursor> m_shadow; // the selection while locked
+    int m_scrollX = 0, m_scrollY = 0;    // the view when the first lock was taken
+};

@@ -1,0 +1,101 @@
+// How the editor shows its runs: as formats of the blocks' layouts, which are no part of the document's text, raise no
+// change and cost nothing until a block is painted.
+#include "controls/RichTextBox.h"
+
+#include <QTextDocument>
+#include <QTextLayout>
+#include <algorithm>
+
+QTextCharFormat RichTextBox::Format(EditorStyle style) const
+{
+    const size_t index = size_t(style.colour) * 4 + (style.bold ? 2 : 0) + (style.italic ? 1 : 0);
+    if (index >= m_formats.size())
+        m_formats.resize(index + 1);
+    QTextCharFormat &format = m_formats[index];
+    if (!format.isEmpty())
+        return format;
+    if (style.colour > 0 && size_t(style.colour) < m_colours.size())
+        format.setForeground(m_colours[size_t(style.colour)]);
+    if (style.bold)
+        format.setFontWeight(QFont::Bold);
+    if (style.italic)
+        format.setFontItalic(true);
+    return format;
+}
+
+void RichTextBox::ShowLine(const QTextBlock &block)
+{
+    const EditorText::Runs &runs = m_content.Line(block.blockNumber());
+    QTextLayout *layout = block.layout();
+    if (runs.empty() && layout->formats().isEmpty())
+        return;
+    QList<QTextLayout::FormatRange> formats;
+    formats.reserve(qsizetype(runs.size()));
+    for (const EditorRun &run : runs) {
+        QTextLayout::FormatRange range;
+        range.start = run.start;
+        range.length = run.length;
+        range.format = Format(run.style);
+        formats.append(range);
+    }
+    layout->setFormats(formats);
+}
+
+void RichTextBox::ShowLines(int first, int last)
+{
+    const QTextBlock from = document()->findBlockByNumber(first);
+    QTextBlock block = from;
+    int end = from.position();
+    for (int line = first; line <= last && block.isValid(); ++line, block = block.next()) {
+        ShowLine(block);
+        end = block.position() + block.length();
+    }
+    ++m_quiet;
+    document()->markContentsDirty(from.position(), std::max(0, end - from.position() - 1));
+    --m_quiet;
+}
+
+int RichTextBox::ColourIndex(const QColor &colour)
+{
+    for (size_t i = 0; i < m_colours.size(); ++i)
+        if (m_colours[i].rgb() == colour.rgb())
+            return int(i);
+    m_colours.push_back(colour);
+    return int(m_colours.size()) - 1;
+}
+
+void RichTextBox::SetSelColor(const QColor &colour)
+{
+    const QTextCursor cursor = Cursor();
+    const int index = ColourIndex(colour);
+    if (!cursor.hasSelection()) {
+        EditorStyle style;
+        if (!cursor.atBlockStart())
+            style = m_content.StyleAt(cursor.blockNumber(), cursor.positionInBlock() - 1);
+        style.colour = index;
+        m_typing = style;
+        m_typingAt = cursor.position();
+        return;
+    }
+    const QTextBlock lastBlock = document()->findBlock(cursor.selectionEnd());
+    QTextBlock block = document()->findBlock(cursor.selectionStart());
+    const int first = block.blockNumber();
+    for (; block.isValid(); block = block.next()) {
+        const int line = block.blockNumber();
+        const int from = std::max(cursor.selectionStart() - block.position(), 0);
+        const int to = std::min(cursor.selectionEnd() - block.position(), block.length() - 1);
+        EditorText::Runs runs;
+        for (int column = from; column < to; ++column) {
+            EditorStyle style = m_content.StyleAt(line, column);
+            style.colour = index;
+            if (!runs.empty() && runs.back().style == style)
+                ++runs.back().length;
+            else
+                runs.push_back({column, 1, style});
+        }
+        m_content.SetPart(line, from, to - from, runs);
+        if (block == lastBlock)
+            break;
+    }
+    ShowLines(first, lastBlock.blockNumber());
+}

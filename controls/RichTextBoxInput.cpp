@@ -1,0 +1,152 @@
+// What comes into the editor from outside: keys, input methods, the mouse, the clipboard, drag and drop.
+#include "controls/RichTextBox.h"
+
+#include <QContextMenuEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QTextDocument>
+#include <QTextLayout>
+#include <QUrl>
+#include <algorithm>
+
+namespace {
+
+QStringList Files(const QMimeData *data)
+{
+    QStringList files;
+    for (const QUrl &url : data->urls())
+        if (url.isLocalFile())
+            files += url.toLocalFile();
+    return files;
+}
+
+bool IsNode(const QMimeData *data)
+{
+    return data->hasFormat(QLatin1String(RichTextBox::NodeMime));
+}
+
+} // namespace
+
+void RichTextBox::keyPressEvent(QKeyEvent *event)
+{
+    // The toolkit's own stack is off; the windows keep the history.
+    if (event->matches(QKeySequence::Undo)) {
+        event->accept();
+        emit undoRequested();
+        return;
+    }
+    QPlainTextEdit::keyPressEvent(event);
+}
+
+// While an input method composes, the toolkit puts its own formats on the block and forgets those that were there.
+void RichTextBox::inputMethodEvent(QInputMethodEvent *event)
+{
+    QPlainTextEdit::inputMethodEvent(event);
+    const QTextBlock block = textCursor().block();
+    QTextLayout *layout = block.layout();
+    const int at = layout->preeditAreaPosition();
+    const int length = int(layout->preeditAreaText().size());
+    QList<QTextLayout::FormatRange> formats;
+    for (const EditorRun &run : m_content.Line(block.blockNumber())) {
+        QTextLayout::FormatRange range;
+        range.format = Format(run.style);
+        const int runEnd = run.start + run.length;
+        if (length == 0 || runEnd <= at) {
+            range.start = run.start;
+            range.length = run.length;
+            formats.append(range);
+            continue;
+        }
+        const int before = std::max(0, at - run.start);
+        if (before) {
+            range.start = run.start;
+            range.length = before;
+            formats.append(range);
+        }
+        range.start = std::max(run.start, at) + length;
+        range.length = run.length - before;
+        formats.append(range);
+    }
+    if (length)
+        formats += layout->formats();
+    layout->setFormats(formats);
+    ++m_quiet;
+    document()->markContentsDirty(block.position(), block.length() - 1);
+    --m_quiet;
+}
+
+void RichTextBox::contextMenuEvent(QContextMenuEvent *event)
+{
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        emit contextRequested(viewport()->mapToGlobal(cursorRect().bottomLeft()));
+}
+
+void RichTextBox::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::RightButton) {
+        event->accept();
+        emit contextRequested(event->globalPosition().toPoint());
+        return;
+    }
+    QPlainTextEdit::mouseReleaseEvent(event);
+}
+
+void RichTextBox::dragEnterEvent(QDragEnterEvent *event)
+{
+    QPlainTextEdit::dragEnterEvent(event);
+    if (canInsertFromMimeData(event->mimeData()) && !isReadOnly())
+        event->acceptProposedAction();
+}
+
+void RichTextBox::dragMoveEvent(QDragMoveEvent *event)
+{
+    QPlainTextEdit::dragMoveEvent(event);
+    if (canInsertFromMimeData(event->mimeData()) && !isReadOnly())
+        event->acceptProposedAction();
+}
+
+void RichTextBox::dropEvent(QDropEvent *event)
+{
+    const QMimeData *data = event->mimeData();
+    const QStringList files = Files(data);
+    if (isReadOnly() || (!IsNode(data) && files.isEmpty())) {
+        QPlainTextEdit::dropEvent(event);
+        return;
+    }
+    event->acceptProposedAction();
+    if (IsNode(data)) {
+        setTextCursor(cursorForPosition(event->position().toPoint()));
+        emit nodeDropped(data->data(QLatin1String(NodeMime)));
+    } else {
+        emit filesDropped(files);
+    }
+}
+
+bool RichTextBox::canInsertFromMimeData(const QMimeData *source) const
+{
+    return source->hasText() || source->hasUrls() || IsNode(source);
+}
+
+void RichTextBox::insertFromMimeData(const QMimeData *source)
+{
+    if (isReadOnly())
+        return;
+    const QStringList files = Files(source);
+    if (!files.isEmpty()) {
+        emit filesDropped(files);
+    } else if (source->hasText()) {
+        textCursor().insertText(EditorText::Normalised(source->text()));
+        ensureCursorVisible();
+    }
+}
+
+// The toolkit would hand out blanks for hard blanks; what is copied is what stands in the text.
+QMimeData *RichTextBox::createMimeDataFromSelection() const
+{
+    auto *data = new QMimeData;
+    QString text = SelText();
+    data->setText(text.replace(QLatin1String("\r\n"), QLatin1String("\n")));
+    return data;
+}
