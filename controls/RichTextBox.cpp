@@ -9,7 +9,7 @@
 
 namespace {
 
-const QColor defaultText(145, 195, 125);
+constexpr QRgb defaultText = 0x91C37D;
 const QColor background(0, 20, 0);
 constexpr int tabColumns = 4;
 constexpr qsizetype charByChar = 64; // shorter edits are read a character at a time
@@ -23,7 +23,7 @@ RichTextBox::RichTextBox(QWidget *parent) : QPlainTextEdit(parent), m_colours{de
     setTabChangesFocus(false);
     QPalette colours = palette();
     colours.setColor(QPalette::Base, background);
-    colours.setColor(QPalette::Text, defaultText);
+    colours.setColor(QPalette::Text, QColor(defaultText));
     setPalette(colours);
     SetProportional(false);
     connect(document(), &QTextDocument::contentsChange, this, &RichTextBox::OnContentsChange);
@@ -75,9 +75,9 @@ void RichTextBox::WriteWhole(const QString &text)
     setUpdatesEnabled(shown);
 }
 
-RichTextBox::Place RichTextBox::Find(int position, bool upwards) const
+RichTextBox::Place RichTextBox::Find(qsizetype wanted, bool upwards) const
 {
-    position = std::clamp(position, 0, int(m_content.Text().size()));
+    const int position = int(std::clamp<qsizetype>(wanted, 0, m_content.Text().size()));
     int low = 0;
     int high = document()->blockCount() - 1;
     const auto start = [&](int line) { return document()->findBlockByNumber(line).position() + line; };
@@ -96,7 +96,7 @@ RichTextBox::Place RichTextBox::Find(int position, bool upwards) const
     return upwards && block.next().isValid() ? Place{block.next(), 0} : Place{block, length};
 }
 
-int RichTextBox::TextPosition(int documentPosition) const
+qsizetype RichTextBox::TextPosition(int documentPosition) const
 {
     return documentPosition + document()->findBlock(documentPosition).blockNumber();
 }
@@ -114,12 +114,12 @@ void RichTextBox::SetCursor(const QTextCursor &cursor)
         setTextCursor(cursor);
 }
 
-int RichTextBox::SelStart() const
+qsizetype RichTextBox::SelStart() const
 {
     return TextPosition(Cursor().selectionStart());
 }
 
-void RichTextBox::SetSelStart(int position)
+void RichTextBox::SetSelStart(qsizetype position)
 {
     const Place place = Find(position, false);
     QTextCursor cursor = Cursor();
@@ -127,18 +127,18 @@ void RichTextBox::SetSelStart(int position)
     SetCursor(cursor);
 }
 
-int RichTextBox::SelLength() const
+qsizetype RichTextBox::SelLength() const
 {
     const QTextCursor cursor = Cursor();
     return cursor.hasSelection() ? TextPosition(cursor.selectionEnd()) - TextPosition(cursor.selectionStart()) : 0;
 }
 
-void RichTextBox::SetSelLength(int length)
+void RichTextBox::SetSelLength(qsizetype length)
 {
     QTextCursor cursor = Cursor();
     const int start = cursor.selectionStart();
-    const qint64 wanted = qint64(TextPosition(start)) + std::max(length, 0);
-    const Place end = Find(int(std::min<qint64>(wanted, m_content.Text().size())), true);
+    const qsizetype rest = m_content.Text().size() - TextPosition(start);
+    const Place end = Find(TextPosition(start) + std::clamp<qsizetype>(length, 0, rest), true);
     cursor.setPosition(start);
     cursor.setPosition(end.block.position() + end.column, QTextCursor::KeepAnchor);
     SetCursor(cursor);
@@ -158,7 +158,7 @@ void RichTextBox::SetSelText(const QString &text)
 }
 
 // A stretch of the text without touching the selection, which moves with what it stands in.
-void RichTextBox::ReplaceText(int position, int length, const QString &text)
+void RichTextBox::ReplaceText(qsizetype position, qsizetype length, const QString &text)
 {
     const Place start = Find(position, false);
     const Place end = Find(position + length, true);
@@ -168,7 +168,7 @@ void RichTextBox::ReplaceText(int position, int length, const QString &text)
     cursor.insertText(text);
 }
 
-int RichTextBox::GetLineFromChar(int position) const
+int RichTextBox::GetLineFromChar(qsizetype position) const
 {
     return Find(position, false).block.blockNumber();
 }

@@ -7,6 +7,7 @@
 // There is no undo here: the windows keep their own history. Interface thread only; nothing is raised.
 
 #include "controls/EditorText.h"
+#include "sqltext/EditControl.h"
 #include <QColor>
 #include <QPlainTextEdit>
 #include <QStringList>
@@ -15,7 +16,7 @@
 #include <QTextCursor>
 #include <optional>
 
-class RichTextBox : public QPlainTextEdit
+class RichTextBox : public QPlainTextEdit, public EditControl
 {
     Q_OBJECT
 public:
@@ -26,22 +27,25 @@ public:
 
     // The whole content, CR LF between lines; shared, so that reading it is free. Writing takes any kind of line end
     // and puts the caret at 0.
-    QString Text() const;
-    void SetText(const QString &text);
+    QString Text() const override;
+    void SetText(const QString &text) override;
     // The whole content as RTF. Writing a document with the present text only changes formats: caret and view stay.
-    QString TextRTF() const;
-    void SetTextRTF(const QString &rtf);
-    void SetSelRTF(const QString &rtf);
+    // Otherwise the caret goes to 0.
+    QString TextRTF() const override;
+    void SetTextRTF(const QString &rtf) override;
+    void SetSelRTF(const QString &rtf) override; // the caret goes behind it
+    RtfFrame Frame() const override;
+    bool TakeColoured(const ColouredText &coloured) override;
 
-    int SelStart() const;
-    void SetSelStart(int position); // ends the selection
-    int SelLength() const;
-    void SetSelLength(int length);
-    QString SelText() const;
-    void SetSelText(const QString &text);   // the caret goes behind it
-    void SetSelColor(const QColor &colour); // of the selection, or of what is typed next at the caret
+    qsizetype SelStart() const override;
+    void SetSelStart(qsizetype position) override; // ends the selection
+    qsizetype SelLength() const override;
+    void SetSelLength(qsizetype length) override;
+    QString SelText() const override;
+    void SetSelText(const QString &text) override; // the caret goes behind it
+    void SetSelColor(const QColor &colour);        // of the selection, or of what is typed next at the caret
 
-    int GetLineFromChar(int position) const; // from 0
+    int GetLineFromChar(qsizetype position) const; // from 0
     int GetFirstVisibleLine() const;
     int GetVisibleLineCount() const; // how many whole lines fit, plus 1
     bool HasColour(int index) const; // does any character have this colour of the table? Without writing the RTF
@@ -89,11 +93,12 @@ private:
         QTextBlock block;
         int column;
     };
-    Place Find(int position, bool upwards) const; // of a text position; upwards: CR LF's middle moves behind the LF
-    int TextPosition(int documentPosition) const;
+    Place Find(qsizetype position,
+               bool upwards) const; // of a text position; upwards: CR LF's middle moves behind the LF
+    qsizetype TextPosition(int documentPosition) const;
     QTextCursor Cursor() const;
     void SetCursor(const QTextCursor &cursor);
-    void ReplaceText(int position, int length, const QString &text);
+    void ReplaceText(qsizetype position, qsizetype length, const QString &text);
     void WriteWhole(const QString &text);
 
     void OnContentsChange(int position, int removed, int added);
@@ -103,13 +108,20 @@ private:
 
     void ShowLine(const QTextBlock &block);
     void ShowLines(int first, int last);
+    void MarkDirty(int first, int last);
     QTextCharFormat Format(EditorStyle style) const;
-    int ColourIndex(const QColor &colour);
+    int ColourIndex(quint32 colour);
+    void TakeDocument(const RtfDocument &document);
+    void TakeFragment(const RtfDocument &document);
+    void TakeTable(const std::vector<quint32> &colours);
+    void TakeRuns(const std::vector<RtfRun> &runs, qsizetype start, qsizetype length, const std::vector<int> &mapping);
     void Lock();
     void Unlock();
 
     EditorText m_content;
-    std::vector<QColor> m_colours;                  // the colour table; 0 is the default text
+    std::vector<quint32> m_colours; // the colour table: 0xRRGGBB or RtfAutomaticColour; 0 is the default text
+    QString m_fontName = QStringLiteral("Courier New"); // as the RTF names it
+    int m_fontHalfPoints = 17;
     mutable std::vector<QTextCharFormat> m_formats; // by colour, bold, italic
     std::optional<EditorStyle> m_typing;            // set by SetSelColor, for text typed at m_typingAt
     int m_typingAt = -1;

@@ -14,8 +14,9 @@ QTextCharFormat RichTextBox::Format(EditorStyle style) const
     QTextCharFormat &format = m_formats[index];
     if (!format.isEmpty())
         return format;
-    if (style.colour > 0 && size_t(style.colour) < m_colours.size())
-        format.setForeground(m_colours[size_t(style.colour)]);
+    if (style.colour > 0 && size_t(style.colour) < m_colours.size() &&
+        m_colours[size_t(style.colour)] != RtfAutomaticColour)
+        format.setForeground(QColor(QRgb(m_colours[size_t(style.colour)])));
     if (style.bold)
         format.setFontWeight(QFont::Bold);
     if (style.italic)
@@ -43,31 +44,35 @@ void RichTextBox::ShowLine(const QTextBlock &block)
 
 void RichTextBox::ShowLines(int first, int last)
 {
-    const QTextBlock from = document()->findBlockByNumber(first);
-    QTextBlock block = from;
-    int end = from.position();
-    for (int line = first; line <= last && block.isValid(); ++line, block = block.next()) {
+    QTextBlock block = document()->findBlockByNumber(first);
+    for (int line = first; line <= last && block.isValid(); ++line, block = block.next())
         ShowLine(block);
-        end = block.position() + block.length();
-    }
+    MarkDirty(first, last);
+}
+
+// Lets the layout and the screen follow, without a word about the text.
+void RichTextBox::MarkDirty(int first, int last)
+{
+    const QTextBlock from = document()->findBlockByNumber(first);
+    const QTextBlock to = document()->findBlockByNumber(last);
     ++m_quiet;
-    document()->markContentsDirty(from.position(), std::max(0, end - from.position() - 1));
+    document()->markContentsDirty(from.position(), to.position() + to.length() - 1 - from.position());
     --m_quiet;
 }
 
-int RichTextBox::ColourIndex(const QColor &colour)
+// Its place in the table, which grows by it when it is new.
+int RichTextBox::ColourIndex(quint32 colour)
 {
-    for (size_t i = 0; i < m_colours.size(); ++i)
-        if (m_colours[i].rgb() == colour.rgb())
-            return int(i);
-    m_colours.push_back(colour);
-    return int(m_colours.size()) - 1;
+    const auto found = std::find(m_colours.begin(), m_colours.end(), colour);
+    if (found == m_colours.end())
+        return m_colours.push_back(colour), int(m_colours.size()) - 1;
+    return int(found - m_colours.begin());
 }
 
 void RichTextBox::SetSelColor(const QColor &colour)
 {
     const QTextCursor cursor = Cursor();
-    const int index = ColourIndex(colour);
+    const int index = ColourIndex(colour.rgb() & 0xFFFFFF);
     if (!cursor.hasSelection()) {
         EditorStyle style;
         if (!cursor.atBlockStart())

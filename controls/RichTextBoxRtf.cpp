@@ -1,0 +1,193 @@
+// The editor's content as RTF, and finished colourings taken over without that detour.
+#include "controls/RichTextBox.h"
+
+#include <QTextDocument>
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// A rewrite that leaves this part of the text as it was is done in place, so that the view does not move.
+constexpr int inPlaceShare = 2;
+
+struct Difference
+{
+    qsizetype start, oldLength, newLength;
+};
+
+bool SplitsLineEnd(QStringView text, qsizetype position)
+{
+    return position > 0 && position < text.size() && text[position - 1] == u'\r' && text[position] == u'\n';
+}
+
+// The middle that differs; it never begins or ends between CR and LF.
+Difference Compare(QStringView before, QStringView after)
+{
+    const qsizetype shorter = std::min(before.size(), after.size());
+    const qsizetype head =
+        std::mismatch(before.begin(), before.begin() + shorter, after.begin()).first - before.begin();
+    qsizetype tail = 0;
+    while (tail < shorter - head && before[before.size() - 1 - tail] == after[after.size() - 1 - tail])
+        ++tail;
+    const qsizetype start = SplitsLineEnd(before, head) || SplitsLineEnd(after, head) ? head - 1 : head;
+    if (SplitsLineEnd(before, before.size() - tail) || SplitsLineEnd(after, after.size() - tail))
+        --tail;
+    return {start, before.size() - start - tail, after.size() - start - tail};
+}
+
+} // namespace
+
+QString RichTextBox::TextRTF() const
+{
+    RtfDocument whole;
+    whole.text = m_content.Text();
+    whole.colours = m_colours;
+    whole.fontName = m_fontName;
+    whole.fontHalfPoints = m_fontHalfPoints;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        const int line = block.blockNumber();
+        for (const EditorRun &run : m_content.Line(line))
+            whole.runs.push_back(
+                {block.position() + line + run.start, run.length, run.style.colour, run.style.bold, run.style.italic});
+    }
+    return WriteRtf(whole);
+}
+
+RtfFrame RichTextBox::Frame() const
+{
+    return {RtfHeadLine(m_fontName), RtfFontLine(m_fontHalfPoints)};
+}
+
+void RichTextBox::SetTextRTF(const QString &rtf)
+{
+    TakeDocument(ReadRtf(rtf));
+}
+
+void RichTextBox::SetSelRTF(const QString &rtf)
+{
+    TakeFragment(ReadRtf(rtf, true));
+}
+
+bool RichTextBox::TakeColoured(const ColouredText &coloured)
+{
+    if (coloured.whole)
+        TakeDocument(coloured.document);
+    else
+        TakeFragment(coloured.document);
+    return true;
+}
+
+void RichTextBox::TakeDocument(const RtfDocument &document)
+{
+    const QString text = EditorText::Normalised(document.text);
+    const QString before = m_content.Text();
+    if (m_fontName != document.fontName) {
+        m_fontName = document.fontName;
+        SetProportional(!m_fontName.contains(QLatin1String("Courier")) && !m_fontName.contains(QLatin1String("Mono")));
+    }
+    m_fontHalfPoints = document.fontHalfPoints;
+    const bool sameText = text == before;
+    if (!sameText) {
+        const LockUpdate lock(this);
+        const Difference middle = Compare(before, text);
+        const bool telling = std::exchange(m_telling, true); // one word to the listeners, when all is done
+        if (middle.newLength > text.size() / inPlaceShare)
+            WriteWhole(text);
+        else
+            ReplaceText(middle.start, middle.oldLength, text.mid(middle.start, middle.newLength));
+        m_telling = telling;
+        SetSelStart(0);
+        m_pending = true;
+    }
+    TakeTable(document.colours);
+    TakeRuns(document.runs, 0, text.size(), {});
+    if (!sameText)
+        OnTextChanged();
+}
+
+void RichTextBox::TakeFragment(const RtfDocument &document)
+{
+    const QString text = EditorText::Normalised(document.text);
+    const qsizetype start = SelStart();
+    const bool sameText = text == QStringView(m_content.Text()).mid(start, SelLength());
+    if (!sameText) {
+        const bool telling = std::exchange(m_telling, true);
+        QTextCursor cursor = Cursor();
+        cursor.insertText(text);
+        m_telling = telling;
+    }
+    std::vector<int> mapping;
+    if (m_colours.size() <= 1)
+        TakeTable(document.colours);
+    else if (document.colours != m_colours)
+        for (const quint32 colour : document.colours)
+            mapping.push_back(mapping.empty() ? 0 : ColourIndex(colour));
+    TakeRuns(document.runs, start, text.size(), mapping);
+    SetSelStart(start + text.size());
+    if (!sameText)
+        OnTextChanged();
+}
+
+// Another table shows every character anew; the same one, as nearly always, costs nothing.
+void RichTextBox::TakeTable(const std::vector<quint32> &colours)
+{
+    if (colours.empty() || colours == m_colours)
+        return;
+    m_colours = colours;
+    m_formats.clear();
+    if (colours.front() != RtfAutomaticColour) {
+        QPalette look = palette();
+        look.setColor(QPalette::Text, QColor(QRgb(colours.front())));
+        setPalette(look);
+    }
+    ShowLines(0, m_content.LineCount() - 1);
+}
+
+// Styles of a stretch of the text, from runs that count from its start. Only lines that look different are touched.
+void RichTextBox::TakeRuns(const std::vector<RtfRun> &runs, qsizetype start, qsizetype length,
+                           const std::vector<int> &mapping)
+{
+    const Place first = Find(start, false);
+    const qsizetype end = start + length;
+    size_t next = 0;
+    int firstTouched = -1;
+    int lastTouched = -1;
+    for (QTextBlock block = first.block; block.isValid(); block = block.next()) {
+        const int line = block.blockNumber();
+        const qsizetype lineStart = block.position() + line;
+        if (lineStart > end)
+            break;
+        const qsizetype lineEnd = lineStart + block.length() - 1;
+        EditorText::Runs wanted;
+        for (; next < runs.size(); ++next) {
+            const RtfRun &run = runs[next];
+            const qsizetype from = std::max(start + run.start, lineStart);
+            const qsizetype to = std::min(start + run.start + run.length, lineEnd);
+            EditorStyle style{run.colour, run.bold, run.italic};
+            if (!mapping.empty())
+                style.colour = size_t(style.colour) < mapping.size() ? mapping[size_t(style.colour)] : 0;
+            else if (style.colour < 0 || size_t(style.colour) >= m_colours.size())
+                style.colour = 0;
+            if (from < to && !style.IsPlain()) {
+                if (!wanted.empty() && wanted.back().style == style &&
+                    wanted.back().start + wanted.back().length == from - lineStart)
+                    wanted.back().length += int(to - from);
+                else
+                    wanted.push_back({int(from - lineStart), int(to - from), style});
+            }
+            if (start + run.start + run.length > lineEnd)
+                break; // it goes on in the next line
+        }
+        const EditorText::Runs before = m_content.Line(line);
+        const int column = int(std::max<qsizetype>(start - lineStart, 0));
+        m_content.SetPart(line, column, int(std::min(end, lineEnd) - lineStart) - column, wanted);
+        if (m_content.Line(line) == before)
+            continue;
+        ShowLine(block);
+        if (firstTouched < 0)
+            firstTouched = line;
+        lastTouched = line;
+    }
+    if (firstTouched >= 0)
+        MarkDirty(firstTouched, lastTouched);
+}
