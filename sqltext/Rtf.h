@@ -50,8 +50,8 @@ RtfDocument ReadRtf(QStringView rtf, bool fragment = false);
 // The document as RTF. Line 0 is the head with the font, line 1 the colour table, line 2 the font line
 // "\viewkind4\uc1\pard\f0\fs17 " directly followed by the text; each further line begins with "\par ", and a last
 // "\par }" ends it. Switches end in a blank, colours keep their index, other scripts stand as they are. Gaps between
-// runs take colour 0. Reading it back as a whole document gives the same document for every text, but that lone CR and
-// LF come back as CR LF.
+// runs take colour 0. Reading it back as a whole document gives the same document for every text, NUL and halves of
+// surrogate pairs included, but that lone CR and LF come back as CR LF. A font name ends at its first ";".
 QString WriteRtf(const RtfDocument &document);
 
 // The first line and the font line that WriteRtf writes for this font; each without line end.
