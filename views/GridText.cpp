@@ -46,7 +46,9 @@ void WriteHtml(const Cells &cells, const QString &caption, const QString &statem
     const qint64 rows = cells.Rows();
     const int last = cells.Cols() - 2;
     for (qint64 row = 0; row < rows && open; ++row) {
-        const QString ground = row == 0 ? QStringLiteral("gray") : white ? QStringLiteral("White") : QStringLiteral("#EEEEEE");
+        const QString ground = row == 0 ? QStringLiteral("gray")
+                               : white  ? QStringLiteral("White")
+                                        : QStringLiteral("#EEEEEE");
         put(QStringLiteral("\t<TR>"));
         for (int column = 1; column <= last; ++column) {
             put(QStringLiteral("\t\t<TD bgcolor=") + ground + QLatin1Char('>'));
@@ -66,12 +68,14 @@ bool WantsHtml(const QString &fileName)
     return ending == QLatin1String("HTM") || ending == QLatin1String("ASP");
 }
 
-QString CopyText(const Cells &cells, const Block &block)
+std::optional<QString> CopyText(const Cells &cells, const Block &block, const std::function<bool()> &keepOn)
 {
     if (block.top == block.bottom && block.left == block.right)
         return cells.Text(block.top, block.left);
     QString text;
     for (qint64 row = block.top; row <= block.bottom; ++row) {
+        if (keepOn && !keepOn())
+            return std::nullopt;
         for (int column = block.left; column <= block.right; ++column) {
             if (column > block.left)
                 text += QLatin1Char(',');
@@ -85,52 +89,58 @@ QString CopyText(const Cells &cells, const Block &block)
 
 namespace {
 
-template <class Visit> void EachNumber(const Cells &cells, const Block &block, const Visit &visit)
+// False when keepOn ended it.
+template <class Visit> bool EachNumber(const Cells &cells, const Block &block, const KeepOn &keepOn, const Visit &visit)
 {
-    for (qint64 row = block.top; row <= block.bottom; ++row)
+    for (qint64 row = block.top; row <= block.bottom; ++row) {
+        if (keepOn && !keepOn())
+            return false;
         for (int column = block.left; column <= block.right; ++column) {
             const QString text = cells.Text(row, column);
             if (lang::IsNumeric(text))
                 visit(Cell{row, column}, lang::Val(text));
         }
+    }
+    return true;
 }
 
-template <class Better> std::optional<Cell> Best(const Cells &cells, const Block &block, const Better &better)
+template <class Better>
+std::optional<Cell> Best(const Cells &cells, const Block &block, const KeepOn &keepOn, const Better &better)
 {
     std::optional<Cell> found;
     double best = 0;
-    EachNumber(cells, block, [&](Cell cell, double number) {
+    const bool whole = EachNumber(cells, block, keepOn, [&](Cell cell, double number) {
         if (!found || better(number, best)) {
             found = cell;
             best = number;
         }
     });
-    return found;
+    return whole ? found : std::nullopt;
 }
 
 } // namespace
 
-Statistics Sum(const Cells &cells, const Block &block)
+std::optional<Statistics> Sum(const Cells &cells, const Block &block, const KeepOn &keepOn)
 {
     Statistics statistics;
-    EachNumber(cells, block, [&](Cell, double number) {
+    const bool whole = EachNumber(cells, block, keepOn, [&](Cell, double number) {
         statistics.sum += number;
         ++statistics.count;
     });
-    return statistics;
+    return whole ? std::optional(statistics) : std::nullopt;
 }
 
-std::optional<Cell> Largest(const Cells &cells, const Block &block)
+std::optional<Cell> Largest(const Cells &cells, const Block &block, const KeepOn &keepOn)
 {
-    return Best(cells, block, [](double number, double best) { return number > best; });
+    return Best(cells, block, keepOn, [](double number, double best) { return number > best; });
 }
 
-std::optional<Cell> Smallest(const Cells &cells, const Block &block)
+std::optional<Cell> Smallest(const Cells &cells, const Block &block, const KeepOn &keepOn)
 {
-    return Best(cells, block, [](double number, double best) { return number < best; });
+    return Best(cells, block, keepOn, [](double number, double best) { return number < best; });
 }
 
-std::optional<Cell> Find(const Cells &cells, const SearchFor &what, Cell from, const std::function<bool()> &keepOn)
+std::optional<Cell> Find(const Cells &cells, const SearchFor &what, Cell from, const KeepOn &keepOn)
 {
     QString pattern = what.exact ? what.criteria : QLatin1Char('*') + what.criteria + QLatin1Char('*');
     if (!what.caseSensitive)

@@ -1,7 +1,7 @@
 #pragma once
-// What the result window computes from its grid, on plain cells and without a window: the texts that it copies and saves,
-// the statistics over a block, and the search. Cells are addressed as in the grid: row 0 is the heading, column 0 the fixed
-// column, data begin at row 1 and column 1.
+// What the result window computes from its grid, on plain cells and without a window: the texts that it copies and
+// saves, the statistics over a block, and the search. Cells are addressed as in the grid: row 0 is the heading, column
+// 0 the fixed column, data begin at row 1 and column 1.
 //
 // Any thread; nothing here raises, except that Find throws lang::BadPattern for a pattern with an unclosed "[".
 
@@ -21,14 +21,16 @@ public:
     virtual QString Text(qint64 row, int column) const = 0;
 };
 
-struct Cell {
+struct Cell
+{
     qint64 row = 0;
     int column = 0;
     bool operator==(const Cell &) const = default;
 };
 
 // A selected block, both corners inside. Of() orders two corners.
-struct Block {
+struct Block
+{
     qint64 top = 0, bottom = 0;
     int left = 0, right = 0;
     static Block Of(Cell one, Cell other);
@@ -37,8 +39,8 @@ struct Block {
 // Takes the text line by line, each without its line end. Gives false to end the work (a full disk, the user's Stop).
 using LineSink = std::function<bool(const QString &line)>;
 
-// Comma separated: numbers with their commas turned to blanks, all else in quotes (inner quotes stand as they are), every
-// value followed by a comma. One line a row, and one empty line at the end.
+// Comma separated: numbers with their commas turned to blanks, all else in quotes (inner quotes stand as they are),
+// every value followed by a comma. One line a row, and one empty line at the end.
 void WriteCsv(const Cells &cells, const LineSink &line);
 
 // An HTML table with the caption and the statement above it. The last column of the grid is left out: it is meant.
@@ -48,27 +50,30 @@ void WriteHtml(const Cells &cells, const QString &caption, const QString &statem
 bool WantsHtml(const QString &fileName);
 
 // A single cell as its bare text; a block with every cell in quotes (inner ones doubled), commas between, lines ended.
-QString CopyText(const Cells &cells, const Block &block);
+std::optional<QString> CopyText(const Cells &cells, const Block &block, const std::function<bool()> &keepOn = {});
 
-struct Statistics {
+// Long work asks this once a row, and ends with nothing when it says false.
+using KeepOn = std::function<bool()>;
+
+struct Statistics
+{
     double sum = 0;
     qint64 count = 0; // cells that read as numbers
 };
-Statistics Sum(const Cells &cells, const Block &block);
+std::optional<Statistics> Sum(const Cells &cells, const Block &block, const KeepOn &keepOn = {});
 
 // The first of the largest (smallest) numbers of the block in row order; none when it has no number.
-std::optional<Cell> Largest(const Cells &cells, const Block &block);
-std::optional<Cell> Smallest(const Cells &cells, const Block &block);
+std::optional<Cell> Largest(const Cells &cells, const Block &block, const KeepOn &keepOn = {});
+std::optional<Cell> Smallest(const Cells &cells, const Block &block, const KeepOn &keepOn = {});
 
-struct SearchFor {
+struct SearchFor
+{
     QString criteria;
     bool exact = false;
     bool caseSensitive = false;
 };
-// The next cell at or behind `from` that matches, in rows from 1 and columns from 0 to the last but one. keepOn, when
-// given, is asked once a row and ends the search with false.
-std::optional<Cell> Find(const Cells &cells, const SearchFor &what, Cell from,
-                         const std::function<bool()> &keepOn = {});
+// The next cell at or behind `from` that matches, in rows from 1 and columns from 0 to the last but one.
+std::optional<Cell> Find(const Cells &cells, const SearchFor &what, Cell from, const KeepOn &keepOn = {});
 // The cell behind this one in the order of Find.
 Cell Next(const Cells &cells, Cell cell);
 

@@ -1,6 +1,6 @@
 // What the result window copies, saves, counts and finds, on plain cells.
-#include "lang/Text.h"
 #include "views/GridText.h"
+#include "lang/Text.h"
 #include <QStringList>
 #include <gtest/gtest.h>
 
@@ -107,17 +107,17 @@ TEST(GridText, CopyOfOneCellIsBareAndOfABlockIsQuoted)
 {
     const Table table = Sample();
     EXPECT_EQ(grid::CopyText(table, grid::Block::Of({1, 2}, {1, 2})), "Anna, \"A\"");
-    EXPECT_EQ(grid::CopyText(table, grid::Block::Of({2, 2}, {1, 1})),
-              "\"1\",\"Anna, \"\"A\"\"\"\r\n\"2\",\"\"\r\n");
+    EXPECT_EQ(grid::CopyText(table, grid::Block::Of({2, 2}, {1, 1})), "\"1\",\"Anna, \"\"A\"\"\"\r\n\"2\",\"\"\r\n");
 }
 
 TEST(GridText, SumReadsTheLeadingNumberOfNumericCells)
 {
     const Table table = Sample();
-    const grid::Statistics all = grid::Sum(table, grid::Block::Of({3, 3}, {1, 1}));
+    const grid::Statistics all = grid::Sum(table, grid::Block::Of({3, 3}, {1, 1})).value();
     EXPECT_EQ(all.count, 6);
     EXPECT_DOUBLE_EQ(all.sum, 1 + 2 + 3 + 1 - 3 + 1); // "1,234.5" is numeric, and its leading number is 1
-    const grid::Statistics names = grid::Sum(table, grid::Block::Of({1, 2}, {3, 2}));
+    const grid::Statistics names = grid::Sum(table, grid::Block::Of({1, 2}, {3, 2})).value();
+    EXPECT_FALSE(grid::Sum(table, grid::Block::Of({1, 1}, {3, 1}), [] { return false; }));
     EXPECT_EQ(names.count, 0);
     EXPECT_EQ(names.sum, 0);
 }
@@ -131,6 +131,7 @@ TEST(GridText, TheFirstOfEqualBestCellsWins)
     const Table words({{"", "a"}, {"", "x"}});
     EXPECT_FALSE(grid::Largest(words, grid::Block::Of({1, 1}, {1, 1})));
     EXPECT_FALSE(grid::Smallest(words, grid::Block::Of({1, 1}, {1, 1})));
+    EXPECT_FALSE(grid::Largest(table, block, [] { return false; }));
 }
 
 TEST(GridText, FindGoesFromCellToCellAndPassesOverTheLastColumn)

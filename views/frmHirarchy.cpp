@@ -1,0 +1,202 @@
+#include "views/frmHirarchy.h"
+
+#include "controls/BusyIndicator.h"
+#include "controls/FlexGrid.h"
+#include "controls/Skin.h"
+#include "controls/StatusBar.h"
+#include "controls/TabStrip.h"
+#include "controls/Twips.h"
+#include "data/Shell.h"
+#include "views/ResultOwner.h"
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <array>
+
+namespace {
+
+constexpr const char16_t *kLogFormat = u"    | Type          |Time Stamp                     |Value";
+
+// The names of the child protocol that this window answers.
+constexpr std::array<const char *, 9> kOffered = {"mnuCopy",      "mnuFind",      "mnuSave",
+                                                  "mnuPrint",     "mnuClearLog",  "mnuMax_Click",
+                                                  "mnuMin_Click", "mnuAvg_Click", "mnuSum_Click"};
+
+} // namespace
+
+frmHirarchy::frmHirarchy(QWidget *parent) : ChildWindow(parent)
+{
+    SetCaption(QStringLiteral("Data Shape Hirarchy"));
+    Build();
+    ApplySkin(this);
+    connect(&m_recordset, &UARecordset::RecordsetOpened, this, &frmHirarchy::UARec_RecordsetOpened);
+    connect(&m_recordset, &UARecordset::ErrorOccured, this, &frmHirarchy::UARec_ErrorOccured);
+    ShowTab(1);
+}
+
+frmHirarchy::~frmHirarchy() = default;
+
+void frmHirarchy::Build()
+{
+    const auto named = [](auto *widget, const char *name, const QString &spoken) {
+        widget->setObjectName(QLatin1String(name));
+        widget->setAccessibleName(spoken);
+        return widget;
+    };
+    ts = named(new TabStrip(this), "ts", tr("Views of the result"));
+    ts->AddTab(QStringLiteral("Data Grid"));
+    ts->AddTab(QStringLiteral("Message(s)"));
+    ts->AddTab(QStringLiteral("Data Drill Down"));
+    connect(ts, &TabStrip::Click, this, &frmHirarchy::ShowTab);
+
+    ani = named(new BusyIndicator(this), "ani", tr("A statement is running"));
+    lblRunning = named(new QLabel(this), "lblRunning", tr("Progress"));
+    cmdStop = named(new QPushButton(tr("&Stop"), this), "cmdStop", tr("Stop the statement"));
+    cmdStop->setToolTip(tr("Cancel the statement on the server (Esc)"));
+    connect(cmdStop, &QPushButton::clicked, this, &frmHirarchy::StopRun);
+    m_clock.setInterval(100);
+    connect(&m_clock, &QTimer::timeout, this, [this] { ShowRunning(true); });
+
+    mfg = named(new FlexGrid(this), "mfg", tr("Rows"));
+    mfgMessge = named(new FlexGrid(this), "mfgMessge", tr("Messages"));
+    mfgMessge->SetFormatString(QString::fromUtf16(kLogFormat));
+    txtData = named(new QPlainTextEdit(this), "txtData", tr("Text of the cell"));
+    WatchGrid(mfg, QStringLiteral("R"));
+    WatchGrid(mfgMessge, QStringLiteral("M"));
+    connect(mfg, &FlexGrid::RowColChange, this, [this] {
+        if (mfg->Row() != 0)
+            SB->SetPanelText(2, QStringLiteral("Cell [%1,%2]").arg(mfg->RowSel()).arg(mfg->ColSel()));
+    });
+
+    SB = named(new StatusBar(this), "SB", tr("Status"));
+    SB->AddPanel(sbrText, true);
+    SB->AddPanel(sbrText, false, 2000);
+    SB->AddPanel(sbrText, false, 2600);
+    SB->AddPanel(sbrText, false, 2600);
+    connect(SB, &StatusBar::PanelClick, this, [this](int panel) { ShowCellText(SB->PanelText(panel)); });
+
+    auto *top = new QHBoxLayout;
+    top->setContentsMargins(0, 0, 4, 0);
+    top->setSpacing(6);
+    top->addWidget(ts, 0, Qt::AlignBottom);
+    top->addStretch(1);
+    for (QWidget *widget :
+         {static_cast<QWidget *>(ani), static_cast<QWidget *>(lblRunning), static_cast<QWidget *>(cmdStop)})
+        top->addWidget(widget, 0, Qt::AlignVCenter);
+    auto *all = new QVBoxLayout(this);
+    all->setContentsMargins(3, 3, 3, 0);
+    all->setSpacing(2);
+    all->addLayout(top);
+    for (QWidget *view :
+         {static_cast<QWidget *>(mfg), static_cast<QWidget *>(mfgMessge), static_cast<QWidget *>(txtData)})
+        all->addWidget(view, 1);
+    all->addWidget(SB);
+    for (QWidget *widget :
+         {static_cast<QWidget *>(ani), static_cast<QWidget *>(lblRunning), static_cast<QWidget *>(cmdStop)})
+        widget->hide();
+    resize(760, 420);
+}
+
+// What both grids share: the cell's text on a double click, sorting by the heading (rows only), the popup.
+void frmHirarchy::WatchGrid(FlexGrid *grid, const QString &tag)
+{
+    connect(grid, &FlexGrid::DoubleClick, this, [this, grid] {
+        if (grid->RowSel() < grid->Rows() && grid->ColSel() < grid->Cols())
+            ShowCellText(grid->TextMatrix(grid->RowSel(), grid->ColSel()));
+    });
+    connect(grid, &FlexGrid::MouseUp, this, [this, grid, tag](Qt::MouseButton button, const QPoint &position) {
+        if (button == Qt::RightButton) {
+            m_statsTag = tag;
+            Shell::Current().ShowStatsMenu(grid->viewport()->mapToGlobal(position), tag);
+        } else if (button == Qt::LeftButton && grid == mfg) {
+            SortByHeading(grid, position);
+        }
+    });
+}
+
+clsMenuSettings frmHirarchy::MenuSettings() const
+{
+    clsMenuSettings settings;
+    settings.CanSave = settings.CanCopy = settings.CanFind = settings.CanPrint = true;
+    return settings;
+}
+
+bool frmHirarchy::Offers(const QString &name) const
+{
+    for (const char *offered : kOffered)
+        if (name == QLatin1String(offered))
+            return true;
+    return false;
+}
+
+void frmHirarchy::SetCallerSQLForm(ResultOwner *owner)
+{
+    m_owner = owner;
+    m_ownerWidget = owner ? owner->OwnerWidget() : nullptr;
+}
+
+ResultOwner *frmHirarchy::CallerSQLForm() const
+{
+    return m_ownerWidget ? m_owner : nullptr;
+}
+
+void frmHirarchy::ShowTab(int tab)
+{
+    mfg->setVisible(tab == 1);
+    mfgMessge->setVisible(tab == 2);
+    txtData->setVisible(tab == 3);
+    if (tab == 2)
+        FitLog();
+}
+
+void frmHirarchy::ShowCellText(const QString &text)
+{
+    // The text box parts lines at CR LF; a value may hold either kind of line end.
+    QString lines = text;
+    lines.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    txtData->setPlainText(lines);
+    ts->Select(3);
+}
+
+void frmHirarchy::FitLog()
+{
+    const int used = mfgMessge->ColWidth(0) + mfgMessge->ColWidth(1) + mfgMessge->ColWidth(2);
+    const int rest = ToTwips(mfgMessge->viewport()->width()) - used - 50;
+    mfgMessge->SetColWidth(3, qMax(rest, 3000));
+}
+
+void frmHirarchy::resizeEvent(QResizeEvent *event)
+{
+    ChildWindow::resizeEvent(event);
+    FitLog();
+}
+
+void frmHirarchy::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && IsRunning()) {
+        StopRun();
+    } else if (event->key() == Qt::Key_F5) {
+        if (ResultOwner *owner = CallerSQLForm()) {
+            owner->ActivateOwner(); // its buttons are locked as long as this window is the active one
+            owner->RunSQL();
+        }
+    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && ts->Selected() != 3) {
+        const FlexGrid *grid = ts->Selected() == 2 ? mfgMessge : mfg;
+        ShowCellText(grid->Text());
+    } else if (event->matches(QKeySequence::Copy)) {
+        mnuCopy();
+    } else {
+        ChildWindow::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+}
+
+void frmHirarchy::Unload()
+{
+    m_clock.stop();
+    disconnect(&m_recordset, nullptr, this, nullptr);
+    m_recordset.Cancel();
+}

@@ -1,0 +1,165 @@
+// The commands on a result: statistics, marking, sorting, copying, searching, clearing the log.
+
+#include "controls/Attempt.h"
+#include "controls/Dialogs.h"
+#include "controls/FlexGrid.h"
+#include "controls/TabStrip.h"
+#include "data/Pump.h"
+#include "data/frmFind.h"
+#include "lang/Text.h"
+#include "views/GridCells.h"
+#include "views/frmHirarchy.h"
+#include <QApplication>
+#include <QClipboard>
+#include <QPlainTextEdit>
+#include <QPointer>
+
+namespace {
+
+grid::Block SelectedBlock(const FlexGrid *table)
+{
+    return grid::Block::Of({table->Row(), table->Col()}, {table->RowSel(), table->ColSel()});
+}
+
+} // namespace
+
+FlexGrid *frmHirarchy::StatisticsGrid() const
+{
+    return m_statsTag == QLatin1String("M") ? mfgMessge : mfg;
+}
+
+void frmHirarchy::mnuSum_Click()
+{
+    const FlexGrid *table = StatisticsGrid();
+    Breather breather(tr("Adding up ..."));
+    if (const auto sum = grid::Sum(GridCells(table), SelectedBlock(table), [&] { return breather.Breathe(); }))
+        ShowCellText(QStringLiteral("Sum = ") + lang::CStr(sum->sum));
+}
+
+void frmHirarchy::mnuAvg_Click()
+{
+    const FlexGrid *table = StatisticsGrid();
+    Breather breather(tr("Adding up ..."));
+    const auto sum = grid::Sum(GridCells(table), SelectedBlock(table), [&] { return breather.Breathe(); });
+    if (sum && sum->count > 0) // no number: there is nothing to say
+        ShowCellText(QStringLiteral("Average = ") + lang::CStr(sum->sum / double(sum->count)));
+}
+
+void frmHirarchy::mnuMax_Click()
+{
+    MarkBest(true);
+}
+
+void frmHirarchy::mnuMin_Click()
+{
+    MarkBest(false);
+}
+
+void frmHirarchy::MarkBest(bool largest)
+{
+    FlexGrid *table = StatisticsGrid();
+    const grid::Block block = SelectedBlock(table);
+    ClearMark(table);
+    Breather breather(tr("Searching ..."));
+    const auto keepOn = [&] { return breather.Breathe(); };
+    const GridCells cells(table);
+    const auto best = largest ? grid::Largest(cells, block, keepOn) : grid::Smallest(cells, block, keepOn);
+    if (best && best->row != 0 && best->column != 0)
+        Mark(table, best->row, best->column);
+}
+
+void frmHirarchy::ClearMark(FlexGrid *table)
+{
+    Attempt([&] { table->SetCellBackColor(table->BackColor()); });
+    Attempt([&] { table->SetCellForeColor(table->ForeColor()); });
+}
+
+void frmHirarchy::Mark(FlexGrid *table, qint64 row, int column)
+{
+    Attempt([&] { table->SetRow(row); });
+    Attempt([&] { table->SetCol(column); });
+    Attempt([&] { table->SetTopRow(row); });
+    Attempt([&] { table->SetLeftCol(column); });
+    Attempt([&] { table->SetCellBackColor(QColor(255, 255, 0)); });
+    Attempt([&] { table->SetCellForeColor(QColor(0, 0, 0)); }); // the grid's own text would not be read on yellow
+}
+
+void frmHirarchy::SortByHeading(FlexGrid *table, const QPoint &position)
+{
+    if (table->MouseRow(position) != 0 || table->Rows() < 1)
+        return;
+    Attempt([&] {
+        table->SetCol(table->ColSel());
+        table->SetRow(0);
+        if (table->Rows() <= 1)
+            return;
+        Breather breather(tr("Sorting ..."));
+        breather.Breathe();
+        const bool numeric = lang::IsNumeric(table->TextMatrix(1, table->Col()));
+        table->SetSort(numeric ? (m_sortUp ? flexSortNumericAscending : flexSortNumericDescending)
+                               : (m_sortUp ? flexSortGenericAscending : flexSortGenericDescending));
+        m_sortUp = !m_sortUp;
+    });
+}
+
+void frmHirarchy::mnuCopy()
+{
+    QString text;
+    if (ts->Selected() == 3) {
+        text = txtData->textCursor().selectedText();
+        text = text.isEmpty() ? txtData->toPlainText() : text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+        text.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+    } else {
+        const FlexGrid *table = ts->Selected() == 2 ? mfgMessge : mfg;
+        Breather breather(tr("Copying ... (Esc stops)"));
+        const auto block = grid::CopyText(GridCells(table), SelectedBlock(table), [&] { return breather.Breathe(); });
+        if (!block)
+            return; // stopped: the clipboard keeps what it had
+        text = *block;
+    }
+    QApplication::clipboard()->setText(text);
+}
+
+void frmHirarchy::mnuClearLog()
+{
+    mfgMessge->Clear();
+    mfgMessge->SetRows(2);
+    mfgMessge->SetRowHeight(1, -1);
+    mfgMessge->SetFormatString(QStringLiteral("    | Type          |Time Stamp                     |Value"));
+    FitLog();
+}
+
+void frmHirarchy::mnuFind()
+{
+    const QPointer<frmHirarchy> alive(this);
+    ts->Select(1);
+    ClearMark(mfg);
+    grid::SearchFor what;
+    const auto ask = [&] {
+        frmFind find(this);
+        find.ShowModal();
+        what = {find.Criteria, find.ExactMatch, find.CaseSensitive};
+        return alive && !find.Cancelled;
+    };
+    if (!ask())
+        return;
+    grid::Cell from{1, 0};
+    while (alive) {
+        std::optional<grid::Cell> hit;
+        // A malformed pattern ends the command without a word, as running past the last row does.
+        const bool searched = Attempt([&] {
+            Breather breather(tr("Searching ... (Esc stops)"));
+            hit = grid::Find(GridCells(mfg), what, from, [&] { return breather.Breathe(); });
+        });
+        if (!searched || !hit)
+            return;
+        Mark(mfg, hit->row, hit->column);
+        const bool goOn = ask();
+        if (!alive)
+            return;
+        ClearMark(mfg);
+        if (!goOn)
+            return;
+        from = grid::Next(GridCells(mfg), *hit);
+    }
+}
