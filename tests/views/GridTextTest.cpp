@@ -46,7 +46,7 @@ TEST(GridText, CsvQuotesTextAsItStandsAndTakesCommasOutOfNumbers)
 
 TEST(GridText, CsvOfAnEmptyResultHasItsHeadingAndTheLastEmptyLine)
 {
-    const Table table({{"", "a"}});
+    const Table table(QList<QStringList>{{"", "a"}});
     EXPECT_EQ(Lines([&](auto &sink) { grid::WriteCsv(table, sink); }), QStringList({"\"a\",", ""}));
 }
 
@@ -128,7 +128,7 @@ TEST(GridText, TheFirstOfEqualBestCellsWins)
     const grid::Block block = grid::Block::Of({1, 1}, {2, 2});
     EXPECT_EQ(grid::Largest(table, block), (grid::Cell{1, 2}));
     EXPECT_EQ(grid::Smallest(table, block), (grid::Cell{1, 1}));
-    const Table words({{"", "a"}, {"", "x"}});
+    const Table words(QList<QStringList>{{"", "a"}, {"", "x"}});
     EXPECT_FALSE(grid::Largest(words, grid::Block::Of({1, 1}, {1, 1})));
     EXPECT_FALSE(grid::Smallest(words, grid::Block::Of({1, 1}, {1, 1})));
     EXPECT_FALSE(grid::Largest(table, block, [] { return false; }));

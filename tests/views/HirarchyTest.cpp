@@ -1,0 +1,359 @@
+// The result window for real: a SQLite file behind it, keys and mouse in front of it.
+#include "ado/Connection.h"
+#include "controls/FlexGrid.h"
+#include "controls/StatusBar.h"
+#include "controls/TabStrip.h"
+#include "data/modMain.h"
+#include "samples/Sample.h"
+#include "tests/support/DialogDouble.h"
+#include "tests/support/ShellDouble.h"
+#include "views/ResultOwner.h"
+#include "views/drReport.h"
+#include "views/frmHirarchy.h"
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Counts to n on the server, which takes long enough to watch.
+QString Counting(qint64 n)
+{
+    return QStringLiteral("with recursive c(i) as (select 1 union all select i+1 from c where i<%1) select i from c")
+        .arg(n);
+}
+
+struct Owner : QWidget, ResultOwner
+{
+    int activated = 0, runs = 0;
+    void ActivateOwner() override { ++activated; }
+    bool RunSQL() override { return ++runs > 0; }
+    QWidget *OwnerWidget() override { return this; }
+};
+
+struct Hirarchy : testing::Test
+{
+    QTemporaryDir folder;
+    ShellDouble shell;
+    DialogDouble dialogs;
+    ADODB::ConnectionPtr connection;
+    frmHirarchy window;
+
+    void SetUp() override
+    {
+        connection = ADODB::Connection::Create();
+        connection->Open(QStringLiteral("Driver=SQLite;Database=") + folder.filePath(QStringLiteral("t.sqlite")));
+        connection->Execute(QStringLiteral("create table t(id integer, name text, amount double)"));
+        connection->Execute(QStringLiteral("insert into t values (1,'Anna, \"A\"',1.5),(2,null,-3),(3,'Björn',1.5)"));
+        gConn = connection;
+        window.KillOnError = false;
+    }
+    void TearDown() override { gConn.reset(); }
+
+    bool Run(const QString &sql, const QString &title = QStringLiteral("SQL Result: c"))
+    {
+        window.ShowRec(sql, connection, title);
+        return QTest::qWaitFor([&] { return !window.IsRunning() && window.Caption() == title; }, 20000);
+    }
+    QStringList Log() const
+    {
+        QStringList lines;
+        for (qint64 row = 1; row < window.mfgMessge->Rows(); ++row)
+            lines << window.mfgMessge->TextMatrix(row, 3);
+        return lines;
+    }
+    QByteArray Bytes(const QString &name) const
+    {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    }
+};
+
+TEST_F(Hirarchy, ARunShowsItsRowsItsLogAndItsPanels)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select *\r\nfrom t")));
+    EXPECT_EQ(window.mfg->Rows(), 4);
+    EXPECT_EQ(window.mfg->Cols(), 4);
+    EXPECT_EQ(window.mfg->TextMatrix(0, 2), "name");
+    EXPECT_EQ(window.mfg->TextMatrix(1, 2), "Anna, \"A\"");
+    EXPECT_EQ(window.mfg->TextMatrix(2, 2), "");
+    EXPECT_EQ(window.SB->PanelText(1), "select * from t");
+    EXPECT_EQ(window.SB->PanelText(3), "Record Count= 3");
+    EXPECT_TRUE(window.SB->PanelText(4).startsWith("QueryTime= 00:00:0")) << window.SB->PanelText(4).toStdString();
+    EXPECT_EQ(window.ts->Selected(), 1);
+    EXPECT_FALSE(window.mfg->isHidden());
+    EXPECT_TRUE(window.mfgMessge->isHidden());
+    EXPECT_TRUE(window.txtData->isHidden());
+    EXPECT_TRUE(window.cmdStop->isHidden());
+    const QStringList log = Log();
+    EXPECT_TRUE(log.contains("Executing SQL ..."));
+    EXPECT_TRUE(log.contains("Loading Results..."));
+    EXPECT_TRUE(log.contains("Record Count= 3"));
+}
+
+TEST_F(Hirarchy, AnEmptyResultCountsNoRecords)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select * from t where 1=0")));
+    EXPECT_EQ(window.SB->PanelText(3), "Record Count= 0");
+    EXPECT_EQ(window.mfg->TextMatrix(0, 1), "id");
+}
+
+TEST_F(Hirarchy, AFailureIsToldInTheServersWordsAndTheWindowStays)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select * from nowhere")));
+    ASSERT_FALSE(Log().isEmpty());
+    EXPECT_TRUE(Log().last().startsWith("Error: ")) << Log().last().toStdString();
+    EXPECT_TRUE(Log().last().contains("no such table: nowhere"));
+    EXPECT_EQ(window.ts->Selected(), 2);
+    ASSERT_TRUE(Run(QStringLiteral("select 1"))); // the connection is usable
+    EXPECT_EQ(window.mfg->TextMatrix(1, 1), "1");
+}
+
+TEST_F(Hirarchy, WithKillOnErrorAFailureClosesTheWindow)
+{
+    auto *doomed = new frmHirarchy;
+    doomed->setAttribute(Qt::WA_DeleteOnClose);
+    Owner owner;
+    doomed->SetCallerSQLForm(&owner);
+    doomed->ShowRec(QStringLiteral("select * from nowhere"), connection, QStringLiteral("x"));
+    const QPointer<frmHirarchy> watched(doomed);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return watched.isNull() || !watched->isVisible(); }, 10000));
+    EXPECT_EQ(owner.activated, 1);
+    delete watched.data();
+}
+
+TEST_F(Hirarchy, TheFocusGoesBackToTheAnalyzerAndF5RunsItAgain)
+{
+    Owner owner;
+    window.SetCallerSQLForm(&owner);
+    ASSERT_TRUE(Run(QStringLiteral("select 1")));
+    EXPECT_EQ(owner.activated, 1);
+    QTest::keyClick(window.mfg, Qt::Key_F5);
+    EXPECT_EQ(owner.runs, 1);
+    EXPECT_EQ(owner.activated, 2);
+}
+
+TEST_F(Hirarchy, AnAnalyzerThatHasGoneIsNotCalled)
+{
+    {
+        Owner owner;
+        window.SetCallerSQLForm(&owner);
+    }
+    EXPECT_EQ(window.CallerSQLForm(), nullptr);
+    ASSERT_TRUE(Run(QStringLiteral("select 1")));
+    QTest::keyClick(window.mfg, Qt::Key_F5);
+}
+
+TEST_F(Hirarchy, StopCancelsTheStatementAndEscapeToo)
+{
+    for (const bool byKey : {false, true}) {
+        window.ShowRec(Counting(2000000000), connection, QStringLiteral("long"));
+        ASSERT_TRUE(
+            QTest::qWaitFor([&] { return window.cmdStop->isVisible() && !window.lblRunning->text().isEmpty(); }));
+        QTest::qWait(300);
+        EXPECT_TRUE(window.IsRunning());
+        QElapsedTimer clock;
+        clock.start();
+        if (byKey)
+            QTest::keyClick(window.mfgMessge, Qt::Key_Escape);
+        else
+            QTest::mouseClick(window.cmdStop, Qt::LeftButton);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !window.IsRunning() && window.Caption() == "long"; }, 5000));
+        EXPECT_LT(clock.elapsed(), 2000);
+        EXPECT_TRUE(Log().last().startsWith("Error: "));
+        EXPECT_TRUE(window.cmdStop->isHidden());
+        ASSERT_TRUE(Run(QStringLiteral("select 7")));
+        EXPECT_EQ(window.mfg->TextMatrix(1, 1), "7");
+    }
+}
+
+TEST_F(Hirarchy, ClosingCancelsAndNothingArrivesLate)
+{
+    window.ShowRec(Counting(2000000000), connection, QStringLiteral("long"));
+    QTest::qWait(100);
+    window.close();
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_EQ(connection->Execute(QStringLiteral("select 5"))->CellText(0, 0), "5");
+    EXPECT_LT(clock.elapsed(), 3000);
+    QTest::qWait(50);
+    EXPECT_EQ(window.Caption(), "Loading Results...");
+}
+
+TEST_F(Hirarchy, TheLogKeepsTypeTimeAndLines)
+{
+    window.AppendMessage(QStringLiteral("a\tb\r\nc"), QStringLiteral("Log"), true);
+    const qint64 row = window.mfgMessge->Rows() - 1;
+    EXPECT_EQ(window.mfgMessge->TextMatrix(row, 1), "Log");
+    EXPECT_EQ(window.mfgMessge->TextMatrix(row, 2).size(), 19);
+    EXPECT_EQ(window.mfgMessge->TextMatrix(row, 3), "a    b\r\nc");
+    EXPECT_EQ(window.mfgMessge->RowHeight(row), 480);
+    EXPECT_EQ(window.mfgMessge->Row(), row);
+    EXPECT_EQ(window.ts->Selected(), 2);
+    window.mnuClearLog();
+    EXPECT_EQ(window.mfgMessge->Rows(), 2);
+    EXPECT_EQ(window.mfgMessge->TextMatrix(0, 3), "Value");
+    EXPECT_EQ(window.mfgMessge->TextMatrix(1, 3), "");
+}
+
+TEST_F(Hirarchy, StatisticsOverTheSelectedBlock)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select id, amount from t")));
+    window.mfg->Select(1, 1, 3, 2);
+    window.mnuSum_Click();
+    EXPECT_EQ(window.txtData->toPlainText(), "Sum = 6");
+    EXPECT_EQ(window.ts->Selected(), 3);
+    window.mnuAvg_Click();
+    EXPECT_EQ(window.txtData->toPlainText(), "Average = 1");
+    window.mfg->Select(3, 2, 1, 2); // the same block, drawn from below
+    window.mnuMax_Click();
+    EXPECT_EQ(window.mfg->Row(), 1); // the first of the equal ones
+    EXPECT_EQ(window.mfg->Col(), 2);
+    EXPECT_EQ(window.mfg->CellBackColor(), QColor(255, 255, 0));
+    window.mfg->Select(1, 1, 3, 2);
+    window.mnuMin_Click();
+    EXPECT_EQ(window.mfg->Row(), 2);
+    EXPECT_EQ(window.mfg->Col(), 2);
+}
+
+TEST_F(Hirarchy, ABlockWithoutNumbersSumsToNothing)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select name from t")));
+    window.mfg->Select(1, 1, 3, 1);
+    window.mnuSum_Click();
+    EXPECT_EQ(window.txtData->toPlainText(), "Sum = 0");
+    window.txtData->setPlainText(QStringLiteral("before"));
+    window.mnuAvg_Click();
+    EXPECT_EQ(window.txtData->toPlainText(), "before");
+    window.mnuMax_Click();
+    EXPECT_NE(window.mfg->CellBackColor(), QColor(255, 255, 0));
+}
+
+TEST_F(Hirarchy, TheHeadingSortsAndTheFirstClickSortsDown)
+{
+    window.resize(700, 400);
+    window.show();
+    ASSERT_TRUE(Run(QStringLiteral("select id, name from t")));
+    const auto click = [&](int column) {
+        window.mfg->Select(1, column, 1, column);
+        const QRect heading = window.mfg->CellRect(0, column);
+        ASSERT_FALSE(heading.isEmpty());
+        QTest::mouseClick(window.mfg->viewport(), Qt::LeftButton, {}, heading.center());
+    };
+    click(1);
+    EXPECT_EQ(window.mfg->TextMatrix(1, 1), "3");
+    click(1);
+    EXPECT_EQ(window.mfg->TextMatrix(1, 1), "1");
+    EXPECT_EQ(window.mfg->TextMatrix(3, 1), "3");
+}
+
+TEST_F(Hirarchy, ADoubleClickShowsTheCellInFull)
+{
+    window.resize(700, 400);
+    window.show();
+    ASSERT_TRUE(Run(QStringLiteral("select 'one' || char(10) || 'two' as x")));
+    QTest::mouseClick(window.mfg->viewport(), Qt::LeftButton, {}, window.mfg->CellRect(1, 1).center());
+    QTest::mouseDClick(window.mfg->viewport(), Qt::LeftButton, {}, window.mfg->CellRect(1, 1).center());
+    EXPECT_EQ(window.ts->Selected(), 3);
+    EXPECT_EQ(window.txtData->toPlainText(), "one\ntwo");
+    emit window.SB->PanelClick(1);
+    EXPECT_TRUE(window.txtData->toPlainText().startsWith("select 'one'"));
+}
+
+TEST_F(Hirarchy, CopyFollowsTheTab)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select id, name from t")));
+    window.mfg->Select(1, 2, 1, 2);
+    window.mnuCopy();
+    EXPECT_EQ(QApplication::clipboard()->text(), "Anna, \"A\"");
+    window.mfg->Select(1, 1, 2, 2);
+    window.mnuCopy();
+    EXPECT_EQ(QApplication::clipboard()->text(), "\"1\",\"Anna, \"\"A\"\"\"\r\n\"2\",\"\"\r\n");
+    window.txtData->setPlainText(QStringLiteral("x\ny"));
+    window.ts->Select(3);
+    window.mnuCopy();
+    EXPECT_EQ(QApplication::clipboard()->text(), "x\r\ny");
+}
+
+TEST_F(Hirarchy, CsvAndHtmlByteForByte)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select * from t")));
+    dialogs.Files << folder.filePath("a.csv") << folder.filePath("a.htm") << folder.filePath("a.html");
+    window.mnuSave();
+    EXPECT_EQ(dialogs.FileDialogs.last().Title, "Save CSV File");
+    EXPECT_EQ(Bytes("a.csv"), "\"id\",\"name\",\"amount\",\r\n1,\"Anna, \"A\"\",1.5,\r\n2,\"\",-3,\r\n"
+                              "3,\"Bj\xC3\xB6rn\",1.5,\r\n\r\n");
+    window.mnuSave();
+    const QByteArray html = Bytes("a.htm");
+    EXPECT_TRUE(html.startsWith(" <html>\r\n <head>\r\n     <title>Brindlewick</title>\r\n </head>\r\nSQL Result: c\r\n"
+                                "<BR>SQL:<BR>select * from t<BR>\r\n <Table width=100% Bgcolor=White BorderWidth=1>\r\n"
+                                "\t<TR>\r\n\t\t<TD bgcolor=gray>\r\n\t\t\tid\r\n\t\t</TD>\r\n"))
+        << html.toStdString();
+    EXPECT_FALSE(html.contains("amount"));
+    EXPECT_TRUE(html.endsWith("\t</TR>\r\n </Table>\r\n </html>\r\n"));
+    window.mnuSave();
+    EXPECT_EQ(Bytes("a.html"), Bytes("a.csv"));
+}
+
+TEST_F(Hirarchy, SavingAsksBeforeItOverwritesAndSaysWhyItCannot)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select 1 as a")));
+    QFile old(folder.filePath("old.csv"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("keep");
+    old.close();
+    dialogs.Files << old.fileName();
+    dialogs.Answers << mbNo;
+    window.mnuSave();
+    EXPECT_EQ(Bytes("old.csv"), "keep");
+    EXPECT_EQ(dialogs.LastTitle(), "Save");
+    EXPECT_EQ(dialogs.LastText(), "This file name already exists. Are you sure you want to overwrite this file?");
+    EXPECT_FALSE(window.SaveFile(QStringLiteral("/nowhere/at/all.csv")));
+    EXPECT_TRUE(dialogs.LastText().contains("/nowhere/at/all.csv"));
+    EXPECT_EQ(dialogs.Boxes.last().Icon, mbExclamation);
+}
+
+TEST_F(Hirarchy, AReportSavesAsPdf)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select * from t")));
+    const ADODB::RecordsetPtr rows = connection->Execute(Counting(500));
+    drReport report(rows, {{0, 1200, "i"}, {1200, 900, "absent"}}, QStringLiteral("SQL: counting"));
+    EXPECT_GT(report.Pages(), 5);
+    ASSERT_TRUE(report.SavePdf(folder.filePath("r.pdf")));
+    EXPECT_TRUE(Bytes("r.pdf").startsWith("%PDF"));
+    EXPECT_FALSE(report.SavePdf(QStringLiteral("/nowhere/at/all.pdf")));
+    EXPECT_TRUE(dialogs.LastText().contains("cannot be written"));
+}
+
+TEST_F(Hirarchy, PrintingRunsTheStatementAgainAndShowsTheReport)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select * from t")));
+    QString pages;
+    QTimer::singleShot(400, [&] {
+        if (auto *report = qobject_cast<drReport *>(QApplication::activeModalWidget())) {
+            pages = report->lblPages->text();
+            QTest::keyClick(report, Qt::Key_Escape);
+        }
+    });
+    window.mnuPrint();
+    EXPECT_EQ(pages, "1 page");
+}
+
+TEST_F(Hirarchy, ASchemaRowsetIsMountedAndAnEmptyOneShowsNothing)
+{
+    window.SetDataSourceRec(connection->Execute(QStringLiteral("select * from t")));
+    EXPECT_EQ(window.mfg->Rows(), 4);
+    EXPECT_EQ(window.mfg->TextMatrix(0, 1), "id");
+    frmHirarchy other;
+    other.SetDataSourceRec(connection->Execute(QStringLiteral("select * from t where 1=0")));
+    EXPECT_EQ(other.mfg->DataSource(), nullptr);
+}
+
+} // namespace
