@@ -1,29 +1,11 @@
-#include "lang/Text.h"
-
-#include <vector>
+#include "lang/Like.h"
 
 namespace lang {
 
 namespace {
 
-enum class Kind
-{
-    Literal,
-    AnyRun,
-    AnyOne,
-    Digit,
-    List
-};
-
-// One element of a pattern. A list is kept as the bounds of its characters in the pattern.
-struct Element
-{
-    Kind kind;
-    QChar literal = {};
-    qsizetype from = 0;
-    qsizetype to = 0;
-    bool negated = false;
-};
+using Element = LikePattern::Element;
+using Kind = LikePattern::Kind;
 
 // Reads the list that opens at `open`; gives the position behind its "]".
 qsizetype ReadList(const QString &pattern, qsizetype open, std::vector<Element> &elements)
@@ -84,7 +66,7 @@ bool InList(const QString &pattern, const Element &list, QChar c)
     return false;
 }
 
-bool Matches(const QString &pattern, const Element &element, QChar c)
+bool MatchesOne(const QString &pattern, const Element &element, QChar c)
 {
     switch (element.kind) {
     case Kind::Literal:
@@ -103,10 +85,11 @@ bool Matches(const QString &pattern, const Element &element, QChar c)
 
 } // namespace
 
-bool Like(const QString &text, const QString &pattern)
+LikePattern::LikePattern(const QString &pattern) : m_pattern(pattern), m_elements(Parse(pattern)) {}
+
+bool LikePattern::Matches(QStringView text) const
 {
-    const std::vector<Element> elements = Parse(pattern);
-    const size_t count = elements.size();
+    const size_t count = m_elements.size();
     // Only the last "*" ever has to take more: what lies before it is matched for good. So the work is bounded by the
     // product of both lengths, and is linear for the patterns that people type.
     size_t element = 0;
@@ -114,12 +97,12 @@ bool Like(const QString &text, const QString &pattern)
     qsizetype runEnd = 0;
     qsizetype i = 0;
     while (i < text.size()) {
-        if (element < count && elements[element].kind == Kind::AnyRun) {
+        if (element < count && m_elements[element].kind == Kind::AnyRun) {
             behindRun = ++element;
             runEnd = i;
             if (element == count)
                 return true;
-        } else if (element < count && Matches(pattern, elements[element], text.at(i))) {
+        } else if (element < count && MatchesOne(m_pattern, m_elements[element], text.at(i))) {
             ++element;
             ++i;
         } else if (behindRun != 0) {
@@ -129,9 +112,14 @@ bool Like(const QString &text, const QString &pattern)
             return false;
         }
     }
-    while (element < count && elements[element].kind == Kind::AnyRun)
+    while (element < count && m_elements[element].kind == Kind::AnyRun)
         ++element;
     return element == count;
+}
+
+bool Like(const QString &text, const QString &pattern)
+{
+    return LikePattern(pattern).Matches(text);
 }
 
 } // namespace lang

@@ -11,7 +11,11 @@
 
 namespace lang {
 
-enum class Compare { Binary, Text };
+enum class Compare
+{
+    Binary,
+    Text
+};
 
 // Removes blanks (U+0020 only, neither TAB nor line ends) from both ends, the left end, the right end.
 QString Trim(const QString &text);
@@ -40,7 +44,9 @@ QString LCase(const QString &text);
 
 // Wildcard match: * any run, ? one character, # one digit, [list], [!list], ranges. The whole text must match.
 // A "[" that is never closed makes the pattern malformed: Like then throws BadPattern.
-struct BadPattern {};
+struct BadPattern
+{
+};
 bool Like(const QString &text, const QString &pattern);
 
 // The number that leads the text, 0 when there is none. Blanks are skipped, "." is the decimal point, E and D are
@@ -61,7 +67,8 @@ QString Str(double number);
 double Round(double number, int digits = 0);
 qint64 CLng(double number);
 
-// ISO date and time: "yyyy-MM-dd hh:mm:ss". A midnight shows as the date alone, a time without a date as the time alone.
+// ISO date and time: "yyyy-MM-dd hh:mm:ss". A midnight shows as the date alone, a time without a date as the time
+// alone.
 QString CDate(const QDateTime &moment);
 
 // The next number of the program's one random sequence: 0 or more, below 1, the same sequence in every run.

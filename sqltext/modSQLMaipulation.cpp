@@ -1,0 +1,105 @@
+#include "sqltext/modSQLMaipulation.h"
+
+#include "lang/Text.h"
+#include "sqltext/Statements.h"
+
+#include <algorithm>
+
+using lang::InStr;
+
+namespace {
+
+const QString CrLf = QStringLiteral("\r\n");
+
+bool IsBlank(const QString &text)
+{
+    return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c == u' '; });
+}
+
+// Behind a quote, an opening bracket or another sign below the full stop a clause word stays on its line; blank, comma,
+// closing bracket and line ends are the exceptions.
+bool KeepsTheLine(QChar c)
+{
+    static const QString set = QStringLiteral(" ,)\r\n");
+    return !set.contains(c) && c < QChar(46);
+}
+
+// `blanksBeginALine`: a result of nothing but blanks is the start of a line already and gets no line break.
+QString Break(const QString &text, const QString &token, bool blanksBeginALine)
+{
+    QString result;
+    bool onlyBlanks = true;
+    for (const QString &piece : lang::Split(text, token, lang::Compare::Text)) {
+        if (!result.isEmpty()) {
+            if (!KeepsTheLine(result.back()) && !(blanksBeginALine && onlyBlanks))
+                result += CrLf;
+            result += token;
+            onlyBlanks = false;
+        }
+        result += piece;
+        onlyBlanks = onlyBlanks && IsBlank(piece);
+    }
+    return result;
+}
+
+QString FormatOne(const QString &statement)
+{
+    static constexpr const char16_t *Tokens[] = {u"--",       u"SELECT ",    u"UPDATE ",  u"DELETE ",   u" SET ",
+                                                 u" VALUES ", u" FIELDS ",   u" FROM ",   u" WHERE ",   u" AND ",
+                                                 u" OR ",     u" GROUP BY ", u" HAVING ", u" ORDER BY "};
+    QString text = u' ' + lang::Replace(statement, QStringLiteral("\r"), {});
+    text = u' ' + lang::Replace(text, QStringLiteral("\n"), {});
+    for (const char16_t *token : Tokens)
+        text = Break(text, QString::fromUtf16(token), true);
+    return text;
+}
+
+} // namespace
+
+QString QuoteName(const QString &name)
+{
+    if (InStr(name, QStringLiteral("[")) > 0 || InStr(name, QStringLiteral(" ")) == 0)
+        return name;
+    if (InStr(name, QStringLiteral("SELECT"), lang::Compare::Text) > 0)
+        return u'(' + name + u')';
+    return u'[' + name + u']';
+}
+
+QString BreakToken(const QString &text, const QString &token)
+{
+    return Break(text, token, false);
+}
+
+QString BreakOnToken(const QString &text, const QString &token)
+{
+    return lang::Mid(BreakToken(u' ' + text, token), 2);
+}
+
+QString FormatStatement(const QString &sql)
+{
+    QString out;
+    for (const QString &statement : SplitStatements(sql)) {
+        if (!out.isEmpty())
+            out += CrLf + CrLf;
+        out += FormatOne(statement);
+    }
+    return out;
+}
+
+QString CreateTableStatement(const QString &table, const std::vector<FieldShape> &fields)
+{
+    QString s = QStringLiteral("CREATE TABLE ") + table + QStringLiteral(" (") + CrLf;
+    for (const FieldShape &field : fields) {
+        const bool quoted = InStr(field.name, QStringLiteral(" ")) > 0;
+        s += u'\t' + (quoted ? u'[' + field.name + u']' : field.name) + u' ' + GetTypeName(field.type, false);
+        if (IsSizedType(field.type)) {
+            if (HasPrecisionType(field.type))
+                s += u'(' + lang::CStr(qint64(field.precision)) + u',' + lang::CStr(qint64(field.numericScale)) + u')';
+            else
+                s += u'(' + lang::CStr(field.definedSize) + u')';
+        }
+        s += u',' + CrLf;
+    }
+    s.chop(3); // the last comma and line end; without fields the bracket goes with the line end
+    return s + u')';
+}
