@@ -64,8 +64,8 @@ void EditorText::Reset(const QString &text)
     m_lines.resize(size_t(text.count(lineEnd)) + 1);
 }
 
-int EditorText::Replace(qsizetype position, qsizetype removed, const QString &added, int line, int column,
-                        EditorStyle style)
+void EditorText::Replace(qsizetype position, qsizetype removed, const QString &added, int line, int column,
+                         EditorStyle style)
 {
     const QStringView gone = QStringView(m_text).mid(position, removed);
     const int goneLines = int(gone.count(lineEnd));
@@ -105,7 +105,6 @@ int EditorText::Replace(qsizetype position, qsizetype removed, const QString &ad
         std::copy(added.cbegin(), added.cend(), m_text.begin() + position);
     else
         m_text.remove(position, removed).insert(position, added);
-    return line + newLines;
 }
 
 void EditorText::SetLine(int line, Runs runs)

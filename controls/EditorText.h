@@ -44,8 +44,8 @@ public:
     void Reset(const QString &text);
 
     // `removed` characters at `position` give way to `added`, which gets one style. `line` and `column` say where
-    // `position` is. Gives the last line that the edit touched.
-    int Replace(qsizetype position, qsizetype removed, const QString &added, int line, int column, EditorStyle style);
+    // `position` is.
+    void Replace(qsizetype position, qsizetype removed, const QString &added, int line, int column, EditorStyle style);
 
     void SetLine(int line, Runs runs);
     void SetPart(int line, int column, int length, const Runs &runs); // the rest of the line keeps its runs

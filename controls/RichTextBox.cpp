@@ -238,8 +238,13 @@ void RichTextBox::OnContentsChange(int position, int removed, int added)
     qsizetype tail = 0;
     while (tail < shorter - same && gone[gone.size() - 1 - tail] == now[now.size() - 1 - tail])
         ++tail;
-    if (gone.size() == same && now.size() == same)
+    // Blocks of the reported stretch may be new ones, without formats, even where the text is what it was.
+    const int firstShown = line;
+    const int lastShown = document()->findBlock(position + added).blockNumber();
+    if (gone.size() == same && now.size() == same) {
+        ShowLines(firstShown, lastShown);
         return;
+    }
     const qsizetype goneSize = gone.size() - same - tail;
     const QStringView skipped = QStringView(now).left(same);
     const qsizetype skippedLines = skipped.count(u'\r');
@@ -259,9 +264,9 @@ void RichTextBox::OnContentsChange(int position, int removed, int added)
         if (column > 0)
             style = m_content.StyleAt(line, column - 1);
     }
-    const int last = m_content.Replace(start, goneSize, now, line, column, style);
+    m_content.Replace(start, goneSize, now, line, column, style);
     m_pending = true;
-    ShowLines(line, last);
+    ShowLines(firstShown, lastShown);
 }
 
 // The way out when the document reports something that does not add up: read it whole, styles are lost.

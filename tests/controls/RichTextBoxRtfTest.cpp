@@ -163,7 +163,7 @@ TEST(RichTextBoxRtf, FormatsSurviveADeletionOverSeveralLines)
     RichTextBox box;
     box.SetTextRTF(Rtf(QStringLiteral("\\cf1 one\\cf0  a\r\n\\par \\cf2 two\\cf0 \r\n\\par \\cf1 three\\cf0  b")));
     box.SetSelStart(2);
-    box.SetSelLength(13);
+    box.SetSelLength(11);
     box.SetSelText(QString());
     EXPECT_EQ(box.Text(), QStringLiteral("onhree b"));
     EXPECT_EQ(Shown(box, 0), "0-6 #0000ff");
