@@ -10,7 +10,8 @@
 
 namespace ADODB {
 
-// `schema` is one of SchemaEnum; restrictions count from 0 as the rowset's restriction columns do, a null QString is none.
+// `schema` is one of SchemaEnum; restrictions count from 0 as the rowset's restriction columns do, a null QString is
+// none.
 RecordsetPtr OpenSchemaRowset(Session &session, int schema, const QStringList &restrictions);
 
 } // namespace ADODB

@@ -1,0 +1,171 @@
+#include "ado/odbc/Link.h"
+
+namespace ADODB::Odbc {
+
+namespace {
+
+constexpr int kLoginSeconds = 30;
+
+struct FamilyRow
+{
+    const char *Product; // a part of the product's name
+    DatabaseFamily Family;
+    ReRead Again;
+    bool LooseTypes, DatesAsText, ManyResults, ParameterArrays, FetchIsLocal;
+};
+
+// SQLite's driver counts SQLSetPos rows from the wrong place, and MariaDB's ignores the row: both scroll. SQLite's
+// driver is slower with parameter arrays than without.
+constexpr FamilyRow kFamilies[] = {
+    {"SQLite", DatabaseFamily::SQLite, ReRead::Scroll, true, true, false, false, true},
+    {"PostgreSQL", DatabaseFamily::PostgreSQL, ReRead::SetPos, false, false, true, true, false},
+    {"MariaDB", DatabaseFamily::MySQL, ReRead::Scroll, false, true, true, true, true},
+    {"MySQL", DatabaseFamily::MySQL, ReRead::Scroll, false, true, true, false, true},
+    {"SQL Server", DatabaseFamily::SQLServer, ReRead::Columns, false, false, true, false, false},
+    {"Oracle", DatabaseFamily::Oracle, ReRead::Columns, false, false, false, false, false},
+};
+
+SQLPOINTER Number(SQLULEN number)
+{
+    return reinterpret_cast<SQLPOINTER>(number);
+}
+
+// What drivers report once the server is gone, beside the standard's class 08.
+bool MeansLost(const Error &error, DatabaseFamily family)
+{
+    if (error.SQLState.startsWith(u"08") || error.SQLState.startsWith(u"57P"))
+        return true;
+    return family == DatabaseFamily::MySQL && (error.NativeError == 2006 || error.NativeError == 2013);
+}
+
+} // namespace
+
+Link::Link(const QByteArray &connectionString)
+{
+    m_environment = Handle(SQL_HANDLE_ENV, nullptr, 0);
+    ODBC_CALL(SQLSetEnvAttr, m_environment, SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), 0);
+    m_connection = Handle(SQL_HANDLE_DBC, m_environment.Get(), SQL_HANDLE_ENV);
+    ODBC_TRY(SQLSetConnectAttr, m_connection.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(kLoginSeconds), 0);
+    QByteArray text = connectionString;
+    SQLSMALLINT length = 0;
+    ODBC_CALL(SQLDriverConnect, m_connection, nullptr, reinterpret_cast<SQLCHAR *>(text.data()),
+              SQLSMALLINT(text.size()), nullptr, SQLSMALLINT(0), &length, SQLUSMALLINT(SQL_DRIVER_NOPROMPT));
+    m_connected = true;
+    ReadTraits();
+}
+
+Link::~Link()
+{
+    Close();
+}
+
+void Link::Close() noexcept
+{
+    const std::lock_guard lock(m_cancelLock);
+    m_running = nullptr;
+    if (m_connected) {
+        m_connected = false;
+        ODBC_TRY(SQLDisconnect, m_connection.Get());
+    }
+    m_connection.Free();
+    m_environment.Free();
+}
+
+QString Link::Info(SQLUSMALLINT what) const
+{
+    char text[512] = {};
+    SQLSMALLINT length = 0;
+    const SQLRETURN result = ODBC_TRY(SQLGetInfo, m_connection.Get(), what, static_cast<SQLPOINTER>(text),
+                                      SQLSMALLINT(sizeof text - 1), &length);
+    return SQL_SUCCEEDED(result) ? FromDriver(text, qsizetype(qstrlen(text))) : QString();
+}
+
+void Link::ReadTraits()
+{
+    m_traits.ProductName = Info(SQL_DBMS_NAME);
+    m_traits.ProductVersion = Info(SQL_DBMS_VER);
+    m_traits.IdentifierQuote = Info(SQL_IDENTIFIER_QUOTE_CHAR);
+    if (m_traits.IdentifierQuote == u" ") // the standard's way to say that there is none
+        m_traits.IdentifierQuote.clear();
+    m_traits.DatabaseName = Info(SQL_DATABASE_NAME);
+    m_traits.ManyResults = Info(SQL_MULT_RESULT_SETS) == u"Y";
+    SQLUINTEGER again = 0;
+    SQLSMALLINT length = 0;
+    ODBC_TRY(SQLGetInfo, m_connection.Get(), SQL_GETDATA_EXTENSIONS, static_cast<SQLPOINTER>(&again),
+             SQLSMALLINT(sizeof again), &length);
+    if ((again & SQL_GD_BLOCK) && (again & SQL_GD_BOUND) && (again & SQL_GD_ANY_COLUMN))
+        m_traits.Again = ReRead::SetPos;
+    for (const FamilyRow &row : kFamilies) {
+        if (!m_traits.ProductName.contains(QLatin1String(row.Product), Qt::CaseInsensitive))
+            continue;
+        m_traits.Family = row.Family;
+        m_traits.Again = row.Again;
+        m_traits.LooseTypes = row.LooseTypes;
+        m_traits.DatesAsText = row.DatesAsText;
+        m_traits.ManyResults = row.ManyResults;
+        m_traits.ParameterArrays = row.ParameterArrays;
+        m_traits.FetchIsLocal = row.FetchIsLocal;
+        return;
+    }
+}
+
+Handle Link::NewStatement()
+{
+    if (!m_connection)
+        throw Error(adErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
+    return Handle(SQL_HANDLE_STMT, m_connection.Get(), SQL_HANDLE_DBC);
+}
+
+bool Link::IsAlive() const
+{
+    if (m_dead || !m_connection)
+        return false;
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    SQLINTEGER length = 0;
+    const SQLRETURN result = ODBC_TRY(SQLGetConnectAttr, m_connection.Get(), SQL_ATTR_CONNECTION_DEAD,
+                                      static_cast<SQLPOINTER>(&dead), SQLINTEGER(sizeof dead), &length);
+    return !SQL_SUCCEEDED(result) || dead == SQL_CD_FALSE;
+}
+
+Error Link::Judge(Error error)
+{
+    if (MeansLost(error, m_traits.Family)) {
+        m_dead = true;
+        return error;
+    }
+    if (!m_cancelled)
+        return error;
+    m_cancelled = false;
+    return Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."), error.SQLState,
+                 error.NativeError);
+}
+
+void Link::Cancel() noexcept
+{
+    const std::lock_guard lock(m_cancelLock);
+    m_cancelled = true;
+    if (m_running)
+        ODBC_TRY(SQLCancel, m_running);
+}
+
+void Link::RaiseIfCancelled() const
+{
+    if (m_cancelled)
+        throw Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."));
+}
+
+Link::Running::Running(Link &link, const Handle &statement, bool isFetch) : m_link(link)
+{
+    if (isFetch && m_link.m_traits.FetchIsLocal)
+        return;
+    const std::lock_guard lock(m_link.m_cancelLock);
+    m_link.m_running = statement.Get();
+}
+
+Link::Running::~Running()
+{
+    const std::lock_guard lock(m_link.m_cancelLock);
+    m_link.m_running = nullptr;
+}
+
+} // namespace ADODB::Odbc

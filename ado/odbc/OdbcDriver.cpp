@@ -1,0 +1,108 @@
+#include "ado/odbc/OdbcDriver.h"
+#include "ado/odbc/OdbcSession.h"
+#include "ado/odbc/OdbcString.h"
+#include <QFileInfo>
+#include <algorithm>
+
+namespace ADODB {
+
+namespace {
+
+using Odbc::Handle;
+
+// Walks one of the driver manager's lists; both functions have the same shape.
+template <class Function> QStringList Listed(const char *name, Function function)
+{
+    QStringList found;
+    try {
+        const Handle environment(SQL_HANDLE_ENV, nullptr, 0);
+        Odbc::Checked("SQLSetEnvAttr", environment, ::SQLSetEnvAttr, SQL_ATTR_ODBC_VERSION,
+                      reinterpret_cast<SQLPOINTER>(SQLULEN(SQL_OV_ODBC3)), 0);
+        SQLUSMALLINT direction = SQL_FETCH_FIRST;
+        for (;; direction = SQL_FETCH_NEXT) {
+            SQLCHAR text[512] = {}, rest[2048] = {};
+            SQLSMALLINT textLength = 0, restLength = 0;
+            const SQLRETURN result =
+                Odbc::Traced(name, function, environment.Get(), direction, text, SQLSMALLINT(sizeof text - 1),
+                             &textLength, rest, SQLSMALLINT(sizeof rest - 1), &restLength);
+            if (!SQL_SUCCEEDED(result))
+                break;
+            const char *words = reinterpret_cast<const char *>(text);
+            found += Odbc::FromDriver(words, qsizetype(qstrlen(words)));
+        }
+    } catch (const Error &) {
+        // No driver manager, no names.
+    }
+    std::sort(found.begin(), found.end(),
+              [](const QString &left, const QString &right) { return left.compare(right, Qt::CaseInsensitive) < 0; });
+    found.removeDuplicates();
+    return found;
+}
+
+Error NotInstalled(const QString &driver, const QString &words = {})
+{
+    QString text = QStringLiteral("The driver \"%1\" is not installed.").arg(driver);
+    if (!words.isEmpty())
+        text += QStringLiteral("\r\n") + words;
+    return Error(adErrProviderNotFound, text, QStringLiteral("IM002"));
+}
+
+void RaiseIfNotInstalled(const QString &driver)
+{
+    if (driver.isEmpty())
+        return;
+    const bool isPath = driver.startsWith(u'/');
+    if (isPath ? !QFileInfo::exists(driver) : !OdbcDrivers().contains(driver, Qt::CaseInsensitive))
+        throw NotInstalled(driver);
+}
+
+class TheOdbcDriver : public Driver
+{
+public:
+    std::unique_ptr<Session> Connect(const QString &connectionString, const QString &user,
+                                     const QString &password) override
+    {
+        Odbc::SetUpTrace();
+        QString text = connectionString;
+        const QString driver = Odbc::Attribute(text, QStringLiteral("Driver"));
+        RaiseIfNotInstalled(driver);
+        if (!user.isEmpty())
+            text = Odbc::WithAttribute(text, QStringLiteral("UID"), user);
+        if (!password.isEmpty())
+            text = Odbc::WithAttribute(text, QStringLiteral("PWD"), password);
+        // This driver speaks the machine's old character set unless it is told otherwise.
+        const bool isTds = driver.contains(QLatin1String("FreeTDS"), Qt::CaseInsensitive) ||
+                           driver.contains(QLatin1String("libtdsodbc"), Qt::CaseInsensitive);
+        if (isTds && !Odbc::HasAttribute(text, QStringLiteral("ClientCharset")))
+            text = Odbc::WithAttribute(text, QStringLiteral("ClientCharset"), QStringLiteral("UTF-8"));
+        try {
+            return std::make_unique<Odbc::OdbcSession>(text.toUtf8());
+        } catch (const Error &error) {
+            // The driver manager knows the name, but its file is gone.
+            if (error.Description.contains(QLatin1String("Can't open lib")))
+                throw NotInstalled(driver.isEmpty() ? Odbc::Attribute(text, QStringLiteral("DSN")) : driver,
+                                   error.Description);
+            throw;
+        }
+    }
+};
+
+} // namespace
+
+Driver &OdbcDriver()
+{
+    static TheOdbcDriver driver;
+    return driver;
+}
+
+QStringList OdbcDataSources()
+{
+    return Listed("SQLDataSources", ::SQLDataSources);
+}
+
+QStringList OdbcDrivers()
+{
+    return Listed("SQLDrivers", ::SQLDrivers);
+}
+
+} // namespace ADODB

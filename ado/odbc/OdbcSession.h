@@ -1,0 +1,46 @@
+#pragma once
+// A session over one ODBC connection. See Session for the contract; Catalogue and ExecuteBatch have sources of their
+// own.
+
+#include "ado/odbc/Link.h"
+
+namespace ADODB::Odbc {
+
+class OdbcSession : public Session
+{
+public:
+    explicit OdbcSession(const QByteArray &connectionString);
+    ~OdbcSession() override;
+
+    ExecuteResult Execute(const QString &sql) override;
+    qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
+                        const std::function<void(qint64 row, const Error &)> &failed) override;
+
+    void Begin() override;
+    void Commit() override;
+    void Rollback() override;
+
+    std::unique_ptr<ResultSet> Catalogue(SchemaEnum schema, const QStringList &restrictions) override;
+
+    DatabaseFamily Family() const override { return m_link->Of().Family; }
+    QString ProductName() const override { return m_link->Of().ProductName; }
+    QString ProductVersion() const override { return m_link->Of().ProductVersion; }
+    QString IdentifierQuote() const override { return m_link->Of().IdentifierQuote; }
+    QString DatabaseName() const override;
+
+    void Cancel() noexcept override { m_link->Cancel(); }
+    bool IsAlive() const override { return m_link->IsAlive(); }
+
+private:
+    void Run(const Handle &statement, const QByteArray &sql);
+    ExecuteResult LastResult(Handle statement);
+    void RaiseIfNotTakenBack();
+    bool Protected(const std::function<bool()> &block);
+    void SetAutocommit(bool on);
+    void End(SQLSMALLINT how);
+
+    std::shared_ptr<Link> m_link;
+    bool m_inTransaction = false;
+};
+
+} // namespace ADODB::Odbc

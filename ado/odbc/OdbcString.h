@@ -1,0 +1,16 @@
+#pragma once
+// Reads and changes single attributes of an ODBC connection string, leaving the rest as it was written.
+//
+// Attributes are parted by ";"; a value may stand in braces, and then "}}" means one "}". Keywords compare without
+// regard to case, and the first of a keyword counts.
+
+#include <QString>
+
+namespace ADODB::Odbc {
+
+QString Attribute(const QString &connectionString, const QString &keyword); // without braces; "" where there is none
+bool HasAttribute(const QString &connectionString, const QString &keyword);
+// Replaces every attribute of that keyword (or appends one); the value is written in braces when it needs them.
+QString WithAttribute(const QString &connectionString, const QString &keyword, const QString &value);
+
+} // namespace ADODB::Odbc
