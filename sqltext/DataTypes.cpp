@@ -45,7 +45,7 @@ const clsDataType *TypeOf(int number)
 
 } // namespace
 
-const std::span<const clsDataType> gDataTypes(Types);
+constinit const std::span<const clsDataType> gDataTypes(Types);
 
 bool IsSizedType(int number)
 {

@@ -1,0 +1,110 @@
+#include "sqltext/FindText.h"
+
+#include "sqltext/FindPattern.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int Passes = 2; // further passes without a hit
+
+class TextSearch
+{
+public:
+    TextSearch(const QString &text, qsizetype selStart, qsizetype selLength, const FindAsk &ask)
+        : m_text(text), m_saved(selStart), m_ask(ask)
+    {
+        m_result.selStart = selStart;
+        m_result.selLength = selLength;
+    }
+
+    FindResult Run()
+    {
+        if (Ask(true)) {
+            try {
+                while (!Search()) {
+                }
+            } catch (const lang::BadPattern &) {
+                // No message: the search just ends where it is.
+            }
+        }
+        m_result.text = m_text.Text();
+        return m_result;
+    }
+
+private:
+    // Shows the dialog. False when it was cancelled.
+    bool Ask(bool first)
+    {
+        FindHit hit{first, m_result.selStart, m_result.selLength, m_result.edit};
+        m_answer = m_ask(hit);
+        m_result.edit.reset();
+        if (!m_answer.cancelled)
+            m_pattern.emplace(m_answer.criteria, m_answer.exactMatch, m_answer.caseSensitive);
+        return !m_answer.cancelled;
+    }
+
+    void ReplaceSelection()
+    {
+        const qsizetype length =
+            std::min(m_result.selLength, std::max<qsizetype>(0, m_text.Size() - m_result.selStart));
+        m_result.edit = FindEdit{m_result.selStart, length, m_answer.replaceWith};
+        m_text.Replace(m_result.selStart, length, m_answer.replaceWith);
+        m_result.selStart += m_answer.replaceWith.size();
+        m_result.selLength = 0;
+    }
+
+    // One search from its start on. False: it has to begin again, since all hits are to be replaced from now on.
+    bool Search()
+    {
+        const bool all = m_answer.doReplaceAll;
+        if (all) {
+            m_result.selStart = 0;
+            m_result.selLength = 0;
+        }
+        // The length stays that of the start of the search, also when replacements change the text.
+        const qsizetype textLength = m_text.Size();
+        for (int pass = 0; pass <= Passes;) {
+            for (qsizetype p = m_result.selStart; p <= textLength - m_pattern->Length(); ++p) {
+                if (!m_pattern->Hits(m_text, p, textLength))
+                    continue;
+                m_result.hits += p;
+                m_result.selStart = std::min(p, m_text.Size());
+                m_result.selLength = std::min(m_pattern->Length(), m_text.Size() - m_result.selStart);
+                if (all) {
+                    ReplaceSelection();
+                    m_result.replacedAll = true;
+                    continue;
+                }
+                if (!Ask(false))
+                    return true;
+                if (m_answer.doReplace)
+                    ReplaceSelection();
+                if (m_answer.doReplaceAll)
+                    return false;
+                pass = 0;
+            }
+            ++pass;
+            if (all)
+                return true;
+        }
+        m_result.message = true;
+        m_result.selStart = m_saved;
+        m_result.selLength = 0;
+        return true;
+    }
+
+    GapText m_text;
+    qsizetype m_saved;
+    const FindAsk &m_ask;
+    FindAnswer m_answer;
+    std::optional<FindPattern> m_pattern;
+    FindResult m_result;
+};
+
+} // namespace
+
+FindResult FindInText(const QString &text, qsizetype selStart, qsizetype selLength, const FindAsk &ask)
+{
+    return TextSearch(text, std::clamp<qsizetype>(selStart, 0, text.size()), selLength, ask).Run();
+}

@@ -1,0 +1,96 @@
+#include "sqltext/TextToCode.h"
+
+#include "lang/Text.h"
+#include "sqltext/clsColorTable.h"
+
+#include <vector>
+
+namespace {
+
+// A stretch of code in one colour, named by its key in the colour table.
+struct Stretch
+{
+    const char16_t *color;
+    QString text;
+};
+
+constexpr const char16_t *QuoteColor = u"C";
+constexpr const char16_t *TextColor = u"DQ";
+constexpr const char16_t *PrefixColor = u"KW";
+
+std::vector<Stretch> Compose(const QString &text, const QString &quote, const QString &prefix, const QString &postfix)
+{
+    const QString blank = QStringLiteral(" ");
+    const QString crLf = QStringLiteral("\r\n");
+    const bool defaults = quote == CodeQuote && prefix == CodePrefix && postfix == CodePostfix;
+    QStringList lines;
+    for (const QString &line : lang::Split(lang::Trim(text), crLf)) {
+        if (!lang::Trim(line).isEmpty())
+            lines += line;
+    }
+    std::vector<Stretch> code{{QuoteColor, quote + blank}};
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        // Meant for the dangling continuation, this takes the same signs out of the text itself as well.
+        code.push_back({TextColor, lang::Replace(lines.at(i), QStringLiteral(" _\""), {}) + blank});
+        code.push_back({QuoteColor, quote + postfix + crLf});
+        code.push_back({PrefixColor, prefix + blank});
+        code.push_back({QuoteColor, quote + blank});
+    }
+    if (defaults && !lines.isEmpty()) {
+        code.resize(code.size() - 2);
+        code.back().text.chop(postfix.size() + crLf.size());
+    } else {
+        code.back().text.chop(1);
+    }
+    return code;
+}
+
+QString Switch(const char16_t *color)
+{
+    const clsColorTable::Cell cell = gColorTable.Item(QString::fromUtf16(color));
+    return cell ? cell->Code : QString();
+}
+
+QString Escaped(const QString &text)
+{
+    QString result = lang::Replace(text, QStringLiteral("\\"), QStringLiteral("\\\\"));
+    result = lang::Replace(result, QStringLiteral("{"), QStringLiteral("\\{"));
+    result = lang::Replace(result, QStringLiteral("}"), QStringLiteral("\\}"));
+    return lang::Replace(result, QStringLiteral("\r\n"), QStringLiteral("\\par"));
+}
+
+QString Document(const QString &body)
+{
+    return QStringLiteral("{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fnil\\fcharset0 Courier New;}}") +
+           gColorTableString + QStringLiteral("\\viewkind4\\uc1\\pard\\lang1033\\f0\\fs17") + body +
+           QStringLiteral(" } ");
+}
+
+} // namespace
+
+QString TextToPlainCode(const QString &text, const QString &quote, const QString &prefix, const QString &postfix)
+{
+    QString result;
+    for (const Stretch &stretch : Compose(text, quote, prefix, postfix))
+        result += stretch.text;
+    return result;
+}
+
+QString TextToCode(const QString &text, const QString &quote, const QString &prefix, const QString &postfix)
+{
+    QString body;
+    for (const Stretch &stretch : Compose(text, quote, prefix, postfix))
+        body += Switch(stretch.color) + Escaped(stretch.text);
+    return Document(body);
+}
+
+QString MaskToCode(const QString &mask, const QStringList &fields)
+{
+    QString body;
+    for (const QString &field : fields) {
+        body += QStringLiteral("\\cf1") +
+                lang::Replace(mask, QStringLiteral("@"), QStringLiteral("\\cf3") + field + QStringLiteral("\\cf1")) +
+                QStringLiteral("\\par");
+    }
+    return Document(body);
+}

@@ -1,0 +1,213 @@
+#include "sqltext/FindText.h"
+
+#include "tests/support/ExpectCases.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+
+namespace {
+
+QString S(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+QJsonArray Numbers(const auto &list)
+{
+    QJsonArray result;
+    for (const auto &number : list)
+        result.append(number);
+    return result;
+}
+
+QJsonObject Shown(const FindResult &result)
+{
+    return {{QStringLiteral("hits"), Numbers(result.hits)},
+            {QStringLiteral("message"), result.message},
+            {QStringLiteral("text"), result.text},
+            {QStringLiteral("selStart"), result.selStart},
+            {QStringLiteral("selLength"), result.selLength}};
+}
+
+FindAnswer Answer(const QJsonObject &args)
+{
+    const QString button = args[u"button"].toString();
+    return {button == u"cancel",    args[u"criteria"].toString(),    args[u"exact"].toBool(),
+            args[u"case"].toBool(), args[u"replaceWith"].toString(), button == u"replace",
+            button == u"replaceall"};
+}
+
+FindAnswer Next(const char *criteria)
+{
+    return {false, S(criteria), false, false, {}, false, false};
+}
+
+FindResult Script(const QString &text, qsizetype selStart, const QList<FindAnswer> &answers)
+{
+    qsizetype asked = 0;
+    return FindInText(text, selStart, 0, [&](const FindHit &) { return answers.value(asked++); });
+}
+
+} // namespace
+
+TEST(Find, Cases)
+{
+    ExpectCases("find_hits", [](const QJsonObject &args) -> QJsonValue {
+        int asked = 0;
+        return Shown(FindInText(args[u"text"].toString(), args[u"selStart"].toInteger(), 0, [&](const FindHit &) {
+            FindAnswer answer = Answer(args);
+            answer.cancelled = asked++ >= args[u"maxHits"].toInt();
+            return answer;
+        }));
+    });
+    ExpectCases("replace_all", [](const QJsonObject &args) -> QJsonValue {
+        return Shown(FindInText(args[u"text"].toString(), args[u"selStart"].toInteger(), 0, [&](const FindHit &) {
+            FindAnswer answer = Answer(args);
+            answer.doReplaceAll = true;
+            return answer;
+        }));
+    });
+    ExpectCases("find_script", [](const QJsonObject &args) -> QJsonValue {
+        QList<FindAnswer> answers;
+        for (const QJsonValue &answer : args[u"answers"].toArray())
+            answers += Answer(answer.toObject());
+        return Shown(Script(args[u"text"].toString(), args[u"selStart"].toInteger(), answers));
+    });
+    ExpectCases("tree_find", [](const QJsonObject &args) -> QJsonValue {
+        QStringList nodes;
+        for (const QJsonValue &node : args[u"nodes"].toArray())
+            nodes += node.toString();
+        int asked = 0;
+        const TreeFindResult result = FindInTree(nodes, args[u"selected"].toInt(), [&](int) {
+            FindAnswer answer = Answer(args);
+            answer.cancelled = asked++ >= args[u"maxHits"].toInt();
+            return answer;
+        });
+        return QJsonObject{{QStringLiteral("hits"), Numbers(result.hits)}, {QStringLiteral("message"), result.message}};
+    });
+    const auto entries = [](const QJsonObject &args) {
+        QStringList list;
+        for (const QJsonValue &entry : args[u"entries"].toArray())
+            list += entry.toString();
+        return list;
+    };
+    ExpectCases("combo_push", [&](const QJsonObject &args) -> QJsonValue {
+        return QJsonArray::fromStringList(PushEntry(entries(args), args[u"text"].toString()));
+    });
+    ExpectCases("saved_list_keys", [&](const QJsonObject &args) -> QJsonValue {
+        QJsonArray keys;
+        for (const auto &[key, entry] : SavedListKeys(entries(args), args[u"suffix"].toString()))
+            keys.append(QJsonArray{key, entry});
+        return keys;
+    });
+}
+
+TEST(Find, WildcardsMatchWithinTheLengthOfTheCriteria)
+{
+    EXPECT_EQ(Script(S("xa1b"), 0, {Next("a#"), {}}).hits, QList<qsizetype>({1}));
+    EXPECT_EQ(Script(S("xabc"), 0, {Next("[b-c]"), {}}).message, true); // five characters do not fit the pattern of one
+    EXPECT_EQ(Script(S("ab*"), 0, {Next("[*]"), {}}).message, true);
+    EXPECT_EQ(Script(S("abcd"), 1, {Next("b?"), {}}).hits, QList<qsizetype>({1}));
+}
+
+TEST(Find, MalformedPatternEndsSilently)
+{
+    const FindResult result = Script(S("a[b"), 1, {Next("[b")});
+    EXPECT_FALSE(result.message);
+    EXPECT_TRUE(result.hits.isEmpty());
+    EXPECT_EQ(result.selStart, 1);
+    // No place to try it at: the pattern is never read, so nothing was found.
+    EXPECT_TRUE(Script(S("a"), 0, {Next("[bcd")}).message);
+    EXPECT_FALSE(FindInTree({S("a")}, 1, [](int) { return Next("["); }).message);
+}
+
+TEST(Find, EmptyCriteriaHitsEveryPlace)
+{
+    const FindResult found = Script(S("ab"), 0, {Next(""), Next(""), Next(""), {}});
+    EXPECT_EQ(found.hits, QList<qsizetype>({0, 1, 2}));
+    FindAnswer all = Next("");
+    all.doReplaceAll = true;
+    all.replaceWith = S("xy");
+    EXPECT_EQ(Script(S("ab"), 2, {all}).text, S("xxxyyyab"));
+}
+
+TEST(Find, ExactMatchLooksTwoPlacesBack)
+{
+    FindAnswer exact = Next("b");
+    exact.exactMatch = true;
+    EXPECT_EQ(Script(S("xb"), 0, {exact, {}}).hits, QList<qsizetype>({1})); // no left test at place 1
+    EXPECT_EQ(Script(S(" xb"), 0, {exact, {}}).hits, QList<qsizetype>({2}));
+    EXPECT_TRUE(Script(S("x b"), 0, {exact, {}}).message);
+    EXPECT_TRUE(Script(S("bx"), 0, {exact, {}}).message);
+}
+
+TEST(Find, QuestionCarriesTheReplacementSinceTheLastOne)
+{
+    FindAnswer replace = Next("a");
+    replace.doReplace = true;
+    replace.replaceWith = S("X");
+    QList<FindHit> asked;
+    const QList<FindAnswer> answers{Next("a"), replace, {}};
+    const FindResult result = FindInText(S("a-a"), 0, 0, [&](const FindHit &hit) {
+        asked += hit;
+        return answers.value(asked.size() - 1);
+    });
+    ASSERT_EQ(asked.size(), 3);
+    EXPECT_TRUE(asked[0].first);
+    EXPECT_FALSE(asked[1].edit);
+    ASSERT_TRUE(asked[2].edit);
+    EXPECT_EQ(asked[2].edit->start, 0);
+    EXPECT_EQ(asked[2].edit->length, 1);
+    EXPECT_EQ(result.text, S("X-a"));
+    EXPECT_FALSE(result.replacedAll);
+}
+
+TEST(Find, LengthOfTheTextIsTakenOnce)
+{
+    FindAnswer replace = Next("a");
+    replace.doReplace = true;
+    replace.replaceWith = S("XYZ");
+    // The replacement pushed the second hit behind the old end of the text.
+    const FindResult result = Script(S("a-a"), 0, {Next("a"), replace, Next("a")});
+    EXPECT_EQ(result.hits, QList<qsizetype>({0}));
+    EXPECT_TRUE(result.message);
+    EXPECT_EQ(result.text, S("XYZ-a"));
+    ASSERT_TRUE(result.edit); // no question came behind it
+    EXPECT_EQ(result.edit->with, S("XYZ"));
+}
+
+TEST(Find, ReplaceAllStartsAtTheTop)
+{
+    FindAnswer all = Next("a");
+    all.doReplaceAll = true;
+    all.replaceWith = S("-");
+    EXPECT_EQ(Script(S("abab"), 3, {all}).text, S("-b-b"));
+    // "Replace" in the first dialog finds only.
+    FindAnswer first = Next("a");
+    first.doReplace = true;
+    EXPECT_EQ(Script(S("abab"), 0, {first, {}}).text, S("abab"));
+}
+
+TEST(Find, ReplaceAllIsLinear)
+{
+    constexpr int count = 200000;
+    QString text;
+    for (int i = 0; i < count; ++i)
+        text += S("select ");
+    FindAnswer all = Next("select");
+    all.doReplaceAll = true;
+    all.replaceWith = S("x");
+    QElapsedTimer timer;
+    timer.start();
+    const FindResult result = Script(text, 0, {all});
+    EXPECT_EQ(result.hits.size(), count);
+    EXPECT_EQ(result.text.size(), 2 * count);
+    EXPECT_LT(timer.elapsed(), 10000); // moving the text at each hit would take minutes
+}
+
+TEST(FindTree, NeedsASelectedNode)
+{
+    const TreeFindResult result = FindInTree({S("a")}, 0, [](int) { return Next("a"); });
+    EXPECT_FALSE(result.message);
+    EXPECT_TRUE(result.hits.isEmpty());
+}
