@@ -33,6 +33,7 @@ public:
 
 private:
     friend class ExplorerBarBar;
+    friend class ExplorerBarItems;
     friend class ExplorerBar;
     ExplorerBarBar *m_bar = nullptr;
     QString m_key, m_text, m_tag, m_toolTip;

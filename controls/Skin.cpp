@@ -33,9 +33,9 @@ QColor SkinColour(SkinRole role)
     return SkinColour(roleColours[size_t(role)]);
 }
 
-const std::array<SkinPair, 8> &SkinPairs()
+const std::array<SkinPair, 12> &SkinPairs()
 {
-    static const std::array<SkinPair, 8> pairs = {{
+    static const std::array<SkinPair, 12> pairs = {{
         {"form", SkinRole::FormText, SkinRole::Form},
         {"list", SkinRole::ListText, SkinRole::List},
         {"editor", SkinRole::EditorText, SkinRole::Editor},
@@ -43,7 +43,11 @@ const std::array<SkinPair, 8> &SkinPairs()
         {"button", SkinRole::ButtonText, SkinRole::Button},
         {"selection", SkinRole::SelectionText, SkinRole::Selection},
         {"bar header", SkinRole::BarHeaderText, SkinRole::BarHeader},
-        {"null cell", SkinRole::ListText, SkinRole::NullGround},
+        {"menu, bar entry above", SkinRole::BarItemText, SkinRole::BarTop},
+        {"bar entry below", SkinRole::BarItemText, SkinRole::BarBottom},
+        {"bar entry under the pointer", SkinRole::BarHoverText, SkinRole::BarHover},
+        {"menu bar, toolbars, status bar", SkinRole::FixedText, SkinRole::Form},
+        {"second rows", SkinRole::ListText, SkinRole::NullGround},
     }};
     return pairs;
 }

@@ -72,7 +72,7 @@ struct SkinPair
     const char *Where;
     SkinRole Text, Ground;
 };
-const std::array<SkinPair, 8> &SkinPairs();
+const std::array<SkinPair, 12> &SkinPairs();
 double Contrast(const QColor &text, const QColor &ground); // 1 to 21, as the accessibility guidelines count it
 
 // Sets the colour table of the editor. The first action of the program after the test for another instance.
