@@ -67,7 +67,8 @@ public:
     DatabaseFamily Family() const;
 
     // One turn on the connection. Taken where it is constructed (so order is kept from the interface thread), served by
-    // Begin, given up by the destructor.
+    // Begin, given up by the destructor. A turn that begins while its own thread waits for an earlier one (an event that
+    // the wait handler lets through) goes before that one, since the earlier one cannot go on until the event has ended.
     class Turn
     {
     public:
@@ -75,14 +76,16 @@ public:
         ~Turn();
         Turn(const Turn &) = delete;
         Turn &operator=(const Turn &) = delete;
-        void Begin();               // waits until it is served
-        Session &Driver();          // only after Begin; raises adErrObjectClosed when the connection is not open
+        void Begin();      // waits until it is served; adErrOperationCancelled when Cancel came first
+        Session &Driver(); // only after Begin; raises adErrObjectClosed when the connection is not open
+        // Any thread: ends the waiting, or cancels what this very turn runs on the server, never another's statement.
+        // A statement that has not reached the server yet is missed, so callers repeat it until the turn has ended.
+        void Cancel() noexcept;
 
     private:
         ConnectionPtr m_connection;
         QString m_sql;
         quint64 m_number = 0;
-        bool m_begun = false;
     };
 
     bool IsBusy() const;          // somebody's turn is served now
@@ -90,6 +93,7 @@ public:
 
 private:
     Connection();
+    template <class Work> void Transact(const QString &words, const Work &work);
     struct Body;
     std::unique_ptr<Body> m;
     friend class Turn;

@@ -115,8 +115,10 @@ public:
 
 private:
     Recordset();
+    void BelongTo(const QString &source, const std::weak_ptr<Connection> &connection);
     struct Body;
     std::unique_ptr<Body> m;
+    friend class Connection;
     friend class Field;
     friend class Fields;
 };

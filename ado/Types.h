@@ -98,6 +98,7 @@ enum ErrorValue : int {
     adErrNoCurrentRecord = 3021,       // "Either BOF or EOF is True, or the current record has been deleted. ..."
     adErrDataConversion = 3421,        // "Application uses a value of the wrong type for the current operation."
     adErrRowConflict = static_cast<int>(0x80040E38), // "Row cannot be located for updating. ..."
+    adErrObjectInCollection = 3367,    // "Object is already in collection. Cannot append."
     adErrItemNotFound = 3265,          // "Item cannot be found in the collection corresponding to the requested name or ordinal."
     adErrInvalidArgument = 3001,       // "Arguments are of the wrong type, ... or are in conflict with one another."
     adErrOperationCancelled = 3712,    // "Operation has been cancelled by the user."

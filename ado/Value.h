@@ -3,7 +3,9 @@
 
 #include "ado/Types.h"
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
+#include <QStringView>
 #include <memory>
 #include <variant>
 
@@ -65,5 +67,22 @@ public:
 private:
     Body m;
 };
+
+// Orders two values: null first, then numbers and booleans by value (decimals exactly), moments, text without regard to
+// case, bytes. Gives a number below, at or above 0.
+int CompareValues(const Value &left, const Value &right);
+int CompareText(QStringView left, QStringView right);           // without regard to case
+int CompareUtf8(QByteArrayView left, QByteArrayView right);     // the same over UTF-8
+int CompareDecimals(QByteArrayView left, QByteArrayView right); // "-12.3400"; by value, any number of digits
+
+// ISO forms, as ToText gives them.
+QString DateText(const Date &date);
+QString TimeText(const Time &time);
+QString TimestampText(const Timestamp &moment); // the date alone at midnight, the time alone without a date
+// Readers of the same forms ("yyyy-MM-dd", "hh:mm:ss[.fraction]", both with a blank or T between); total: false for others.
+bool ReadDate(QByteArrayView text, Date &date);
+bool ReadTime(QByteArrayView text, Time &time);
+bool ReadTimestamp(QByteArrayView text, Timestamp &moment);
+bool IsDecimalText(QByteArrayView text); // sign, digits, one "." at most, nothing else
 
 } // namespace ADODB

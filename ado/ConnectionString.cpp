@@ -1,0 +1,150 @@
+#include "ado/ConnectionString.h"
+
+#include "ado/Error.h"
+#include "ado/Types.h"
+#include "lang/Text.h"
+
+namespace ADODB {
+
+namespace {
+
+bool SameKey(const QString &left, QStringView right)
+{
+    return left.compare(right, Qt::CaseInsensitive) == 0;
+}
+
+// Reads a value that is enclosed: `at` stands on the opening sign. A doubled closing sign is one character of the value.
+QString TakeEnclosed(const QString &text, qsizetype &at, QChar close)
+{
+    QString value;
+    for (++at; at < text.size(); ++at) {
+        if (text[at] == close) {
+            if (at + 1 < text.size() && text[at + 1] == close) {
+                ++at;
+            } else {
+                ++at;
+                return value;
+            }
+        }
+        value += text[at];
+    }
+    return value;
+}
+
+// Words of the provider's own notation and what a driver calls them; an empty name is dropped.
+constexpr struct {
+    QStringView provider;
+    QStringView driver;
+} providerWords[] = {
+    {u"Provider", u""},
+    {u"Persist Security Info", u""},
+    {u"Data Source", u"DSN"},
+    {u"User ID", u"UID"},
+    {u"Password", u"PWD"},
+    {u"Initial Catalog", u"DATABASE"},
+};
+
+} // namespace
+
+std::vector<Attribute> ParseConnectionString(const QString &text)
+{
+    std::vector<Attribute> attributes;
+    qsizetype at = 0;
+    while (at < text.size()) {
+        const qsizetype start = at;
+        while (at < text.size() && text[at] != u'=' && text[at] != u';')
+            ++at;
+        Attribute attribute;
+        attribute.Key = lang::Trim(text.mid(start, at - start));
+        if (at < text.size() && text[at] == u'=') {
+            ++at;
+            while (at < text.size() && text[at] == u' ')
+                ++at;
+            if (at < text.size() && (text[at] == u'{' || text[at] == u'"')) {
+                attribute.Value = TakeEnclosed(text, at, text[at] == u'{' ? u'}' : u'"');
+                while (at < text.size() && text[at] != u';') // what follows the closing sign belongs to nothing
+                    ++at;
+            } else {
+                const qsizetype from = at;
+                while (at < text.size() && text[at] != u';')
+                    ++at;
+                attribute.Value = lang::Trim(text.mid(from, at - from));
+            }
+        }
+        attribute.Raw = text.mid(start, at - start);
+        ++at; // over the ";"
+        if (!attribute.Key.isEmpty() || !attribute.Value.isEmpty())
+            attributes.push_back(std::move(attribute));
+    }
+    return attributes;
+}
+
+bool HasAttribute(const std::vector<Attribute> &attributes, const QString &key)
+{
+    for (const Attribute &attribute : attributes)
+        if (SameKey(attribute.Key, key))
+            return true;
+    return false;
+}
+
+QString AttributeValue(const std::vector<Attribute> &attributes, const QString &key)
+{
+    for (const Attribute &attribute : attributes)
+        if (SameKey(attribute.Key, key))
+            return attribute.Value;
+    return {};
+}
+
+QString BracedValue(const QString &value)
+{
+    bool plain = !value.startsWith(u' ') && !value.endsWith(u' ');
+    for (const QChar c : value)
+        plain = plain && !QStringView(u"[]{}(),;?*=!@\"").contains(c);
+    if (plain)
+        return value;
+    return u'{' + lang::Replace(value, QStringLiteral("}"), QStringLiteral("}}")) + u'}';
+}
+
+QString OdbcString(const QString &connectionString)
+{
+    const std::vector<Attribute> attributes = ParseConnectionString(connectionString);
+    if (!HasAttribute(attributes, QStringLiteral("Provider")) &&
+        !HasAttribute(attributes, QStringLiteral("Extended Properties")))
+        return connectionString;
+    const QString provider = AttributeValue(attributes, QStringLiteral("Provider"));
+    if (!provider.isEmpty() && !SameKey(provider, u"MSDASQL") &&
+        !provider.startsWith(QStringLiteral("MSDASQL."), Qt::CaseInsensitive))
+        throw Error(adErrProviderNotFound, QStringLiteral("Provider %1 is not installed.").arg(provider));
+
+    QStringList parts;
+    for (const Attribute &attribute : attributes) {
+        if (SameKey(attribute.Key, u"Extended Properties")) {
+            if (!attribute.Value.isEmpty())
+                parts += attribute.Value.endsWith(u';') ? attribute.Value.chopped(1) : attribute.Value;
+            continue;
+        }
+        QString part = attribute.Raw;
+        for (const auto &word : providerWords)
+            if (SameKey(attribute.Key, word.provider))
+                part = word.driver.isEmpty() ? QString()
+                                             : word.driver.toString() + u'=' + BracedValue(attribute.Value);
+        if (!part.isEmpty())
+            parts += part;
+    }
+    return parts.join(u';');
+}
+
+QString WithCredentials(const QString &connectionString, const QString &user, const QString &password)
+{
+    if (user.isEmpty() && password.isEmpty())
+        return connectionString;
+    QStringList parts;
+    for (const Attribute &attribute : ParseConnectionString(connectionString))
+        if (!SameKey(attribute.Key, u"UID") && !SameKey(attribute.Key, u"PWD"))
+            parts += attribute.Raw;
+    parts += QStringLiteral("UID=") + BracedValue(user);
+    parts += QStringLiteral("PWD={") + lang::Replace(password, QStringLiteral("}"), QStringLiteral("}}")) + u'}';
+    return parts.join(u';');
+}
+
+} // namespace ADODB

@@ -1,0 +1,82 @@
+// Reading a whole result, block by block, within the limit on memory.
+#include "ado/Connection.h"
+#include "ado/Recordset.h"
+
+#include <atomic>
+#include <unistd.h>
+
+namespace ADODB {
+
+namespace {
+
+qint64 ThreeQuartersOfMemory()
+{
+    const long pages = sysconf(_SC_PHYS_PAGES), size = sysconf(_SC_PAGESIZE);
+    return pages > 0 && size > 0 ? qint64(pages) * size / 4 * 3 : 0;
+}
+
+std::atomic<qint64> &Limit()
+{
+    static std::atomic<qint64> limit = ThreeQuartersOfMemory();
+    return limit;
+}
+
+Error TooLarge(qint64 rows)
+{
+    return Error(adErrOutOfMemory,
+                 QStringLiteral("The result is too large for the memory: it was stopped after %1 rows. Ask for fewer "
+                                "rows or columns.")
+                     .arg(rows),
+                 QStringLiteral("HY001"));
+}
+
+void CheckLimit(const std::vector<ColumnStore> &stores, qint64 rows)
+{
+    const qint64 limit = ResultLimit();
+    qint64 held = 0;
+    for (const ColumnStore &store : stores)
+        held += store.BytesHeld();
+    if (limit > 0 && held > limit)
+        throw TooLarge(rows);
+}
+
+} // namespace
+
+void SetResultLimit(qint64 bytes)
+{
+    Limit() = bytes;
+}
+
+qint64 ResultLimit()
+{
+    return Limit();
+}
+
+RecordsetPtr ReadAll(ResultSet &rows, const std::function<void(qint64)> &progress,
+                     const std::function<bool()> &cancelled)
+{
+    constexpr qint64 block = 1000;
+    qint64 soFar = 0;
+    try {
+        std::vector<ColumnStore> stores;
+        for (const ColumnInfo &column : rows.Columns())
+            stores.emplace_back(column.Type);
+        for (;;) {
+            if (cancelled && cancelled())
+                throw Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."),
+                            QStringLiteral("HY008"));
+            const qint64 fetched = rows.Fetch(stores, block);
+            if (fetched == 0)
+                break;
+            soFar += fetched;
+            CheckLimit(stores, soFar);
+            if (progress)
+                progress(soFar);
+        }
+        return Recordset::FromColumns(rows.Columns(), std::move(stores));
+    } catch (const std::bad_alloc &) {
+        throw TooLarge(soFar);
+    }
+}
+
+} // namespace ADODB

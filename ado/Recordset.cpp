@@ -1,0 +1,229 @@
+// Opening, closing, movement and the filter of a recordset.
+#include "ado/RecordsetBody.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace ADODB {
+
+Recordset::Recordset() : m(std::make_unique<Body>(this)) {}
+Recordset::~Recordset() = default;
+
+RecordsetPtr Recordset::Create()
+{
+    return RecordsetPtr(new Recordset);
+}
+
+RecordsetPtr Recordset::FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores)
+{
+    const qint64 rows = stores.empty() ? 0 : stores.front().Size();
+    if (rows >= std::numeric_limits<std::uint32_t>::max())
+        RaiseOutOfMemory();
+    RecordsetPtr recordset = Create();
+    Body &body = *recordset->m;
+    body.infos = std::move(columns);
+    body.stores = std::move(stores);
+    body.storeRows = rows;
+    body.MakeFields(recordset.get());
+    body.state = adStateOpen;
+    body.position = 0;
+    return recordset;
+}
+
+void Recordset::BelongTo(const QString &source, const std::weak_ptr<Connection> &connection)
+{
+    m->source = source;
+    m->origin = connection;
+}
+
+int Recordset::State() const
+{
+    return m->state;
+}
+
+int Recordset::LockType() const
+{
+    return m->lockType;
+}
+
+QString Recordset::Source() const
+{
+    return m->source;
+}
+
+ConnectionPtr Recordset::ActiveConnection() const
+{
+    return m->connection ? m->connection : m->origin.lock();
+}
+
+void Recordset::Open()
+{
+    if (m->state != adStateClosed)
+        RaiseOpen();
+    if (m->infos.empty())
+        throw Error(adErrInvalidArgument, QStringLiteral("A recordset without a source needs fields."));
+    for (const ColumnInfo &column : m->infos)
+        m->stores.emplace_back(column.Type);
+    m->lockType = adLockOptimistic;
+    m->state = adStateOpen;
+    m->position = 0;
+}
+
+void Recordset::Open(const QString &source, const ConnectionPtr &connection, int, int lockType, int options)
+{
+    constexpr int commandIsTable = 2;
+    if (m->state != adStateClosed)
+        RaiseOpen();
+    if (!connection || connection->State() == adStateClosed)
+        RaiseClosed();
+    const QString sql = options == commandIsTable ? QStringLiteral("SELECT * FROM ") + source : source;
+    const RecordsetPtr result = connection->Execute(sql, nullptr, options);
+    if (result->State() == adStateClosed)
+        return; // a statement without rows leaves the recordset closed
+    Body &body = *m;
+    body.Clear();
+    body.infos = std::move(result->m->infos);
+    body.stores = std::move(result->m->stores);
+    body.storeRows = result->m->storeRows;
+    body.MakeFields(this);
+    body.source = sql;
+    body.origin = connection;
+    body.lockType = lockType;
+    if (lockType != adLockReadOnly)
+        body.connection = connection;
+    body.state = adStateOpen;
+    body.position = 0;
+}
+
+void Recordset::Close()
+{
+    m->NeedOpen();
+    m->Clear();
+}
+
+bool Recordset::Bof() const
+{
+    m->NeedOpen();
+    return !m->currentGone && m->editMode != adEditAdd && (m->position < 0 || m->Count() == 0);
+}
+
+bool Recordset::Eof() const
+{
+    m->NeedOpen();
+    return !m->currentGone && m->editMode != adEditAdd && m->position >= m->Count();
+}
+
+void Recordset::MoveFirst()
+{
+    m->NeedOpen();
+    Update();
+    m->currentGone = false;
+    if (m->Count() == 0) {
+        m->position = 0;
+        RaiseNoCurrent();
+    }
+    m->position = 0;
+}
+
+void Recordset::MoveLast()
+{
+    m->NeedOpen();
+    Update();
+    m->currentGone = false;
+    if (m->Count() == 0) {
+        m->position = 0;
+        RaiseNoCurrent();
+    }
+    m->position = m->Count() - 1;
+}
+
+void Recordset::MoveNext()
+{
+    Move(1);
+}
+
+void Recordset::MovePrevious()
+{
+    Move(-1);
+}
+
+void Recordset::Move(qint64 rows)
+{
+    m->NeedOpen();
+    Update();
+    const qint64 count = m->Count();
+    if (m->currentGone) {
+        // The follower has taken the deleted row's place: one step forward is where we are.
+        m->currentGone = false;
+        if (rows > 0)
+            --rows;
+    } else if ((rows > 0 && m->position >= count) || (rows < 0 && (m->position < 0 || count == 0))) {
+        RaiseNoCurrent();
+    }
+    if (rows >= 0)
+        m->position = rows > count - m->position ? count : m->position + rows;
+    else
+        m->position = rows < -1 - m->position ? -1 : m->position + rows;
+    if (count == 0)
+        m->position = 0;
+}
+
+qint64 Recordset::AbsolutePosition() const
+{
+    m->NeedOpen();
+    if (m->currentGone || m->editMode == adEditAdd || m->Count() == 0)
+        return adPosUnknown;
+    if (m->position < 0)
+        return adPosBOF;
+    return m->position < m->Count() ? m->position + 1 : qint64(adPosEOF);
+}
+
+void Recordset::SetAbsolutePosition(qint64 position)
+{
+    m->NeedOpen();
+    Update();
+    if (position < 1 || position > m->Count())
+        throw Error(adErrInvalidArgument, QStringLiteral("Arguments are of the wrong type, are out of acceptable range, "
+                                                         "or are in conflict with one another."));
+    m->currentGone = false;
+    m->position = position - 1;
+}
+
+qint64 Recordset::RecordCount() const
+{
+    m->NeedOpen();
+    return m->Count();
+}
+
+QString Recordset::Filter() const
+{
+    return m->filterText;
+}
+
+void Recordset::SetFilter(const QString &filter)
+{
+    m->NeedOpen();
+    std::unique_ptr<RowFilter> made;
+    if (!filter.isEmpty())
+        made = std::make_unique<RowFilter>(filter, [this](const QString &name) { return m->ColumnOf(name); });
+    Update();
+    m->filter.swap(made);
+    m->filterText = filter;
+    m->ShowRows();
+    m->currentGone = false;
+    m->position = 0;
+}
+
+void Recordset::Body::ShowRows()
+{
+    std::vector<std::uint32_t> rows;
+    allVisible = !filter && gone.empty();
+    if (!allVisible)
+        for (qint64 row = 0; row < storeRows; ++row)
+            if (!gone.contains(std::uint32_t(row)) && (!filter || filter->Matches(stores, row)))
+                rows.push_back(std::uint32_t(row));
+    rows.shrink_to_fit();
+    order.swap(rows);
+}
+
+} // namespace ADODB

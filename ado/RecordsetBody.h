@@ -1,0 +1,83 @@
+#pragma once
+// What a recordset holds, for the sources of Recordset alone. One thread at a time.
+//
+// Three ways to count rows: a store row is a place in the columns and never moves; a visible row counts what neither the
+// filter nor a deletion hides; `position` is the visible row that is current, -1 before the first, Count() behind the last.
+
+#include "ado/Filter.h"
+#include "ado/Recordset.h"
+#include <map>
+#include <optional>
+#include <unordered_set>
+
+namespace ADODB {
+
+[[noreturn]] void RaiseClosed();
+[[noreturn]] void RaiseOpen();
+[[noreturn]] void RaiseNoCurrent();
+[[noreturn]] void RaiseNotFound();
+[[noreturn]] void RaiseReadOnly();
+[[noreturn]] void RaiseOutOfMemory();
+
+// The value as the column's type has it. Raises adErrDataConversion where it cannot be.
+Value Coerce(const Value &value, const ColumnInfo &column);
+
+struct Recordset::Body {
+    explicit Body(Recordset *owner) : fields(owner) {}
+
+    class Fields fields;
+    std::vector<std::unique_ptr<Field>> items;
+    std::vector<ColumnInfo> infos;
+    std::vector<ColumnStore> stores;
+    int state = adStateClosed;
+    int lockType = adLockReadOnly;
+    QString source;
+    std::weak_ptr<Connection> origin; // of a result that only shows rows
+    ConnectionPtr connection;         // of one that writes back
+
+    qint64 storeRows = 0;
+    std::unordered_set<std::uint32_t> gone; // deleted store rows
+    bool allVisible = true;                 // then `order` is empty: visible rows are the store rows
+    std::vector<std::uint32_t> order;       // the store rows that are visible, in order
+    qint64 position = -1;
+    bool currentGone = false; // the current row was deleted; `position` is that of its follower
+    QString filterText;
+    std::unique_ptr<RowFilter> filter;
+
+    // The edit under way: what was set of the current row, or of the row to be added.
+    int editMode = adEditNone;
+    std::vector<std::optional<Value>> buffer;
+
+    // What a batch has still to send, by store row.
+    struct Pending {
+        enum Kind { Inserted, Modified, Deleted } kind = Modified;
+        std::vector<Value> original; // of all columns; empty for an inserted row
+        std::vector<bool> touched;   // of an inserted row: which columns were set
+    };
+    std::map<std::uint32_t, Pending> pending;
+
+    qint64 Count() const { return allVisible ? storeRows : qint64(order.size()); }
+    qint64 StoreRow(qint64 visible) const { return allVisible ? visible : qint64(order[size_t(visible)]); }
+    bool HasCurrent() const { return !currentGone && position >= 0 && position < Count(); }
+    bool WritesBack() const { return connection != nullptr && lockType != adLockReadOnly; }
+    bool WritesAtOnce() const { return WritesBack() && lockType != adLockBatchOptimistic; }
+
+    void NeedOpen() const;
+    void NeedWritable() const;
+    qint64 NeedCurrent() const; // its store row
+    int ColumnOf(const QString &name) const;
+    void MakeFields(Recordset *owner);
+    void ShowRows(); // works out the visible rows anew
+    void MakeOrder(); // so that single rows can be hidden
+    void Clear();
+
+    Value Current(int column) const;
+    std::vector<Value> RowValues(qint64 storeRow) const;
+    qint64 AppendRow(const std::vector<std::optional<Value>> &values); // its store row
+    void RemoveLastRow();
+    void Keep(qint64 storeRow, Pending::Kind kind); // remembers what the row was before its first change
+    void RevertRow(std::uint32_t storeRow, const Pending &was);
+    void Send(const std::vector<std::uint32_t> &rows); // to the connection; those that fail stay pending
+};
+
+} // namespace ADODB

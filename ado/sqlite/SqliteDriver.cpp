@@ -1,0 +1,34 @@
+#include "ado/sqlite/SqliteDriver.h"
+
+#include "ado/ConnectionString.h"
+#include "ado/sqlite/SqliteSession.h"
+
+namespace ADODB {
+
+namespace {
+
+class BuiltIn : public Driver
+{
+public:
+    std::unique_ptr<Session> Connect(const QString &connectionString, const QString &, const QString &) override
+    {
+        const std::vector<Attribute> attributes = ParseConnectionString(connectionString);
+        const QString file = AttributeValue(attributes, QStringLiteral("Database"));
+        if (file.isEmpty())
+            throw Error(adErrProviderFailed, QStringLiteral("The connection string names no database file."),
+                        QStringLiteral("HY000"));
+        const bool readOnly = AttributeValue(attributes, QStringLiteral("Mode"))
+                                  .compare(QStringLiteral("ReadOnly"), Qt::CaseInsensitive) == 0;
+        return std::make_unique<SqliteSession>(file, readOnly);
+    }
+};
+
+} // namespace
+
+Driver &SqliteDriver()
+{
+    static BuiltIn driver;
+    return driver;
+}
+
+} // namespace ADODB

@@ -1,0 +1,175 @@
+#include "ado/sqlite/SqliteSession.h"
+
+#include "ado/sqlite/SqliteResult.h"
+#include "ado/sqlite/SqliteText.h"
+
+#include <QString>
+#include <chrono>
+#include <thread>
+
+namespace ADODB {
+
+SqliteSession::SqliteSession(const QString &file, bool readOnly)
+{
+    // No mutexes of the library's own: a session is used by one thread at a time.
+    const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE) |
+                      SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+    int code = sqlite3_open_v2(file.toUtf8().constData(), &m_db, flags, nullptr);
+    if (code == SQLITE_OK) {
+        sqlite3_db_config(m_db, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+        sqlite3_busy_handler(
+            m_db, [](void *self, int tries) { return WaitForLock(self, tries); }, this);
+        // Reads the head of the file: a file that is no database fails here and not at the first statement.
+        code = sqlite3_exec(m_db, "PRAGMA schema_version; PRAGMA foreign_keys = ON", nullptr, nullptr, nullptr);
+    }
+    if (code != SQLITE_OK) {
+        const Error error = m_db ? LastError(code) : Error(adErrOutOfMemory, QStringLiteral("out of memory"));
+        sqlite3_close_v2(m_db);
+        throw error;
+    }
+}
+
+SqliteSession::~SqliteSession()
+{
+    sqlite3_close_v2(m_db); // rolls back what is open
+}
+
+// Called by the library while another process holds a lock. Five seconds, and an end as soon as somebody cancels.
+int SqliteSession::WaitForLock(void *session, int tries) noexcept
+{
+    constexpr int pauseMs = 10, longestMs = 5000;
+    if (static_cast<SqliteSession *>(session)->m_cancelled || tries * pauseMs > longestMs)
+        return 0;
+    std::this_thread::sleep_for(std::chrono::milliseconds(pauseMs));
+    return 1;
+}
+
+Error SqliteSession::LastError(int code) const
+{
+    const int extended = sqlite3_extended_errcode(m_db);
+    if ((code & 0xFF) == SQLITE_INTERRUPT || m_cancelled)
+        return Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."),
+                     QStringLiteral("HY008"), SQLITE_INTERRUPT);
+    const QString words = QString::fromUtf8(sqlite3_errmsg(m_db));
+    if ((code & 0xFF) == SQLITE_NOMEM)
+        return Error(adErrOutOfMemory, words, QStringLiteral("HY001"), extended);
+    return Error(adErrProviderFailed, words, SqliteState(extended, words), extended);
+}
+
+void SqliteSession::RaiseIfCancelled() const
+{
+    if (m_cancelled.load(std::memory_order_relaxed))
+        throw LastError(SQLITE_INTERRUPT);
+}
+
+ExecuteResult SqliteSession::Execute(const QString &sql)
+{
+    m_cancelled = false;
+    const QByteArray text = sql.toUtf8();
+    if (text.contains('\0')) // the library would take it for the end and drop the rest
+        throw Error(adErrProviderFailed, QStringLiteral("The statement holds a NUL character."),
+                    QStringLiteral("42000"));
+    const char *rest = text.constData();
+    const char *const end = rest + text.size();
+    ExecuteResult result;
+    while (rest < end) {
+        SqliteStatement statement;
+        const char *tail = nullptr;
+        const int code = sqlite3_prepare_v2(m_db, rest, int(end - rest) + 1, &statement.handle, &tail);
+        if (code != SQLITE_OK)
+            throw LastError(code);
+        const QByteArrayView own(rest, tail - rest);
+        rest = tail;
+        if (!statement.handle)
+            continue; // blanks and comments
+        const bool changesRows = SqliteChangesRows(own);
+        const bool readOnly = sqlite3_stmt_readonly(statement.handle);
+        if (sqlite3_column_count(statement.handle) == 0) {
+            const int done = sqlite3_step(statement.handle);
+            if (done != SQLITE_DONE && done != SQLITE_ROW)
+                throw LastError(done);
+        } else {
+            auto rows = std::make_unique<SqliteResult>(*this, std::move(statement));
+            // A statement that also writes is finished before anybody reads; so is one that others follow.
+            if (readOnly && SqliteIsBlank(QByteArrayView(rest, end - rest)))
+                result.Rows = std::move(rows);
+            else
+                result.Rows = std::make_unique<SqliteKeptRows>(*rows);
+        }
+        RaiseIfCancelled();
+        if (changesRows && !readOnly)
+            result.RecordsAffected = std::max<qint64>(result.RecordsAffected, 0) + sqlite3_changes64(m_db);
+    }
+    return result;
+}
+
+void SqliteSession::Run(const char *sql)
+{
+    m_cancelled = false;
+    const int code = sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        throw LastError(code);
+}
+
+void SqliteSession::Begin()
+{
+    Run("BEGIN");
+}
+
+void SqliteSession::Commit()
+{
+    Run("COMMIT");
+}
+
+void SqliteSession::Rollback()
+{
+    Run("ROLLBACK");
+}
+
+std::optional<bool> SqliteSession::InTransaction() const
+{
+    return sqlite3_get_autocommit(m_db) == 0;
+}
+
+std::unique_ptr<ResultSet> SqliteSession::Catalogue(SchemaEnum, const QStringList &)
+{
+    return nullptr; // the library has no catalogue calls; its pragmas are plain statements
+}
+
+DatabaseFamily SqliteSession::Family() const
+{
+    return DatabaseFamily::SQLite;
+}
+
+QString SqliteSession::ProductName() const
+{
+    return QStringLiteral("SQLite");
+}
+
+QString SqliteSession::ProductVersion() const
+{
+    return QString::fromLatin1(sqlite3_libversion());
+}
+
+QString SqliteSession::IdentifierQuote() const
+{
+    return QStringLiteral("\"");
+}
+
+QString SqliteSession::DatabaseName() const
+{
+    return QString();
+}
+
+void SqliteSession::Cancel() noexcept
+{
+    m_cancelled = true;
+    sqlite3_interrupt(m_db);
+}
+
+bool SqliteSession::IsAlive() const
+{
+    return true;
+}
+
+} // namespace ADODB

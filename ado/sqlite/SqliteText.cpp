@@ -1,0 +1,90 @@
+#include "ado/sqlite/SqliteText.h"
+
+#include <QByteArray>
+#include <sqlite3.h>
+
+namespace ADODB {
+
+namespace {
+
+// The position of the first character that is neither blank, semicolon nor comment.
+qsizetype SkipBlank(QByteArrayView sql)
+{
+    qsizetype at = 0;
+    while (at < sql.size()) {
+        const char c = sql[at];
+        const char next = at + 1 < sql.size() ? sql[at + 1] : '\0';
+        if (c == ' ' || (c >= '\t' && c <= '\r') || c == ';') {
+            ++at;
+        } else if (c == '-' && next == '-') {
+            while (at < sql.size() && sql[at] != '\n')
+                ++at;
+        } else if (c == '/' && next == '*') {
+            at += 2;
+            while (at < sql.size() && !(sql[at] == '*' && at + 1 < sql.size() && sql[at + 1] == '/'))
+                ++at;
+            at = std::min(at + 2, sql.size());
+        } else {
+            break;
+        }
+    }
+    return at;
+}
+
+bool BeginsWithOne(QByteArrayView sql, std::initializer_list<QByteArrayView> words)
+{
+    const QByteArrayView text = sql.sliced(SkipBlank(sql));
+    for (const QByteArrayView word : words)
+        if (text.size() >= word.size() && qstrnicmp(text.data(), word.data(), size_t(word.size())) == 0)
+            return true;
+    return false;
+}
+
+constexpr struct {
+    int code; // primary, or extended
+    const char *state;
+} codeStates[] = {
+    {SQLITE_CONSTRAINT, "23000"}, {SQLITE_INTERRUPT, "HY008"}, {SQLITE_NOMEM, "HY001"},
+    {SQLITE_MISMATCH, "22018"},   {SQLITE_READONLY, "25006"},  {SQLITE_TOOBIG, "22001"},
+};
+
+// The library says by words alone what a plain SQLITE_ERROR is.
+constexpr struct {
+    const char16_t *words;
+    const char *state;
+} wordStates[] = {
+    {u"no such table", "42S02"},      {u"no such view", "42S02"},       {u"no such column", "42S22"},
+    {u"already exists", "42S01"},     {u"no such index", "42S12"},      {u"syntax error", "42000"},
+    {u"incomplete input", "42000"},   {u"unrecognized token", "42000"}, {u"no such function", "42000"},
+    {u"ambiguous column", "42000"},   {u"misuse of aggregate", "42000"},
+};
+
+} // namespace
+
+bool SqliteIsBlank(QByteArrayView sql)
+{
+    return SkipBlank(sql) == sql.size();
+}
+
+bool SqliteChangesRows(QByteArrayView sql)
+{
+    return BeginsWithOne(sql, {"INSERT", "UPDATE", "DELETE", "REPLACE", "WITH"});
+}
+
+bool SqliteMustMeetRows(QByteArrayView sql)
+{
+    return BeginsWithOne(sql, {"UPDATE", "DELETE"});
+}
+
+QString SqliteState(int extendedCode, const QString &words)
+{
+    for (const auto &row : codeStates)
+        if ((extendedCode & 0xFF) == row.code)
+            return QString::fromLatin1(row.state);
+    for (const auto &row : wordStates)
+        if (words.contains(QStringView(row.words)))
+            return QString::fromLatin1(row.state);
+    return QStringLiteral("HY000");
+}
+
+} // namespace ADODB
