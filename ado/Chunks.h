@@ -107,7 +107,8 @@ public:
 private:
     static constexpr int Shift = 12;
     static constexpr qint64 Mask = (qint64(1) << Shift) - 1;
-    struct Run {
+    struct Run
+    {
         std::vector<char> bytes;
         std::vector<std::uint32_t> ends;
     };

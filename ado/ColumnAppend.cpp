@@ -155,8 +155,8 @@ void ColumnStore::Append(const Value &value)
     } else if (const Time *time = value.As<Time>()) {
         AppendTime(time->hour, time->minute, time->second, time->nanosecond);
     } else if (const Timestamp *moment = value.As<Timestamp>()) {
-        AppendTimestamp(moment->date.year, moment->date.month, moment->date.day, moment->time.hour,
-                        moment->time.minute, moment->time.second, moment->time.nanosecond);
+        AppendTimestamp(moment->date.year, moment->date.month, moment->date.day, moment->time.hour, moment->time.minute,
+                        moment->time.second, moment->time.nanosecond);
     } else {
         m->PushException(value);
     }
@@ -171,7 +171,7 @@ void ColumnStore::AppendInt64Block(const qint64 *values, const std::int64_t *len
 {
     if (m->storage != Storage::Int64) {
         for (qint64 i = 0; i < rows; ++i)
-            lengthOrNull && lengthOrNull[i] == -1 ? AppendNull() : AppendInt64(values[i]);
+            lengthOrNull &&lengthOrNull[i] == -1 ? AppendNull() : AppendInt64(values[i]);
         return;
     }
     m->ReserveBlockNulls(lengthOrNull, rows);
@@ -183,7 +183,7 @@ void ColumnStore::AppendDoubleBlock(const double *values, const std::int64_t *le
 {
     if (m->storage != Storage::Double) {
         for (qint64 i = 0; i < rows; ++i)
-            lengthOrNull && lengthOrNull[i] == -1 ? AppendNull() : AppendDouble(values[i]);
+            lengthOrNull &&lengthOrNull[i] == -1 ? AppendNull() : AppendDouble(values[i]);
         return;
     }
     m->ReserveBlockNulls(lengthOrNull, rows);

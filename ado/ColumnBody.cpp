@@ -75,8 +75,8 @@ Time UnpackTime(std::uint64_t word)
     return {int(word >> 48), int(word >> 40 & 255), int(word >> 32 & 255), int(word & 0xFFFFFFFF)};
 }
 
-// A timestamp takes 14 + 4 + 5 bits for the date, 5 + 6 + 6 for the time and 24 for tenths of a microsecond. The hour 31
-// marks a date that stands alone.
+// A timestamp takes 14 + 4 + 5 bits for the date, 5 + 6 + 6 for the time and 24 for tenths of a microsecond. The hour
+// 31 marks a date that stands alone.
 bool PackTimestamp(const Timestamp &moment, std::uint64_t &word)
 {
     const auto &[date, time] = moment;

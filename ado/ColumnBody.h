@@ -8,7 +8,20 @@
 
 namespace ADODB {
 
-enum class Storage { Int64, UInt64, Double, Bool, Text, Bytes, Decimal, Date, Time, Timestamp, Any };
+enum class Storage
+{
+    Int64,
+    UInt64,
+    Double,
+    Bool,
+    Text,
+    Bytes,
+    Decimal,
+    Date,
+    Time,
+    Timestamp,
+    Any
+};
 
 Storage StorageOf(DataTypeEnum type);
 
@@ -21,7 +34,8 @@ Date UnpackDate(std::uint64_t word);
 Time UnpackTime(std::uint64_t word);
 Value UnpackTimestamp(std::uint64_t word); // a Timestamp, or a Date for PackDateOnly's words
 
-struct ColumnStore::Body {
+struct ColumnStore::Body
+{
     explicit Body(DataTypeEnum type) : type(type), storage(StorageOf(type)) {}
 
     DataTypeEnum type;
@@ -34,8 +48,8 @@ struct ColumnStore::Body {
     Arena arena;                 // Text, Bytes, Decimal
     Chunks<Value> any;           // Any
 
-    std::vector<std::uint64_t> nulls;      // only as long as the last null needs
-    std::map<qint64, QByteArray> longOnes; // arena values past its longest
+    std::vector<std::uint64_t> nulls;                 // only as long as the last null needs
+    std::map<qint64, QByteArray> longOnes;            // arena values past its longest
     std::vector<std::pair<qint64, Value>> exceptions; // values of another type, in order of rows
     qint64 looseBytes = 0;                            // memory of longOnes, exceptions and any
 
@@ -49,8 +63,8 @@ struct ColumnStore::Body {
     void ReserveBlockNulls(const std::int64_t *lengthOrNull, qint64 rows);
     void MarkBlockNulls(const std::int64_t *lengthOrNull, qint64 rows); // the rows are in already; counts them
     const Value *Exception(qint64 row) const;
-    void PushBlank();                     // a place-holder in the store itself
-    void PopStore();                      // takes the last one back
+    void PushBlank(); // a place-holder in the store itself
+    void PopStore();  // takes the last one back
     void PushException(const Value &value);
     void PushArena(const char *data, qint64 count);
     void PushWord(std::uint64_t word);

@@ -6,7 +6,8 @@
 //
 // What a type keeps: whole numbers 64 bits (unsigned 64 too), doubles their bits, decimals the server's digits as text,
 // text as UTF-8 bytes in one arena, bytes as they are, dates and times with nanoseconds, booleans one byte.
-// A value that does not fit its column's type (SQLite allows it) is kept exactly as it came, as an exception of that row.
+// A value that does not fit its column's type (SQLite allows it) is kept exactly as it came, as an exception of that
+// row.
 
 #include "ado/Types.h"
 #include "ado/Value.h"

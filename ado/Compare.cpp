@@ -8,7 +8,15 @@ namespace ADODB {
 
 namespace {
 
-enum Rank { RankNull, RankNumber, RankMoment, RankText, RankBytes, RankChapter };
+enum Rank
+{
+    RankNull,
+    RankNumber,
+    RankMoment,
+    RankText,
+    RankBytes,
+    RankChapter
+};
 
 Rank RankOf(const Value &value)
 {
@@ -76,7 +84,8 @@ int CompareNumbers(const Value &left, const Value &right)
     return Order(a, b);
 }
 
-struct Digital {
+struct Digital
+{
     bool negative = false;
     QByteArrayView whole;    // without leading zeros
     QByteArrayView fraction; // without trailing zeros

@@ -147,8 +147,7 @@ void Connection::BeginTrans()
 {
     Transact(QStringLiteral("BeginTrans"), [this](Session &session) {
         if (m->inTransaction)
-            throw Error(adErrNestedTransaction,
-                        QStringLiteral("Only one transaction can be active on this session."));
+            throw Error(adErrNestedTransaction, QStringLiteral("Only one transaction can be active on this session."));
         session.Begin();
         m->inTransaction = true;
     });

@@ -1,9 +1,9 @@
 #pragma once
 // One connection to a database: open, execute, transactions, schema rowsets, cancel.
 //
-// Threads: a connection runs one statement at a time. Whoever wants it takes a turn (Turn, below); turns are served in the
-// order in which they were taken, across all threads. Every operation here takes its own turn, so callers need none.
-// A window thread that would have to wait does so in the installed wait handler, which keeps the windows alive.
+// Threads: a connection runs one statement at a time. Whoever wants it takes a turn (Turn, below); turns are served in
+// the order in which they were taken, across all threads. Every operation here takes its own turn, so callers need
+// none. A window thread that would have to wait does so in the installed wait handler, which keeps the windows alive.
 // Cancel may be called from any thread at any moment and never waits.
 //
 // Every operation raises ADODB::Error.
@@ -27,7 +27,8 @@ using ConnectionPtr = std::shared_ptr<Connection>;
 
 // Called on the thread that installed it instead of blocking: must return when ready() has become true (it may process
 // events meanwhile). `busyWith` is the SQL that holds the connection. On other threads a waiting turn simply blocks.
-using WaitHandler = std::function<void(Connection &connection, const QString &busyWith, const std::function<bool()> &ready)>;
+using WaitHandler =
+    std::function<void(Connection &connection, const QString &busyWith, const std::function<bool()> &ready)>;
 void SetWaitHandler(WaitHandler handler);
 
 class Connection : public std::enable_shared_from_this<Connection>
@@ -51,24 +52,27 @@ public:
     // recordsAffected gets what the driver counted, -1 when it does not count; it is not touched when the call raises.
     RecordsetPtr Execute(const QString &sql, qint64 *recordsAffected = nullptr, int options = -1);
 
-    void BeginTrans();    // raises adErrNestedTransaction when one is open
-    void CommitTrans();   // raises adErrNoTransaction when none is open
+    void BeginTrans();  // raises adErrNestedTransaction when one is open
+    void CommitTrans(); // raises adErrNoTransaction when none is open
     void RollbackTrans();
     bool InTransaction() const;
 
-    // A schema rowset with the standard column names. Raises adErrFeatureNotAvailable for what the family has no notion of.
+    // A schema rowset with the standard column names. Raises adErrFeatureNotAvailable for what the family has no notion
+    // of.
     RecordsetPtr OpenSchema(int schema, const QStringList &restrictions = {});
 
     void Cancel() noexcept; // the statement that runs now, on the server
 
-    // "DBMS Name", "DBMS Version", "Data Provider", "Identifier Quote", "Current Catalog"; unknown names raise adErrItemNotFound.
+    // "DBMS Name", "DBMS Version", "Data Provider", "Identifier Quote", "Current Catalog"; unknown names raise
+    // adErrItemNotFound.
     QVariant Property(const QString &name) const;
     void SetProperty(const QString &name, const QVariant &value);
     DatabaseFamily Family() const;
 
     // One turn on the connection. Taken where it is constructed (so order is kept from the interface thread), served by
-    // Begin, given up by the destructor. A turn that begins while its own thread waits for an earlier one (an event that
-    // the wait handler lets through) goes before that one, since the earlier one cannot go on until the event has ended.
+    // Begin, given up by the destructor. A turn that begins while its own thread waits for an earlier one (an event
+    // that the wait handler lets through) goes before that one, since the earlier one cannot go on until the event has
+    // ended.
     class Turn
     {
     public:
@@ -88,8 +92,8 @@ public:
         quint64 m_number = 0;
     };
 
-    bool IsBusy() const;          // somebody's turn is served now
-    QString BusyWith() const;     // that turn's SQL, "" when idle
+    bool IsBusy() const;      // somebody's turn is served now
+    QString BusyWith() const; // that turn's SQL, "" when idle
 
 private:
     Connection();
@@ -99,8 +103,8 @@ private:
     friend class Turn;
 };
 
-// The most memory that one result may hold, in bytes; past it the statement is cancelled and adErrOutOfMemory raised with
-// a message for people. 0 is no limit; at start it is three quarters of the machine's memory.
+// The most memory that one result may hold, in bytes; past it the statement is cancelled and adErrOutOfMemory raised
+// with a message for people. 0 is no limit; at start it is three quarters of the machine's memory.
 void SetResultLimit(qint64 bytes);
 qint64 ResultLimit();
 

@@ -10,8 +10,10 @@
 
 namespace ADODB {
 
-struct Connection::Body {
-    struct Ticket {
+struct Connection::Body
+{
+    struct Ticket
+    {
         quint64 number = 0;
         QString sql;
         bool waiting = false;   // its Begin is under way
@@ -34,8 +36,8 @@ struct Connection::Body {
     std::atomic<bool> open = false;
     std::atomic<bool> inTransaction = false;
 
-    // The session itself belongs to the served turn. Whoever cancels holds this lock, and so does whoever ends a turn or
-    // replaces the session: a cancel never meets another's statement or a session that is gone.
+    // The session itself belongs to the served turn. Whoever cancels holds this lock, and so does whoever ends a turn
+    // or replaces the session: a cancel never meets another's statement or a session that is gone.
     std::mutex cancelLock;
     std::unique_ptr<Session> session;
 

@@ -13,7 +13,8 @@ bool SameKey(const QString &left, QStringView right)
     return left.compare(right, Qt::CaseInsensitive) == 0;
 }
 
-// Reads a value that is enclosed: `at` stands on the opening sign. A doubled closing sign is one character of the value.
+// Reads a value that is enclosed: `at` stands on the opening sign. A doubled closing sign is one character of the
+// value.
 QString TakeEnclosed(const QString &text, qsizetype &at, QChar close)
 {
     QString value;
@@ -32,16 +33,13 @@ QString TakeEnclosed(const QString &text, qsizetype &at, QChar close)
 }
 
 // Words of the provider's own notation and what a driver calls them; an empty name is dropped.
-constexpr struct {
+constexpr struct
+{
     QStringView provider;
     QStringView driver;
 } providerWords[] = {
-    {u"Provider", u""},
-    {u"Persist Security Info", u""},
-    {u"Data Source", u"DSN"},
-    {u"User ID", u"UID"},
-    {u"Password", u"PWD"},
-    {u"Initial Catalog", u"DATABASE"},
+    {u"Provider", u""},   {u"Persist Security Info", u""}, {u"Data Source", u"DSN"},
+    {u"User ID", u"UID"}, {u"Password", u"PWD"},           {u"Initial Catalog", u"DATABASE"},
 };
 
 } // namespace
@@ -126,24 +124,10 @@ QString OdbcString(const QString &connectionString)
         QString part = attribute.Raw;
         for (const auto &word : providerWords)
             if (SameKey(attribute.Key, word.provider))
-                part = word.driver.isEmpty() ? QString()
-                                             : word.driver.toString() + u'=' + BracedValue(attribute.Value);
+                part = word.driver.isEmpty() ? QString() : word.driver.toString() + u'=' + BracedValue(attribute.Value);
         if (!part.isEmpty())
             parts += part;
     }
-    return parts.join(u';');
-}
-
-QString WithCredentials(const QString &connectionString, const QString &user, const QString &password)
-{
-    if (user.isEmpty() && password.isEmpty())
-        return connectionString;
-    QStringList parts;
-    for (const Attribute &attribute : ParseConnectionString(connectionString))
-        if (!SameKey(attribute.Key, u"UID") && !SameKey(attribute.Key, u"PWD"))
-            parts += attribute.Raw;
-    parts += QStringLiteral("UID=") + BracedValue(user);
-    parts += QStringLiteral("PWD={") + lang::Replace(password, QStringLiteral("}"), QStringLiteral("}}")) + u'}';
     return parts.join(u';');
 }
 

@@ -1,17 +1,19 @@
 #pragma once
 // The parts of a connection string: "key=value" joined by ";", as ODBC writes them.
 //
-// Keys compare without regard to case and the first of two equal keys counts. A value in braces may hold ";" and "=", and
-// "}}" stands for "}"; a value in double quotes (Extended Properties) likewise, with the quote doubled. The reader is total:
-// every text gives some attributes, an unclosed brace or quote runs to the end, and a part without "=" is a key without
-// value. Plain values; any thread.
+// Keys compare without regard to case and the first of two equal keys counts. A value in braces may hold ";" and "=",
+// and
+// "}}" stands for "}"; a value in double quotes (Extended Properties) likewise, with the quote doubled. The reader is
+// total: every text gives some attributes, an unclosed brace or quote runs to the end, and a part without "=" is a key
+// without value. Plain values; any thread.
 
 #include <QString>
 #include <vector>
 
 namespace ADODB {
 
-struct Attribute {
+struct Attribute
+{
     QString Key;   // without outer blanks
     QString Value; // without braces, quotes and outer blanks
     QString Raw;   // the whole part as it was written, without the ";"
@@ -22,12 +24,9 @@ QString AttributeValue(const std::vector<Attribute> &attributes, const QString &
 bool HasAttribute(const std::vector<Attribute> &attributes, const QString &key);
 QString BracedValue(const QString &value); // in braces when a driver would misread it bare
 
-// What the driver gets: "Provider=MSDASQL;" and what belongs to it taken off, "Extended Properties" unwrapped, and its words
-// for data source, user and password turned into the driver's. A string without a provider comes back as it is. Raises
-// adErrProviderNotFound for another provider.
+// What the driver gets: "Provider=MSDASQL;" and what belongs to it taken off, "Extended Properties" unwrapped, and its
+// words for data source, user and password turned into the driver's. A string without a provider comes back as it is.
+// Raises adErrProviderNotFound for another provider.
 QString OdbcString(const QString &connectionString);
-
-// The string with user and password in it, in place of those that it holds; an empty user leaves it as it is.
-QString WithCredentials(const QString &connectionString, const QString &user, const QString &password);
 
 } // namespace ADODB

@@ -2,8 +2,8 @@
 // What a database driver is to the layer above: a few small interfaces. ado/sqlite and ado/odbc implement them; a third
 // driver needs these, one row in ado/Drivers.cpp, and nothing else.
 //
-// Every operation raises ADODB::Error with the driver's own words. All operations of one session come from one thread at
-// a time (Connection sees to it), except Cancel, which may come from any thread at any moment.
+// Every operation raises ADODB::Error with the driver's own words. All operations of one session come from one thread
+// at a time (Connection sees to it), except Cancel, which may come from any thread at any moment.
 
 #include "ado/ColumnStore.h"
 #include "ado/Error.h"
@@ -17,14 +17,15 @@
 
 namespace ADODB {
 
-struct ColumnInfo {
+struct ColumnInfo
+{
     QString Name;
     DataTypeEnum Type = adVarWChar;
     qint64 DefinedSize = 0; // characters for text, bytes for binary; -1 when the driver does not know a limit
     int Precision = 0;
     int NumericScale = 0;
     int Attributes = adFldUnspecified;
-    QString BaseTable;  // where the driver knows it, else ""
+    QString BaseTable; // where the driver knows it, else ""
     QString BaseColumn;
     bool IsKey = false; // part of the base table's primary key, where the driver knows
 };
@@ -37,16 +38,25 @@ public:
     virtual const std::vector<ColumnInfo> &Columns() const = 0;
     // Appends up to maxRows rows, one value to each store; gives how many. 0 means that there are no more.
     virtual qint64 Fetch(std::vector<ColumnStore> &columns, qint64 maxRows) = 0;
-    // A driver that learns types only from the rows may change Columns() until the first Fetch has returned, and replaces
-    // the stores of such columns itself.
+    // A driver that learns types only from the rows may change Columns() until the first Fetch has returned, and
+    // replaces the stores of such columns itself.
 };
 
-struct ExecuteResult {
+struct ExecuteResult
+{
     std::unique_ptr<ResultSet> Rows; // none when the statement gives no rows
     qint64 RecordsAffected = -1;     // what the driver counted, -1 when it does not count
 };
 
-enum class DatabaseFamily { Other, SQLite, PostgreSQL, MySQL, SQLServer, Oracle };
+enum class DatabaseFamily
+{
+    Other,
+    SQLite,
+    PostgreSQL,
+    MySQL,
+    SQLServer,
+    Oracle
+};
 
 class Session
 {
@@ -54,9 +64,10 @@ public:
     virtual ~Session() = default; // rolls back what is open and disconnects
 
     virtual ExecuteResult Execute(const QString &sql) = 0;
-    // Runs one prepared statement once for each row of `parameters` (columns of equal length, bound to the ?s in order).
-    // failed(row, error) is called for each row that the server refuses; the rest go on. Gives the rows affected.
-    // An UPDATE or DELETE that meets no row at all counts as refused, with adErrRowConflict: somebody else was faster.
+    // Runs one prepared statement once for each row of `parameters` (columns of equal length, bound to the ?s in
+    // order). failed(row, error) is called for each row that the server refuses; the rest go on. Gives the rows
+    // affected. An UPDATE or DELETE that meets no row at all counts as refused, with adErrRowConflict: somebody else
+    // was faster.
     virtual qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
                                 const std::function<void(qint64 row, const Error &)> &failed) = 0;
 
@@ -66,12 +77,12 @@ public:
     // For drivers that can tell whether the server has a transaction open, also one begun by a typed BEGIN.
     virtual std::optional<bool> InTransaction() const { return {}; }
 
-    // The driver's own catalogue function for a rowset, with standard column names and order; null when it has none for it.
-    // Restrictions count from 0 as the rowset's restriction columns do; a null QString is "no restriction".
+    // The driver's own catalogue function for a rowset, with standard column names and order; null when it has none for
+    // it. Restrictions count from 0 as the rowset's restriction columns do; a null QString is "no restriction".
     virtual std::unique_ptr<ResultSet> Catalogue(SchemaEnum schema, const QStringList &restrictions) = 0;
 
     virtual DatabaseFamily Family() const = 0;
-    virtual QString ProductName() const = 0;     // "SQLite", "PostgreSQL", "MariaDB" ...
+    virtual QString ProductName() const = 0; // "SQLite", "PostgreSQL", "MariaDB" ...
     virtual QString ProductVersion() const = 0;
     virtual QString IdentifierQuote() const = 0; // "\"", "`" or ""
     virtual QString DatabaseName() const = 0;    // the current catalogue, "" when there is no such notion
@@ -84,8 +95,8 @@ class Driver
 {
 public:
     virtual ~Driver() = default;
-    // The string is the caller's own with provider words taken off; user and password, when not empty, win over those in
-    // the string.
+    // The string is the caller's own with provider words taken off; user and password, when not empty, win over those
+    // in the string.
     virtual std::unique_ptr<Session> Connect(const QString &connectionString, const QString &user,
                                              const QString &password) = 0;
 };

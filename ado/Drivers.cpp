@@ -1,6 +1,7 @@
 // Which driver answers a connection string. A new driver is one row here.
 #include "ado/ConnectionString.h"
 #include "ado/Driver.h"
+#include "ado/odbc/OdbcDriver.h"
 #include "ado/sqlite/SqliteDriver.h"
 
 #include <mutex>
@@ -10,7 +11,8 @@ namespace ADODB {
 namespace {
 
 // The driver's name in the string, without braces; any other goes to the driver manager, which also knows the DSNs.
-constexpr struct {
+constexpr struct
+{
     QStringView name;
     Driver &(*driver)();
 } builtIn[] = {
@@ -40,7 +42,7 @@ Driver &DriverFor(const QString &connectionString)
     for (const auto &row : builtIn)
         if (name.compare(row.name, Qt::CaseInsensitive) == 0)
             return row.driver();
-    throw Error(adErrProviderNotFound, QStringLiteral("The driver \"%1\" is not installed.").arg(name));
+    return OdbcDriver();
 }
 
 } // namespace ADODB

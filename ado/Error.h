@@ -13,10 +13,10 @@ public:
     Error() = default;
     Error(int number, QString description, QString sqlState = {}, int nativeError = 0);
 
-    int Number = 0;       // one of ErrorValue, or the driver's HRESULT-like number
-    QString Description;  // the driver's or server's own words, every diagnostic record joined by line ends
-    QString SQLState;     // five characters, or empty when the driver gives none
-    int NativeError = 0;  // the server's own number
+    int Number = 0;      // one of ErrorValue, or the driver's HRESULT-like number
+    QString Description; // the driver's or server's own words, every diagnostic record joined by line ends
+    QString SQLState;    // five characters, or empty when the driver gives none
+    int NativeError = 0; // the server's own number
 
     const char *what() const noexcept override; // Description as UTF-8
 

@@ -5,10 +5,25 @@
 
 namespace ADODB {
 
-enum class Operator { Equal, Unequal, Less, Greater, LessOrEqual, GreaterOrEqual, Like };
+enum class Operator
+{
+    Equal,
+    Unequal,
+    Less,
+    Greater,
+    LessOrEqual,
+    GreaterOrEqual,
+    Like
+};
 
-struct RowFilter::Node {
-    enum Kind { Condition, All, Any } kind = Condition;
+struct RowFilter::Node
+{
+    enum Kind
+    {
+        Condition,
+        All,
+        Any
+    } kind = Condition;
     std::vector<std::unique_ptr<Node>> parts; // of All and Any
     int column = -1;
     Operator op = Operator::Equal;
@@ -32,7 +47,8 @@ using NodePtr = std::unique_ptr<Node>;
 class Parser
 {
 public:
-    Parser(const QString &text, const std::function<int(const QString &)> &columnOf) : m_text(text), m_columnOf(columnOf)
+    Parser(const QString &text, const std::function<int(const QString &)> &columnOf)
+        : m_text(text), m_columnOf(columnOf)
     {
     }
 
@@ -133,7 +149,8 @@ private:
 
     Operator TakeOperator()
     {
-        static constexpr struct {
+        static constexpr struct
+        {
             QStringView sign;
             Operator op;
         } signs[] = {

@@ -183,8 +183,9 @@ void Recordset::SetAbsolutePosition(qint64 position)
     m->NeedOpen();
     Update();
     if (position < 1 || position > m->Count())
-        throw Error(adErrInvalidArgument, QStringLiteral("Arguments are of the wrong type, are out of acceptable range, "
-                                                         "or are in conflict with one another."));
+        throw Error(adErrInvalidArgument,
+                    QStringLiteral("Arguments are of the wrong type, are out of acceptable range, "
+                                   "or are in conflict with one another."));
     m->currentGone = false;
     m->position = position - 1;
 }

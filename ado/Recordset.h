@@ -42,7 +42,7 @@ class Fields
 {
 public:
     int Count() const;
-    Field &Item(int index) const;           // from 0; adErrItemNotFound
+    Field &Item(int index) const; // from 0; adErrItemNotFound
     Field &Item(const QString &name) const;
     Field &operator[](int index) const { return Item(index); }
     Field &operator[](const QString &name) const { return Item(name); }
@@ -81,8 +81,8 @@ public:
     qint64 RecordCount() const; // the visible rows
 
     // Field = 'text' joined by AND and OR, text compared without regard to case (also <>, <, >, <=, >=, LIKE, numbers).
-    // "" shows all rows again. The current row becomes the first visible one. Malformed text raises adErrInvalidArgument
-    // and leaves the former filter.
+    // "" shows all rows again. The current row becomes the first visible one. Malformed text raises
+    // adErrInvalidArgument and leaves the former filter.
     QString Filter() const;
     void SetFilter(const QString &filter);
 

@@ -8,7 +8,8 @@ namespace ADODB {
 namespace {
 
 // Rows that share one statement. Parameters are columns of the types of their fields.
-struct Group {
+struct Group
+{
     QString sql;
     std::vector<std::uint32_t> rows;
     std::vector<ColumnStore> parameters;
@@ -34,8 +35,9 @@ public:
             marks += QStringLiteral("?");
             values.emplace_back(int(i), now[i]);
         }
-        const QString tail = !names.isEmpty() ? QStringLiteral(" (%1) VALUES (%2)").arg(names.join(QStringLiteral(", ")),
-                                                                                       marks.join(QStringLiteral(", ")))
+        const QString tail = !names.isEmpty()
+                                 ? QStringLiteral(" (%1) VALUES (%2)")
+                                       .arg(names.join(QStringLiteral(", ")), marks.join(QStringLiteral(", ")))
                              : m_family == DatabaseFamily::MySQL ? QStringLiteral(" () VALUES ()")
                                                                  : QStringLiteral(" DEFAULT VALUES");
         Add(QStringLiteral("INSERT INTO ") + m_table + tail, row, values);
@@ -55,8 +57,8 @@ public:
         if (sets.isEmpty())
             return false;
         const QString where = Where(before, values);
-        Add(QStringLiteral("UPDATE ") + m_table + QStringLiteral(" SET ") + sets.join(QStringLiteral(", ")) + where, row,
-            values);
+        Add(QStringLiteral("UPDATE ") + m_table + QStringLiteral(" SET ") + sets.join(QStringLiteral(", ")) + where,
+            row, values);
         return true;
     }
 

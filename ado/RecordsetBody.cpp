@@ -16,21 +16,24 @@ void RaiseOpen()
 
 void RaiseNoCurrent()
 {
-    throw Error(adErrNoCurrentRecord, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
-                                                     "Requested operation requires a current record."));
+    throw Error(adErrNoCurrentRecord,
+                QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
+                               "Requested operation requires a current record."));
 }
 
 void RaiseNotFound()
 {
-    throw Error(adErrItemNotFound, QStringLiteral("Item cannot be found in the collection corresponding to the requested "
-                                                  "name or ordinal."));
+    throw Error(adErrItemNotFound,
+                QStringLiteral("Item cannot be found in the collection corresponding to the requested "
+                               "name or ordinal."));
 }
 
 void RaiseReadOnly()
 {
-    throw Error(adErrFeatureNotAvailable,
-                QStringLiteral("Current Recordset does not support updating. This may be a limitation of the provider, or "
-                               "of the selected locktype."));
+    throw Error(
+        adErrFeatureNotAvailable,
+        QStringLiteral("Current Recordset does not support updating. This may be a limitation of the provider, or "
+                       "of the selected locktype."));
 }
 
 void RaiseOutOfMemory()

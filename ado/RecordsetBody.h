@@ -1,8 +1,9 @@
 #pragma once
 // What a recordset holds, for the sources of Recordset alone. One thread at a time.
 //
-// Three ways to count rows: a store row is a place in the columns and never moves; a visible row counts what neither the
-// filter nor a deletion hides; `position` is the visible row that is current, -1 before the first, Count() behind the last.
+// Three ways to count rows: a store row is a place in the columns and never moves; a visible row counts what neither
+// the filter nor a deletion hides; `position` is the visible row that is current, -1 before the first, Count() behind
+// the last.
 
 #include "ado/Filter.h"
 #include "ado/Recordset.h"
@@ -22,7 +23,8 @@ namespace ADODB {
 // The value as the column's type has it. Raises adErrDataConversion where it cannot be.
 Value Coerce(const Value &value, const ColumnInfo &column);
 
-struct Recordset::Body {
+struct Recordset::Body
+{
     explicit Body(Recordset *owner) : fields(owner) {}
 
     class Fields fields;
@@ -49,8 +51,14 @@ struct Recordset::Body {
     std::vector<std::optional<Value>> buffer;
 
     // What a batch has still to send, by store row.
-    struct Pending {
-        enum Kind { Inserted, Modified, Deleted } kind = Modified;
+    struct Pending
+    {
+        enum Kind
+        {
+            Inserted,
+            Modified,
+            Deleted
+        } kind = Modified;
         std::vector<Value> original; // of all columns; empty for an inserted row
         std::vector<bool> touched;   // of an inserted row: which columns were set
     };
@@ -67,7 +75,7 @@ struct Recordset::Body {
     qint64 NeedCurrent() const; // its store row
     int ColumnOf(const QString &name) const;
     void MakeFields(Recordset *owner);
-    void ShowRows(); // works out the visible rows anew
+    void ShowRows();  // works out the visible rows anew
     void MakeOrder(); // so that single rows can be hidden
     void Clear();
 

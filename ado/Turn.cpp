@@ -7,7 +7,8 @@ namespace ADODB {
 
 namespace {
 
-struct Handler {
+struct Handler
+{
     std::mutex lock;
     WaitHandler call;
     std::thread::id thread;
@@ -97,8 +98,8 @@ void Connection::Turn::Begin()
         return;
     for (const Body::Ticket &ticket : body.queue)
         if (ticket.served && ticket.server == thread)
-            throw Error(adErrObjectOpen, QStringLiteral("Operation cannot be performed while the connection runs: ") +
-                                             ticket.sql);
+            throw Error(adErrObjectOpen,
+                        QStringLiteral("Operation cannot be performed while the connection runs: ") + ticket.sql);
     const auto own = std::find_if(body.queue.begin(), body.queue.end(),
                                   [this](const Body::Ticket &ticket) { return ticket.number == m_number; });
     const auto outer = std::find_if(body.queue.begin(), own, [thread](const Body::Ticket &ticket) {

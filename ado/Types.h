@@ -1,9 +1,11 @@
 #pragma once
-// The numbers of the data access layer: data types, states, rowsets, cursor and lock kinds, as every caller writes them.
+// The numbers of the data access layer: data types, states, rowsets, cursor and lock kinds, as every caller writes
+// them.
 
 namespace ADODB {
 
-enum DataTypeEnum : int {
+enum DataTypeEnum : int
+{
     adEmpty = 0,
     adSmallInt = 2,
     adInteger = 3,
@@ -35,18 +37,56 @@ enum DataTypeEnum : int {
     adLongVarWChar = 203,
 };
 
-enum ObjectStateEnum : int { adStateClosed = 0, adStateOpen = 1, adStateExecuting = 4 };
-enum CursorLocationEnum : int { adUseServer = 2, adUseClient = 3 };
-enum CursorTypeEnum : int { adOpenForwardOnly = 0, adOpenKeyset = 1, adOpenDynamic = 2, adOpenStatic = 3 };
-enum LockTypeEnum : int { adLockReadOnly = 1, adLockPessimistic = 2, adLockOptimistic = 3, adLockBatchOptimistic = 4 };
-enum FieldAttributeEnum : int { adFldUnspecified = -1, adFldUpdatable = 4, adFldIsNullable = 32, adFldLong = 128 };
-enum EditModeEnum : int { adEditNone = 0, adEditInProgress = 1, adEditAdd = 2 };
+enum ObjectStateEnum : int
+{
+    adStateClosed = 0,
+    adStateOpen = 1,
+    adStateExecuting = 4
+};
+enum CursorLocationEnum : int
+{
+    adUseServer = 2,
+    adUseClient = 3
+};
+enum CursorTypeEnum : int
+{
+    adOpenForwardOnly = 0,
+    adOpenKeyset = 1,
+    adOpenDynamic = 2,
+    adOpenStatic = 3
+};
+enum LockTypeEnum : int
+{
+    adLockReadOnly = 1,
+    adLockPessimistic = 2,
+    adLockOptimistic = 3,
+    adLockBatchOptimistic = 4
+};
+enum FieldAttributeEnum : int
+{
+    adFldUnspecified = -1,
+    adFldUpdatable = 4,
+    adFldIsNullable = 32,
+    adFldLong = 128
+};
+enum EditModeEnum : int
+{
+    adEditNone = 0,
+    adEditInProgress = 1,
+    adEditAdd = 2
+};
 
 // AbsolutePosition where there is no current row.
-enum PositionEnum : int { adPosBOF = -2, adPosEOF = -3, adPosUnknown = -1 };
+enum PositionEnum : int
+{
+    adPosBOF = -2,
+    adPosEOF = -3,
+    adPosUnknown = -1
+};
 
 // The schema rowsets that OpenSchema answers.
-enum SchemaEnum : int {
+enum SchemaEnum : int
+{
     adSchemaAsserts = 0,
     adSchemaCatalogs = 1,
     adSchemaCharacterSets = 2,
@@ -90,21 +130,23 @@ enum SchemaEnum : int {
 };
 
 // Error numbers that callers test for.
-enum ErrorValue : int {
+enum ErrorValue : int
+{
     adErrLoginFailed = static_cast<int>(0x80040E4D),
-    adErrFeatureNotAvailable = 3251,   // "Object or provider is not capable of performing requested operation."
-    adErrObjectClosed = 3704,          // "Operation is not allowed when the object is closed."
-    adErrObjectOpen = 3705,            // "Operation is not allowed when the object is open."
-    adErrNoCurrentRecord = 3021,       // "Either BOF or EOF is True, or the current record has been deleted. ..."
-    adErrDataConversion = 3421,        // "Application uses a value of the wrong type for the current operation."
+    adErrFeatureNotAvailable = 3251, // "Object or provider is not capable of performing requested operation."
+    adErrObjectClosed = 3704,        // "Operation is not allowed when the object is closed."
+    adErrObjectOpen = 3705,          // "Operation is not allowed when the object is open."
+    adErrNoCurrentRecord = 3021,     // "Either BOF or EOF is True, or the current record has been deleted. ..."
+    adErrDataConversion = 3421,      // "Application uses a value of the wrong type for the current operation."
     adErrRowConflict = static_cast<int>(0x80040E38), // "Row cannot be located for updating. ..."
-    adErrObjectInCollection = 3367,    // "Object is already in collection. Cannot append."
-    adErrItemNotFound = 3265,          // "Item cannot be found in the collection corresponding to the requested name or ordinal."
-    adErrInvalidArgument = 3001,       // "Arguments are of the wrong type, ... or are in conflict with one another."
-    adErrOperationCancelled = 3712,    // "Operation has been cancelled by the user."
+    adErrObjectInCollection = 3367,                  // "Object is already in collection. Cannot append."
+    adErrItemNotFound =
+        3265, // "Item cannot be found in the collection corresponding to the requested name or ordinal."
+    adErrInvalidArgument = 3001,    // "Arguments are of the wrong type, ... or are in conflict with one another."
+    adErrOperationCancelled = 3712, // "Operation has been cancelled by the user."
     adErrProviderFailed = static_cast<int>(0x80004005),
     adErrOutOfMemory = static_cast<int>(0x8007000E),
-    adErrProviderNotFound = 3706,      // driver not installed
+    adErrProviderNotFound = 3706,                          // driver not installed
     adErrNestedTransaction = static_cast<int>(0x8004D013), // one transaction at a time on a connection
     adErrNoTransaction = static_cast<int>(0x8004D00E),
 };

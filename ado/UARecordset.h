@@ -2,9 +2,10 @@
 // The asynchronous recordset: runs a statement on the shared connection from a worker and reports by signals.
 //
 // Made, used and destroyed on the interface thread; its signals arrive there through the event loop, never inside
-// OpenRecordset. OpenRecordset takes its turn on the connection at once, so statements run in the order of the calls and
-// a later CommitTrans waits for them. Destroying the object, or a new OpenRecordset, cancels the running statement and no
-// late signal arrives. The connection stays usable afterwards and is kept alive until the worker has let go of it.
+// OpenRecordset. OpenRecordset takes its turn on the connection at once, so statements run in the order of the calls
+// and a later CommitTrans waits for them. Destroying the object, or a new OpenRecordset, cancels the running statement
+// and no late signal arrives. The connection stays usable afterwards and is kept alive until the worker has let go of
+// it.
 
 #include "ado/Recordset.h"
 #include <QObject>
@@ -21,9 +22,9 @@ public:
     void OpenRecordset(const QString &SQL, const ADODB::ConnectionPtr &Connection, int Mode);
 
     bool IsRunning() const;
-    qint64 RowsSoFar() const;     // read so far by the running statement
+    qint64 RowsSoFar() const;      // read so far by the running statement
     double ElapsedSeconds() const; // since OpenRecordset; stands still once the statement has ended
-    void Cancel();                // ErrorOccured then reports adErrOperationCancelled
+    void Cancel();                 // ErrorOccured then reports adErrOperationCancelled
 
 signals:
     // The definition of the result, before its rows.
@@ -32,8 +33,14 @@ signals:
     void RecordsetOpened(const ADODB::RecordsetPtr &Recordset);
     void ErrorOccured(int Number, const QString &Description);
 
+protected:
+    bool event(QEvent *event) override;
+
+public:
+    struct Job; // known to the worker alone
+
 private:
-    struct Job;
     void Deliver();
+    void LetGo() noexcept; // of the running job: cancels it, and it reports to nobody any more
     std::shared_ptr<Job> m_job;
 };

@@ -8,7 +8,8 @@ namespace ADODB {
 
 namespace {
 
-template <class... T> struct Overloaded : T... {
+template <class... T> struct Overloaded : T...
+{
     using T::operator()...;
 };
 template <class... T> Overloaded(T...) -> Overloaded<T...>;
@@ -37,27 +38,21 @@ qint64 WholeOfText(QByteArrayView digits)
 QString Value::ToText() const
 {
     return std::visit(
-        Overloaded{[](std::monostate) { return QString(); },
-                   [](bool value) { return lang::CStr(value); },
-                   [](qint64 value) { return QString::number(value); },
-                   [](quint64 value) { return QString::number(value); },
-                   [](double value) { return lang::CStr(value); },
-                   [](const Decimal &value) { return QString::fromLatin1(value.digits); },
-                   [](const QString &value) { return value; },
-                   [](const QByteArray &value) {
-                       return QStringLiteral("0x") + QString::fromLatin1(value.toHex().toUpper());
-                   },
-                   [](const Date &value) { return DateText(value); },
-                   [](const Time &value) { return TimeText(value); },
-                   [](const Timestamp &value) { return TimestampText(value); },
-                   [](const Chapter &) { return QString(); }},
+        Overloaded{
+            [](std::monostate) { return QString(); }, [](bool value) { return lang::CStr(value); },
+            [](qint64 value) { return QString::number(value); }, [](quint64 value) { return QString::number(value); },
+            [](double value) { return lang::CStr(value); },
+            [](const Decimal &value) { return QString::fromLatin1(value.digits); },
+            [](const QString &value) { return value; },
+            [](const QByteArray &value) { return QStringLiteral("0x") + QString::fromLatin1(value.toHex().toUpper()); },
+            [](const Date &value) { return DateText(value); }, [](const Time &value) { return TimeText(value); },
+            [](const Timestamp &value) { return TimestampText(value); }, [](const Chapter &) { return QString(); }},
         m);
 }
 
 qint64 Value::ToInt64() const
 {
-    return std::visit(Overloaded{[](bool value) { return qint64(value ? -1 : 0); },
-                                 [](qint64 value) { return value; },
+    return std::visit(Overloaded{[](bool value) { return qint64(value ? -1 : 0); }, [](qint64 value) { return value; },
                                  [](quint64 value) {
                                      return value > quint64(std::numeric_limits<qint64>::max())
                                                 ? std::numeric_limits<qint64>::max()
@@ -76,14 +71,12 @@ qint64 Value::ToInt64() const
 
 double Value::ToDouble() const
 {
-    return std::visit(Overloaded{[](bool value) { return value ? -1.0 : 0.0; },
-                                 [](qint64 value) { return double(value); },
-                                 [](quint64 value) { return double(value); },
-                                 [](double value) { return value; },
-                                 [](const Decimal &value) { return value.digits.toDouble(); },
-                                 [](const QString &value) { return lang::Val(value); },
-                                 [](const auto &) { return 0.0; }},
-                      m);
+    return std::visit(
+        Overloaded{[](bool value) { return value ? -1.0 : 0.0; }, [](qint64 value) { return double(value); },
+                   [](quint64 value) { return double(value); }, [](double value) { return value; },
+                   [](const Decimal &value) { return value.digits.toDouble(); },
+                   [](const QString &value) { return lang::Val(value); }, [](const auto &) { return 0.0; }},
+        m);
 }
 
 bool Value::ToBool() const

@@ -13,19 +13,23 @@ namespace ADODB {
 
 class Recordset;
 
-struct Decimal { // the digits as the server wrote them, at least 38 of them are safe: "-12.3400"
+struct Decimal
+{ // the digits as the server wrote them, at least 38 of them are safe: "-12.3400"
     QByteArray digits;
     bool operator==(const Decimal &) const = default;
 };
-struct Date {
+struct Date
+{
     int year = 0, month = 0, day = 0;
     bool operator==(const Date &) const = default;
 };
-struct Time {
+struct Time
+{
     int hour = 0, minute = 0, second = 0, nanosecond = 0;
     bool operator==(const Time &) const = default;
 };
-struct Timestamp {
+struct Timestamp
+{
     Date date;
     Time time;
     bool operator==(const Timestamp &) const = default;
@@ -56,8 +60,8 @@ public:
     bool IsNull() const { return std::holds_alternative<std::monostate>(m); }
     template <class T> const T *As() const { return std::get_if<T>(&m); } // null when it holds another type
 
-    QString ToText() const;   // "" for null; booleans "True"/"False"; ISO dates; bytes as 0x...; doubles to 15 digits
-    qint64 ToInt64() const;   // 0 where there is no number
+    QString ToText() const; // "" for null; booleans "True"/"False"; ISO dates; bytes as 0x...; doubles to 15 digits
+    qint64 ToInt64() const; // 0 where there is no number
     double ToDouble() const;
     bool ToBool() const;
 
@@ -79,7 +83,8 @@ int CompareDecimals(QByteArrayView left, QByteArrayView right); // "-12.3400"; b
 QString DateText(const Date &date);
 QString TimeText(const Time &time);
 QString TimestampText(const Timestamp &moment); // the date alone at midnight, the time alone without a date
-// Readers of the same forms ("yyyy-MM-dd", "hh:mm:ss[.fraction]", both with a blank or T between); total: false for others.
+// Readers of the same forms ("yyyy-MM-dd", "hh:mm:ss[.fraction]", both with a blank or T between); total: false for
+// others.
 bool ReadDate(QByteArrayView text, Date &date);
 bool ReadTime(QByteArrayView text, Time &time);
 bool ReadTimestamp(QByteArrayView text, Timestamp &moment);

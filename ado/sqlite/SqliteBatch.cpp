@@ -24,8 +24,8 @@ int Bind(sqlite3_stmt *statement, int index, const Value &value)
         return sqlite3_bind_double(statement, index, *real);
     if (const QByteArray *data = value.As<QByteArray>())
         return data->isEmpty() ? sqlite3_bind_zeroblob(statement, index, 0)
-                               : sqlite3_bind_blob64(statement, index, data->constData(),
-                                                     sqlite3_uint64(data->size()), SQLITE_TRANSIENT);
+                               : sqlite3_bind_blob64(statement, index, data->constData(), sqlite3_uint64(data->size()),
+                                                     SQLITE_TRANSIENT);
     if (const Timestamp *moment = value.As<Timestamp>()) // whole, also at midnight
         return BindText(statement, index, (DateText(moment->date) + u' ' + TimeText(moment->time)).toUtf8());
     return BindText(statement, index, value.ToText().toUtf8());

@@ -1,8 +1,9 @@
 #pragma once
 // The built-in driver: SQLite's own library, spoken to directly. "Driver=SQLite;Database=FILE", nothing to set up.
 //
-// Further attributes: "Mode=ReadOnly" opens for reading alone. A file that does not exist is made, as SQLite does; a file that
-// is no database fails at Connect in SQLite's own words. Foreign keys are enforced. User and password have no meaning here.
+// Further attributes: "Mode=ReadOnly" opens for reading alone. A file that does not exist is made, as SQLite does; a
+// file that is no database fails at Connect in SQLite's own words. Foreign keys are enforced. User and password have no
+// meaning here.
 
 #include "ado/Driver.h"
 

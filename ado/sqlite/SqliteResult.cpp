@@ -30,8 +30,8 @@ void SqliteResult::Describe(int column, ColumnInfo &info)
     const char *const origin = sqlite3_column_origin_name(statement, column);
     if (database && table && origin) {
         int notNull = 0, key = 0;
-        if (sqlite3_table_column_metadata(m_session.Handle(), database, table, origin, nullptr, nullptr, &notNull,
-                                          &key, nullptr) == SQLITE_OK) {
+        if (sqlite3_table_column_metadata(m_session.Handle(), database, table, origin, nullptr, nullptr, &notNull, &key,
+                                          nullptr) == SQLITE_OK) {
             info.Attributes = adFldUpdatable | (notNull ? 0 : adFldIsNullable);
             info.IsKey = key != 0;
         }
@@ -56,7 +56,8 @@ bool SqliteResult::Step()
     return false;
 }
 
-// A column without a declared type takes that of its first value; whole numbers become real ones when a real one follows.
+// A column without a declared type takes that of its first value; whole numbers become real ones when a real one
+// follows.
 void SqliteResult::Learn(std::vector<ColumnStore> &columns, int column, int storage, qint64 rows)
 {
     Learning &state = m_learning[size_t(column)];

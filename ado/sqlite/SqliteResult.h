@@ -22,7 +22,12 @@ private:
     void Read(std::vector<ColumnStore> &columns, int column, qint64 rows);
     static void ReadText(ColumnStore &store, const char *text, qint64 bytes);
 
-    enum class Learning { Done, NoValueYet, WholeSoFar };
+    enum class Learning
+    {
+        Done,
+        NoValueYet,
+        WholeSoFar
+    };
 
     SqliteSession &m_session;
     SqliteStatement m_statement;

@@ -44,7 +44,8 @@ private:
 };
 
 // A prepared statement that is finalized with its owner.
-struct SqliteStatement {
+struct SqliteStatement
+{
     sqlite3_stmt *handle = nullptr;
     SqliteStatement() = default;
     explicit SqliteStatement(sqlite3_stmt *handle) : handle(handle) {}

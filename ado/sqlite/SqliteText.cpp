@@ -40,7 +40,8 @@ bool BeginsWithOne(QByteArrayView sql, std::initializer_list<QByteArrayView> wor
     return false;
 }
 
-constexpr struct {
+constexpr struct
+{
     int code; // primary, or extended
     const char *state;
 } codeStates[] = {
@@ -49,14 +50,15 @@ constexpr struct {
 };
 
 // The library says by words alone what a plain SQLITE_ERROR is.
-constexpr struct {
+constexpr struct
+{
     const char16_t *words;
     const char *state;
 } wordStates[] = {
-    {u"no such table", "42S02"},      {u"no such view", "42S02"},       {u"no such column", "42S22"},
-    {u"already exists", "42S01"},     {u"no such index", "42S12"},      {u"syntax error", "42000"},
-    {u"incomplete input", "42000"},   {u"unrecognized token", "42000"}, {u"no such function", "42000"},
-    {u"ambiguous column", "42000"},   {u"misuse of aggregate", "42000"},
+    {u"no such table", "42S02"},    {u"no such view", "42S02"},        {u"no such column", "42S22"},
+    {u"already exists", "42S01"},   {u"no such index", "42S12"},       {u"syntax error", "42000"},
+    {u"incomplete input", "42000"}, {u"unrecognized token", "42000"},  {u"no such function", "42000"},
+    {u"ambiguous column", "42000"}, {u"misuse of aggregate", "42000"},
 };
 
 } // namespace

@@ -6,28 +6,46 @@ namespace ADODB {
 
 namespace {
 
-enum class Sized { No, Length, Digits };
+enum class Sized
+{
+    No,
+    Length,
+    Digits
+};
 
-// The first row whose word stands in the declaration's name decides. SQLite's own rule (INT anywhere is a whole number) comes
-// after the names that only look so.
-constexpr struct {
+// The first row whose word stands in the declaration's name decides. SQLite's own rule (INT anywhere is a whole number)
+// comes after the names that only look so.
+constexpr struct
+{
     const char *word;
     bool leading; // the name must begin with it
     DataTypeEnum type;
     Sized sized;
 } rows[] = {
-    {"DECIMAL", true, adNumeric, Sized::Digits},    {"NUMERIC", true, adNumeric, Sized::Digits},
-    {"NUMBER", true, adNumeric, Sized::Digits},     {"MONEY", true, adNumeric, Sized::Digits},
-    {"BOOL", true, adBoolean, Sized::No},           {"DATETIME", true, adDBTimeStamp, Sized::No},
-    {"TIMESTAMP", true, adDBTimeStamp, Sized::No},  {"DATE", true, adDBDate, Sized::No},
-    {"TIME", true, adDBTime, Sized::No},            {"GUID", true, adGUID, Sized::No},
-    {"UUID", true, adGUID, Sized::No},              {"UNIQUEIDENTIFIER", true, adGUID, Sized::No},
-    {"FLOATING POINT", true, adDouble, Sized::No},  {"POINT", true, adVarWChar, Sized::No},
-    {"INTERVAL", true, adVarWChar, Sized::No},      {"INT", false, adBigInt, Sized::No},
-    {"CHAR", false, adVarWChar, Sized::Length},     {"CLOB", false, adLongVarWChar, Sized::No},
-    {"TEXT", false, adLongVarWChar, Sized::Length}, {"STRING", false, adVarWChar, Sized::Length},
-    {"BLOB", false, adBinary, Sized::Length},       {"BINARY", false, adBinary, Sized::Length},
-    {"REAL", false, adDouble, Sized::No},           {"FLOA", false, adDouble, Sized::No},
+    {"DECIMAL", true, adNumeric, Sized::Digits},
+    {"NUMERIC", true, adNumeric, Sized::Digits},
+    {"NUMBER", true, adNumeric, Sized::Digits},
+    {"MONEY", true, adNumeric, Sized::Digits},
+    {"BOOL", true, adBoolean, Sized::No},
+    {"DATETIME", true, adDBTimeStamp, Sized::No},
+    {"TIMESTAMP", true, adDBTimeStamp, Sized::No},
+    {"DATE", true, adDBDate, Sized::No},
+    {"TIME", true, adDBTime, Sized::No},
+    {"GUID", true, adGUID, Sized::No},
+    {"UUID", true, adGUID, Sized::No},
+    {"UNIQUEIDENTIFIER", true, adGUID, Sized::No},
+    {"FLOATING POINT", true, adDouble, Sized::No},
+    {"POINT", true, adVarWChar, Sized::No},
+    {"INTERVAL", true, adVarWChar, Sized::No},
+    {"INT", false, adBigInt, Sized::No},
+    {"CHAR", false, adVarWChar, Sized::Length},
+    {"CLOB", false, adLongVarWChar, Sized::No},
+    {"TEXT", false, adLongVarWChar, Sized::Length},
+    {"STRING", false, adVarWChar, Sized::Length},
+    {"BLOB", false, adBinary, Sized::Length},
+    {"BINARY", false, adBinary, Sized::Length},
+    {"REAL", false, adDouble, Sized::No},
+    {"FLOA", false, adDouble, Sized::No},
     {"DOUB", false, adDouble, Sized::No},
 };
 

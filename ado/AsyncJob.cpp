@@ -1,0 +1,98 @@
+// The worker's side of the asynchronous recordset.
+#include "ado/AsyncJob.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+using ADODB::Error;
+
+namespace {
+
+Error OutOfMemory()
+{
+    return Error(ADODB::adErrOutOfMemory, QStringLiteral("The result is too large for the memory."),
+                 QStringLiteral("HY001"));
+}
+
+} // namespace
+
+ADODB::RecordsetPtr UARecordset::Job::Read(ADODB::Connection::Turn &turn)
+{
+    turn.Begin();
+    ADODB::ExecuteResult result = turn.Driver().Execute(sql);
+    if (!result.Rows)
+        return ADODB::Recordset::FromColumns({}, {});
+    bool told = false;
+    const auto tellDefinition = [&] {
+        if (std::exchange(told, true))
+            return;
+        const std::lock_guard guard(lock);
+        definition = result.Rows->Columns();
+        Tell();
+    };
+    try {
+        ADODB::RecordsetPtr recordset = ADODB::ReadAll(
+            *result.Rows,
+            [&](qint64 rowsSoFar) {
+                tellDefinition(); // the types are known from the first block on
+                rows.store(rowsSoFar, std::memory_order_relaxed);
+            },
+            [this] { return cancelled.load(std::memory_order_relaxed); });
+        tellDefinition();
+        return recordset;
+    } catch (const Error &error) {
+        if (error.Number == ADODB::adErrOutOfMemory)
+            turn.Cancel(); // nobody will read the rest
+        throw;
+    }
+}
+
+void UARecordset::Job::Run(std::unique_ptr<ADODB::Connection::Turn> own) noexcept
+{
+    ADODB::RecordsetPtr read;
+    std::optional<Error> failure;
+    try {
+        try {
+            read = Read(*own);
+        } catch (const Error &error) {
+            failure = error;
+        } catch (const std::bad_alloc &) {
+            failure = OutOfMemory();
+        } catch (const std::exception &other) {
+            failure = Error(ADODB::adErrProviderFailed, QString::fromLocal8Bit(other.what()));
+        }
+    } catch (...) {
+        failure = Error(); // not even the words of the failure found room
+        failure->Number = ADODB::adErrProviderFailed;
+    }
+    {
+        const std::lock_guard guard(turnLock);
+        turn = nullptr; // whoever cancels from now on finds nothing
+    }
+    own.reset(); // the connection is free before anybody hears of the end
+    Finish(std::move(read), std::move(failure));
+}
+
+void UARecordset::Job::Finish(ADODB::RecordsetPtr read, std::optional<Error> failure) noexcept
+{
+    ADODB::RecordsetPtr unwanted; // its rows are freed here, on the worker, and outside the lock
+    const std::lock_guard guard(lock);
+    if (owner)
+        recordset = std::move(read);
+    else
+        unwanted = std::move(read);
+    error = std::move(failure);
+    done = true;
+    end = std::chrono::steady_clock::now();
+    Tell();
+}
+
+void UARecordset::Job::Tell() noexcept
+{
+    try {
+        if (owner)
+            QCoreApplication::postEvent(owner, new QEvent(QEvent::User));
+    } catch (...) {
+        // without memory for an event the owner hears nothing; it can still ask
+    }
+}

@@ -1,0 +1,59 @@
+#pragma once
+// One statement that a worker runs for UARecordset, for the sources of UARecordset alone.
+//
+// The mailbox (all that `lock` guards) is the only thing that both threads touch. The worker puts a result in and posts
+// an event that carries nothing; the owner takes it out on its own thread. A job outlives its owner until the worker is
+// done.
+
+#include "ado/UARecordset.h"
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+struct UARecordset::Job
+{
+    QString sql;
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    std::atomic<qint64> rows = 0;
+    std::atomic<bool> cancelled = false;
+
+    mutable std::mutex lock;
+    UARecordset *owner = nullptr; // null once nobody wants to hear of it
+    std::optional<std::vector<ADODB::ColumnInfo>> definition;
+    ADODB::RecordsetPtr recordset;
+    std::optional<ADODB::Error> error;
+    bool done = false;
+    std::chrono::steady_clock::time_point end;
+
+    // Apart from the mailbox, since a cancel may wait for the network and the owner must not wait for it.
+    std::mutex turnLock;
+    ADODB::Connection::Turn *turn = nullptr; // while it lives: what a cancel speaks to
+
+    void Run(std::unique_ptr<ADODB::Connection::Turn> turn) noexcept; // the worker's whole life
+    void Finish(ADODB::RecordsetPtr recordset, std::optional<ADODB::Error> error) noexcept;
+    void Tell() noexcept; // with `lock` held: wakes the owner, if there is one
+
+private:
+    ADODB::RecordsetPtr Read(ADODB::Connection::Turn &turn);
+};
+
+// The threads of all jobs: joined when they have ended, cancelled and joined at the program's end.
+class Workers
+{
+public:
+    static Workers &Get();
+    ~Workers();
+    void Start(const std::shared_ptr<UARecordset::Job> &job, std::unique_ptr<ADODB::Connection::Turn> turn);
+    // Returns at once: cancels on the server from a thread of its own (a driver may wait for the network), again and
+    // again until the job has ended, since a cancel that comes just before the statement reaches the server is lost.
+    void Cancel(const std::shared_ptr<UARecordset::Job> &job);
+
+private:
+    struct State;
+    Workers();
+    std::unique_ptr<State> m;
+};
