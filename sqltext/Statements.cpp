@@ -44,10 +44,12 @@ Span LineAt(const QString &text, qsizetype position)
     return {before < 0 ? 0 : before + 2, behind < 0 ? text.size() : behind};
 }
 
+// A line of nothing or blanks between two line ends parts statements; at either end of the text it does not.
 bool IsBlankLine(const QString &text, Span line)
 {
     const QStringView view = QStringView(text).mid(line.from, line.to - line.from);
-    return std::all_of(view.begin(), view.end(), [](QChar c) { return c == u' '; });
+    return line.from > 0 && line.to < text.size() &&
+           std::all_of(view.begin(), view.end(), [](QChar c) { return c == u' '; });
 }
 
 } // namespace

@@ -20,7 +20,8 @@ bool HasWord(const QString &sql, const QString &word);
 // Does one of the words stand there that make the program ask first and run the statement without a result?
 bool IsAlteringSQL(const QString &sql);
 
-// The lines around the caret up to the nearest blank lines; "" when the caret is on a blank line itself.
+// The lines around the caret up to the nearest blank lines; "" when the caret is on a blank line itself. A blank line
+// is one between two line ends, so the empty line behind the last line end still belongs to the last statement.
 QString GetStatementAtCaret(const QString &text, qsizetype selStart);
 // What a run executes: the selection, else the statement at the caret, else the whole text.
 QString GetSQLText(const QString &text, qsizetype selStart, qsizetype selLength);

@@ -85,6 +85,14 @@ TEST(Statements, CaretPicksTheLinesBetweenBlankLines)
     EXPECT_EQ(GetStatementAtCaret(S(""), 0), S(""));
 }
 
+TEST(Statements, EndsOfTheTextAreNoBlankLines)
+{
+    EXPECT_EQ(GetStatementAtCaret(S("a\r\n\r\nb\r\n"), 8), S("b\r\n"));
+    EXPECT_EQ(GetStatementAtCaret(S("a\r\n\r\n"), 5), S(""));
+    EXPECT_EQ(GetStatementAtCaret(S("\r\na\r\n\r\nb"), 0), S("\r\na"));
+    EXPECT_EQ(GetStatementAtCaret(S("   "), 1), S("   "));
+}
+
 TEST(Statements, RunTakesSelectionThenStatementThenAll)
 {
     const QString text = S("select a\r\n\r\nselect b");
