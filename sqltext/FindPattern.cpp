@@ -20,16 +20,6 @@ QString Reversed(const QString &text)
 
 GapText::GapText(const QString &text) : m_right(Reversed(text)) {}
 
-QString GapText::Chunk(qsizetype position, qsizetype length) const
-{
-    const qsizetype end = std::min(Size(), position + length);
-    QString chunk;
-    chunk.reserve(std::max<qsizetype>(0, end - position));
-    for (qsizetype i = position; i < end; ++i)
-        chunk += At(i);
-    return chunk;
-}
-
 void GapText::Replace(qsizetype position, qsizetype length, const QString &with)
 {
     MoveGap(position);
@@ -76,8 +66,11 @@ bool FindPattern::Hits(const GapText &text, qsizetype position, qsizetype textLe
             return false;
         if (!m_like)
             throw lang::BadPattern();
-        const QString chunk = text.Chunk(position, m_length);
-        return m_like->Matches(m_caseSensitive ? chunk : lang::UCase(chunk));
+        const qsizetype end = std::min(text.Size(), position + m_length);
+        m_chunk.resize(std::max<qsizetype>(0, end - position));
+        for (qsizetype i = 0; i < m_chunk.size(); ++i)
+            m_chunk[i] = Folded(text.At(position + i));
+        return m_like->Matches(m_chunk);
     }
     if (position + m_length > text.Size())
         return m_pattern.isEmpty() && (!m_exactMatch || Stands(text, position, textLength));

@@ -18,8 +18,6 @@ public:
     {
         return position < m_left.size() ? m_left.at(position) : m_right.at(Size() - 1 - position);
     }
-    // The characters from a position on, clipped to the text.
-    QString Chunk(qsizetype position, qsizetype length) const;
     void Replace(qsizetype position, qsizetype length, const QString &with);
     QString Text() const;
 
@@ -48,4 +46,5 @@ private:
     QString m_pattern;
     bool m_wild; // else the pattern is compared character by character
     std::optional<lang::LikePattern> m_like;
+    mutable QString m_chunk; // the characters under test, clipped to the text; kept so that no place allocates
 };

@@ -3,10 +3,11 @@
 #include "lang/Text.h"
 #include "sqltext/clsDStreamBuffer.h"
 
+#include <QStringMatcher>
+
 #include <algorithm>
 #include <iterator>
 
-using lang::InStr;
 using lang::Replace;
 using lang::Trim;
 
@@ -20,10 +21,9 @@ bool IsBlank(const QString &text)
     return Trim(Replace(text, CrLf, {})).isEmpty();
 }
 
-bool IsWordEdge(const QString &character)
+bool IsWordEdge(QChar c)
 {
-    static const QString set = QStringLiteral(" ()-+*/|=`:'?><,\r\n");
-    return InStr(set, character) > 0; // an empty one, at either end of the text, is found as well
+    return QStringView(u" ()-+*/|=`:'?><,\r\n").contains(c);
 }
 
 // Characters 0-based [from, to).
@@ -78,10 +78,21 @@ QStringList SplitStatements(const QString &sql)
 
 bool HasWord(const QString &sql, const QString &word)
 {
-    const QStringList pieces = lang::Split(sql, word, lang::Compare::Text);
-    for (qsizetype i = 1; i < pieces.size(); ++i) {
-        if (IsWordEdge(lang::Right(pieces.at(i - 1), 1)) && IsWordEdge(lang::Left(pieces.at(i), 1)))
+    if (word.isEmpty())
+        return false;
+    const QStringMatcher matcher(word, Qt::CaseInsensitive);
+    qsizetype behindLast = 0;
+    qsizetype hit = matcher.indexIn(sql);
+    while (hit >= 0) {
+        const qsizetype end = hit + word.size();
+        const qsizetype next = matcher.indexIn(sql, end);
+        // Nothing between this hit and the last one, the next one or the end of the text counts as a delimiter.
+        const bool left = hit == behindLast || IsWordEdge(sql.at(hit - 1));
+        const bool right = end == sql.size() || end == next || IsWordEdge(sql.at(end));
+        if (left && right)
             return true;
+        behindLast = end;
+        hit = next;
     }
     return false;
 }

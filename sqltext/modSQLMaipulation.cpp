@@ -3,6 +3,8 @@
 #include "lang/Text.h"
 #include "sqltext/Statements.h"
 
+#include <QStringMatcher>
+
 #include <algorithm>
 
 using lang::InStr;
@@ -11,25 +13,30 @@ namespace {
 
 const QString CrLf = QStringLiteral("\r\n");
 
-bool IsBlank(const QString &text)
+bool IsBlank(QStringView text)
 {
-    return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c == u' '; });
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c == u' '; });
 }
 
 // Behind a quote, an opening bracket or another sign below the full stop a clause word stays on its line; blank, comma,
 // closing bracket and line ends are the exceptions.
 bool KeepsTheLine(QChar c)
 {
-    static const QString set = QStringLiteral(" ,)\r\n");
-    return !set.contains(c) && c < QChar(46);
+    return c < QChar(46) && !QStringView(u" ,)\r\n").contains(c);
 }
 
 // `blanksBeginALine`: a result of nothing but blanks is the start of a line already and gets no line break.
 QString Break(const QString &text, const QString &token, bool blanksBeginALine)
 {
+    if (token.isEmpty())
+        return text;
+    const QStringMatcher matcher(token, Qt::CaseInsensitive);
     QString result;
+    result.reserve(text.size() + text.size() / 16);
     bool onlyBlanks = true;
-    for (const QString &piece : lang::Split(text, token, lang::Compare::Text)) {
+    for (qsizetype from = 0;;) {
+        const qsizetype hit = matcher.indexIn(text, from);
+        const QStringView piece = QStringView(text).mid(from, hit < 0 ? -1 : hit - from);
         if (!result.isEmpty()) {
             if (!KeepsTheLine(result.back()) && !(blanksBeginALine && onlyBlanks))
                 result += CrLf;
@@ -38,8 +45,10 @@ QString Break(const QString &text, const QString &token, bool blanksBeginALine)
         }
         result += piece;
         onlyBlanks = onlyBlanks && IsBlank(piece);
+        if (hit < 0)
+            return result;
+        from = hit + token.size();
     }
-    return result;
 }
 
 QString FormatOne(const QString &statement)

@@ -1,5 +1,7 @@
 #include "lang/Text.h"
 
+#include "tests/support/ExpectCases.h"
+
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -101,4 +103,10 @@ TEST(FormatSeconds, HasTwoDigitsInEachPart)
     EXPECT_EQ(FormatSeconds(3661), S("01:01:01"));
     EXPECT_EQ(FormatSeconds(360000), S("100:00:00"));
     EXPECT_EQ(FormatSeconds(-5), S("-00:00:05"));
+}
+
+TEST(FormatSeconds, Cases)
+{
+    ExpectCases("format_seconds",
+                [](const QJsonObject &args) -> QJsonValue { return FormatSeconds(args[u"seconds"].toDouble()); });
 }
