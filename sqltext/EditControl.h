@@ -15,6 +15,7 @@ struct RtfFrame
 };
 
 // The frame of an RTF text: the font line is line 1 when that contains "\fs", else line 2 when that does, else line 3.
+// A null string stands for a line that is not there.
 RtfFrame FrameOf(QStringView textRTF);
 
 // The outcome of a colouring, ready to show: exactly what reading the composed RTF gives.

@@ -1,0 +1,97 @@
+#include "sqltext/IntColorAll.h"
+
+#include "lang/Text.h"
+#include "sqltext/ColourPasses.h"
+#include "sqltext/KeywordPlan.h"
+#include "sqltext/clsColorTable.h"
+
+QString gRTFHead;
+QString gRTFFont;
+
+namespace {
+
+void TakeFrame(const RtfFrame &frame)
+{
+    // A line that is not there leaves what was.
+    if (!frame.head.isNull())
+        gRTFHead = frame.head;
+    if (!frame.font.isNull())
+        gRTFFont = frame.font;
+}
+
+// The whole RTF: frame, colour table, text. Only the text itself may be long.
+QString Framed(const QString &body)
+{
+    const QString front = gRTFHead + QStringLiteral("\r\n") + gColorTableString + QStringLiteral("\r\n") + gRTFFont +
+                          ColourCodes::Current().plain;
+    QString rtf;
+    rtf.reserve(front.size() + body.size() + 1);
+    return rtf.append(front).append(body).append(u'}');
+}
+
+QString ColouredRtf(const QString &all, const QString &selected, const KeywordSet &keywords)
+{
+    const bool whole = selected.isEmpty();
+    return Framed(ColourBody(whole ? all : selected, keywords, whole));
+}
+
+} // namespace
+
+RtfFrame FrameOf(QStringView textRTF)
+{
+    const auto lineAt = [&](qsizetype start) {
+        const qsizetype end = textRTF.indexOf(u"\r\n", start);
+        return textRTF.mid(start, (end < 0 ? textRTF.size() : end) - start);
+    };
+    std::vector<QStringView> lines;
+    for (qsizetype start = 0; lines.size() < 4 && start <= textRTF.size() && !textRTF.isEmpty();) {
+        lines.push_back(lineAt(start));
+        start += lines.back().size() + 2;
+    }
+    RtfFrame frame;
+    if (!lines.empty())
+        frame.head = lines[0].toString();
+    const auto hasSize = [&](size_t line) { return lines.size() > line && lines[line].contains(u"\\fs"); };
+    const size_t chosen = hasSize(1) ? 1 : hasSize(2) ? 2 : 3;
+    if (chosen < lines.size()) // cut behind its first blank; without one there is nothing to keep
+        frame.font = lines[chosen].left(lines[chosen].indexOf(u' ') + 1).toString();
+    return frame;
+}
+
+QString ColourBody(const QString &text, const KeywordSet &keywords, bool wholeText)
+{
+    const ColourCodes codes = ColourCodes::Current();
+    QString working = EscapeSource(text, codes);
+    working = keywords.Plan().Colour(working, {codes.keyword, codes.plain});
+    working = MarkLines(working, wholeText);
+    working = ColourQuotes(working, u'"', codes.doubleQuote, codes);
+    working = ColourQuotes(working, u'\'', codes.singleQuote, codes);
+    working = ColourComments(working, codes);
+    return MarkBrackets(working);
+}
+
+std::optional<ColourAnswer> intColorAll(const ColourRequest &request, const KeywordSet &keywords)
+{
+    if (lang::Trim(request.text).isEmpty())
+        return std::nullopt;
+    TakeFrame(FrameOf(request.textRTF));
+    return ColourAnswer{request.selText.isEmpty(), ColouredRtf(request.text, request.selText, keywords),
+                        request.caretPos};
+}
+
+void intColorAll(EditControl &control, const QString &text, qsizetype caretPos)
+{
+    const QString all = control.Text();
+    if (lang::Trim(all).isEmpty())
+        return;
+    TakeFrame(control.Frame());
+    const QString rtf = ColouredRtf(all, text, gKeywords);
+    const bool whole = text.isEmpty();
+    if (!control.TakeColoured({whole, ReadRtf(rtf, !whole)})) {
+        if (whole)
+            control.SetTextRTF(rtf);
+        else
+            control.SetSelRTF(rtf);
+    }
+    control.SetSelStart(caretPos);
+}
