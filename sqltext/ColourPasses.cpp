@@ -56,10 +56,9 @@ ColourCodes ColourCodes::Current()
     return codes;
 }
 
-QString EscapeSource(const QString &text, const ColourCodes &codes)
+void EscapeSource(const QString &text, const ColourCodes &codes, TextSink &out)
 {
     const QString source = text.contains(u'\\') ? Without(text, codes.all, lang::Compare::Binary) : text;
-    TextSink out(source.size() + source.size() / 16);
     const QChar *copied = source.constData();
     const QChar *const end = copied + source.size();
     for (const QChar *at = copied; at < end; ++at) {
@@ -75,46 +74,36 @@ QString EscapeSource(const QString &text, const ColourCodes &codes)
             out.Put(QChar(u'\\'));
         }
     }
-    if (out.Size() == 0)
-        return source;
     out.Put(copied, end - copied);
-    return out.Take();
 }
 
-QString MarkLines(const QString &text, bool wholeText)
+void MarkLines(QStringView text, bool wholeText, TextSink &out)
 {
     constexpr QStringView lineEnd = u"\r\n", mark = u"\\par ";
-    TextSink out(text.size() + text.size() / 4);
-    const QStringView source = text;
     qsizetype from = 0;
-    for (qsizetype hit = source.indexOf(lineEnd); hit >= 0; hit = source.indexOf(lineEnd, from)) {
-        out.Put(source.mid(from, hit + 2 - from));
+    for (qsizetype hit = text.indexOf(lineEnd); hit >= 0; hit = text.indexOf(lineEnd, from)) {
+        out.Put(text.mid(from, hit + 2 - from));
         out.Put(mark);
         from = hit + 2;
     }
-    out.Put(source.mid(from));
+    out.Put(text.mid(from));
     // A text of which nothing is left has no lines, not one empty line.
-    if (wholeText && from == source.size() && from > 0) {
+    if (wholeText && from == text.size() && from > 0) {
         out.Put(lineEnd);
         out.Put(mark);
     }
-    return out.Take();
 }
 
-QString ColourQuotes(const QString &text, QChar quote, const QString &code, const ColourCodes &codes)
+void ColourQuotes(QStringView text, QChar quote, const QString &code, const ColourCodes &codes, TextSink &out)
 {
-    const QStringView source = text;
-    qsizetype mark = source.indexOf(quote);
-    if (mark < 0)
-        return text;
     const QStringList inside{codes.keyword, codes.plain};
-    TextSink out(text.size() + text.size() / 4);
-    out.Put(source.left(mark));
+    qsizetype mark = text.indexOf(quote);
+    out.Put(text.left(mark < 0 ? text.size() : mark));
     bool outside = true;
     while (mark >= 0) {
         const qsizetype start = mark + 1;
-        mark = source.indexOf(quote, start);
-        const QStringView piece = source.mid(start, (mark < 0 ? source.size() : mark) - start);
+        mark = text.indexOf(quote, start);
+        const QStringView piece = text.mid(start, (mark < 0 ? text.size() : mark) - start);
         if (outside && !piece.contains(u"\r\n")) {
             outside = false;
             out.Put(code);
@@ -127,24 +116,19 @@ QString ColourQuotes(const QString &text, QChar quote, const QString &code, cons
             out.Put(piece);
         }
     }
-    return out.Take();
 }
 
-QString ColourComments(const QString &text, const ColourCodes &codes)
+void ColourComments(QStringView text, const ColourCodes &codes, TextSink &out)
 {
     constexpr QStringView mark = u"--";
-    const QStringView source = text;
-    qsizetype hit = source.indexOf(mark);
-    if (hit < 0)
-        return text;
     const QStringList inside{codes.keyword, codes.doubleQuote, codes.singleQuote, codes.plain};
-    TextSink out(text.size() + text.size() / 4);
-    out.Put(source.left(hit));
+    qsizetype hit = text.indexOf(mark);
+    out.Put(text.left(hit < 0 ? text.size() : hit));
     qsizetype former = 0; // where the piece before the mark begins in the result, as its own change left it
     while (hit >= 0) {
         const qsizetype start = hit + 2;
-        hit = source.indexOf(mark, start);
-        const QStringView piece = source.mid(start, (hit < 0 ? source.size() : hit) - start);
+        hit = text.indexOf(mark, start);
+        const QStringView piece = text.mid(start, (hit < 0 ? text.size() : hit) - start);
         const bool quoted = !piece.isEmpty() && EndsInSingleQuotes(out.View(former), codes);
         former = out.Size();
         if (quoted) {
@@ -160,13 +144,11 @@ QString ColourComments(const QString &text, const ColourCodes &codes)
         out.Put(codes.plain);
         out.Put(piece.mid(head.size()));
     }
-    return out.Take();
 }
 
-QString MarkBrackets(const QString &text)
+void MarkBrackets(QStringView text, TextSink &out)
 {
-    TextSink out(text.size() + text.size() / 16);
-    const QChar *copied = text.constData();
+    const QChar *copied = text.data();
     const QChar *const end = copied + text.size();
     for (const QChar *at = copied; at < end; ++at) {
         const char16_t c = at->unicode();
@@ -176,8 +158,5 @@ QString MarkBrackets(const QString &text)
         out.Put(c == u'[' ? QStringView(u"\\i[") : c == u']' ? QStringView(u"]\\i0") : kTab);
         copied = at + 1;
     }
-    if (out.Size() == 0)
-        return text;
     out.Put(copied, end - copied);
-    return out.Take();
 }

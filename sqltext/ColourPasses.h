@@ -4,6 +4,9 @@
 
 #include <QString>
 #include <QStringList>
+#include <QStringView>
+
+class TextSink;
 
 // The switches of the colour table, as they stand at the time of a colouring.
 struct ColourCodes
@@ -15,19 +18,19 @@ struct ColourCodes
 };
 
 // Takes out the user's own switches, then escapes what RTF reads as its own, and TABs.
-QString EscapeSource(const QString &text, const ColourCodes &codes);
+void EscapeSource(const QString &text, const ColourCodes &codes, TextSink &out);
 
 // Puts "\par " behind each CR LF. A whole text that ends in a line end gets one more, so that its empty last line
 // survives the reading of the result.
-QString MarkLines(const QString &text, bool wholeText);
+void MarkLines(QStringView text, bool wholeText, TextSink &out);
 
 // Colours what stands between two such quotes on one line; `code` is the switch. A quote without a partner on its line
 // is no string, and the next quote decides afresh.
-QString ColourQuotes(const QString &text, QChar quote, const QString &code, const ColourCodes &codes);
+void ColourQuotes(QStringView text, QChar quote, const QString &code, const ColourCodes &codes, TextSink &out);
 
 // Colours from "--" to the line's end, unless the stretch before it ends within single quotes.
-QString ColourComments(const QString &text, const ColourCodes &codes);
+void ColourComments(QStringView text, const ColourCodes &codes, TextSink &out);
 
 // Italics for bracketed names. The switch behind "]" has no blank of its own: a blank or a digit of the text that
 // follows joins it. That is meant.
-QString MarkBrackets(const QString &text);
+void MarkBrackets(QStringView text, TextSink &out);

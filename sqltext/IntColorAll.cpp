@@ -3,7 +3,10 @@
 #include "lang/Text.h"
 #include "sqltext/ColourPasses.h"
 #include "sqltext/KeywordPlan.h"
+#include "sqltext/TextSink.h"
 #include "sqltext/clsColorTable.h"
+
+#include <utility>
 
 QString gRTFHead;
 QString gRTFFont;
@@ -61,13 +64,21 @@ RtfFrame FrameOf(QStringView textRTF)
 QString ColourBody(const QString &text, const KeywordSet &keywords, bool wholeText)
 {
     const ColourCodes codes = ColourCodes::Current();
-    QString working = EscapeSource(text, codes);
-    working = keywords.Plan().Colour(working, {codes.keyword, codes.plain});
-    working = MarkLines(working, wholeText);
-    working = ColourQuotes(working, u'"', codes.doubleQuote, codes);
-    working = ColourQuotes(working, u'\'', codes.singleQuote, codes);
-    working = ColourComments(working, codes);
-    return MarkBrackets(working);
+    QString working = text, spare;
+    // Two texts take turns: each pass reads one and writes over the other.
+    const auto pass = [&](auto &&change) {
+        TextSink out(std::move(spare), working.size() + working.size() / 4);
+        change(out);
+        spare = std::exchange(working, out.Take());
+    };
+    pass([&](TextSink &out) { EscapeSource(working, codes, out); });
+    spare = std::exchange(working, keywords.Plan().Colour(working, {codes.keyword, codes.plain}));
+    pass([&](TextSink &out) { MarkLines(working, wholeText, out); });
+    pass([&](TextSink &out) { ColourQuotes(working, u'"', codes.doubleQuote, codes, out); });
+    pass([&](TextSink &out) { ColourQuotes(working, u'\'', codes.singleQuote, codes, out); });
+    pass([&](TextSink &out) { ColourComments(working, codes, out); });
+    pass([&](TextSink &out) { MarkBrackets(working, out); });
+    return working;
 }
 
 std::optional<ColourAnswer> intColorAll(const ColourRequest &request, const KeywordSet &keywords)

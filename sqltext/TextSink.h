@@ -9,9 +9,11 @@
 class TextSink
 {
 public:
-    explicit TextSink(qsizetype expected)
+    explicit TextSink(qsizetype expected) : TextSink(QString(), expected) {}
+    // Writes over a text that is no longer needed, in its room.
+    TextSink(QString &&used, qsizetype expected) : m_buffer(used.isDetached() ? std::move(used) : QString())
     {
-        m_buffer.resize(expected + 64);
+        m_buffer.resize(qMax(expected + 64, m_buffer.capacity()));
         m_room = m_buffer.data();
     }
 

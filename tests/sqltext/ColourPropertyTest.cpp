@@ -271,14 +271,33 @@ TEST_F(ColourProperty, FewLetters)
     }
 }
 
-// No letter outside ASCII but these two folds into it; the walk by words counts on that.
-TEST_F(ColourProperty, LettersThatFoldIntoAscii)
+// Of a long list of odd keywords only those are tried that the text can hold, or can come to hold with the switches of
+// the keywords before.
+TEST_F(ColourProperty, AKeywordThatArisesFromSwitches)
 {
-    for (int unit = 128; unit < 0x10000; ++unit) {
-        if (QChar(unit).toCaseFolded().unicode() < 128) {
-            EXPECT_TRUE(unit == 0x17F || unit == 0x212A) << unit;
+    QStringList keywords;
+    for (int i = 0; i < 40; ++i)
+        keywords += QStringLiteral("odd ") + QString::number(i);
+    keywords +=
+    {
+        "select", ",\\cf1", ",\cf1", "t\cf0", "\cf0",
+            "1 select\", " 1 SELECT\CF0 "};
+            const KeywordSet set(keywords);
+        for (const char *text :
+             {"a ,select b", ",select", "select", "a select,select", "odd 1,select odd 39", "\cf1", ""})
+            ExpectSame(QString::fromLatin1(text), keywords, set, true);
+        EXPECT_NE(ColourBody(QStringLiteral("a ,select"), set, true),
+                  ColourBody(QStringLiteral("a ,select"), {{"select"}}, true));
+    }
+
+    // No letter outside ASCII but these two folds into it; the walk by words counts on that.
+    TEST_F(ColourProperty, LettersThatFoldIntoAscii)
+    {
+        for (int unit = 128; unit < 0x10000; ++unit) {
+            if (QChar(unit).toCaseFolded().unicode() < 128) {
+                EXPECT_TRUE(unit == 0x17F || unit == 0x212A) << unit;
+            }
         }
     }
-}
 
 } // namespace
