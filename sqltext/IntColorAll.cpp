@@ -1,17 +1,23 @@
 #include "sqltext/IntColorAll.h"
 
-#include "lang/Text.h"
 #include "sqltext/ColourPasses.h"
 #include "sqltext/KeywordPlan.h"
 #include "sqltext/TextSink.h"
 #include "sqltext/clsColorTable.h"
 
+#include <algorithm>
 #include <utility>
 
 QString gRTFHead;
 QString gRTFFont;
 
 namespace {
+
+// Without a copy: this runs at every key press, also in a long text.
+bool IsAllBlank(const QString &text)
+{
+    return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c == u' '; });
+}
 
 void TakeFrame(const RtfFrame &frame)
 {
@@ -83,7 +89,7 @@ QString ColourBody(const QString &text, const KeywordSet &keywords, bool wholeTe
 
 std::optional<ColourAnswer> intColorAll(const ColourRequest &request, const KeywordSet &keywords)
 {
-    if (lang::Trim(request.text).isEmpty())
+    if (IsAllBlank(request.text))
         return std::nullopt;
     TakeFrame(FrameOf(request.textRTF));
     return ColourAnswer{request.selText.isEmpty(), ColouredRtf(request.text, request.selText, keywords),
@@ -93,7 +99,7 @@ std::optional<ColourAnswer> intColorAll(const ColourRequest &request, const Keyw
 void intColorAll(EditControl &control, const QString &text, qsizetype caretPos)
 {
     const QString all = control.Text();
-    if (lang::Trim(all).isEmpty())
+    if (IsAllBlank(all))
         return;
     TakeFrame(control.Frame());
     const QString rtf = ColouredRtf(all, text, gKeywords);

@@ -154,7 +154,7 @@ TEST_F(ColourProperty, TheShippedList)
     ASSERT_GE(shipped.size(), 600);
     const KeywordSet set(shipped);
     Random random(101);
-    for (int i = 0; i < 1'500; ++i)
+    for (int i = 0; i < 600; ++i)
         ASSERT_NO_FATAL_FAILURE(ExpectSame(RandomText(random, shipped), shipped, set, random.bounded(2) == 0));
 }
 
@@ -166,7 +166,7 @@ TEST_F(ColourProperty, WordsInContact)
                                "abab",   "b",       "cf",  "cf0",  "cf1",   "f0",       "tab", "par",  "0",
                                "1",      "10",      "c",   "f",    "k",     "s",        "sk",  "IS",   "is"};
     Random random(202);
-    for (int i = 0; i < 60'000; ++i) {
+    for (int i = 0; i < 25'000; ++i) {
         QStringList keywords;
         const int count = random.bounded(8);
         for (int k = 0; k < count; ++k)
@@ -238,7 +238,7 @@ TEST_F(ColourProperty, OddKeywords)
                                "0",
                                "1"};
     Random random(303);
-    for (int i = 0; i < 40'000; ++i) {
+    for (int i = 0; i < 15'000; ++i) {
         QStringList keywords;
         const int count = random.bounded(random.bounded(10) == 0 ? 40 : 8);
         for (int k = 0; k < count; ++k)
@@ -259,7 +259,7 @@ TEST_F(ColourProperty, FewLetters)
             text += QStringLiteral("aAbB ,")[random.bounded(6)];
         return text;
     };
-    for (int i = 0; i < 60'000; ++i) {
+    for (int i = 0; i < 25'000; ++i) {
         QStringList keywords;
         const int count = random.bounded(7);
         for (int k = 0; k < count; ++k) {
@@ -278,26 +278,22 @@ TEST_F(ColourProperty, AKeywordThatArisesFromSwitches)
     QStringList keywords;
     for (int i = 0; i < 40; ++i)
         keywords += QStringLiteral("odd ") + QString::number(i);
-    keywords +=
-    {
-        "select", ",\\cf1", ",\cf1", "t\cf0", "\cf0",
-            "1 select\", " 1 SELECT\CF0 "};
-            const KeywordSet set(keywords);
-        for (const char *text :
-             {"a ,select b", ",select", "select", "a select,select", "odd 1,select odd 39", "\cf1", ""})
-            ExpectSame(QString::fromLatin1(text), keywords, set, true);
-        EXPECT_NE(ColourBody(QStringLiteral("a ,select"), set, true),
-                  ColourBody(QStringLiteral("a ,select"), {{"select"}}, true));
-    }
+    keywords += {"select", ",\\cf1", "t\\cf0", "\\cf0", "1 select\\", "1 SELECT\\CF0"};
+    const KeywordSet set(keywords);
+    for (const char *text : {"a ,select b", ",select", "select", "a select,select", "odd 1,select odd 39", "\\cf1", ""})
+        ExpectSame(QString::fromLatin1(text), keywords, set, true);
+    const QString text = QStringLiteral("a ,select");
+    EXPECT_NE(ColourBody(text, set, true), ColourBody(text, QStringList{"select"}, true));
+}
 
-    // No letter outside ASCII but these two folds into it; the walk by words counts on that.
-    TEST_F(ColourProperty, LettersThatFoldIntoAscii)
-    {
-        for (int unit = 128; unit < 0x10000; ++unit) {
-            if (QChar(unit).toCaseFolded().unicode() < 128) {
-                EXPECT_TRUE(unit == 0x17F || unit == 0x212A) << unit;
-            }
+// No letter outside ASCII but these two folds into it; the walk by words counts on that.
+TEST_F(ColourProperty, LettersThatFoldIntoAscii)
+{
+    for (int unit = 128; unit < 0x10000; ++unit) {
+        if (QChar(unit).toCaseFolded().unicode() < 128) {
+            EXPECT_TRUE(unit == 0x17F || unit == 0x212A) << unit;
         }
     }
+}
 
 } // namespace
