@@ -124,7 +124,7 @@ void RtfBuilder::FontText(QStringView text)
         QString &name = m_fonts.back().second;
         if (c == u';')
             m_fontEntry = -1;
-        else if (name.size() < kLongestFontName)
+        else if (c >= u' ' && name.size() < kLongestFontName)
             name += c;
     }
 }
