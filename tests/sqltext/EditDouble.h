@@ -1,0 +1,93 @@
+#pragma once
+// An edit control without a window: a document, a selection, and a log of what was written.
+
+#include "sqltext/EditControl.h"
+
+#include <QStringList>
+
+class EditDouble : public EditControl
+{
+public:
+    explicit EditDouble(const QString &text) { EditDouble::SetText(text); }
+
+    RtfDocument document;
+    QStringList log;
+    bool takesColoured = false;
+
+    QString Text() const override { return document.text; }
+    void SetText(const QString &text) override
+    {
+        document = {};
+        document.text = text;
+        if (!text.isEmpty())
+            document.runs = {{0, text.size(), 0, false, false}};
+        m_start = m_length = 0;
+    }
+    QString TextRTF() const override { return WriteRtf(document); }
+    void SetTextRTF(const QString &rtf) override
+    {
+        log += QStringLiteral("TextRTF");
+        Replace(true, ReadRtf(rtf, false));
+    }
+    void SetSelRTF(const QString &rtf) override
+    {
+        log += QStringLiteral("SelRTF");
+        Replace(false, ReadRtf(rtf, true));
+    }
+    qsizetype SelStart() const override { return m_start; }
+    void SetSelStart(qsizetype position) override
+    {
+        log += QStringLiteral("SelStart %1").arg(position);
+        m_start = qBound(qsizetype(0), position, document.text.size());
+        m_length = 0;
+    }
+    qsizetype SelLength() const override { return m_length; }
+    void SetSelLength(qsizetype length) override
+    {
+        log += QStringLiteral("SelLength %1").arg(length);
+        m_length = qBound(qsizetype(0), length, document.text.size() - m_start);
+        const QString &text = document.text;
+        const auto inside = [&](qsizetype at) {
+            return at > 0 && at < text.size() && text[at - 1] == u'\r' && text[at] == u'\n';
+        };
+        if (m_length > 0 && inside(m_start)) {
+            --m_start;
+            ++m_length;
+        }
+        if (m_length > 0 && inside(m_start + m_length))
+            ++m_length;
+    }
+    QString SelText() const override { return document.text.mid(m_start, m_length); }
+    void SetSelText(const QString &text) override
+    {
+        log += QStringLiteral("SelText");
+        const qsizetype start = m_start;
+        SetText(document.text.left(m_start) + text + document.text.mid(m_start + m_length));
+        m_start = start + text.size();
+    }
+    bool TakeColoured(const ColouredText &coloured) override
+    {
+        if (takesColoured) {
+            log += QStringLiteral("taken");
+            Replace(coloured.whole, coloured.document);
+        }
+        return takesColoured;
+    }
+
+private:
+    void Replace(bool whole, const RtfDocument &with)
+    {
+        if (whole || m_length == document.text.size()) {
+            document = with;
+            m_start = 0;
+        } else { // looks of a part are of no interest here
+            const qsizetype start = m_start;
+            const QString text = document.text.left(m_start) + with.text + document.text.mid(m_start + m_length);
+            SetText(text);
+            m_start = start + with.text.size();
+        }
+        m_length = 0;
+    }
+
+    qsizetype m_start = 0, m_length = 0;
+};
