@@ -65,8 +65,6 @@ long double Real(const Value &value)
         return *number;
     if (const quint64 *number = value.As<quint64>())
         return *number;
-    if (const Decimal *decimal = value.As<Decimal>())
-        return strtold(decimal->digits.constData(), nullptr);
     return value.ToDouble();
 }
 
@@ -77,7 +75,9 @@ int CompareNumbers(const Value &left, const Value &right)
             return Order(*a, *b);
     if (!left.As<double>() && !right.As<double>())
         return CompareDecimals(Digits(left), Digits(right));
-    const long double a = Real(left), b = Real(right);
+    // Against decimal digits a double is the number that these digits would read as; against whole numbers it is exact.
+    const bool digits = left.As<Decimal>() || right.As<Decimal>();
+    const long double a = digits ? left.ToDouble() : Real(left), b = digits ? right.ToDouble() : Real(right);
     const bool aIsNumber = a == a, bIsNumber = b == b;
     if (!aIsNumber || !bIsNumber)
         return int(aIsNumber) - int(bIsNumber); // "not a number" comes first and equals itself

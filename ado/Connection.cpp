@@ -1,6 +1,7 @@
 #include "ado/ConnectionBody.h"
 
 #include "ado/ConnectionString.h"
+#include "ado/Guard.h"
 #include "ado/Recordset.h"
 #include "ado/schema/Schema.h"
 
@@ -76,7 +77,7 @@ void Connection::Open(const QString &connectionString, const QString &user, cons
         SetConnectionString(connectionString);
     const QString given = ConnectionString();
     const QString drivers = OdbcString(given);
-    std::unique_ptr<Session> session = DriverFor(drivers).Connect(drivers, user, password);
+    std::unique_ptr<Session> session = AsErrors([&] { return DriverFor(drivers).Connect(drivers, user, password); });
     QHash<QString, QVariant> properties{
         {QStringLiteral("dbms name"), session->ProductName()},
         {QStringLiteral("dbms version"), session->ProductVersion()},
@@ -116,13 +117,14 @@ RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, in
     Turn turn(shared_from_this(), sql);
     turn.Begin();
     RecordsetPtr recordset;
-    ExecuteResult result = turn.Driver().Execute(sql);
+    Session &session = turn.Driver();
+    ExecuteResult result = AsErrors([&] { return session.Execute(sql); });
     if (result.Rows) {
         try {
-            recordset = ReadAll(*result.Rows);
+            recordset = AsErrors([&] { return ReadAll(*result.Rows); });
         } catch (const Error &error) {
             if (error.Number == adErrOutOfMemory)
-                turn.Driver().Cancel(); // nobody will read the rest
+                session.Cancel(); // nobody will read the rest
             throw;
         }
     } else {
@@ -140,7 +142,7 @@ template <class Work> void Connection::Transact(const QString &words, const Work
     turn.Begin();
     Session &session = turn.Driver();
     m->Refresh();
-    work(session);
+    AsErrors([&] { work(session); });
 }
 
 void Connection::BeginTrans()
@@ -182,7 +184,8 @@ RecordsetPtr Connection::OpenSchema(int schema, const QStringList &restrictions)
 {
     Turn turn(shared_from_this(), QStringLiteral("OpenSchema %1").arg(schema));
     turn.Begin();
-    return OpenSchemaRowset(turn.Driver(), schema, restrictions);
+    Session &session = turn.Driver();
+    return AsErrors([&] { return OpenSchemaRowset(session, schema, restrictions); });
 }
 
 void Connection::Cancel() noexcept

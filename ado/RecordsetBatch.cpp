@@ -2,6 +2,7 @@
 #include "ado/RecordsetBody.h"
 
 #include "ado/BaseTable.h"
+#include "ado/Guard.h"
 
 namespace ADODB {
 
@@ -162,11 +163,12 @@ void Recordset::Body::Send(const std::vector<std::uint32_t> &rows)
     qint64 refused = 0;
     for (const Group &group : writer.Groups()) {
         std::unordered_set<qint64> failed;
-        session.ExecuteBatch(group.sql, group.parameters, [&](qint64 row, const Error &error) {
+        const auto refuse = [&](qint64 row, const Error &error) {
             failed.insert(row);
             if (!first)
                 first = error;
-        });
+        };
+        AsErrors([&] { return session.ExecuteBatch(group.sql, group.parameters, refuse); });
         refused += qint64(failed.size());
         for (size_t i = 0; i < group.rows.size(); ++i)
             if (!failed.contains(qint64(i)))
