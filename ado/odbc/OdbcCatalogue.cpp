@@ -19,7 +19,8 @@ enum class Reading
     Flag,
     SqlType,
     Direction,
-    Default
+    Default,
+    Deferral,
 };
 
 struct Taken
@@ -78,7 +79,7 @@ constexpr Taken kForeignKeys[] = {{1, "PK_TABLE_CATALOG"},
                                   {11, "DELETE_RULE", Reading::Rule},
                                   {12, "FK_NAME"},
                                   {13, "PK_NAME"},
-                                  {14, "DEFERRABILITY"}};
+                                  {14, "DEFERRABILITY", Reading::Deferral}};
 constexpr Taken kPrimaryKeys[] = {{1, "TABLE_CATALOG"}, {2, "TABLE_SCHEMA"}, {3, "TABLE_NAME"},
                                   {4, "COLUMN_NAME"},   {5, "ORDINAL"},      {6, "PK_NAME"}};
 
@@ -156,6 +157,8 @@ Value Read(const Value &value, Reading how)
         return Value(AdoType(int(number)));
     case Reading::Direction:
         return Value(value.ToText() == u"D" ? 2 : 1);
+    case Reading::Deferral: // initially deferred 1, initially immediate 2, not deferrable 3
+        return number >= SQL_INITIALLY_DEFERRED && number <= SQL_NOT_DEFERRABLE ? Value(number - 4) : Value();
     case Reading::Default: // "NULL" stands for no default
         return value.ToText() == u"NULL" ? Value() : value;
     }
