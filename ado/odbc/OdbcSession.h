@@ -19,6 +19,7 @@ public:
     void Begin() override;
     void Commit() override;
     void Rollback() override;
+    std::optional<bool> InTransaction() const override { return m_inTransaction; }
 
     std::unique_ptr<ResultSet> Catalogue(SchemaEnum schema, const QStringList &restrictions) override;
 

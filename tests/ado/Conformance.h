@@ -1,0 +1,72 @@
+#pragma once
+// One suite over every driver: the built-in SQLite, SQLite through its ODBC driver, PostgreSQL and MariaDB.
+//
+// The servers' connection strings come from BRINDLEWICK_TEST_POSTGRES, _MARIADB and _SQLITE_ODBC (tests/servers/servers
+// prints them). A missing one skips its tests, but fails them where BRINDLEWICK_TEST_SERVERS=1 promises that all are
+// there. Each test gets a place of its own (a file, a schema, a database), so that tests may run beside each other.
+
+#include "ado/Connection.h"
+#include "ado/Recordset.h"
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace conformance {
+
+enum class Server
+{
+    BuiltIn,
+    SqliteOdbc,
+    Postgres,
+    MariaDb
+};
+
+// A statement text a server; the first two share one.
+struct Dialect
+{
+    const char *Sqlite, *Postgres, *MariaDb;
+};
+
+QString ConnectionStringOf(Server server); // "" where it is not given
+bool ServersArePromised();
+
+class Conformance : public testing::TestWithParam<Server>
+{
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    bool IsSqlite() const { return GetParam() == Server::BuiltIn || GetParam() == Server::SqliteOdbc; }
+    bool Is(Server server) const { return GetParam() == server; }
+    QString Pick(const Dialect &dialect) const;
+    QString Quoted(const QString &name) const; // as an identifier
+
+    ADODB::ConnectionPtr NewConnection(); // a second one to the same place
+    ADODB::RecordsetPtr Run(const QString &sql) { return m_connection->Execute(sql); }
+    ADODB::Value Cell(const QString &sql, int column = 0); // of the first row
+    qint64 Affected(const QString &sql);
+    // Runs what must fail and gives its error.
+    ADODB::Error ErrorOf(const QString &sql);
+
+    QString m_string; // the connection string of the place
+    QString m_place;  // the schema or database of this test; "" for SQLite
+    ADODB::ConnectionPtr m_connection;
+    QTemporaryDir m_folder;
+};
+
+template <class Work> ADODB::Error ErrorFrom(const Work &work)
+{
+    try {
+        work();
+    } catch (const ADODB::Error &error) {
+        return error;
+    }
+    ADD_FAILURE() << "no error was raised";
+    return {};
+}
+
+inline QString Utf(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+} // namespace conformance

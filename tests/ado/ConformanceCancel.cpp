@@ -1,0 +1,206 @@
+// A statement can be stopped from another thread, and its connection goes on; a lost server is an error, never a crash.
+#include "ado/UARecordset.h"
+#include "tests/ado/Conformance.h"
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <atomic>
+#include <csignal>
+#include <thread>
+
+using namespace ADODB;
+
+namespace conformance {
+
+namespace {
+
+// Runs for many seconds on the server, and gives rows in the end.
+const Dialect kLong = {"WITH RECURSIVE g(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM g WHERE n < 400000000) "
+                       "SELECT count(*) FROM g",
+                       "SELECT pg_sleep(60)",
+                       "SELECT COUNT(*) FROM seq_1_to_100000 a JOIN seq_1_to_100000 b ON (a.seq + b.seq) % 7 = 3"};
+
+void WaitUntil(const std::function<bool()> &ready, int milliseconds = 20000)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!ready() && timer.elapsed() < milliseconds)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+} // namespace
+
+TEST_P(Conformance, CancelFromAnotherThreadStopsTheStatement)
+{
+    for (int round = 0; round < 2; ++round) {
+        QElapsedTimer sinceCancel;
+        std::atomic<bool> ended{false};
+        std::thread other([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            sinceCancel.start();
+            while (!ended) { // as callers do: until the turn has ended
+                m_connection->Cancel();
+                std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            }
+        });
+        const Error error = ErrorOf(Pick(kLong));
+        const qint64 took = sinceCancel.elapsed();
+        ended = true;
+        other.join();
+        EXPECT_EQ(error.Number, adErrOperationCancelled) << error.what();
+        EXPECT_LT(took, 1000);
+        EXPECT_EQ(m_connection->State(), adStateOpen);
+        EXPECT_EQ(Cell(QStringLiteral("SELECT 6 * 7")).ToInt64(), 42);
+    }
+}
+
+TEST_P(Conformance, CancelOfAnIdleConnectionHitsNothing)
+{
+    m_connection->Cancel();
+    EXPECT_EQ(Cell(QStringLiteral("SELECT 1")).ToInt64(), 1);
+    m_connection->Cancel();
+    EXPECT_EQ(Cell(QStringLiteral("SELECT 2")).ToInt64(), 2);
+}
+
+TEST_P(Conformance, ACancelledStatementLeavesItsTransactionToTheUser)
+{
+    Run(QStringLiteral("CREATE TABLE t (a INTEGER)"));
+    m_connection->BeginTrans();
+    Run(QStringLiteral("INSERT INTO t VALUES (1)"));
+    std::thread other([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        m_connection->Cancel();
+    });
+    ErrorOf(Pick(kLong));
+    other.join();
+    m_connection->RollbackTrans();
+    EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 0);
+}
+
+TEST_P(Conformance, ASecondStatementWaitsAndASecondConnectionDoesNot)
+{
+    Run(QStringLiteral("CREATE TABLE t (a INTEGER)"));
+    std::atomic<bool> running{false}, ended{false};
+    std::thread other([&] {
+        running = true;
+        try {
+            Run(Pick(kLong));
+        } catch (const Error &) {
+        }
+        ended = true;
+    });
+    while (!running || !m_connection->IsBusy())
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    EXPECT_EQ(NewConnection()->Execute(QStringLiteral("SELECT * FROM t"))->RecordCount(), 0);
+    EXPECT_FALSE(ended);
+    std::thread stop([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        m_connection->Cancel();
+    });
+    EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 0); // waits for the cancelled one
+    EXPECT_TRUE(ended);
+    stop.join();
+    other.join();
+}
+
+TEST_P(Conformance, TheAsynchronousRecordsetReportsInOrder)
+{
+    Run(QStringLiteral("CREATE TABLE t (a INTEGER, b VARCHAR(20))"));
+    Run(QStringLiteral("INSERT INTO t VALUES (1, 'one'), (2, 'two')"));
+    QStringList seen;
+    RecordsetPtr opened;
+    UARecordset recordset;
+    QObject::connect(&recordset, &UARecordset::GotTableDefinition, [&](const std::vector<ColumnInfo> &columns) {
+        seen += QStringLiteral("definition of %1").arg(columns.size());
+    });
+    QObject::connect(&recordset, &UARecordset::RecordsetOpened, [&](const RecordsetPtr &rows) {
+        seen += QStringLiteral("rows");
+        opened = rows;
+    });
+    QObject::connect(&recordset, &UARecordset::ErrorOccured,
+                     [&](int, const QString &description) { seen += description; });
+    recordset.OpenRecordset(QStringLiteral("SELECT a, b FROM t ORDER BY a"), m_connection, 2);
+    EXPECT_TRUE(seen.isEmpty()); // nothing arrives inside the call
+    WaitUntil([&] { return opened != nullptr || seen.size() > 1; });
+    EXPECT_EQ(seen.join(u'|'), u"definition of 2|rows");
+    ASSERT_NE(opened, nullptr);
+    EXPECT_EQ(opened->CellText(1, 1), u"two");
+
+    seen.clear();
+    recordset.OpenRecordset(QStringLiteral("SELECT * FROM nothing_here"), m_connection, 2);
+    WaitUntil([&] { return !seen.isEmpty(); });
+    ASSERT_EQ(seen.size(), 1);
+    EXPECT_TRUE(seen[0].contains(u"nothing_here")) << seen[0].toStdString();
+
+    seen.clear();
+    int number = 0;
+    QObject::connect(&recordset, &UARecordset::ErrorOccured, [&](int error, const QString &) { number = error; });
+    recordset.OpenRecordset(Pick(kLong), m_connection, 2);
+    QElapsedTimer timer;
+    timer.start();
+    WaitUntil([&] { return timer.elapsed() > 300; });
+    EXPECT_TRUE(recordset.IsRunning());
+    recordset.Cancel();
+    timer.restart();
+    WaitUntil([&] { return !seen.isEmpty(); });
+    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_EQ(number, adErrOperationCancelled);
+    EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 2);
+}
+
+// The session is ended by the administrator while its statement runs.
+TEST_P(Conformance, AnEndedSessionIsAnErrorAndANewConnectionWorks)
+{
+    if (IsSqlite())
+        GTEST_SKIP() << "SQLite has no sessions that could be ended";
+    const qint64 id = Cell(Pick({"", "SELECT pg_backend_pid()", "SELECT CONNECTION_ID()"})).ToInt64();
+    const ConnectionPtr second = NewConnection();
+    std::thread administrator([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        second->Execute(Pick({"", "SELECT pg_terminate_backend(%1)", "KILL CONNECTION %1"}).arg(id));
+    });
+    const Error error = ErrorOf(Pick(kLong));
+    administrator.join();
+    EXPECT_NE(error.Number, adErrOperationCancelled);
+    EXPECT_FALSE(error.Description.isEmpty());
+    EXPECT_NO_THROW(ErrorOf(QStringLiteral("SELECT 1")));
+    EXPECT_EQ(m_connection->State(), adStateClosed);
+    m_connection = NewConnection();
+    EXPECT_EQ(Cell(QStringLiteral("SELECT 6 * 7")).ToInt64(), 42);
+}
+
+// A server of its own, killed like a crash while a large result is on its way.
+TEST_P(Conformance, AKilledServerIsAnErrorAndTheProgramGoesOn)
+{
+    if (IsSqlite())
+        GTEST_SKIP() << "SQLite has no server";
+    const QString script = QStringLiteral(BRINDLEWICK_SOURCE_DIR "/tests/servers/servers");
+    const QString folder = m_folder.filePath(QStringLiteral("own"));
+    const QString kind = Pick({"", "postgres", "mariadb"});
+    QProcess start;
+    start.start(script, {QStringLiteral("start"), folder, kind});
+    ASSERT_TRUE(start.waitForFinished(60000));
+    ASSERT_EQ(start.exitCode(), 0) << start.readAllStandardError().toStdString();
+    const QString lines = QString::fromUtf8(start.readAllStandardOutput());
+    const qsizetype from = lines.indexOf(u'\'') + 1;
+    const ConnectionPtr connection = Connection::Create();
+    connection->Open(lines.mid(from, lines.indexOf(u'\'', from) - from));
+    const QString sql = Pick({"", "SELECT n, repeat('x', 500) AS s FROM generate_series(1, 3000000) n",
+                              "SELECT seq, repeat('x', 500) AS s FROM seq_1_to_3000000"});
+    std::thread killer([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(150));
+        QProcess::execute(script, {QStringLiteral("kill"), folder});
+    });
+    const Error error = ErrorFrom([&] { connection->Execute(sql); });
+    killer.join();
+    EXPECT_FALSE(error.Description.isEmpty());
+    EXPECT_NE(error.Number, adErrOperationCancelled);
+    EXPECT_FALSE(ErrorFrom([&] { connection->Execute(QStringLiteral("SELECT 1")); }).Description.isEmpty());
+    EXPECT_EQ(connection->State(), adStateClosed);
+    EXPECT_EQ(QProcess::execute(script, {QStringLiteral("stop"), folder}), 0);
+    EXPECT_FALSE(QFile::exists(folder));
+    EXPECT_EQ(Cell(QStringLiteral("SELECT 6 * 7")).ToInt64(), 42); // the other server's connection is as it was
+}
+
+} // namespace conformance

@@ -1,0 +1,115 @@
+// What the ODBC driver does beside the conformance: its lists, its strings, its refusals, its trace.
+#include "ado/odbc/OdbcDriver.h"
+#include "ado/Recordset.h"
+#include "ado/odbc/OdbcString.h"
+#include "tests/ado/Conformance.h"
+#include <QFile>
+#include <QTemporaryDir>
+#include <clocale>
+#include <gtest/gtest.h>
+
+using namespace ADODB;
+using conformance::ErrorFrom;
+
+TEST(OdbcString, ReadsAttributesInAnyWriting)
+{
+    const QString text = QStringLiteral("driver={A b};Server = 127.0.0.1 ;PWD={a;b}}c};UID=me;UID=you;odd");
+    EXPECT_EQ(Odbc::Attribute(text, QStringLiteral("DRIVER")), u"A b");
+    EXPECT_EQ(Odbc::Attribute(text, QStringLiteral("server")), u"127.0.0.1");
+    EXPECT_EQ(Odbc::Attribute(text, QStringLiteral("Pwd")), u"a;b}c");
+    EXPECT_EQ(Odbc::Attribute(text, QStringLiteral("uid")), u"me");
+    EXPECT_FALSE(Odbc::HasAttribute(text, QStringLiteral("odd")));
+    EXPECT_EQ(Odbc::Attribute(QStringLiteral("PWD={never closed"), QStringLiteral("PWD")), u"never closed");
+    EXPECT_EQ(Odbc::Attribute(QString(), QStringLiteral("PWD")), u"");
+}
+
+TEST(OdbcString, ReplacesAttributesAndKeepsTheRest)
+{
+    const QString text = QStringLiteral("Driver=X;UID=old;PWD={o;d};;Port=1");
+    const QString changed = Odbc::WithAttribute(Odbc::WithAttribute(text, QStringLiteral("uid"), QStringLiteral("new")),
+                                                QStringLiteral("PWD"), QStringLiteral("p;}w"));
+    EXPECT_EQ(changed, u"Driver=X;Port=1;uid=new;PWD={p;}}w}");
+    EXPECT_EQ(Odbc::Attribute(changed, QStringLiteral("PWD")), u"p;}w");
+}
+
+TEST(OdbcDriver, ListsWhatTheDriverManagerKnows)
+{
+    const QStringList drivers = OdbcDrivers();
+    EXPECT_TRUE(drivers.contains(QStringLiteral("SQLite3"))) << drivers.join(u' ').toStdString();
+    EXPECT_TRUE(drivers.contains(QStringLiteral("PostgreSQL Unicode")));
+    EXPECT_TRUE(drivers.contains(QStringLiteral("MariaDB Unicode")));
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("odbc.ini")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[Shop books]\nDriver=SQLite3\nDatabase=/nowhere.db\n");
+    file.close();
+    qputenv("ODBCINI", file.fileName().toLocal8Bit());
+    EXPECT_TRUE(OdbcDataSources().contains(QStringLiteral("Shop books")));
+    qunsetenv("ODBCINI");
+}
+
+TEST(OdbcDriver, NamesADriverThatIsNotInstalled)
+{
+    for (const char *driver : {"{No Such Driver}", "/no/such/driver.so"}) {
+        const Error error = ErrorFrom(
+            [&] { Connection::Create()->Open(QStringLiteral("Driver=%1;Server=x").arg(QLatin1String(driver))); });
+        EXPECT_EQ(error.Number, adErrProviderNotFound);
+        EXPECT_TRUE(error.Description.contains(u"is not installed")) << error.what();
+        EXPECT_TRUE(error.Description.contains(QString::fromLatin1(driver).remove(u'{').remove(u'}'))) << error.what();
+    }
+}
+
+TEST(OdbcDriver, ReportsADataSourceThatIsNotThere)
+{
+    const Error error = ErrorFrom([] { Connection::Create()->Open(QStringLiteral("DSN=no such source")); });
+    EXPECT_EQ(error.SQLState, u"IM002");
+    EXPECT_FALSE(error.Description.isEmpty());
+}
+
+TEST(OdbcDriver, ReportsAServerThatIsNotThere)
+{
+    const Error error = ErrorFrom([] {
+        Connection::Create()->Open(
+            QStringLiteral("DRIVER={PostgreSQL Unicode};Server=127.0.0.1;Port=1;Database=x;UID=y;PWD=z"));
+    });
+    EXPECT_TRUE(error.SQLState.startsWith(u"08")) << error.what();
+    EXPECT_FALSE(error.IsLoginFailure());
+}
+
+TEST(OdbcDriver, TracesCallsWithoutTheirArguments)
+{
+    QTemporaryDir folder;
+    const QString trace = folder.filePath(QStringLiteral("trace")), place = folder.filePath(QStringLiteral("a.db"));
+    qputenv("BRINDLEWICK_ODBC_TRACE", trace.toLocal8Bit());
+    const ConnectionPtr connection = Connection::Create();
+    connection->Open(QStringLiteral("DRIVER=SQLite3;Database=%1;PWD=topsecret").arg(place));
+    connection->Execute(QStringLiteral("SELECT 1"));
+    connection->Close();
+    qunsetenv("BRINDLEWICK_ODBC_TRACE");
+    Connection::Create()->Open(QStringLiteral("DRIVER=SQLite3;Database=%1").arg(place)); // closes the trace
+    QFile file(trace);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll();
+    EXPECT_TRUE(text.contains("SQLDriverConnect SUCCESS")) << text.toStdString();
+    EXPECT_TRUE(text.contains("SQLExecDirect SUCCESS"));
+    EXPECT_TRUE(text.contains(" ms\n"));
+    EXPECT_FALSE(text.contains("topsecret"));
+}
+
+namespace conformance {
+
+// The programs of the desktop follow the user's locale; the plain one must do as well.
+TEST_P(Conformance, TheLocaleDoesNotMatter)
+{
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    for (const char *locale : {"C", "C.UTF-8"}) {
+        ASSERT_NE(std::setlocale(LC_ALL, locale), nullptr);
+        const ConnectionPtr connection = NewConnection();
+        const RecordsetPtr rows = connection->Execute(QStringLiteral("SELECT 'Größe 日本 🎉' AS x, 1.5 AS d"));
+        EXPECT_EQ(rows->CellText(0, 0), Utf("Größe 日本 🎉")) << locale;
+        EXPECT_EQ(rows->CellText(0, 1), u"1.5") << locale;
+    }
+    std::setlocale(LC_ALL, before.c_str());
+}
+
+} // namespace conformance
