@@ -1,8 +1,9 @@
 // One statement run for many rows of parameters.
 //
-// Where the driver gains by it, a block of rows goes as parameter arrays, all or nothing: under a savepoint, or in a
-// transaction of its own. When a block fails it is taken back and its rows go one by one, so that each refused row is
-// known and the others are kept.
+// Where the driver gains by it, a block of rows goes as parameter arrays, all or nothing. When a block fails its rows
+// go one by one, so that each refused row is known and the others are kept. PostgreSQL's driver takes a failed block
+// back by itself; its savepoints would swallow ours. MariaDB's blocks run under a savepoint or in a transaction of
+// their own.
 #include "ado/odbc/OdbcSession.h"
 #include "ado/odbc/Parameters.h"
 #include <exception>
@@ -66,7 +67,7 @@ qint64 Batch::RunRow(qint64 row)
     std::vector<BoundValue> values;
     std::vector<SQLLEN> lengths(m_parameters.size());
     for (const ColumnStore &column : m_parameters)
-        values.push_back(Bindable(column.At(row)));
+        values.push_back(Bindable(column.At(row), m_link.Of().LooseTypes));
     for (size_t column = 0; column < values.size(); ++column)
         BindParameter(m_statement, int(column) + 1, values[column], lengths[column]);
     SQLRETURN result;
@@ -124,8 +125,6 @@ bool Batch::RunBlock(qint64 first, qint64 rows, qint64 &affected)
 // MySQL's older table kinds ignore a rollback; then the block must not be sent again.
 void OdbcSession::RaiseIfNotTakenBack()
 {
-    if (Family() != DatabaseFamily::MySQL)
-        return;
     const ExecuteResult warnings = Execute(QStringLiteral("SHOW WARNINGS"));
     std::vector<ColumnStore> columns;
     for (const ColumnInfo &column : warnings.Rows->Columns())
@@ -139,6 +138,15 @@ void OdbcSession::RaiseIfNotTakenBack()
 // Runs a block under protection. True when it is in; false when it was taken back and its rows must go one by one.
 bool OdbcSession::Protected(const std::function<bool()> &block)
 {
+    if (Family() != DatabaseFamily::MySQL) {
+        try {
+            return block();
+        } catch (const Error &error) {
+            if (error.Number == adErrOperationCancelled || !IsAlive())
+                throw;
+            return false;
+        }
+    }
     static const QByteArray kName = "brindlewick_block";
     const bool nested = m_inTransaction;
     if (nested)

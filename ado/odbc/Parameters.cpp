@@ -79,10 +79,14 @@ bool SameKind(const BoundValue &left, const BoundValue &right)
 
 } // namespace
 
-BoundValue Bindable(const Value &value)
+BoundValue Bindable(const Value &value, bool momentsAsText)
 {
     BoundValue bound;
     bound.IsNull = false;
+    if (momentsAsText && (value.As<Date>() || value.As<Timestamp>())) {
+        PutText(bound, value.ToText().toUtf8());
+        return bound;
+    }
     std::visit(Binder{bound, value.As<Time>()}, value.Variant());
     return bound;
 }

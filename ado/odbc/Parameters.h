@@ -17,7 +17,8 @@ struct BoundValue
     bool IsNull = true;
 };
 
-BoundValue Bindable(const Value &value);
+// momentsAsText: for a database that keeps them as text anyway, and whose driver cuts their fractions.
+BoundValue Bindable(const Value &value, bool momentsAsText = false);
 
 // Rows [first, first + rows) of one column, laid out for a parameter array. False when the values are of different
 // kinds or too wide together; the caller then goes row by row.

@@ -8,7 +8,8 @@ constexpr DatabaseFamily kSQLite = DatabaseFamily::SQLite;
 constexpr DatabaseFamily kPostgres = DatabaseFamily::PostgreSQL;
 constexpr DatabaseFamily kMySQL = DatabaseFamily::MySQL;
 
-// --- SQLite: the pragmas as tables. Only attached databases have a schema; the main one has none, as over ODBC.
+// --- SQLite: the pragmas as tables, in the order of their arguments (CROSS JOIN keeps it; a plain join loses rows).
+// Only attached databases have a schema; the main one has none, as over ODBC.
 
 #define SQLITE_SCHEMA "CASE WHEN t.schema IN ('main', 'temp') THEN NULL ELSE t.schema END"
 #define SQLITE_USER " AND t.name NOT LIKE 'sqlite!_%' ESCAPE '!'"
@@ -22,13 +23,14 @@ constexpr char kSQLiteColumns[] =
     "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, c.name AS COLUMN_NAME, "
     "c.cid + 1 AS ORDINAL_POSITION, c.dflt_value AS COLUMN_DEFAULT, c.\"notnull\" = 0 AS IS_NULLABLE, c.type AS "
     "TYPE_NAME "
-    "FROM pragma_table_list t JOIN pragma_table_xinfo(t.name, t.schema) c WHERE c.hidden <> 1";
+    "FROM pragma_table_list t CROSS JOIN pragma_table_xinfo(t.name, t.schema) c WHERE c.hidden <> 1";
 
 constexpr char kSQLiteIndexes[] =
     "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, " SQLITE_SCHEMA " AS INDEX_SCHEMA, "
     "i.name AS INDEX_NAME, i.origin = 'pk' AS PRIMARY_KEY, i.\"unique\" AS \"UNIQUE\", 0 AS CLUSTERED, 1 AS TYPE, "
     "x.seqno + 1 AS ORDINAL_POSITION, x.name AS COLUMN_NAME, x.\"desc\" + 1 AS COLLATION "
-    "FROM pragma_table_list t JOIN pragma_index_list(t.name, t.schema) i JOIN pragma_index_xinfo(i.name, t.schema) x "
+    "FROM pragma_table_list t CROSS JOIN pragma_index_list(t.name, t.schema) i CROSS JOIN pragma_index_xinfo(i.name, "
+    "t.schema) x "
     "WHERE x.\"key\" = 1";
 
 constexpr char kSQLiteViews[] =
@@ -48,11 +50,11 @@ constexpr char kSQLiteForeignKeys[] =
     "" SQLITE_SCHEMA
     " AS FK_TABLE_SCHEMA, t.name AS FK_TABLE_NAME, f.\"from\" AS FK_COLUMN_NAME, f.seq + 1 AS ORDINAL, "
     "f.on_update AS UPDATE_RULE, f.on_delete AS DELETE_RULE, 'FK_' || t.name || '_' || f.id AS FK_NAME, "
-    "3 AS DEFERRABILITY FROM pragma_table_list t JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE 1=1";
+    "3 AS DEFERRABILITY FROM pragma_table_list t CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE 1=1";
 
 constexpr char kSQLitePrimaryKeys[] =
     "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, c.name AS COLUMN_NAME, c.pk AS ORDINAL "
-    "FROM pragma_table_list t JOIN pragma_table_info(t.name, t.schema) c WHERE c.pk > 0 AND t.type <> 'view'";
+    "FROM pragma_table_list t CROSS JOIN pragma_table_info(t.name, t.schema) c WHERE c.pk > 0 AND t.type <> 'view'";
 
 // --- PostgreSQL: its own catalogue, which has what information_schema hides from others than the owner.
 

@@ -53,6 +53,14 @@ protected:
     QTemporaryDir m_folder;
 };
 
+// What only servers have, and what only files have.
+class ConformanceOfServers : public Conformance
+{
+};
+class ConformanceOfFiles : public Conformance
+{
+};
+
 template <class Work> ADODB::Error ErrorFrom(const Work &work)
 {
     try {

@@ -122,5 +122,7 @@ static std::string NameOf(const testing::TestParamInfo<Server> &info)
 INSTANTIATE_TEST_SUITE_P(Over, Conformance,
                          testing::Values(Server::BuiltIn, Server::SqliteOdbc, Server::Postgres, Server::MariaDb),
                          NameOf);
+INSTANTIATE_TEST_SUITE_P(Over, ConformanceOfServers, testing::Values(Server::Postgres, Server::MariaDb), NameOf);
+INSTANTIATE_TEST_SUITE_P(Over, ConformanceOfFiles, testing::Values(Server::BuiltIn, Server::SqliteOdbc), NameOf);
 
 } // namespace conformance

@@ -228,10 +228,8 @@ TEST_P(Conformance, PropertiesNameTheServer)
     }
 }
 
-TEST_P(Conformance, AFileThatIsNoDatabaseIsSaidSo)
+TEST_P(ConformanceOfFiles, AFileThatIsNoDatabaseIsSaidSo)
 {
-    if (!IsSqlite())
-        GTEST_SKIP() << "a server keeps its own files";
     const QString path = m_folder.filePath(QStringLiteral("letter.txt"));
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
