@@ -1,18 +1,19 @@
 // One statement run for many rows of parameters.
 //
-// Where the driver gains by it, a block of rows goes as parameter arrays, all or nothing. When a block fails its rows
-// go one by one, so that each refused row is known and the others are kept. PostgreSQL's driver takes a failed block
-// back by itself; its savepoints would swallow ours. MariaDB's blocks run under a savepoint or in a transaction of
-// their own.
+// Where the driver gains by it, a block of rows goes as parameter arrays, all or nothing; when a block is refused its
+// rows go one by one, so that each refused row is known and the others are kept. PostgreSQL's driver takes a refused
+// block back by itself, if the block is no longer than the lots that it sends; its own savepoints would swallow ours.
+// MariaDB's goes under a savepoint or in a transaction of its own.
 #include "ado/odbc/OdbcSession.h"
 #include "ado/odbc/Parameters.h"
-#include <exception>
+#include <optional>
 
 namespace ADODB::Odbc {
 
 namespace {
 
 constexpr qint64 kBlockRows = 1000;
+constexpr qint64 kPostgresLot = 100; // what the driver's BatchSize is unless the user sets it
 
 SQLPOINTER Number(qint64 number)
 {
@@ -31,11 +32,18 @@ public:
 
     qint64 Rows() const { return m_parameters.empty() ? 0 : m_parameters.front().Size(); }
     qint64 RunRow(qint64 row);
-    // False when the rows do not make arrays. Raises when any row is refused.
-    bool RunBlock(qint64 first, qint64 rows, qint64 &affected);
+
+    struct Outcome
+    {
+        bool Arrays = true;  // false: the rows do not make arrays, nothing was sent
+        bool InPart = false; // some rows of a refused block went in all the same
+        qint64 Affected = 0;
+        std::optional<Error> Failure;
+    };
+    Outcome RunBlock(qint64 first, qint64 rows);
 
 private:
-    qint64 Counted();
+    qint64 Counted(bool failed = false);
     [[noreturn]] void Fail() { throw m_link.Judge(ErrorOf(SQL_HANDLE_STMT, m_statement.Get(), "SQLExecute")); }
 
     Link &m_link;
@@ -44,7 +52,7 @@ private:
 };
 
 // Adds what all results of the execution counted.
-qint64 Batch::Counted()
+qint64 Batch::Counted(bool failed)
 {
     qint64 total = 0;
     for (;;) {
@@ -53,7 +61,7 @@ qint64 Batch::Counted()
             total += count;
         const SQLRETURN more =
             m_link.Of().ManyResults ? ODBC_TRY(SQLMoreResults, m_statement.Get()) : SQLRETURN(SQL_NO_DATA);
-        if (more == SQL_NO_DATA)
+        if (more == SQL_NO_DATA || (failed && !SQL_SUCCEEDED(more)))
             break;
         if (!SQL_SUCCEEDED(more))
             Fail();
@@ -80,44 +88,40 @@ qint64 Batch::RunRow(qint64 row)
     return Counted();
 }
 
-bool Batch::RunBlock(qint64 first, qint64 rows, qint64 &affected)
+Batch::Outcome Batch::RunBlock(qint64 first, qint64 rows)
 {
+    Outcome outcome;
     std::vector<ParameterArray> arrays(m_parameters.size());
-    for (size_t column = 0; column < arrays.size(); ++column)
-        if (!arrays[column].Fill(m_parameters[column], first, rows))
-            return false;
+    for (size_t column = 0; column < arrays.size() && outcome.Arrays; ++column)
+        outcome.Arrays = arrays[column].Fill(m_parameters[column], first, rows);
+    if (!outcome.Arrays)
+        return outcome;
     std::vector<SQLUSMALLINT> status(size_t(rows), SQL_PARAM_UNUSED);
     SQLULEN processed = 0;
     const SQLHANDLE statement = m_statement.Get();
     ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAM_STATUS_PTR, static_cast<SQLPOINTER>(status.data()), 0);
     ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAMS_PROCESSED_PTR, static_cast<SQLPOINTER>(&processed), 0);
-    ODBC_CALL(SQLSetStmtAttr, m_statement, SQL_ATTR_PARAMSET_SIZE, Number(rows), 0);
-    SQLRETURN result = SQL_ERROR;
-    std::exception_ptr failure;
     try {
+        ODBC_CALL(SQLSetStmtAttr, m_statement, SQL_ATTR_PARAMSET_SIZE, Number(rows), 0);
         for (size_t column = 0; column < arrays.size(); ++column)
             BindParameter(m_statement, int(column) + 1, arrays[column]);
         const Link::Running running(m_link, m_statement);
-        result = ODBC_TRY(SQLExecute, statement);
+        const SQLRETURN result = ODBC_TRY(SQLExecute, statement);
         if (result != SQL_NO_DATA && !SQL_SUCCEEDED(result))
             Fail();
         for (const SQLUSMALLINT one : status)
             if (one == SQL_PARAM_ERROR)
                 Fail();
-    } catch (...) {
-        failure = std::current_exception();
+    } catch (const Error &error) {
+        outcome.Failure = error;
+        outcome.InPart = status.front() == SQL_PARAM_SUCCESS || status.front() == SQL_PARAM_SUCCESS_WITH_INFO;
     }
-    if (failure)
-        ODBC_TRY(SQLFreeStmt, statement, SQLUSMALLINT(SQL_CLOSE));
-    else
-        affected += Counted();
+    outcome.Affected = Counted(outcome.Failure.has_value());
     ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAM_STATUS_PTR, nullptr, 0);
     ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAMS_PROCESSED_PTR, nullptr, 0);
     ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAMSET_SIZE, Number(1), 0);
     ODBC_TRY(SQLFreeStmt, statement, SQLUSMALLINT(SQL_RESET_PARAMS));
-    if (failure)
-        std::rethrow_exception(failure);
-    return true;
+    return outcome;
 }
 
 } // namespace
@@ -135,42 +139,22 @@ void OdbcSession::RaiseIfNotTakenBack()
             throw Error(adErrProviderFailed, columns[2].Text(row), QString(), 1196);
 }
 
-// Runs a block under protection. True when it is in; false when it was taken back and its rows must go one by one.
+// Runs a block of MariaDB's: it is in as a whole, or it is as if it had never been sent.
 bool OdbcSession::Protected(const std::function<bool()> &block)
 {
-    if (Family() != DatabaseFamily::MySQL) {
-        try {
-            return block();
-        } catch (const Error &error) {
-            if (error.Number == adErrOperationCancelled || !IsAlive())
-                throw;
-            return false;
-        }
-    }
     static const QByteArray kName = "brindlewick_block";
     const bool nested = m_inTransaction;
     if (nested)
         Run(m_link->NewStatement(), "SAVEPOINT " + kName);
     else
         Begin();
-    bool done = false, lost = false;
-    try {
-        done = block();
-    } catch (const Error &error) {
-        if (error.Number == adErrOperationCancelled || !IsAlive())
-            lost = true;
-        if (lost && !IsAlive())
-            throw;
-    }
-    if (nested) {
+    const bool done = block();
+    if (nested)
         Run(m_link->NewStatement(), (done ? "RELEASE SAVEPOINT " : "ROLLBACK TO SAVEPOINT ") + kName);
-    } else if (done) {
+    else if (done)
         Commit();
-    } else {
+    else
         Rollback();
-    }
-    if (lost)
-        throw Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."));
     if (!done)
         RaiseIfNotTakenBack();
     return done;
@@ -181,15 +165,28 @@ qint64 OdbcSession::ExecuteBatch(const QString &sql, const std::vector<ColumnSto
 {
     m_link->ForgetCancel();
     Batch batch(*m_link, sql.toUtf8(), parameters);
+    const bool wantsProtection = Family() == DatabaseFamily::MySQL;
+    const qint64 blockRows = Family() == DatabaseFamily::PostgreSQL ? kPostgresLot : kBlockRows;
     qint64 affected = 0;
     for (qint64 row = 0; row < batch.Rows();) {
         m_link->RaiseIfCancelled();
-        const qint64 rows = qMin(kBlockRows, batch.Rows() - row);
-        qint64 counted = 0;
-        if (m_link->Of().ParameterArrays && rows > 1 && Protected([&] { return batch.RunBlock(row, rows, counted); })) {
-            affected += counted;
-            row += rows;
-            continue;
+        const qint64 rows = qMin(blockRows, batch.Rows() - row);
+        if (m_link->Of().ParameterArrays && rows > 1) {
+            Batch::Outcome outcome;
+            const auto block = [&] {
+                outcome = batch.RunBlock(row, rows);
+                return outcome.Arrays && !outcome.Failure;
+            };
+            const bool done = wantsProtection ? Protected(block) : block();
+            if (outcome.Failure && (outcome.Failure->Number == adErrOperationCancelled || !m_link->IsAlive()))
+                throw *outcome.Failure;
+            if (outcome.InPart && !wantsProtection)
+                throw *outcome.Failure; // smaller lots were asked for, and nobody knows which rows are in
+            if (done) {
+                affected += outcome.Affected;
+                row += rows;
+                continue;
+            }
         }
         for (const qint64 end = row + rows; row < end; ++row) {
             m_link->RaiseIfCancelled();
