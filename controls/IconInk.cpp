@@ -94,8 +94,18 @@ class DrawnEngine : public QIconEngine
 public:
     explicit DrawnEngine(IconDrawing drawing) : m_drawing(std::move(drawing)) {}
 
-    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
     {
+        if (mode == QIcon::Selected) { // on the light ground of a selected row: the same shape in one dark colour
+            const double scale = painter->device()->devicePixelRatio();
+            QPixmap dark = pixmap(rect.size() * scale, QIcon::Normal, state);
+            QPainter tint(&dark);
+            tint.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+            tint.fillRect(dark.rect(), QColor(0, 40, 0));
+            tint.end();
+            painter->drawPixmap(rect, dark);
+            return;
+        }
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setOpacity(mode == QIcon::Disabled ? 0.32 : 1.0);

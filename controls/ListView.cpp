@@ -1,6 +1,7 @@
 #include "controls/ListView.h"
 #include "controls/ControlError.h"
 #include "controls/ListModel.h"
+#include "controls/RowDelegate.h"
 #include "controls/Twips.h"
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -20,6 +21,7 @@ ListView::ListView(QWidget *parent) : QTreeView(parent), m_model(new ListModel(t
     setVerticalScrollMode(ScrollPerItem);
     setHorizontalScrollMode(ScrollPerPixel);
     setFrameShape(QFrame::NoFrame);
+    setItemDelegate(new RowDelegate(this));
     setAccessibleName(QStringLiteral("List"));
     header()->setStretchLastSection(false);
     header()->setSectionsClickable(true);

@@ -1,7 +1,9 @@
 #include "controls/TreeView.h"
 #include "controls/ControlError.h"
 #include "controls/Icons.h"
+#include "controls/RowDelegate.h"
 #include <QMimeData>
+#include <QPainter>
 #include <algorithm>
 
 namespace {
@@ -224,6 +226,7 @@ TreeView::TreeView(QWidget *parent) : QTreeWidget(parent), m_nodes(this)
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setFrameShape(QFrame::NoFrame);
+    setItemDelegate(new RowDelegate(this));
     setAccessibleName(QStringLiteral("Tree"));
     connect(this, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) { emit NodeClick(Node::From(item)); });
     connect(this, &QTreeWidget::itemDoubleClicked, this,
@@ -294,4 +297,24 @@ QMimeData *TreeView::mimeData(const QList<QTreeWidgetItem *> &items) const
     auto *const data = new QMimeData;
     data->setText(texts.join(QStringLiteral("\r\n")));
     return data;
+}
+
+// The triangle of a row that opens, in the row's own text colour: the style's would vanish on a selected row.
+void TreeView::drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const
+{
+    if (!model()->hasChildren(index))
+        return;
+    const bool selected = selectionModel()->isSelected(index);
+    const QPointF middle(rect.right() - indentation() / 2.0, rect.center().y() + 0.5);
+    QPolygonF shape;
+    if (isExpanded(index))
+        shape << middle + QPointF(-4.5, -2) << middle + QPointF(4.5, -2) << middle + QPointF(0, 3.5);
+    else
+        shape << middle + QPointF(-2, -4.5) << middle + QPointF(-2, 4.5) << middle + QPointF(3.5, 0);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(palette().color(selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->drawPolygon(shape);
+    painter->restore();
 }

@@ -115,6 +115,7 @@ signals:
     void NodeCollapse(Node *node);
 
 protected:
+    void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
     QMimeData *mimeData(const QList<QTreeWidgetItem *> &items) const override; // the texts, a line each
 
 private:

@@ -1,0 +1,272 @@
+// Dialogs, guards, splitter, busy indicator and icons.
+
+#include "ado/Error.h"
+#include "controls/Attempt.h"
+#include "controls/BusyIndicator.h"
+#include "controls/ControlError.h"
+#include "controls/Icons.h"
+#include "controls/RedrawLock.h"
+#include "controls/Splitter.h"
+#include "controls/Twips.h"
+#include "controls/WaitCursor.h"
+#include "tests/support/DialogDouble.h"
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPixmap>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace {
+
+QString S(const char *text)
+{
+    return QString::fromLatin1(text);
+}
+
+const QString csvFilter = S("Comma Seperated File [*.csv]|*.csv|Text File [*.txt]|*.txt");
+
+// Runs once the modal dialog that the next call opens stands.
+template <class Dialog> void WithDialog(const std::function<void(Dialog *)> &act)
+{
+    QTimer::singleShot(0, qApp, [act] {
+        auto *const dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        act(dialog);
+    });
+}
+
+} // namespace
+
+TEST(Attempt, SwallowsAndDescribes)
+{
+    QString why = S("old");
+    EXPECT_TRUE(Attempt([] {}, &why));
+    EXPECT_EQ(why, QString());
+    EXPECT_FALSE(Attempt([] { throw ADODB::Error(7, S("the server's words")); }, &why));
+    EXPECT_EQ(why, S("the server's words"));
+    EXPECT_FALSE(Attempt([] { throw ControlError(381, S("range")); }, &why));
+    EXPECT_EQ(why, S("range"));
+    EXPECT_FALSE(Attempt([] { throw std::runtime_error("plain"); }, &why));
+    EXPECT_EQ(why, S("plain"));
+    EXPECT_FALSE(Attempt([] { throw 5; }, &why));
+    EXPECT_FALSE(why.isEmpty());
+    int value = 1;
+    EXPECT_FALSE(Attempt([&] { value = std::stoi("x"); }));
+    EXPECT_EQ(value, 1); // an assignment that fails keeps the old value
+}
+
+TEST(RedrawLock, NestsAndOutlivesItsWidget)
+{
+    auto *widget = new QWidget;
+    RedrawLock outer(widget);
+    {
+        RedrawLock inner(widget);
+        EXPECT_FALSE(widget->updatesEnabled());
+    }
+    EXPECT_FALSE(widget->updatesEnabled());
+    outer.Release();
+    EXPECT_TRUE(widget->updatesEnabled());
+    outer.Release();
+    RedrawLock late(widget);
+    delete widget;
+    late.Release();
+    RedrawLock none(nullptr);
+}
+
+TEST(WaitCursor, IsPutBack)
+{
+    QWidget window;
+    {
+        WaitCursor outer(&window), inner(&window);
+        EXPECT_EQ(window.cursor().shape(), Qt::WaitCursor);
+        inner.Release();
+        EXPECT_EQ(window.cursor().shape(), Qt::WaitCursor);
+    }
+    EXPECT_EQ(window.cursor().shape(), Qt::ArrowCursor);
+    EXPECT_FALSE(Attempt([] {
+        WaitCursor whole;
+        EXPECT_NE(QApplication::overrideCursor(), nullptr);
+        throw 1;
+    }));
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST(Dialogs, TheDoubleReadsWhatIsAsked)
+{
+    {
+        DialogDouble dialogs;
+        dialogs.Answers << mbNo;
+        EXPECT_EQ(MsgBox(S("Sure?"), mbYesNo | mbExclamation, S("Save")), mbNo);
+        EXPECT_EQ(dialogs.Boxes[0].Text, S("Sure?"));
+        EXPECT_EQ(dialogs.Boxes[0].Title, S("Save"));
+        EXPECT_EQ(dialogs.Boxes[0].Icon, int(mbExclamation));
+        EXPECT_EQ(dialogs.Boxes[0].Buttons, int(mbYesNo));
+        EXPECT_EQ(MsgBox(S("Hello")), mbOK);
+        EXPECT_EQ(dialogs.LastTitle(), S("Brindlewick"));
+        EXPECT_EQ(dialogs.Boxes[1].Icon, 0);
+        dialogs.Inputs << S("typed");
+        bool accepted = false;
+        EXPECT_EQ(InputBox(S("Name?"), {}, S("preset"), &accepted), S("typed"));
+        EXPECT_TRUE(accepted);
+        EXPECT_EQ(dialogs.InputBoxes[0].Default, S("preset"));
+        EXPECT_EQ(InputBox(S("Again?"), S("t"), S("preset"), &accepted), QString());
+        EXPECT_FALSE(accepted);
+        dialogs.Files << S("/tmp/a.csv");
+        EXPECT_EQ(SaveFileDialog(S("Save CSV File"), csvFilter, S("CSV")), S("/tmp/a.csv"));
+        EXPECT_TRUE(dialogs.FileDialogs[0].Save);
+        EXPECT_EQ(dialogs.FileDialogs[0].DefaultExt, S("CSV"));
+        EXPECT_EQ(OpenFileDialog(S("Open"), csvFilter), QString());
+        EXPECT_FALSE(dialogs.FileDialogs[1].Save);
+    }
+    EXPECT_EQ(dynamic_cast<DialogDouble *>(&DialogService::Current()), nullptr);
+}
+
+TEST(Dialogs, FiltersAndExtensions)
+{
+    EXPECT_EQ(ToolkitFilter(csvFilter), S("Comma Seperated File [*.csv] (*.csv);;Text File [*.txt] (*.txt)"));
+    EXPECT_EQ(ToolkitFilter(S("Text File [*.txt] |*.txt")), S("Text File [*.txt] (*.txt)"));
+    EXPECT_EQ(ToolkitFilter(S("Both|*.a;*.b")), S("Both (*.a *.b)"));
+    EXPECT_EQ(ToolkitFilter({}), QString());
+    EXPECT_EQ(WithDefaultExtension(S("/x/name"), S("CSV")), S("/x/name.CSV"));
+    EXPECT_EQ(WithDefaultExtension(S("/x.d/name"), S("CSV")), S("/x.d/name.CSV"));
+    EXPECT_EQ(WithDefaultExtension(S("/x/name.htm"), S("CSV")), S("/x/name.htm"));
+    EXPECT_EQ(WithDefaultExtension({}, S("CSV")), QString());
+}
+
+TEST(Dialogs, ARealBoxShowsTextIconAndItsFirstButton)
+{
+    WithDialog<QMessageBox>([](QMessageBox *box) {
+        EXPECT_EQ(box->text(), S("<b>is no markup</b>"));
+        EXPECT_EQ(box->textFormat(), Qt::PlainText);
+        EXPECT_EQ(box->icon(), QMessageBox::Warning);
+        EXPECT_EQ(box->buttons().size(), 2);
+        EXPECT_EQ(box->standardButton(box->defaultButton()), QMessageBox::Yes);
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    EXPECT_EQ(MsgBox(S("<b>is no markup</b>"), mbYesNo | mbExclamation, S("SQL")), mbYes);
+    WithDialog<QMessageBox>([](QMessageBox *box) { QTest::keyClick(box, Qt::Key_Escape); });
+    EXPECT_EQ(MsgBox(S("?"), mbYesNo), mbNo);
+    WithDialog<QMessageBox>([](QMessageBox *box) { box->close(); });
+    EXPECT_EQ(MsgBox(S("?"), mbYesNoCancel), mbCancel);
+    WithDialog<QMessageBox>([](QMessageBox *box) {
+        EXPECT_EQ(box->icon(), QMessageBox::NoIcon);
+        QTest::mouseClick(box->button(QMessageBox::Retry), Qt::LeftButton);
+    });
+    EXPECT_EQ(MsgBox(S("?"), mbAbortRetryIgnore), mbRetry);
+    WithDialog<QMessageBox>([](QMessageBox *box) { QTest::keyClick(box, Qt::Key_Escape); });
+    EXPECT_EQ(MsgBox(S("!")), mbOK);
+}
+
+TEST(Dialogs, ARealInputBoxGivesWhatIsTyped)
+{
+    WithDialog<QInputDialog>([](QInputDialog *box) {
+        EXPECT_EQ(box->textValue(), S("old"));
+        auto *const line = box->findChild<QLineEdit *>();
+        line->selectAll();
+        QTest::keyClicks(line, S("new"));
+        QTest::keyClick(line, Qt::Key_Return);
+    });
+    EXPECT_EQ(InputBox(S("Name"), S("Title"), S("old")), S("new"));
+    WithDialog<QInputDialog>([](QInputDialog *box) { QTest::keyClick(box, Qt::Key_Escape); });
+    bool accepted = true;
+    EXPECT_EQ(InputBox(S("Name"), S("Title"), S("old"), &accepted), QString());
+    EXPECT_FALSE(accepted);
+}
+
+TEST(Splitter, KeepsItsBordersAndSaysWhereItWent)
+{
+    QWidget window;
+    window.resize(400, 200);
+    auto *const split = new Splitter(&window);
+    split->resize(6, 200);
+    split->SetBorder(1, 10);
+    split->SetBorder(3, 150);
+    window.show();
+    split->SetPosition(2500);
+    EXPECT_EQ(split->Position(), 2490); // whole pixels
+    split->SetPosition(-5000);
+    EXPECT_EQ(split->Position(), 0);
+    EXPECT_EQ(split->Within(999999), ToTwips(394) - 150);
+    EXPECT_EQ(split->Border(9), 0);
+    split->SetPosition(1500);
+    QSignalSpy moving(split, &Splitter::Moving), moved(split, &Splitter::Moved);
+    QTest::mousePress(split, Qt::LeftButton, {}, {3, 50});
+    const auto drag = [&](const QPoint &to) {
+        QMouseEvent move(QEvent::MouseMove, to, split->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(split, &move);
+    };
+    drag({53, 50});
+    EXPECT_EQ(split->Position(), 1500 + ToTwips(50));
+    EXPECT_EQ(moving.size(), 1);
+    EXPECT_EQ(moved.size(), 0);
+    QTest::mouseRelease(split, Qt::LeftButton, {}, {3, 50});
+    EXPECT_EQ(moved.size(), 1);
+    drag({90, 50}); // no longer held
+    EXPECT_EQ(split->Position(), 1500 + ToTwips(50));
+    split->setFocus();
+    QTest::keyClick(split, Qt::Key_Left);
+    EXPECT_EQ(split->Position(), 1500 + ToTwips(40));
+    EXPECT_EQ(moved.size(), 2);
+    split->SetOrientation(spltHorizontal);
+    split->resize(400, 6);
+    split->SetPosition(750);
+    EXPECT_EQ(split->y(), 50);
+}
+
+TEST(BusyIndicator, RunsOnlyWhileItPlays)
+{
+    QWidget window;
+    window.show();
+    auto *const busy = new BusyIndicator(&window);
+    EXPECT_TRUE(busy->isHidden());
+    busy->Play();
+    EXPECT_TRUE(busy->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return busy->Frame() >= 2; }, 3000));
+    EXPECT_FALSE(busy->grab().isNull());
+    busy->Stop();
+    const int frame = busy->Frame();
+    EXPECT_FALSE(busy->Playing());
+    QTest::qWait(250);
+    EXPECT_EQ(busy->Frame(), frame);
+    EXPECT_TRUE(busy->isHidden());
+}
+
+TEST(Icons, EveryDrawingShowsSomethingOfItsOwnAtEveryScale)
+{
+    QList<QImage> seen;
+    QStringList keys = ToolIconKeys();
+    EXPECT_GE(keys.size(), 32);
+    QList<QIcon> icons;
+    for (const QString &key : keys)
+        icons << ToolIcon(key);
+    for (const char *letter : {"T", "V", "P", "N", "F", "C", "R", "L"})
+        icons << TreeIcon(S(letter));
+    for (const int state : {7, 6, 1})
+        icons << StateIcon(state);
+    icons << AppIcon() << ToolIcon(S("Unknown")) << ToolIcon({});
+    for (const QIcon &icon : icons) {
+        for (const int side : {16, 20, 40, 64}) {
+            const QImage picture = icon.pixmap(QSize(side, side)).toImage().convertToFormat(QImage::Format_ARGB32);
+            ASSERT_GE(picture.width(), side);
+            int inked = 0;
+            for (int y = 0; y < picture.height(); ++y)
+                for (int x = 0; x < picture.width(); ++x)
+                    inked += qAlpha(picture.pixel(x, y)) > 128;
+            EXPECT_GT(inked, picture.width() * picture.height() / 20);
+            if (side == 40) {
+                EXPECT_FALSE(seen.contains(picture));
+                seen << picture;
+            }
+        }
+    }
+    EXPECT_TRUE(HasToolIcon(S("MTBOPEN")));
+    EXPECT_FALSE(HasToolIcon(S("Unknown")));
+}
