@@ -87,11 +87,19 @@ void UARecordset::Job::Finish(ADODB::RecordsetPtr read, std::optional<Error> fai
     Tell();
 }
 
+std::mutex &UARecordset::Job::PostLock()
+{
+    static std::mutex lock;
+    return lock;
+}
+
 void UARecordset::Job::Tell() noexcept
 {
     try {
-        if (owner)
-            QCoreApplication::postEvent(owner, new QEvent(QEvent::User));
+        if (!owner)
+            return;
+        const std::lock_guard posting(PostLock());
+        QCoreApplication::postEvent(owner, new QEvent(QEvent::User));
     } catch (...) {
         // without memory for an event the owner hears nothing; it can still ask
     }

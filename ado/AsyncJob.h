@@ -37,6 +37,11 @@ struct UARecordset::Job
     void Finish(ADODB::RecordsetPtr recordset, std::optional<ADODB::Error> error) noexcept;
     void Tell() noexcept; // with `lock` held: wakes the owner, if there is one
 
+    // Held while an event is made and posted, and passed by the receiver before it looks at one: so the hand-over of
+    // the event itself rests on a lock of ours too, which the thread sanitizer sees, and not on the toolkit's queue
+    // alone.
+    static std::mutex &PostLock();
+
 private:
     ADODB::RecordsetPtr Read(ADODB::Connection::Turn &turn);
 };

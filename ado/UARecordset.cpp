@@ -93,6 +93,9 @@ void UARecordset::Cancel()
 
 bool UARecordset::event(QEvent *event)
 {
+    {
+        const std::lock_guard posted(Job::PostLock());
+    }
     if (event->type() != QEvent::User)
         return QObject::event(event);
     Deliver();

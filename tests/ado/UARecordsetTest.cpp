@@ -320,7 +320,7 @@ TEST(UARecordset, ReportsProgressWhileItReads)
     const ConnectionPtr connection = database.Open();
     Listener listener;
     listener.async.OpenRecordset(EndlessRows(), connection, 2);
-    ASSERT_TRUE(SpinUntil([&] { return listener.async.RowsSoFar() > 5000; }));
+    ASSERT_TRUE(SpinUntil([&] { return listener.async.RowsSoFar() > 5000 && !listener.heard.empty(); }));
     EXPECT_GT(listener.async.ElapsedSeconds(), 0);
     EXPECT_EQ(listener.heard, (std::vector<std::string>{"definition"})); // before its rows
     listener.async.Cancel();
