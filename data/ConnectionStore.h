@@ -6,9 +6,9 @@
 // chosen so that no valid UTF-8 text scrambles to 2 or 3.
 //
 // A save never endangers what was saved before: the new content is written beside (es.dat.new), brought safely to disk,
-// the former file is kept as es.dat.old until then, and only then does the new file take the name. A reader that finds
-// es.dat missing or hollow takes the former content. The file is readable by its owner alone.
-// The save writes the list as it is, an empty one too, and marks the end of a whole file by its last code 2.
+// the former one gets the second name es.dat.old, and only then does the new one take the name in one step. A whole file
+// ends with code 2: a reader that finds es.dat missing or without it takes the former content where there is one. An
+// empty list is an empty file without a former one beside it. All of them are readable by their owner alone.
 
 #include "data/clsConns.h"
 #include <QByteArray>
@@ -23,18 +23,23 @@ QByteArray ScrambleText(const QByteArray &text, const QByteArray &key = {});
 QByteArray WriteConnections(const clsConns &conns, const QByteArray &key = {});
 void ReadConnections(const QByteArray &data, clsConns &into, const QByteArray &key = {});
 
-// The file layer under a save; a test puts in one that fails or dies at a chosen step. Each gives false on failure.
-struct StoreFiles
+// Called ahead of every system call of a save; false makes that call fail. For tests, which may also die in it.
+enum class StoreStep
 {
-    std::function<bool(const QString &path, const QByteArray &data)> WriteSafely; // made anew, mode 0600, fsync, close
-    std::function<bool(const QString &from, const QString &to)> Link;             // a second name; replaces `to`
-    std::function<bool(const QString &from, const QString &to)> Rename;           // replaces `to`
-    std::function<bool(const QString &folder)> SyncFolder;
-    std::function<bool(const QString &path)> Remove;
-    static StoreFiles System();
+    Open,
+    Mode,
+    Write,
+    Sync,
+    Close,
+    Unlink,
+    Link,
+    Rename,
+    OpenFolder,
+    SyncFolder
 };
+using StoreHook = std::function<bool(StoreStep step)>;
 
 // Reads the store into the list; false when there is no store at all. Larger than 64 MB is not read.
 bool LoadConnections(const QString &path, clsConns &into);
 // False when it could not be saved; what was saved before is then still readable.
-bool SaveConnections(const QString &path, const clsConns &conns, const StoreFiles &files = StoreFiles::System());
+bool SaveConnections(const QString &path, const clsConns &conns, const StoreHook &before = {});

@@ -20,6 +20,10 @@ enum class PumpInput
 void RunPumped(const QString &status, const std::function<void()> &work, const std::function<void()> &cancel,
                PumpInput input = PumpInput::All);
 
+// For work that cannot be cancelled, as connecting to a server that does not answer: Escape leaves it behind on its
+// thread, and false is returned. The work must own all that it touches. Input is held back meanwhile.
+bool RunAbandonable(const QString &status, const std::function<void()> &work);
+
 // Runs a statement so; Escape and Stop cancel it on the server. Raises ADODB::Error as Connection::Execute does, and
 // adErrOperationCancelled when it was cancelled. affected is not touched when the call raises.
 ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql,

@@ -13,5 +13,7 @@ void SaveSetting(const QString &key, const QString &value);
 double GetSettingNumber(const QString &key, double otherwise); // the leading number of the text
 void SaveSettingNumber(const QString &key, double value);
 
+void SyncSettings(); // brings what was saved to disk now; else the event loop does it soon
+
 // Tests (and nobody else) keep the settings in this file; "" goes back to the user's own.
 void SetSettingsFile(const QString &path);

@@ -3,6 +3,7 @@
 //
 // The collection owns its members; a pointer stays good until that member is removed. Interface thread.
 
+#include <QHash>
 #include <QString>
 #include <memory>
 #include <vector>
@@ -29,7 +30,7 @@ public:
     clsConn *Item(const QString &key) const; // any case; null for an unknown key
     int Count() const { return int(m_members.size()); }
     void Remove(const QString &key); // an unknown key is ignored
-    void Clear() { m_members.clear(); }
+    void Clear();
 
     // Members in the order of insertion: for (const auto &conn : gConns()) ... conn->Name
     auto begin() const { return m_members.begin(); }
@@ -37,6 +38,7 @@ public:
 
 private:
     std::vector<std::unique_ptr<clsConn>> m_members;
+    QHash<QString, clsConn *> m_byKey; // the upper-cased names
 };
 
 clsConns &gConns(); // the program's one list, made at first use

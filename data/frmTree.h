@@ -2,6 +2,8 @@
 // "Tree": the tables of the connection with their fields. Loaded when it is first shown and again on a new connection.
 
 #include "data/ChildWindow.h"
+#include <QPair>
+#include <QStringList>
 
 class TreeView;
 
@@ -15,6 +17,8 @@ public:
     clsMenuSettings MenuSettings() const override;
     bool Offers(const QString &name) const override;
 
+    // The lines of a saved tree; nodes are (text, text of the parent or "" at the root).
+    static QStringList Lines(const QList<QPair<QString, QString>> &nodes);
     void Load();                        // reads the structure into the tree
     bool SaveFile(const QString &Path); // "Table,Field," and a line for each field; false when it could not be written
     void mnuSave() override;

@@ -39,5 +39,5 @@ double SpannedWidth(double listWidth, int columns);
 // A new "Results" window of a recordset, shown; null when there is no connection (which it says).
 frmGrid *ShowRecordset(const ADODB::RecordsetPtr &Recordset, const QString &Title);
 
-// The lines of a saved list: every value followed by a comma, a comma inside a value becomes a blank.
-QStringList ListLines(const QStringList &columns, const std::function<QStringList(qint64 row)> &row, qint64 rows);
+// One line of a saved list: every value followed by a comma; a comma inside a value becomes a blank.
+QString ListLine(const QStringList &values);

@@ -1,0 +1,76 @@
+#include "data/ChildWindow.h"
+#include "data/Shell.h"
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+ChildWindow::ChildWindow(QWidget *parent) : QWidget(parent) { setAttribute(Qt::WA_DeleteOnClose); }
+
+clsMenuSettings ChildWindow::MenuSettings() const { return {}; }
+bool ChildWindow::Offers(const QString &) const { return false; }
+
+void ChildWindow::ShowChild()
+{
+    if (!parentWidget() && !isVisible())
+        Shell::Current().AddChild(this);
+    show();
+    auto *frame = qobject_cast<QMdiSubWindow *>(parentWidget());
+    if (!frame) {
+        raise();
+        activateWindow();
+        return;
+    }
+    frame->show();
+    if (QMdiArea *area = frame->mdiArea())
+        area->setActiveSubWindow(frame);
+}
+
+void ChildWindow::CloseChild()
+{
+    if (auto *frame = qobject_cast<QMdiSubWindow *>(parentWidget()))
+        frame->close();
+    else
+        close();
+}
+
+void ChildWindow::closeEvent(QCloseEvent *event)
+{
+    if (!m_unloaded) {
+        m_unloaded = true;
+        Unload();
+    }
+    event->accept();
+}
+
+void ChildWindow::Activated() {}
+void ChildWindow::Deactivated() {}
+void ChildWindow::Unload() {}
+
+void ChildWindow::mnuCopy() {}
+void ChildWindow::mnuCut() {}
+void ChildWindow::mnuPaste() {}
+void ChildWindow::mnuUndo() {}
+void ChildWindow::mnuSelectAll() {}
+void ChildWindow::mnuFind() {}
+void ChildWindow::mnuReplace() {}
+void ChildWindow::mnuOpen() {}
+void ChildWindow::mnuSave() {}
+void ChildWindow::mnuPrint() {}
+void ChildWindow::mnuChart() {}
+void ChildWindow::SnapShot() {}
+void ChildWindow::Parse(int) {}
+void ChildWindow::InsertString(const QString &) {}
+void ChildWindow::ChangeChartType(int) {}
+void ChildWindow::ChangeTitle() {}
+void ChildWindow::ChangeFootNote() {}
+void ChildWindow::mnuClearLog() {}
+void ChildWindow::mnuMax_Click() {}
+void ChildWindow::mnuMin_Click() {}
+void ChildWindow::mnuAvg_Click() {}
+void ChildWindow::mnuSum_Click() {}
+void ChildWindow::mnuAddTable() {}
+void ChildWindow::ToolBar(const QString &) {}
+void ChildWindow::DynaMenuItemClick(const QString &, const QString &) {}
+
+void ChildWindow::SaveState() {}
+void ChildWindow::RefreshForm(const QString &) {}

@@ -1,0 +1,83 @@
+#include "data/Settings.h"
+#include "lang/Text.h"
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStringList>
+#include <QVariant>
+#include <memory>
+
+namespace {
+
+// A settings file holds a few kilobytes; what is larger than this is not ours.
+constexpr qint64 kLargestFile = 4 * 1024 * 1024;
+
+std::unique_ptr<QSettings> g_settings;
+QString g_file; // set by tests
+
+void Forget() { g_settings.reset(); } // writes what is pending
+
+std::unique_ptr<QSettings> MakeSettings()
+{
+    if (!g_file.isEmpty())
+        return std::make_unique<QSettings>(g_file, QSettings::IniFormat);
+    const auto name = QStringLiteral("Brindlewick");
+    return std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, name, name);
+}
+
+QSettings &Settings()
+{
+    if (!g_settings) {
+        static const bool registered = (qAddPostRoutine(Forget), true);
+        Q_UNUSED(registered);
+        const QString path = g_file.isEmpty() ? MakeSettings()->fileName() : g_file;
+        // Put aside before it is parsed: a foreign file of a gigabyte would cost its size in memory.
+        if (QFileInfo(path).isFile() && QFileInfo(path).size() > kLargestFile) {
+            QFile::remove(path + QStringLiteral(".foreign"));
+            QFile::rename(path, path + QStringLiteral(".foreign"));
+        }
+        g_settings = MakeSettings();
+        g_settings->setFallbacksEnabled(false);
+    }
+    return *g_settings;
+}
+
+QString FullKey(const QString &key) { return QStringLiteral("settings/") + key.toLower(); }
+
+} // namespace
+
+QString GetSetting(const QString &key, const QString &otherwise)
+{
+    const QVariant value = Settings().value(FullKey(key));
+    // An unquoted comma in a hand-written file reads as a list.
+    if (value.typeId() == QMetaType::QStringList)
+        return value.toStringList().join(QLatin1Char(','));
+    return value.typeId() == QMetaType::QString ? value.toString() : otherwise;
+}
+
+void SaveSetting(const QString &key, const QString &value)
+{
+    // An empty text that was never null, so that it reads back as a stored value.
+    Settings().setValue(FullKey(key), value.isNull() ? QStringLiteral("") : value);
+}
+
+double GetSettingNumber(const QString &key, double otherwise)
+{
+    const QString text = GetSetting(key);
+    return text.isEmpty() ? otherwise : lang::Val(text);
+}
+
+void SaveSettingNumber(const QString &key, double value) { SaveSetting(key, lang::CStr(value)); }
+
+void SyncSettings()
+{
+    if (g_settings)
+        g_settings->sync();
+}
+
+void SetSettingsFile(const QString &path)
+{
+    Forget();
+    g_file = path;
+}

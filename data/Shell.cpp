@@ -1,0 +1,47 @@
+#include "data/Shell.h"
+
+namespace {
+
+Shell *g_shell = nullptr;
+QString g_lastStatus;
+
+} // namespace
+
+Shell::~Shell()
+{
+    if (g_shell == this)
+        g_shell = nullptr;
+}
+
+Shell &Shell::Current()
+{
+    static Shell nobody;
+    return g_shell ? *g_shell : nobody;
+}
+
+void Shell::Install(Shell *shell) { g_shell = shell; }
+
+void Shell::SetStatus(const QString &) {}
+void Shell::SetCountPanel(const QString &) {}
+void Shell::SetHourglass(bool) {}
+void Shell::SetSchemaMenuEnabled(bool) {}
+void Shell::SetStop(const std::function<void()> &) {}
+void Shell::AddChild(ChildWindow *) {}
+QList<ChildWindow *> Shell::Children() const { return {}; }
+ChildWindow *Shell::ActiveChild() const { return nullptr; }
+QRect Shell::ClientArea() const { return QRect(0, 0, 800, 600); }
+QWidget *Shell::MainWindow() const { return nullptr; }
+ExplorerBar *Shell::SideBar() const { return nullptr; }
+CommandBar *Shell::Commands() const { return nullptr; }
+bool Shell::TestMode() const { return false; }
+void Shell::ShowEditMenu(const QPoint &) {}
+void Shell::ShowStatsMenu(const QPoint &, const QString &) {}
+void Shell::RefreshMenus() {}
+
+void SetStatus(const QString &text)
+{
+    g_lastStatus = text;
+    Shell::Current().SetStatus(text);
+}
+
+QString LastStatus() { return g_lastStatus; }
