@@ -46,9 +46,15 @@ QString AppPath()
     return user;
 }
 
-void SetAppPath(const QString &folder) { g_appPath = folder; }
+void SetAppPath(const QString &folder)
+{
+    g_appPath = folder;
+}
 
-QString AppFile(const QString &name) { return AppPath() + QLatin1Char('/') + name; }
+QString AppFile(const QString &name)
+{
+    return AppPath() + QLatin1Char('/') + name;
+}
 
 QString DataFile(const QString &name)
 {

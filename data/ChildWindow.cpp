@@ -4,10 +4,19 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
-ChildWindow::ChildWindow(QWidget *parent) : QWidget(parent) { setAttribute(Qt::WA_DeleteOnClose); }
+ChildWindow::ChildWindow(QWidget *parent) : QWidget(parent)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+}
 
-clsMenuSettings ChildWindow::MenuSettings() const { return {}; }
-bool ChildWindow::Offers(const QString &) const { return false; }
+clsMenuSettings ChildWindow::MenuSettings() const
+{
+    return {};
+}
+bool ChildWindow::Offers(const QString &) const
+{
+    return false;
+}
 
 void ChildWindow::ShowChild()
 {

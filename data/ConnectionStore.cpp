@@ -20,9 +20,10 @@ bool IsBlank(const QByteArray &piece)
 // A store of older days may hold texts of the western code page.
 QString FromWindows1252(const QByteArray &bytes)
 {
-    static constexpr char16_t high[] = u"\u20AC\u0081\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152\u008D"
-                                       u"\u017D\u008F\u0090\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A"
-                                       u"\u0153\u009D\u017E\u0178";
+    static constexpr char16_t high[] =
+        u"\u20AC\u0081\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152\u008D"
+        u"\u017D\u008F\u0090\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A"
+        u"\u0153\u009D\u017E\u0178";
     QString text;
     text.reserve(bytes.size());
     for (const char byte : bytes) {
@@ -34,7 +35,8 @@ QString FromWindows1252(const QByteArray &bytes)
 
 QString Decode(const QByteArray &bytes)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+    QStringDecoder utf8(QStringDecoder::Utf8,
+                        QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
     const QString text = utf8(bytes);
     return utf8.hasError() ? FromWindows1252(bytes) : text;
 }
@@ -48,7 +50,10 @@ bool ReadWhole(const QString &path, QByteArray &data)
     return file.error() == QFile::NoError;
 }
 
-bool IsWhole(const QByteArray &data) { return data.endsWith(kRecordEnd); }
+bool IsWhole(const QByteArray &data)
+{
+    return data.endsWith(kRecordEnd);
+}
 
 } // namespace
 

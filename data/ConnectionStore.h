@@ -6,9 +6,9 @@
 // chosen so that no valid UTF-8 text scrambles to 2 or 3.
 //
 // A save never endangers what was saved before: the new content is written beside (es.dat.new), brought safely to disk,
-// the former one gets the second name es.dat.old, and only then does the new one take the name in one step. A whole file
-// ends with code 2: a reader that finds es.dat missing or without it takes the former content where there is one. An
-// empty list is an empty file without a former one beside it. All of them are readable by their owner alone.
+// the former one gets the second name es.dat.old, and only then does the new one take the name in one step. A whole
+// file ends with code 2: a reader that finds es.dat missing or without it takes the former content where there is one.
+// An empty list is an empty file without a former one beside it. All of them are readable by their owner alone.
 
 #include "data/clsConns.h"
 #include <QByteArray>

@@ -9,6 +9,7 @@
 #include "ado/Recordset.h"
 #include <QString>
 #include <functional>
+#include <memory>
 
 enum class PumpInput
 {
@@ -48,5 +49,5 @@ public:
 
 private:
     struct Body;
-    Body *m;
+    std::unique_ptr<Body> m;
 };

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QFile>
 #include <QFileInfo>
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -110,8 +111,8 @@ bool SaveConnections(const QString &path, const clsConns &conns, const StoreHook
     const QByteArray data = WriteConnections(conns);
     if (!saver.WriteSafely(fresh, data))
         return false;
-    // Only a whole store is worth keeping: a hollow one must not push the good former one away. Should the keeping fail,
-    // the step below still replaces the store in one go.
+    // Only a whole store is worth keeping: a hollow one must not push the good former one away. Should the keeping
+    // fail, the step below still replaces the store in one go.
     if (EndsWhole(real))
         saver.KeepAs(store, former);
     if (!saver.Rename(fresh, store)) {

@@ -3,8 +3,8 @@
 
 namespace {
 
-// The built-in key. All 14 codes are bytes that turn no byte of valid UTF-8 text into 2 or 3: a text byte would have to be
-// the code XOR 2 or XOR 3, and for these codes that is C0, C1 or F5 and above, which UTF-8 never uses.
+// The built-in key. All 14 codes are bytes that turn no byte of valid UTF-8 text into 2 or 3: a text byte would have to
+// be the code XOR 2 or XOR 3, and for these codes that is C0, C1 or F5 and above, which UTF-8 never uses.
 constexpr std::array<unsigned char, 14> kKey = {0xFA, 0xC3, 0xFD, 0xF8, 0xC2, 0xFF, 0xFB,
                                                 0xC2, 0xFC, 0xF9, 0xC3, 0xFE, 0xFA, 0xF8};
 

@@ -16,7 +16,10 @@ constexpr qint64 kLargestFile = 4 * 1024 * 1024;
 std::unique_ptr<QSettings> g_settings;
 QString g_file; // set by tests
 
-void Forget() { g_settings.reset(); } // writes what is pending
+void Forget()
+{
+    g_settings.reset();
+} // writes what is pending
 
 std::unique_ptr<QSettings> MakeSettings()
 {
@@ -43,7 +46,10 @@ QSettings &Settings()
     return *g_settings;
 }
 
-QString FullKey(const QString &key) { return QStringLiteral("settings/") + key.toLower(); }
+QString FullKey(const QString &key)
+{
+    return QStringLiteral("settings/") + key.toLower();
+}
 
 } // namespace
 
@@ -68,7 +74,10 @@ double GetSettingNumber(const QString &key, double otherwise)
     return text.isEmpty() ? otherwise : lang::Val(text);
 }
 
-void SaveSettingNumber(const QString &key, double value) { SaveSetting(key, lang::CStr(value)); }
+void SaveSettingNumber(const QString &key, double value)
+{
+    SaveSetting(key, lang::CStr(value));
+}
 
 void SyncSettings()
 {

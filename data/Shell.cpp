@@ -19,7 +19,10 @@ Shell &Shell::Current()
     return g_shell ? *g_shell : nobody;
 }
 
-void Shell::Install(Shell *shell) { g_shell = shell; }
+void Shell::Install(Shell *shell)
+{
+    g_shell = shell;
+}
 
 void Shell::SetStatus(const QString &) {}
 void Shell::SetCountPanel(const QString &) {}
@@ -27,13 +30,34 @@ void Shell::SetHourglass(bool) {}
 void Shell::SetSchemaMenuEnabled(bool) {}
 void Shell::SetStop(const std::function<void()> &) {}
 void Shell::AddChild(ChildWindow *) {}
-QList<ChildWindow *> Shell::Children() const { return {}; }
-ChildWindow *Shell::ActiveChild() const { return nullptr; }
-QRect Shell::ClientArea() const { return QRect(0, 0, 800, 600); }
-QWidget *Shell::MainWindow() const { return nullptr; }
-ExplorerBar *Shell::SideBar() const { return nullptr; }
-CommandBar *Shell::Commands() const { return nullptr; }
-bool Shell::TestMode() const { return false; }
+QList<ChildWindow *> Shell::Children() const
+{
+    return {};
+}
+ChildWindow *Shell::ActiveChild() const
+{
+    return nullptr;
+}
+QRect Shell::ClientArea() const
+{
+    return QRect(0, 0, 800, 600);
+}
+QWidget *Shell::MainWindow() const
+{
+    return nullptr;
+}
+ExplorerBar *Shell::SideBar() const
+{
+    return nullptr;
+}
+CommandBar *Shell::Commands() const
+{
+    return nullptr;
+}
+bool Shell::TestMode() const
+{
+    return false;
+}
 void Shell::ShowEditMenu(const QPoint &) {}
 void Shell::ShowStatsMenu(const QPoint &, const QString &) {}
 void Shell::RefreshMenus() {}
@@ -44,4 +68,7 @@ void SetStatus(const QString &text)
     Shell::Current().SetStatus(text);
 }
 
-QString LastStatus() { return g_lastStatus; }
+QString LastStatus()
+{
+    return g_lastStatus;
+}

@@ -11,7 +11,10 @@ clsConn *clsConns::Add(const QString &ConnectionString, const QString &Name, con
     return *m_byKey.insert(key, m_members.back().get());
 }
 
-clsConn *clsConns::Item(const QString &key) const { return m_byKey.value(lang::UCase(key), nullptr); }
+clsConn *clsConns::Item(const QString &key) const
+{
+    return m_byKey.value(lang::UCase(key), nullptr);
+}
 
 void clsConns::Remove(const QString &key)
 {

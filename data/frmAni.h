@@ -1,9 +1,10 @@
 #pragma once
 // "Status": the waiting window of a connect, on top of all windows, not modal, with a busy indicator.
+// Made and shown by its user, who deletes it. Interface thread; nothing raises.
 
 #include <QWidget>
 
-class QTimer;
+class BusyIndicator;
 
 class frmAni : public QWidget
 {
@@ -13,11 +14,9 @@ public:
     void SetCaption(const QString &caption) { setWindowTitle(caption); }
 
 protected:
-    void paintEvent(QPaintEvent *event) override;
-    void showEvent(QShowEvent *event) override;
+    void showEvent(QShowEvent *event) override; // the skin, and the indicator runs
     void hideEvent(QHideEvent *event) override;
 
 private:
-    QTimer *m_tick;
-    int m_phase = 0;
+    BusyIndicator *m_busy;
 };

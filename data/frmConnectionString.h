@@ -53,5 +53,6 @@ private:
     void ChooseFile();
     void Test();
     ConnectionParts Parts() const;
+    QString Written() const; // the string as it stands in the box
     bool m_testing = false;
 };

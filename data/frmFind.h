@@ -44,9 +44,9 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override; // the stored place, else the middle of the screen
+    void done(int result) override;             // by whatever way it goes, its place is kept
 
 private:
     void Take(bool replace, bool all);
     void SaveLists() const;
-    void SavePlace() const;
 };

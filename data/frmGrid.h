@@ -38,7 +38,6 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void RecordsetOpened(const ADODB::RecordsetPtr &Recordset);

@@ -4,6 +4,7 @@
 
 #include "data/ChildWindow.h"
 
+class QPrinter;
 class RichTextBox;
 
 class frmTextOutput : public ChildWindow
@@ -24,7 +25,8 @@ public:
     void ShowModal(QWidget *parent = nullptr); // the same window inside a modal dialog, deleted when it closes
 
     void mnuSave() override;
-    void mnuPrint() override;
+    void mnuPrint() override; // preview, and from there the printer
+    void PrintTo(QPrinter *printer) const;
 
     RichTextBox *txtResult = nullptr;
 

@@ -25,4 +25,10 @@ public:
     void RefreshForm(const QString &connectionName) override;
 
     TreeView *tvTree = nullptr;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    bool m_loaded = false;
 };

@@ -36,6 +36,9 @@ void SpanListColumns(ListView *List, bool Force);
 // The width, in twips, that each of `columns` gets in a list of this width.
 double SpannedWidth(double listWidth, int columns);
 
+// A click on a column header: sorts by it, and turns the order round (first to descending).
+void SortListBy(ListView *List, int column);
+
 // A new "Results" window of a recordset, shown; null when there is no connection (which it says).
 frmGrid *ShowRecordset(const ADODB::RecordsetPtr &Recordset, const QString &Title);
 

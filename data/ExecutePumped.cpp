@@ -1,0 +1,48 @@
+#include "data/Pump.h"
+#include "data/PumpUntil.h"
+#include <QString>
+
+namespace {
+
+constexpr qsizetype kShown = 120; // characters of a statement in the status bar
+
+QString WaitText(const QString &sql)
+{
+    QString line = sql.left(kShown * 2).simplified().left(kShown);
+    if (line.size() < sql.size() && line.size() == kShown)
+        line += QChar(0x2026);
+    return QStringLiteral("Waiting for: %1 ... (Esc cancels)").arg(line);
+}
+
+} // namespace
+
+ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql, qint64 *affected)
+{
+    if (!connection)
+        throw ADODB::Error(ADODB::adErrObjectClosed,
+                           QStringLiteral("Operation is not allowed when the object is closed."));
+    // Held here, since an event may replace the caller's connection meanwhile.
+    const ADODB::ConnectionPtr held = connection;
+    ADODB::RecordsetPtr result;
+    qint64 counted = -1;
+    RunPumped(
+        WaitText(sql), [&] { result = held->Execute(sql, &counted); }, [&] { held->Cancel(); });
+    if (affected)
+        *affected = counted;
+    return result;
+}
+
+void InstallWaitHandler()
+{
+    ADODB::SetWaitHandler(
+        [](ADODB::Connection &connection, const QString &busyWith, const std::function<bool()> &ready) {
+            const auto held = connection.shared_from_this();
+            PumpUntil(
+                WaitText(busyWith), ready, [&] { held->Cancel(); }, PumpInput::All);
+        });
+}
+
+void RemoveWaitHandler()
+{
+    ADODB::SetWaitHandler({});
+}

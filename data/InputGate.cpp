@@ -1,0 +1,92 @@
+#include "data/InputGate.h"
+#include "data/Shell.h"
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QWidget>
+
+namespace {
+
+InputGate *g_innermost = nullptr;
+
+bool IsEscape(const QEvent *event)
+{
+    return static_cast<const QKeyEvent *>(event)->key() == Qt::Key_Escape;
+}
+
+bool IsInput(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::InputMethod:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletRelease:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+InputGate::InputGate(PumpInput input, std::function<void()> cancel)
+    : m_input(input), m_cancel(std::move(cancel)), m_modal(QApplication::activeModalWidget()),
+      m_popup(QApplication::activePopupWidget()), m_outer(g_innermost)
+{
+    g_innermost = this;
+    qApp->installEventFilter(this);
+    Shell::Current().SetStop(m_cancel);
+}
+
+InputGate::~InputGate()
+{
+    qApp->removeEventFilter(this);
+    g_innermost = m_outer;
+    Shell::Current().SetStop(m_outer ? m_outer->m_cancel : std::function<void()>());
+}
+
+bool InputGate::Holds(QObject *watched) const
+{
+    if (QApplication::activeModalWidget() != m_modal || QApplication::activePopupWidget() != m_popup)
+        return false;
+    // Events pass the native window first and reach the widget from there; the Stop control always answers.
+    return watched->isWidgetType() && watched->objectName() != QLatin1String("cmdStop");
+}
+
+bool InputGate::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    const bool sameDialogs =
+        QApplication::activeModalWidget() == m_modal && QApplication::activePopupWidget() == m_popup;
+    if ((type == QEvent::KeyPress || type == QEvent::ShortcutOverride) && IsEscape(event) && g_innermost == this &&
+        sameDialogs) {
+        event->accept();
+        if (type == QEvent::KeyPress && m_cancel)
+            m_cancel();
+        return true;
+    }
+    if (m_input == PumpInput::All)
+        return false;
+    if (type == QEvent::Close && event->spontaneous() && Holds(watched)) {
+        event->ignore();
+        return true;
+    }
+    if (!IsInput(type) || !(type == QEvent::Shortcut ? sameDialogs : Holds(watched)))
+        return false;
+    event->accept();
+    return true;
+}

@@ -1,0 +1,27 @@
+#pragma once
+// What the user may do while the program is inside a long operation: Escape and the Stop control call `cancel`; other
+// input is held back or let through, as told. Dialogs that open meanwhile are never held back. Gates nest; the
+// innermost one that still lives takes Escape. Interface thread; nothing raises.
+
+#include "data/Pump.h"
+#include <QObject>
+#include <functional>
+
+class InputGate : public QObject
+{
+    Q_OBJECT
+public:
+    InputGate(PumpInput input, std::function<void()> cancel);
+    ~InputGate() override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool Holds(QObject *watched) const;
+    PumpInput m_input;
+    std::function<void()> m_cancel;
+    QObject *m_modal; // the modal window at the start, only compared
+    QObject *m_popup;
+    InputGate *m_outer;
+};

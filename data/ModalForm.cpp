@@ -1,0 +1,45 @@
+#include "data/ModalForm.h"
+#include "controls/Skin.h"
+#include "data/Shell.h"
+#include <QApplication>
+#include <QShowEvent>
+
+namespace {
+
+QWidget *OwnerOf(QWidget *parent)
+{
+    if (parent)
+        return parent;
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    return Shell::Current().MainWindow();
+}
+
+} // namespace
+
+ModalForm::ModalForm(const QString &title, QWidget *parent) : QDialog(OwnerOf(parent))
+{
+    setWindowTitle(title);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    setModal(true);
+}
+
+void ModalForm::ShowModal()
+{
+    exec();
+}
+
+void ModalForm::Finish()
+{
+    Cancelled = false;
+    accept();
+}
+
+void ModalForm::showEvent(QShowEvent *event)
+{
+    if (!m_shown) {
+        m_shown = true;
+        ApplySkin(this);
+    }
+    QDialog::showEvent(event);
+}

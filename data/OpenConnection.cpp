@@ -1,0 +1,84 @@
+#include "controls/Attempt.h"
+#include "data/Pump.h"
+#include "data/Shell.h"
+#include "data/frmLogin.h"
+#include "data/modMain.h"
+
+namespace {
+
+QString g_lastError;
+
+// Opens in the background. Whoever gives up leaves the object to its thread and goes on with a new closed one.
+void Open(ADODB::ConnectionPtr &connection, const QString &status, const QString &text, const QString &user,
+          const QString &password)
+{
+    const ADODB::ConnectionPtr target = connection;
+    if (RunAbandonable(status, [=] { target->Open(text, user, password, -1); }))
+        return;
+    connection = ADODB::Connection::Create();
+    connection->SetConnectionString(text);
+    throw ADODB::Error(ADODB::adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."));
+}
+
+// Opens, and asks for user and password as long as the server refuses them.
+bool OpenWithLogin(ADODB::ConnectionPtr &connection, const QString &status, const QString &text, QString &why)
+{
+    QString user, password;
+    for (;;) {
+        bool refused = false;
+        connection->SetCursorLocation(ADODB::adUseClient);
+        try {
+            Open(connection, status, text, user, password);
+            connection->SetCursorLocation(ADODB::adUseClient); // some providers reset it
+            why.clear();
+            return true;
+        } catch (const ADODB::Error &error) {
+            why = error.Description;
+            refused = error.Number == ADODB::adErrLoginFailed ||
+                      error.Description.contains(QLatin1String("password"), Qt::CaseInsensitive);
+        } catch (...) {
+            why = DescribeCurrentException();
+        }
+        if (!refused)
+            return false;
+        frmLogin login;
+        login.ShowModal();
+        if (login.Cancelled)
+            return false;
+        user = login.UserName;
+        password = login.Password;
+    }
+}
+
+} // namespace
+
+bool OpenConnection(const QString &ConnectionString)
+{
+    SetStatus(QStringLiteral("Opening Connection ..."));
+    Shell::Current().SetHourglass(true);
+    ADODB::ConnectionPtr connection = ADODB::Connection::Create();
+    gConn = connection;
+    const bool opened = OpenWithLogin(connection, QStringLiteral("Opening Connection ... (Esc cancels)"),
+                                      ConnectionString, g_lastError);
+    gConn = connection;
+    Shell::Current().SetSchemaMenuEnabled(opened);
+    if (!opened) {
+        SetStatus(QStringLiteral("Cannot open connection!"));
+        return false;
+    }
+    SetStatus(QStringLiteral("Connection Opened."));
+    Shell::Current().SetHourglass(false);
+    return true;
+}
+
+QString LastOpenError()
+{
+    return g_lastError;
+}
+
+ADODB::ConnectionPtr OpenExtraConnection(const QString &ConnectionString)
+{
+    ADODB::ConnectionPtr connection = ADODB::Connection::Create();
+    QString why;
+    return OpenWithLogin(connection, QString(), ConnectionString, why) ? connection : nullptr;
+}

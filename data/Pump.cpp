@@ -1,0 +1,158 @@
+#include "data/Pump.h"
+#include "data/InputGate.h"
+#include "data/PumpUntil.h"
+#include "data/Shell.h"
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QThread>
+#include <QTimer>
+#include <condition_variable>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+namespace {
+
+constexpr int kQuickMs = 15;   // work that ends within this never lets an event in between
+constexpr int kStatusMs = 150; // shorter work does not flicker in the status bar
+constexpr int kTickMs = 20;
+
+// One piece of work on its way. Shared with its thread, which may outlive the caller.
+struct Job
+{
+    std::mutex lock;
+    std::condition_variable changed;
+    bool done = false;
+    std::exception_ptr raised;
+    QAbstractEventDispatcher *wake = nullptr;
+
+    bool WaitQuick()
+    {
+        std::unique_lock held(lock);
+        return changed.wait_for(held, std::chrono::milliseconds(kQuickMs), [this] { return done; });
+    }
+    bool Done()
+    {
+        const std::scoped_lock held(lock);
+        return done;
+    }
+};
+
+std::thread Start(const std::shared_ptr<Job> &job, const std::function<void()> &work)
+{
+    job->wake = QAbstractEventDispatcher::instance();
+    return std::thread([job, work] {
+        std::exception_ptr raised;
+        try {
+            work();
+        } catch (...) {
+            raised = std::current_exception();
+        }
+        const std::scoped_lock held(job->lock);
+        job->raised = raised;
+        job->done = true;
+        job->changed.notify_all();
+        if (job->wake)
+            job->wake->wakeUp();
+    });
+}
+
+// What the caller of an abandoned job must do: its thread may not touch the dispatcher any more.
+void Forget(Job &job)
+{
+    const std::scoped_lock held(job.lock);
+    job.wake = nullptr;
+}
+
+} // namespace
+
+void PumpUntil(const QString &status, const std::function<bool()> &ready, const std::function<void()> &cancel,
+               PumpInput input)
+{
+    if (!QCoreApplication::instance() || QCoreApplication::instance()->thread() != QThread::currentThread()) {
+        while (!ready())
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        return;
+    }
+    const InputGate gate(input, cancel);
+    QTimer tick; // so that the loop below never sleeps for ever
+    tick.start(kTickMs);
+    QElapsedTimer since;
+    since.start();
+    const QString before = LastStatus();
+    bool said = status.isEmpty();
+    while (!ready()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (!said && since.elapsed() > kStatusMs && !ready()) {
+            said = true;
+            SetStatus(status);
+        }
+    }
+    if (!status.isEmpty() && LastStatus() == status)
+        SetStatus(before);
+}
+
+void RunPumped(const QString &status, const std::function<void()> &work, const std::function<void()> &cancel,
+               PumpInput input)
+{
+    const auto job = std::make_shared<Job>();
+    std::thread thread = Start(job, work);
+    if (!job->WaitQuick())
+        PumpUntil(
+            status, [&] { return job->Done(); }, cancel, input);
+    thread.join();
+    if (job->raised)
+        std::rethrow_exception(job->raised);
+}
+
+bool RunAbandonable(const QString &status, const std::function<void()> &work)
+{
+    const auto job = std::make_shared<Job>();
+    std::thread thread = Start(job, work);
+    bool left = false;
+    if (!job->WaitQuick())
+        PumpUntil(
+            status, [&] { return left || job->Done(); }, [&] { left = true; }, PumpInput::EscapeOnly);
+    if (!job->Done()) {
+        Forget(*job);
+        thread.detach();
+        return false;
+    }
+    thread.join();
+    if (job->raised)
+        std::rethrow_exception(job->raised);
+    return true;
+}
+
+struct Breather::Body
+{
+    bool cancelled = false;
+    QElapsedTimer since;
+    InputGate gate{PumpInput::EscapeOnly, [this] { cancelled = true; }};
+};
+
+Breather::Breather(const QString &status) : m(std::make_unique<Body>())
+{
+    if (!status.isEmpty())
+        SetStatus(status);
+    m->since.start();
+}
+
+Breather::~Breather() = default;
+
+bool Breather::Breathe()
+{
+    if (m->since.elapsed() >= 30) {
+        QCoreApplication::processEvents();
+        m->since.restart();
+    }
+    return !m->cancelled;
+}
+
+bool Breather::Cancelled() const
+{
+    return m->cancelled;
+}

@@ -1,0 +1,168 @@
+#include "data/SchemaLoader.h"
+#include "controls/Attempt.h"
+#include "controls/TreeView.h"
+#include "data/Pump.h"
+#include "data/SchemaFields.h"
+#include "data/Shell.h"
+#include "data/modMain.h"
+#include "lang/Text.h"
+#include <QPointer>
+#include <atomic>
+#include <vector>
+
+namespace {
+
+constexpr size_t kFewObjects = 3; // up to here a SELECT each costs less than reading all columns
+
+// The rowset of the last pass, whichever it was. A pass whose OpenSchema fails walks it on from where it stands: its
+// end.
+ADODB::RecordsetPtr g_rowset;
+
+struct Object
+{
+    QString owner; // schema, or catalogue where there is no schema
+    QString name;
+    std::optional<QStringList> fields;
+};
+
+bool IsRoutine(const QString &type)
+{
+    return type == QLatin1String("PROCEDURE") || type == QLatin1String("FUNCTION");
+}
+bool IsTable(const QString &type)
+{
+    return type == QLatin1String("TABLE") || type == QLatin1String("VIEW");
+}
+
+QString TextOf(const char *field)
+{
+    return g_rowset->Fields()[QLatin1String(field)].Text();
+}
+
+// The numbers are meant so: 3 lists as procedure, 1 as function.
+bool IsWanted(const QString &type)
+{
+    if (IsTable(type)) {
+        const QString schema = TextOf("Table_Schema"); // compared exactly: "sys" is listed
+        return TextOf("Table_Type") == type && schema != QLatin1String("SYS") && schema != QLatin1String("OUTLN");
+    }
+    const qint64 kind = g_rowset->Fields()[QStringLiteral("PROCEDURE_TYPE")].GetValue().ToInt64();
+    return kind == (type == QLatin1String("PROCEDURE") ? 3 : 1) && TextOf("Procedure_Schema") != QLatin1String("SYS");
+}
+
+QString OwnerOf()
+{
+    QString owner;
+    Attempt([&] { owner = TextOf("Table_Schema"); });
+    if (owner.isEmpty())
+        Attempt([&] { owner = TextOf("Table_Catalog"); });
+    return owner;
+}
+
+void OpenRowset(ADODB::Connection &connection, const QString &type)
+{
+    if (type == QLatin1String("TABLE"))
+        Attempt([&] { g_rowset = connection.OpenSchema(ADODB::adSchemaTables); });
+    else if (IsRoutine(type))
+        Attempt([&] { g_rowset = connection.OpenSchema(ADODB::adSchemaProcedures); });
+    else if (g_rowset)
+        Attempt([&] {
+            if (!g_rowset->Bof())
+                g_rowset->MoveFirst();
+        });
+}
+
+// The whole pass, on a worker. What is read so far stands in `objects` when it is stopped.
+void Read(const ADODB::ConnectionPtr &connection, const QString &type, const std::atomic<bool> &stop,
+          std::vector<Object> &objects)
+{
+    OpenRowset(*connection, type);
+    if (!g_rowset)
+        return;
+    const char *name = IsTable(type) ? "Table_Name" : "PROCEDURE_Name";
+    bool more = true;
+    while (more && !stop) {
+        more = Attempt([&] {
+                   more = !g_rowset->Eof();
+                   if (!more)
+                       return;
+                   Attempt([&] {
+                       if (IsWanted(type))
+                           objects.push_back({IsTable(type) ? OwnerOf() : QString(), TextOf(name), {}});
+                   });
+                   g_rowset->MoveNext();
+               }) &&
+               more;
+    }
+    if (!IsTable(type))
+        return;
+    SchemaFields fields(connection, stop);
+    if (objects.size() > kFewObjects)
+        fields.ReadAll();
+    for (Object &object : objects)
+        if (!object.name.contains(QLatin1Char('$'))) // nobody can select from those
+            object.fields = fields.Of(object.owner, object.name);
+}
+
+struct Images
+{
+    int object, selected, field;
+};
+
+// Adds one object. `at` is the object's node; when its key is there already it stays the one before, which then gets
+// the fields.
+void AddObject(TreeView *tree, Node *parent, const Object &object, const Images &images, Node *&at)
+{
+    Attempt([&] {
+        at = parent ? tree->Nodes().Add(parent, tvwChild, object.name, object.name, images.object, images.selected)
+                    : tree->Nodes().Add(nullptr, tvwLast, object.name, object.name, images.object, images.selected);
+    });
+    if (!object.fields || !at)
+        return;
+    at->SetTag(lang::CStr(qint64(object.fields->size())));
+    for (const QString &field : *object.fields)
+        Attempt([&] {
+            tree->Nodes().Add(at, tvwChild, at->Text() + QLatin1Char('-') + field, field, images.field, images.field);
+        });
+}
+
+} // namespace
+
+void LoadStructure(TreeView *Tree, Node *Parent, const QString &ObjectType, int ObjectImage, int SelectedImage,
+                   int FieldImage)
+{
+    if (!IsConnected(true))
+        return;
+    SetStatus(QStringLiteral("Loading Structure..."));
+    const ADODB::ConnectionPtr connection = gConn;
+    const QPointer<TreeView> tree(Tree);
+    connection->SetCursorLocation(ADODB::adUseServer);
+    const QString type = lang::UCase(ObjectType);
+    if (IsTable(type) || IsRoutine(type)) {
+        std::vector<Object> objects;
+        std::atomic<bool> stop = false;
+        Attempt([&] {
+            RunPumped(
+                QStringLiteral("Loading Structure... (Esc cancels)"), [&] { Read(connection, type, stop, objects); },
+                [&] {
+                    stop = true;
+                    connection->Cancel();
+                },
+                PumpInput::EscapeOnly);
+        });
+        qint64 counter = 0;
+        Node *at = nullptr;
+        const Images images{ObjectImage, SelectedImage, FieldImage};
+        Breather breather;
+        for (const Object &object : objects) {
+            if (!tree || !breather.Breathe() || !tree)
+                break;
+            AddObject(tree, Parent, object, images, at);
+            ++counter;
+        }
+        if (tree && Parent)
+            Parent->SetTag(lang::CStr(counter));
+    }
+    connection->SetCursorLocation(ADODB::adUseClient);
+    SetStatus(QStringLiteral("Structure Loaded."));
+}

@@ -1,0 +1,211 @@
+#include "data/frmConnectionString.h"
+#include "ado/odbc/OdbcDriver.h"
+#include "controls/Attempt.h"
+#include "controls/Dialogs.h"
+#include "data/Pump.h"
+#include "lang/Text.h"
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+using Kind = ConnectionParts::Kind;
+
+// Which boxes a source can use: a file database has no server.
+bool IsFileSource(const ConnectionParts &parts)
+{
+    return parts.kind == Kind::BuiltIn ||
+           (parts.kind == Kind::Driver && parts.name.contains(QLatin1String("SQLite"), Qt::CaseInsensitive));
+}
+
+} // namespace
+
+frmConnectionString::frmConnectionString(QWidget *parent) : ModalForm(QStringLiteral("Connection String"), parent)
+{
+    auto *grid = new QGridLayout;
+    int row = 0;
+    const auto addLabel = [&](const QString &caption, QWidget *control, const char *name) {
+        auto *label = new QLabel(caption, this);
+        label->setBuddy(control);
+        control->setObjectName(QLatin1String(name));
+        control->setAccessibleName(QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+        grid->addWidget(label, row, 0);
+    };
+    const auto addLine = [&](const QString &caption, QLineEdit *&line, const char *name) {
+        line = new QLineEdit(this);
+        addLabel(caption, line, name);
+        grid->addWidget(line, row++, 1, 1, 2);
+    };
+    cmbSource = new QComboBox(this);
+    cmbSource->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cmbSource->setMinimumContentsLength(36);
+    addLabel(QStringLiteral("Data &Source:"), cmbSource, "cmbSource");
+    grid->addWidget(cmbSource, row++, 1, 1, 2);
+    addLine(QStringLiteral("Ser&ver:"), txtServer, "txtServer");
+    addLine(QStringLiteral("P&ort:"), txtPort, "txtPort");
+    txtDatabase = new QLineEdit(this);
+    cmdFile = new QPushButton(QStringLiteral("&File..."), this);
+    cmdFile->setObjectName(QStringLiteral("cmdFile"));
+    addLabel(QStringLiteral("&Database:"), txtDatabase, "txtDatabase");
+    grid->addWidget(txtDatabase, row, 1);
+    grid->addWidget(cmdFile, row++, 2);
+    addLine(QStringLiteral("&User:"), txtUser, "txtUser");
+    addLine(QStringLiteral("&Password:"), txtPassword, "txtPassword");
+    txtPassword->setEchoMode(QLineEdit::Password);
+    addLine(QStringLiteral("Further &Attributes:"), txtFurther, "txtFurther");
+    txtFurther->setPlaceholderText(QStringLiteral("Key=value;Key=value"));
+    txtResult = new QPlainTextEdit(this);
+    txtResult->setTabChangesFocus(true);
+    txtResult->setMinimumHeight(64);
+    addLabel(QStringLiteral("&Resulting String:"), txtResult, "txtResult");
+    grid->addWidget(txtResult, row++, 1, 1, 2);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(row - 1, 1);
+
+    lblTest = new QLabel(this);
+    lblTest->setObjectName(QStringLiteral("lblTest"));
+    lblTest->setAccessibleName(QStringLiteral("Test Result"));
+    lblTest->setWordWrap(true);
+    lblTest->setTextFormat(Qt::PlainText);
+    lblTest->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblTest->setMinimumHeight(lblTest->fontMetrics().lineSpacing() * 3);
+    lblTest->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+
+    cmdTest = new QPushButton(QStringLiteral("&Test"), this);
+    cmdOK = new QPushButton(QStringLiteral("OK"), this);
+    cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
+    cmdTest->setObjectName(QStringLiteral("cmdTest"));
+    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+    for (QPushButton *button : {cmdFile, cmdTest, cmdCancel})
+        button->setAutoDefault(false);
+    cmdOK->setDefault(true);
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(cmdTest);
+    buttons->addStretch(1);
+    buttons->addWidget(cmdOK);
+    buttons->addWidget(cmdCancel);
+    auto *column = new QVBoxLayout(this);
+    column->addLayout(grid, 1);
+    column->addWidget(lblTest);
+    column->addLayout(buttons);
+    resize(560, 500);
+
+    FillSources();
+    Compose();
+    connect(cmbSource, &QComboBox::currentIndexChanged, this, &frmConnectionString::Compose);
+    for (QLineEdit *line : {txtServer, txtPort, txtDatabase, txtUser, txtPassword, txtFurther})
+        connect(line, &QLineEdit::textChanged, this, &frmConnectionString::Compose);
+    connect(cmdFile, &QPushButton::clicked, this, &frmConnectionString::ChooseFile);
+    connect(cmdTest, &QPushButton::clicked, this, &frmConnectionString::Test);
+    connect(cmdOK, &QPushButton::clicked, this, [this] {
+        ConnectionString = Written();
+        Finish();
+    });
+    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmConnectionString::FillSources()
+{
+    const auto add = [this](const QString &caption, Kind kind, const QString &name) {
+        cmbSource->addItem(caption, name);
+        cmbSource->setItemData(cmbSource->count() - 1, int(kind), Qt::UserRole + 1);
+    };
+    add(QStringLiteral("SQLite (built in)"), Kind::BuiltIn, QStringLiteral("SQLite"));
+    for (const QString &name : ADODB::OdbcDataSources())
+        add(QStringLiteral("Data source: ") + name, Kind::Dsn, name);
+    for (const QString &name : ADODB::OdbcDrivers())
+        add(QStringLiteral("Driver: ") + name, Kind::Driver, name);
+}
+
+ConnectionParts frmConnectionString::Parts() const
+{
+    ConnectionParts parts;
+    parts.kind = Kind(cmbSource->currentData(Qt::UserRole + 1).toInt());
+    parts.name = cmbSource->currentData().toString();
+    parts.database = txtDatabase->text();
+    parts.further = lang::Trim(txtFurther->text());
+    if (!IsFileSource(parts)) {
+        parts.server = lang::Trim(txtServer->text());
+        parts.port = lang::Trim(txtPort->text());
+    }
+    if (parts.kind != Kind::BuiltIn) {
+        parts.user = txtUser->text();
+        parts.password = txtPassword->text();
+    }
+    return parts;
+}
+
+void frmConnectionString::Compose()
+{
+    const ConnectionParts parts = Parts();
+    const bool file = IsFileSource(parts);
+    txtServer->setEnabled(!file);
+    txtPort->setEnabled(!file);
+    cmdFile->setEnabled(file);
+    txtUser->setEnabled(parts.kind != Kind::BuiltIn);
+    txtPassword->setEnabled(parts.kind != Kind::BuiltIn);
+    txtResult->setPlainText(parts.ToString());
+    lblTest->clear();
+}
+
+QString frmConnectionString::Written() const
+{
+    // A connection string is one line; a pasted one may be wrapped.
+    return lang::Trim(txtResult->toPlainText().remove(QLatin1Char('\r')).remove(QLatin1Char('\n')));
+}
+
+void frmConnectionString::ChooseFile()
+{
+    const QString path = OpenFileDialog(
+        QStringLiteral("Database File"),
+        QStringLiteral("SQLite Database [*.db;*.sqlite;*.sqlite3]|*.db;*.sqlite;*.sqlite3|All Files [*]|*"), {},
+        txtDatabase->text(), this);
+    if (!path.isEmpty())
+        txtDatabase->setText(path);
+}
+
+void frmConnectionString::Test()
+{
+    if (m_testing)
+        return;
+    m_testing = true;
+    cmdTest->setEnabled(false);
+    const QString text = Written();
+    lblTest->setText(QStringLiteral("Testing... (Esc cancels)"));
+    QString why;
+    bool ended = false;
+    const auto connection = ADODB::Connection::Create();
+    const bool opened =
+        Attempt([&] { ended = RunAbandonable({}, [connection, text] { connection->Open(text); }); }, &why);
+    m_testing = false;
+    cmdTest->setEnabled(true);
+    cmdTest->setFocus();
+    if (!opened) {
+        lblTest->setText(why.isEmpty() ? QStringLiteral("The test failed.") : why);
+        return;
+    }
+    if (!ended) {
+        lblTest->setText(QStringLiteral("The test was given up."));
+        return;
+    }
+    QString product;
+    Attempt([&] {
+        product = connection->Property(QStringLiteral("DBMS Name")).toString() + QLatin1Char(' ') +
+                  connection->Property(QStringLiteral("DBMS Version")).toString();
+    });
+    lblTest->setText(QStringLiteral("The connection works. ") + product);
+    Attempt([&] { connection->Close(); });
+}
+
+void frmConnectionString::reject()
+{
+    if (!m_testing)
+        ModalForm::reject();
+}

@@ -1,0 +1,212 @@
+#include "data/frmGrid.h"
+#include "controls/Attempt.h"
+#include "controls/Dialogs.h"
+#include "controls/ListView.h"
+#include "controls/RedrawLock.h"
+#include "controls/Skin.h"
+#include "controls/StatusBar.h"
+#include "data/SaveDialog.h"
+#include "data/Shell.h"
+#include "data/frmTextOutput.h"
+#include "data/modListView.h"
+#include "lang/Text.h"
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QTime>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr QLatin1String kOffered[] = {QLatin1String("mnuCopy"), QLatin1String("mnuSave")};
+constexpr int kWindow = 2; // the mode that this window passes
+
+double SecondsSinceMidnight()
+{
+    return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+}
+
+QString OneLine(QString text)
+{
+    text.replace(QLatin1String("\r\n"), QLatin1String(" "));
+    text.replace(QLatin1Char('\r'), QLatin1Char(' '));
+    return text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+}
+
+} // namespace
+
+frmGrid::frmGrid(QWidget *parent) : ChildWindow(parent), m_uaRec(new UARecordset(this))
+{
+    Tag = QStringLiteral("1");
+    SetCaption(QStringLiteral("Results"));
+    lvResults = new ListView(this);
+    lvResults->setObjectName(QStringLiteral("lvResults"));
+    lvResults->setAccessibleName(QStringLiteral("Results"));
+    lvResults->SetMultiSelect(true);
+    SB = new StatusBar(this);
+    SB->setObjectName(QStringLiteral("SB"));
+    SB->AddPanel(sbrText, true); // the statement
+    for (int i = 0; i < 3; ++i)
+        SB->AddPanel();
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(lvResults, 1);
+    column->addWidget(SB);
+    resize(640, 400);
+    setFocusProxy(lvResults);
+    ApplySkin(this);
+
+    connect(m_uaRec, &UARecordset::RecordsetOpened, this, &frmGrid::RecordsetOpened);
+    connect(m_uaRec, &UARecordset::ErrorOccured, this, &frmGrid::ErrorOccured);
+    connect(SB, &StatusBar::PanelClick, this, &frmGrid::ShowPanel);
+    connect(lvResults, &ListView::ColumnClick, this, [this](int clicked) { SortListBy(lvResults, clicked); });
+}
+
+frmGrid::~frmGrid() = default;
+
+clsMenuSettings frmGrid::MenuSettings() const
+{
+    clsMenuSettings settings;
+    settings.CanSave = settings.CanCopy = true;
+    return settings;
+}
+
+bool frmGrid::Offers(const QString &name) const
+{
+    return std::ranges::find(kOffered, name) != std::end(kOffered);
+}
+
+void frmGrid::ShowRec(const QString &SQL, const ADODB::ConnectionPtr &Connection, const QString &Title)
+{
+    setCursor(Qt::WaitCursor);
+    const QString line = OneLine(SQL);
+    SB->SetPanelText(1, line);
+    SetCaption((Title.isEmpty() ? Caption() : Title) + QLatin1Char('[') + lang::Left(line, 30) +
+               QStringLiteral("...]"));
+    m_start = SecondsSinceMidnight();
+    Attempt([&] { m_uaRec->OpenRecordset(SQL, Connection, kWindow); });
+}
+
+void frmGrid::RecordsetOpened(const ADODB::RecordsetPtr &Recordset)
+{
+    // At midnight the difference turns negative, and shows so.
+    SB->SetPanelText(4, QStringLiteral("QueryTime= ") + lang::FormatSeconds(SecondsSinceMidnight() - m_start));
+    SB->SetPanelText(1, QStringLiteral("Loading Results..."));
+    {
+        const RedrawLock lock(this);
+        Attempt([&] { Recordset->MoveLast(); });
+        Attempt([&] { LoadColumns(Recordset, lvResults); });
+        Attempt([&] { Recordset->MoveFirst(); });
+        FillOptions options;
+        options.Clear = true;
+        Attempt([&] { FillList(lvResults, Recordset, options); });
+        SpanColomns(false);
+    }
+    unsetCursor();
+    SB->SetPanelText(3, QStringLiteral("RecordCount= ") + lang::CStr(lvResults->Count()));
+}
+
+void frmGrid::ErrorOccured(int, const QString &Description)
+{
+    unsetCursor();
+    const QPointer<frmGrid> self(this);
+    MsgBox(QStringLiteral("Error: ") + Description, mbExclamation, QStringLiteral("Error"), this);
+    if (!self)
+        return;
+    if (UnloadOnError)
+        CloseChild();
+    else
+        SB->SetPanelText(1, QStringLiteral("Error: ") + Description);
+}
+
+void frmGrid::SpanColomns(bool Force)
+{
+    SpanListColumns(lvResults, Force);
+}
+
+void frmGrid::RefreshForm(const QString &)
+{
+    CloseChild();
+}
+
+void frmGrid::Unload()
+{
+    // What still runs is cancelled, and nothing that arrives late reaches this window.
+    m_uaRec->disconnect(this);
+    if (m_uaRec->IsRunning())
+        m_uaRec->Cancel();
+}
+
+void frmGrid::ShowPanel(int panel)
+{
+    auto *output = new frmTextOutput;
+    output->SetText(SB->PanelText(panel)); // as RTF body, unescaped: that is meant
+    output->ShowChild();
+}
+
+void frmGrid::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        CloseChild();
+    else
+        ChildWindow::keyPressEvent(event);
+}
+
+namespace {
+
+QStringList Captions(const ListView *list)
+{
+    QStringList captions;
+    for (int i = 0; i < list->ColumnCount(); ++i)
+        captions << list->ColumnText(i);
+    return captions;
+}
+
+QStringList Cells(const ListView *list, qint64 row)
+{
+    QStringList cells;
+    for (int i = 0; i < list->ColumnCount(); ++i)
+        cells << list->SubItem(row, i);
+    return cells;
+}
+
+} // namespace
+
+QString frmGrid::CopyText() const
+{
+    const auto comma = QStringLiteral(", ");
+    QString text = Captions(lvResults).join(comma);
+    Attempt([&] {
+        for (const qint64 row : lvResults->SelectedRows())
+            text += QStringLiteral("\r\n") + Cells(lvResults, row).join(comma);
+    });
+    return text;
+}
+
+void frmGrid::mnuCopy()
+{
+    QGuiApplication::clipboard()->clear();
+    QGuiApplication::clipboard()->setText(CopyText());
+}
+
+void frmGrid::mnuSave()
+{
+    const QString path = AskSavePath(this, QStringLiteral("Save CSV File"),
+                                     QStringLiteral("Comma Seperated File [*.csv]|*.csv|Text File [*.txt]|*.txt"),
+                                     QStringLiteral("CSV"));
+    if (!path.isEmpty())
+        SaveFile(path);
+}
+
+bool frmGrid::SaveFile(const QString &Path)
+{
+    const QPointer<ListView> list(lvResults);
+    Shell::Current().SetHourglass(true);
+    const bool saved = WriteTextLines(this, Path, 1 + lvResults->Count(), [list](qint64 line) {
+        return list ? ListLine(line == 0 ? Captions(list) : Cells(list, line - 1)) : QString();
+    });
+    Shell::Current().SetHourglass(false);
+    return saved;
+}

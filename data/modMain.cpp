@@ -1,0 +1,53 @@
+#include "data/modMain.h"
+#include "controls/Attempt.h"
+#include "controls/Dialogs.h"
+#include "data/ProbeSQL.h"
+#include "data/Shell.h"
+#include "sqltext/modSQLMaipulation.h"
+
+ADODB::ConnectionPtr gConn;
+ADODB::RecordsetPtr gKeywords;
+
+bool IsConnected(bool ShowMessage)
+{
+    if (gConn && !gConn->ConnectionString().isEmpty() && gConn->State() == ADODB::adStateOpen)
+        return true;
+    if (ShowMessage)
+        MsgBox(QStringLiteral("No current database connection is active."), mbExclamation, QStringLiteral("Conection"));
+    Shell::Current().SetHourglass(false);
+    return false;
+}
+
+bool IsOracle()
+{
+    return gConn && gConn->ConnectionString().contains(QLatin1String("ORA"), Qt::CaseInsensitive);
+}
+
+QString GetFieldList(const QString &Table, const QString &Separator)
+{
+    QString list;
+    Attempt([&] {
+        const auto empty = ADODB::Recordset::Create();
+        empty->Open(QStringLiteral("SELECT * FROM ") + QuoteName(Table) + QStringLiteral(" WHERE 1=0"), gConn);
+        const auto &fields = empty->Fields();
+        for (int i = 0; i < fields.Count(); ++i)
+            list += (list.isEmpty() ? QString() : Separator) + fields[i].Name();
+    });
+    return list;
+}
+
+void InitKeywords()
+{
+    SetStatus(QStringLiteral("Initializing Keywords ..."));
+    gKeywords = ADODB::Recordset::Create();
+    Attempt([] { gKeywords->Fields().Append(QStringLiteral("KW"), ADODB::adVarChar, 50, ADODB::adFldUnspecified); });
+    Attempt([] { gKeywords->Open(); });
+}
+
+ADODB::RecordsetPtr ProbeSQL(const QString &SQLText)
+{
+    ADODB::RecordsetPtr result;
+    if (const auto connection = gConn)
+        Attempt([&] { result = connection->Execute(SQLText, nullptr, -1); });
+    return result;
+}
