@@ -1,0 +1,262 @@
+#include "data/ConnectionStore.h"
+#include "tests/data/House.h"
+#include "tests/support/ExpectCases.h"
+#include <QFileInfo>
+#include <QJsonArray>
+#include <random>
+
+namespace {
+
+QByteArray Hex(const QJsonValue &value) { return QByteArray::fromHex(value.toString().toLatin1()); }
+QString ToHex(const QString &text) { return QString::fromLatin1(text.toUtf8().toHex()); }
+
+clsConns Three()
+{
+    clsConns conns;
+    conns.Add(QStringLiteral("Provider=A"), QStringLiteral("Main"), QStringLiteral("select 1\r\n"));
+    conns.Add(QStringLiteral("DSN=x"), QStringLiteral("Second"), QString());
+    conns.Add(QString(), QStringLiteral("Third one"), QStringLiteral("x,y"));
+    return conns;
+}
+
+QStringList Names(const clsConns &conns)
+{
+    QStringList names;
+    for (const auto &conn : conns)
+        names << conn->Name;
+    return names;
+}
+
+class StoreTest : public DataTest
+{
+protected:
+    QString Store() const { return Path(QStringLiteral("es.dat")); }
+    QStringList Loaded() const
+    {
+        clsConns conns;
+        LoadConnections(Store(), conns);
+        return Names(conns);
+    }
+};
+
+TEST(Scramble, Cases)
+{
+    ExpectCases("scramble", [](const QJsonObject &args) {
+        return QJsonValue(
+            QString::fromLatin1(ScrambleText(Hex(args["text_hex"]), Hex(args["key_hex"])).toHex()));
+    });
+}
+
+TEST(Scramble, IsItsOwnInverseForAnyTextAndKey)
+{
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round) {
+        QByteArray text(qsizetype(random() % 200), '\0'), key(qsizetype(random() % 20), '\0');
+        for (char &byte : text)
+            byte = char(random());
+        for (char &byte : key)
+            byte = char(random());
+        EXPECT_EQ(ScrambleText(ScrambleText(text, key), key), text);
+    }
+}
+
+TEST(Scramble, LongTextsAreScrambledToTheirEnd)
+{
+    const QByteArray text(100000, 'x');
+    const QByteArray scrambled = ScrambleText(text);
+    EXPECT_EQ(scrambled.count('x'), 0);
+    EXPECT_EQ(ScrambleText(scrambled), text);
+}
+
+// No byte that UTF-8 can hold meets a separator, at any position of the key: no connection is ever cut.
+TEST(Scramble, NoValidTextBecomesASeparator)
+{
+    for (int byte = 0; byte < 256; ++byte) {
+        if (byte == 0xC0 || byte == 0xC1 || byte >= 0xF5)
+            continue;
+        const QByteArray scrambled = ScrambleText(QByteArray(14, char(byte)));
+        EXPECT_FALSE(scrambled.contains(2) || scrambled.contains(3)) << byte;
+    }
+    const QByteArray codes = ScrambleText(QByteArray(14, '\0'));
+    for (const char code : codes)
+        EXPECT_TRUE(QByteArray("\xC2\xC3\xF8\xF9\xFA\xFB\xFC\xFD\xFE\xFF").contains(code));
+}
+
+TEST(Store, ReadCases)
+{
+    ExpectCases("esdat_read", [](const QJsonObject &args) {
+        clsConns conns;
+        ReadConnections(Hex(args["data_hex"]), conns, Hex(args["key_hex"]));
+        QJsonArray members;
+        for (const auto &conn : conns)
+            members << QJsonArray{ToHex(conn->Name), ToHex(conn->ConnectionString), ToHex(conn->Extra)};
+        return QJsonValue(members);
+    });
+}
+
+TEST(Store, WriteCases)
+{
+    ExpectCases("esdat_write", [](const QJsonObject &args) {
+        clsConns conns;
+        for (const QJsonValue &record : args["records"].toArray())
+            conns.Add(QString::fromUtf8(Hex(record[1])), QString::fromUtf8(Hex(record[0])),
+                      QString::fromUtf8(Hex(record[2])));
+        return QJsonValue(QString::fromLatin1(WriteConnections(conns, Hex(args["key_hex"])).toHex()));
+    });
+}
+
+TEST(Store, RecordsWithTooFewFieldsAreSkippedAndFurtherFieldsIgnored)
+{
+    clsConns conns;
+    const QByteArray key(1, '\0');
+    ReadConnections(QByteArray("only\x02" "two\x03" "fields\x02" "   \x02\x02" "a\x03" "b\x03" "c\x03" "d\x02"), conns, key);
+    ASSERT_EQ(Names(conns), QStringList{"a"});
+    EXPECT_EQ(conns.Item("A")->Extra, "c");
+}
+
+TEST(Store, ABrokenRecordLeavesItsPiecesAsFurtherRecords)
+{
+    clsConns conns;
+    ReadConnections(QByteArray("x\x03" "y" "\x02" "rest\x03" "z\x03" "w\x02"), conns, QByteArray(1, '\0'));
+    EXPECT_EQ(Names(conns), QStringList{"rest"});
+}
+
+TEST(Store, OfTwoNamesThatDifferInCaseTheSecondIsDropped)
+{
+    clsConns conns;
+    ReadConnections(QByteArray("Main\x03" "1\x03\x02" "MAIN\x03" "2\x03\x02" "other\x03\x03\x02"), conns,
+                    QByteArray(1, '\0'));
+    EXPECT_EQ(Names(conns), (QStringList{"Main", "other"}));
+    EXPECT_EQ(conns.Item("main")->ConnectionString, "1");
+}
+
+TEST(Store, BytesOfAnOlderCodePageAreRead)
+{
+    clsConns conns;
+    ReadConnections(QByteArray("caf\xE9\x03\x80\x03\x02"), conns, QByteArray(1, '\0'));
+    ASSERT_EQ(conns.Count(), 1);
+    EXPECT_EQ((*conns.begin())->Name, QString(u"caf\u00E9"));
+    EXPECT_EQ((*conns.begin())->ConnectionString, QString(u"\u20AC"));
+}
+
+TEST(Store, AnyBytesAreSurvived)
+{
+    std::mt19937 random(11);
+    for (int round = 0; round < 400; ++round) {
+        QByteArray data(qsizetype(random() % 300), '\0');
+        for (char &byte : data)
+            byte = char(random() % 3 == 0 ? 2 + random() % 2 : random());
+        clsConns conns;
+        ReadConnections(data, conns);
+        EXPECT_LE(conns.Count(), data.count(2) + 1);
+    }
+}
+
+TEST_F(StoreTest, RoundTripOfEveryScript)
+{
+    clsConns conns;
+    const QString text = QString(u"\u0000\u0001\u0002\u0003\r\n\u001A\u00E9\u0436\u03B1\u4E2D\u0627\U0001F600");
+    conns.Add(text, QStringLiteral("n") + text, text + text);
+    ASSERT_TRUE(SaveConnections(Store(), conns));
+    clsConns back;
+    ASSERT_TRUE(LoadConnections(Store(), back));
+    ASSERT_EQ(back.Count(), 1);
+    EXPECT_EQ((*back.begin())->Name, QStringLiteral("n") + text);
+    EXPECT_EQ((*back.begin())->ConnectionString, text);
+    EXPECT_EQ((*back.begin())->Extra, text + text);
+}
+
+TEST_F(StoreTest, TheFileHoldsTheBytesAndNothingElse)
+{
+    const clsConns conns = Three();
+    ASSERT_TRUE(SaveConnections(Store(), conns));
+    EXPECT_EQ(Read(Store()), WriteConnections(conns));
+    EXPECT_FALSE(QFile::exists(Store() + ".new"));
+}
+
+TEST_F(StoreTest, OnlyTheOwnerMayRead)
+{
+    Write(Store(), "x\x02");
+    QFile::setPermissions(Store(), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::ReadGroup);
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    const auto owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    EXPECT_EQ(QFile::permissions(Store()) & ~owner, QFile::Permissions());
+    EXPECT_EQ(QFile::permissions(Store() + ".old") & ~owner, QFile::Permissions());
+}
+
+TEST_F(StoreTest, AMissingStoreIsNoConnections)
+{
+    clsConns conns;
+    EXPECT_FALSE(LoadConnections(Store(), conns));
+    EXPECT_EQ(conns.Count(), 0);
+}
+
+TEST_F(StoreTest, AHollowOrCutStoreGivesTheFormerContent)
+{
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    clsConns later = Three();
+    later.Add("d", "Fourth", "");
+    ASSERT_TRUE(SaveConnections(Store(), later));
+    const QByteArray whole = Read(Store());
+    EXPECT_EQ(Loaded().size(), 4);
+    Write(Store(), QByteArray());
+    EXPECT_EQ(Loaded(), Names(Three()));
+    Write(Store(), whole.left(whole.size() - 3));
+    EXPECT_EQ(Loaded(), Names(Three()));
+    Write(Store(), QByteArray(4096, '\0'));
+    EXPECT_EQ(Loaded(), Names(Three()));
+    ASSERT_TRUE(QFile::remove(Store()));
+    EXPECT_EQ(Loaded(), Names(Three()));
+}
+
+TEST_F(StoreTest, AHollowStoreDoesNotPushTheFormerContentAway)
+{
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    Write(Store(), QByteArray());
+    int step = 0;
+    SaveConnections(Store(), Three(), [&](StoreStep at) { return at != StoreStep::Rename || ++step > 1; });
+    EXPECT_EQ(Loaded(), Names(Three()));
+}
+
+TEST_F(StoreTest, WithoutAFormerContentACutStoreGivesWhatItHolds)
+{
+    const QByteArray whole = WriteConnections(Three());
+    Write(Store(), whole.left(whole.size() - 3));
+    EXPECT_EQ(Loaded(), (QStringList{"Main", "Second", "Third one"}));
+}
+
+TEST_F(StoreTest, AnEmptyListStaysEmpty)
+{
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    ASSERT_TRUE(SaveConnections(Store(), clsConns()));
+    EXPECT_EQ(Read(Store()), QByteArray());
+    EXPECT_EQ(Loaded(), QStringList());
+}
+
+TEST_F(StoreTest, AHugeStoreIsNotRead)
+{
+    QFile file(Store());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(file.resize(qint64(65) * 1024 * 1024));
+    file.close();
+    clsConns conns;
+    EXPECT_FALSE(LoadConnections(Store(), conns));
+}
+
+TEST_F(StoreTest, AStoreThatIsALinkStaysOne)
+{
+    const QString real = Path("real.dat");
+    Write(real, "");
+    ASSERT_TRUE(QFile::link(real, Store()));
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    EXPECT_TRUE(QFileInfo(Store()).isSymLink());
+    EXPECT_EQ(Read(real), WriteConnections(Three()));
+}
+
+TEST_F(StoreTest, AFolderThatIsNotThereFailsQuietly)
+{
+    EXPECT_FALSE(SaveConnections(Path("no/such/es.dat"), Three()));
+}
+
+} // namespace

@@ -1,0 +1,146 @@
+#pragma once
+// A database that does what a test says: installed in front of the real drivers for as long as it lives, it takes every
+// connection string that begins with "Scripted".
+//
+// Its functions are called on whatever thread runs the statement; the log is guarded.
+
+#include "ado/Driver.h"
+#include <QMutex>
+#include <QStringList>
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <thread>
+
+class ScriptedRows : public ADODB::ResultSet
+{
+public:
+    // Texts; a null QString is a null value.
+    ScriptedRows(const QStringList &names, QList<QStringList> rows, ADODB::DataTypeEnum type = ADODB::adVarWChar)
+        : m_rows(std::move(rows))
+    {
+        for (const QString &name : names) {
+            ADODB::ColumnInfo column;
+            column.Name = name;
+            column.Type = type;
+            m_columns.push_back(column);
+        }
+    }
+    const std::vector<ADODB::ColumnInfo> &Columns() const override { return m_columns; }
+    qint64 Fetch(std::vector<ADODB::ColumnStore> &columns, qint64 maxRows) override
+    {
+        qint64 fetched = 0;
+        for (; fetched < maxRows && m_next < m_rows.size(); ++m_next, ++fetched)
+            for (size_t i = 0; i < columns.size(); ++i) {
+                const QString text = m_rows[m_next].value(qsizetype(i));
+                if (text.isNull())
+                    columns[i].AppendNull();
+                else if (m_columns[i].Type == ADODB::adInteger || m_columns[i].Type == ADODB::adSmallInt)
+                    columns[i].AppendInt64(text.toLongLong());
+                else
+                    columns[i].AppendText(text.toUtf8().constData(), text.toUtf8().size());
+            }
+        return fetched;
+    }
+    void SetType(int column, ADODB::DataTypeEnum type) { m_columns[size_t(column)].Type = type; }
+
+private:
+    std::vector<ADODB::ColumnInfo> m_columns;
+    QList<QStringList> m_rows;
+    qsizetype m_next = 0;
+};
+
+class ScriptedDriver : public ADODB::Driver
+{
+public:
+    ScriptedDriver()
+    {
+        ADODB::SetDriverHook([this](const QString &text) -> ADODB::Driver * {
+            return text.startsWith(QLatin1String("Scripted")) ? this : nullptr;
+        });
+    }
+    ~ScriptedDriver() override { ADODB::SetDriverHook({}); }
+
+    // Each may throw ADODB::Error. Without one: every connect succeeds, every statement gives no rows, no catalogue.
+    std::function<void(const QString &text, const QString &user, const QString &password)> OnConnect;
+    std::function<ADODB::ExecuteResult(const QString &sql)> OnExecute;
+    std::function<std::unique_ptr<ADODB::ResultSet>(ADODB::SchemaEnum schema)> OnCatalogue;
+    ADODB::DatabaseFamily FamilyIs = ADODB::DatabaseFamily::Other;
+    std::atomic<int> Cancels = 0;
+    std::atomic<bool> Cancelled = false; // set by Cancel, for statements that wait for it
+
+    QStringList Log() const
+    {
+        const QMutexLocker held(&m_lock);
+        return m_log;
+    }
+    void ClearLog()
+    {
+        const QMutexLocker held(&m_lock);
+        m_log.clear();
+    }
+    // For OnExecute: a statement that runs until it is cancelled or `seconds` have gone by.
+    void RunUntilCancelled(double seconds)
+    {
+        for (int i = 0; i < int(seconds * 200); ++i) {
+            if (Cancelled.exchange(false))
+                throw ADODB::Error(ADODB::adErrOperationCancelled, QStringLiteral("stopped by the user"));
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+    }
+
+    std::unique_ptr<ADODB::Session> Connect(const QString &text, const QString &user, const QString &password) override
+    {
+        if (OnConnect)
+            OnConnect(text, user, password);
+        return std::make_unique<SessionDouble>(*this);
+    }
+
+private:
+    class SessionDouble : public ADODB::Session
+    {
+    public:
+        explicit SessionDouble(ScriptedDriver &owner) : m_owner(owner) {}
+        ADODB::ExecuteResult Execute(const QString &sql) override
+        {
+            {
+                const QMutexLocker held(&m_owner.m_lock);
+                m_owner.m_log << sql;
+            }
+            return m_owner.OnExecute ? m_owner.OnExecute(sql) : ADODB::ExecuteResult{};
+        }
+        qint64 ExecuteBatch(const QString &, const std::vector<ADODB::ColumnStore> &,
+                            const std::function<void(qint64, const ADODB::Error &)> &) override
+        {
+            return 0;
+        }
+        void Begin() override {}
+        void Commit() override {}
+        void Rollback() override {}
+        std::unique_ptr<ADODB::ResultSet> Catalogue(ADODB::SchemaEnum schema, const QStringList &) override
+        {
+            {
+                const QMutexLocker held(&m_owner.m_lock);
+                m_owner.m_log << QStringLiteral("[schema %1]").arg(int(schema));
+            }
+            return m_owner.OnCatalogue ? m_owner.OnCatalogue(schema) : nullptr;
+        }
+        ADODB::DatabaseFamily Family() const override { return m_owner.FamilyIs; }
+        QString ProductName() const override { return QStringLiteral("Scripted"); }
+        QString ProductVersion() const override { return QStringLiteral("1"); }
+        QString IdentifierQuote() const override { return QStringLiteral("\""); }
+        QString DatabaseName() const override { return {}; }
+        void Cancel() noexcept override
+        {
+            ++m_owner.Cancels;
+            m_owner.Cancelled = true;
+        }
+        bool IsAlive() const override { return true; }
+
+    private:
+        ScriptedDriver &m_owner;
+    };
+
+    mutable QMutex m_lock;
+    QStringList m_log;
+};
