@@ -71,9 +71,7 @@ TEST_F(ConnectionTest, TheLoginIsAskedForUntilItIsRight)
 {
     AskForLogin();
     TypeLogin("you", "x");
-    QTimer::singleShot(0, [&] {
-        QTimer::singleShot(150, [&] { TypeLogin("me", "secret"); });
-    });
+    QTimer::singleShot(0, [&] { QTimer::singleShot(150, [&] { TypeLogin("me", "secret"); }); });
     EXPECT_TRUE(OpenConnection("Scripted;Database=x"));
     EXPECT_EQ(m_attempts, 3);
     EXPECT_EQ(m_dialogs, 2);

@@ -1,6 +1,6 @@
 #pragma once
-// What every test of this room starts with: a folder of its own for files and settings, a main window that notes what it
-// is told, dialogs that give prepared answers, no connection.
+// What every test of this room starts with: a folder of its own for files and settings, a main window that notes what
+// it is told, dialogs that give prepared answers, no connection.
 
 #include "controls/Skin.h"
 #include "data/AppPath.h"
@@ -19,9 +19,18 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
-inline std::ostream &operator<<(std::ostream &out, const QString &text) { return out << '"' << text.toStdString() << '"'; }
-inline void PrintTo(const QString &text, std::ostream *out) { *out << text; }
-inline void PrintTo(const QStringList &list, std::ostream *out) { *out << list.join(QStringLiteral(" | ")); }
+inline std::ostream &operator<<(std::ostream &out, const QString &text)
+{
+    return out << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << text;
+}
+inline void PrintTo(const QStringList &list, std::ostream *out)
+{
+    *out << list.join(QStringLiteral(" | "));
+}
 
 class DataTest : public testing::Test
 {
@@ -67,8 +76,8 @@ protected:
             ASSERT_NO_THROW(gConn->Execute(sql)) << sql.toStdString();
         m_shell.Statuses.clear();
     }
-    // Does something with the next modal dialog once it is up; a dialog that is still there afterwards is closed, so that
-    // no test hangs.
+    // Does something with the next modal dialog once it is up; a dialog that is still there afterwards is closed, so
+    // that no test hangs.
     template <class Act> void WithDialog(Act act)
     {
         auto *timer = new QTimer(qApp);

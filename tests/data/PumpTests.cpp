@@ -1,5 +1,5 @@
-#include "data/Pump.h"
 #include "ado/UARecordset.h"
+#include "data/Pump.h"
 #include "tests/data/House.h"
 #include "tests/support/ScriptedDriver.h"
 #include <QLineEdit>

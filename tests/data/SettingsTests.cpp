@@ -23,8 +23,17 @@ TEST_F(SettingsTest, WhatWasSavedIsReadBackInAnyCase)
 
 TEST_F(SettingsTest, EveryTextSurvives)
 {
-    const QStringList texts{"", " ", "a,b", "\"quoted\"", "@Variant(x)", "%n", "line\r\nend", "x;y=z",
-                            QString(u"\u0436\u4E2D\U0001F600"), "1,5", "[section]"};
+    const QStringList texts{"",
+                            " ",
+                            "a,b",
+                            "\"quoted\"",
+                            "@Variant(x)",
+                            "%n",
+                            "line\r\nend",
+                            "x;y=z",
+                            QString(u"\u0436\u4E2D\U0001F600"),
+                            "1,5",
+                            "[section]"};
     for (int i = 0; i < texts.size(); ++i)
         SaveSetting(QString::number(i) + "FindList", texts[i]);
     Reopen();
@@ -182,6 +191,9 @@ TEST_F(ConnsTest, MembersComeInTheOrderOfInsertion)
     EXPECT_EQ(order, "zMb");
 }
 
-TEST_F(ConnsTest, TheProgramHasOneList) { EXPECT_EQ(&gConns(), &gConns()); }
+TEST_F(ConnsTest, TheProgramHasOneList)
+{
+    EXPECT_EQ(&gConns(), &gConns());
+}
 
 } // namespace

@@ -7,8 +7,14 @@
 
 namespace {
 
-QByteArray Hex(const QJsonValue &value) { return QByteArray::fromHex(value.toString().toLatin1()); }
-QString ToHex(const QString &text) { return QString::fromLatin1(text.toUtf8().toHex()); }
+QByteArray Hex(const QJsonValue &value)
+{
+    return QByteArray::fromHex(value.toString().toLatin1());
+}
+QString ToHex(const QString &text)
+{
+    return QString::fromLatin1(text.toUtf8().toHex());
+}
 
 clsConns Three()
 {
@@ -42,8 +48,7 @@ protected:
 TEST(Scramble, Cases)
 {
     ExpectCases("scramble", [](const QJsonObject &args) {
-        return QJsonValue(
-            QString::fromLatin1(ScrambleText(Hex(args["text_hex"]), Hex(args["key_hex"])).toHex()));
+        return QJsonValue(QString::fromLatin1(ScrambleText(Hex(args["text_hex"]), Hex(args["key_hex"])).toHex()));
     });
 }
 
@@ -109,7 +114,15 @@ TEST(Store, RecordsWithTooFewFieldsAreSkippedAndFurtherFieldsIgnored)
 {
     clsConns conns;
     const QByteArray key(1, '\0');
-    ReadConnections(QByteArray("only\x02" "two\x03" "fields\x02" "   \x02\x02" "a\x03" "b\x03" "c\x03" "d\x02"), conns, key);
+    ReadConnections(QByteArray("only\x02"
+                               "two\x03"
+                               "fields\x02"
+                               "   \x02\x02"
+                               "a\x03"
+                               "b\x03"
+                               "c\x03"
+                               "d\x02"),
+                    conns, key);
     ASSERT_EQ(Names(conns), QStringList{"a"});
     EXPECT_EQ(conns.Item("A")->Extra, "c");
 }
@@ -117,15 +130,25 @@ TEST(Store, RecordsWithTooFewFieldsAreSkippedAndFurtherFieldsIgnored)
 TEST(Store, ABrokenRecordLeavesItsPiecesAsFurtherRecords)
 {
     clsConns conns;
-    ReadConnections(QByteArray("x\x03" "y" "\x02" "rest\x03" "z\x03" "w\x02"), conns, QByteArray(1, '\0'));
+    ReadConnections(QByteArray("x\x03"
+                               "y"
+                               "\x02"
+                               "rest\x03"
+                               "z\x03"
+                               "w\x02"),
+                    conns, QByteArray(1, '\0'));
     EXPECT_EQ(Names(conns), QStringList{"rest"});
 }
 
 TEST(Store, OfTwoNamesThatDifferInCaseTheSecondIsDropped)
 {
     clsConns conns;
-    ReadConnections(QByteArray("Main\x03" "1\x03\x02" "MAIN\x03" "2\x03\x02" "other\x03\x03\x02"), conns,
-                    QByteArray(1, '\0'));
+    ReadConnections(QByteArray("Main\x03"
+                               "1\x03\x02"
+                               "MAIN\x03"
+                               "2\x03\x02"
+                               "other\x03\x03\x02"),
+                    conns, QByteArray(1, '\0'));
     EXPECT_EQ(Names(conns), (QStringList{"Main", "other"}));
     EXPECT_EQ(conns.Item("main")->ConnectionString, "1");
 }
