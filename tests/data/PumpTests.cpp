@@ -2,6 +2,7 @@
 #include "data/Pump.h"
 #include "tests/data/House.h"
 #include "tests/support/ScriptedDriver.h"
+#include <QDialog>
 #include <QLineEdit>
 
 namespace {

@@ -31,7 +31,7 @@ TEST_F(SettingsTest, EveryTextSurvives)
                             "%n",
                             "line\r\nend",
                             "x;y=z",
-                            QString(u"\u0436\u4E2D\U0001F600"),
+                            QStringLiteral("\u0436\u4E2D\U0001F600"),
                             "1,5",
                             "[section]"};
     for (int i = 0; i < texts.size(); ++i)

@@ -158,8 +158,8 @@ TEST(Store, BytesOfAnOlderCodePageAreRead)
     clsConns conns;
     ReadConnections(QByteArray("caf\xE9\x03\x80\x03\x02"), conns, QByteArray(1, '\0'));
     ASSERT_EQ(conns.Count(), 1);
-    EXPECT_EQ((*conns.begin())->Name, QString(u"caf\u00E9"));
-    EXPECT_EQ((*conns.begin())->ConnectionString, QString(u"\u20AC"));
+    EXPECT_EQ((*conns.begin())->Name, QStringLiteral("caf\u00E9"));
+    EXPECT_EQ((*conns.begin())->ConnectionString, QStringLiteral("\u20AC"));
 }
 
 TEST(Store, AnyBytesAreSurvived)
@@ -178,7 +178,7 @@ TEST(Store, AnyBytesAreSurvived)
 TEST_F(StoreTest, RoundTripOfEveryScript)
 {
     clsConns conns;
-    const QString text = QString(u"\u0000\u0001\u0002\u0003\r\n\u001A\u00E9\u0436\u03B1\u4E2D\u0627\U0001F600");
+    const QString text = QStringLiteral("\u0000\u0001\u0002\u0003\r\n\u001A\u00E9\u0436\u03B1\u4E2D\u0627\U0001F600");
     conns.Add(text, QStringLiteral("n") + text, text + text);
     ASSERT_TRUE(SaveConnections(Store(), conns));
     clsConns back;
