@@ -1,6 +1,6 @@
 #include "data/SchemaFields.h"
 #include "controls/Attempt.h"
-#include "data/modMain.h"
+#include "sqltext/Keywords.h"
 #include "sqltext/modSQLMaipulation.h"
 #include <QMultiMap>
 
@@ -40,9 +40,8 @@ QString KeyOf(const QString &owner, const QString &name)
 QSet<QString> Keywords()
 {
     QSet<QString> words;
-    if (gKeywords)
-        for (qint64 row = 0; row < gKeywords->RowCount(); ++row)
-            words.insert(gKeywords->CellText(row, 0).toUpper());
+    for (const QString &word : gKeywords.Words())
+        words.insert(word.toUpper());
     return words;
 }
 

@@ -6,7 +6,6 @@
 #include "sqltext/modSQLMaipulation.h"
 
 ADODB::ConnectionPtr gConn;
-ADODB::RecordsetPtr gKeywords;
 
 bool IsConnected(bool ShowMessage)
 {
@@ -34,14 +33,6 @@ QString GetFieldList(const QString &Table, const QString &Separator)
             list += (list.isEmpty() ? QString() : Separator) + fields[i].Name();
     });
     return list;
-}
-
-void InitKeywords()
-{
-    SetStatus(QStringLiteral("Initializing Keywords ..."));
-    gKeywords = ADODB::Recordset::Create();
-    Attempt([] { gKeywords->Fields().Append(QStringLiteral("KW"), ADODB::adVarChar, 50, ADODB::adFldUnspecified); });
-    Attempt([] { gKeywords->Open(); });
 }
 
 ADODB::RecordsetPtr ProbeSQL(const QString &SQLText)

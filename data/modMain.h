@@ -8,8 +8,7 @@
 #include "ado/Recordset.h"
 #include <QString>
 
-extern ADODB::ConnectionPtr gConn;    // a new object at each OpenConnection
-extern ADODB::RecordsetPtr gKeywords; // never connected; one field "KW"
+extern ADODB::ConnectionPtr gConn; // a new object at each OpenConnection
 
 // Replaces gConn by a new object and opens it; asks for user and password as long as the server refuses the user. The
 // windows go on painting meanwhile, and Escape gives up. On failure the pointer stays the hourglass: the caller resets
@@ -39,5 +38,3 @@ QString GetConnection(bool ShowOther);
 
 // The field names of a table of gConn, joined; what was read so far when it fails.
 QString GetFieldList(const QString &Table, const QString &Separator);
-
-void InitKeywords(); // makes gKeywords, empty and open; once, at start

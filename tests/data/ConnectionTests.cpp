@@ -212,17 +212,4 @@ TEST_F(ConnectionTest, FieldLists)
     EXPECT_EQ(GetFieldList("t", ","), "");
 }
 
-TEST_F(ConnectionTest, TheKeywordListBeginsEmpty)
-{
-    InitKeywords();
-    EXPECT_EQ(m_shell.Status(), "Initializing Keywords ...");
-    ASSERT_EQ(gKeywords->ColumnCount(), 1);
-    EXPECT_EQ(gKeywords->Column(0).Name, "KW");
-    EXPECT_EQ(gKeywords->Column(0).Type, ADODB::adVarChar);
-    EXPECT_EQ(gKeywords->Column(0).DefinedSize, 50);
-    EXPECT_EQ(gKeywords->Column(0).Attributes, -1);
-    EXPECT_EQ(gKeywords->RecordCount(), 0);
-    EXPECT_EQ(gKeywords->State(), ADODB::adStateOpen);
-}
-
 } // namespace

@@ -7,6 +7,7 @@
 #include "data/Settings.h"
 #include "data/clsConns.h"
 #include "data/modMain.h"
+#include "sqltext/Keywords.h"
 #include "tests/support/DialogDouble.h"
 #include "tests/support/ShellDouble.h"
 #include <QApplication>
@@ -40,7 +41,7 @@ protected:
         SetAppPath(m_folder.path());
         SetSettingsFile(m_folder.filePath(QStringLiteral("settings.ini")));
         gConn.reset();
-        gKeywords.reset();
+        gKeywords = KeywordSet();
         gConns().Clear();
         InitColours();
     }
@@ -49,7 +50,7 @@ protected:
         m_shell.CloseAll();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         gConn.reset();
-        gKeywords.reset();
+        gKeywords = KeywordSet();
         gConns().Clear();
         SetSettingsFile({});
         SetAppPath({});
