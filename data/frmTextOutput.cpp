@@ -12,6 +12,12 @@
 #include <QTextDocument>
 #include <QVBoxLayout>
 
+namespace {
+
+const auto kStart = QStringLiteral(" \\viewkind4\\uc1\\pard\\f0\\fs17 ");
+
+} // namespace
+
 frmTextOutput::frmTextOutput(QWidget *parent) : ChildWindow(parent)
 {
     SetCaption(QStringLiteral("Text Output"));
@@ -55,13 +61,17 @@ QString frmTextOutput::Document(const QString &Text)
     body.replace(QLatin1Char('\n'), QLatin1String("\\par "));
     body.replace(QLatin1Char('\t'), QLatin1String("\\tab "));
     const auto plain = gColorTable.Item(QStringLiteral("D"));
-    return GetHeader() + gColorTableString + QStringLiteral(" \\viewkind4\\uc1\\pard\\f0\\fs17 ") +
-           (plain ? plain->Code : QString()) + body + QLatin1Char('}');
+    return GetHeader() + gColorTableString + kStart + (plain ? plain->Code : QString()) + body + QLatin1Char('}');
 }
 
 void frmTextOutput::SetText(const QString &Text)
 {
-    txtResult->SetTextRTF(Document(Text));
+    // The blank ahead of the start belongs to the head; the text shown, copied and saved does not begin with it.
+    QString document = Document(Text);
+    const qsizetype start = document.indexOf(kStart);
+    if (start >= 0)
+        document.remove(start, 1);
+    txtResult->SetTextRTF(document);
 }
 
 QString frmTextOutput::PlainText() const

@@ -81,8 +81,8 @@ protected:
     // that no test hangs.
     template <class Act> void WithDialog(Act act)
     {
-        auto *timer = new QTimer(qApp);
-        QObject::connect(timer, &QTimer::timeout, qApp, [this, timer, act] {
+        auto *timer = new QTimer(&m_context);
+        QObject::connect(timer, &QTimer::timeout, &m_context, [this, timer, act] {
             QWidget *dialog = QApplication::activeModalWidget();
             if (!dialog || !dialog->isVisible())
                 return;
@@ -118,4 +118,5 @@ protected:
     ShellDouble m_shell;
     DialogDouble m_boxes;
     int m_dialogs = 0; // met by WithDialog
+    QObject m_context; // what waits for a dialog ends with the test
 };

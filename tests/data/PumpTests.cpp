@@ -35,7 +35,7 @@ protected:
 TEST_F(PumpTest, AQuickStatementPassesNoEvents)
 {
     bool ran = false;
-    QTimer::singleShot(0, [&] { ran = true; });
+    QTimer::singleShot(0, &m_box, [&] { ran = true; });
     qint64 affected = 0;
     ExecutePumped(gConn, "quick", &affected);
     EXPECT_EQ(affected, 7);
@@ -46,7 +46,7 @@ TEST_F(PumpTest, AQuickStatementPassesNoEvents)
 
 TEST_F(PumpTest, WindowsAnswerWhileAStatementRuns)
 {
-    QTimer::singleShot(60, [&] { QTest::keyClicks(&m_box, "typed"); });
+    QTimer::singleShot(60, &m_box, [&] { QTest::keyClicks(&m_box, "typed"); });
     SetStatus("Running");
     ExecutePumped(gConn, "short");
     EXPECT_EQ(m_box.text(), "typed");
@@ -58,7 +58,7 @@ TEST_F(PumpTest, WindowsAnswerWhileAStatementRuns)
 
 TEST_F(PumpTest, EscapeCancelsOnTheServerAndTheConnectionGoesOn)
 {
-    QTimer::singleShot(60, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
+    QTimer::singleShot(60, &m_box, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
     QElapsedTimer since;
     since.start();
     qint64 affected = 5;
@@ -72,7 +72,7 @@ TEST_F(PumpTest, EscapeCancelsOnTheServerAndTheConnectionGoesOn)
 
 TEST_F(PumpTest, TheStopControlCancelsToo)
 {
-    QTimer::singleShot(60, [&] {
+    QTimer::singleShot(60, &m_box, [&] {
         ASSERT_TRUE(m_shell.Stop);
         m_shell.Stop();
     });
@@ -93,7 +93,7 @@ TEST_F(PumpTest, TheServersErrorComesThrough)
 
 TEST_F(PumpTest, TheLastReferenceMayGoWhileItRuns)
 {
-    QTimer::singleShot(60, [] { gConn.reset(); });
+    QTimer::singleShot(60, &m_box, [] { gConn.reset(); });
     qint64 affected = 0;
     ExecutePumped(gConn, "short", &affected);
     EXPECT_EQ(affected, 7);
@@ -101,12 +101,12 @@ TEST_F(PumpTest, TheLastReferenceMayGoWhileItRuns)
 
 TEST_F(PumpTest, InputIsHeldBackWhereToldSo)
 {
-    QTimer::singleShot(40, [&] {
+    QTimer::singleShot(40, &m_box, [&] {
         QTest::keyClicks(&m_box, "lost");
         QTest::mouseClick(&m_box, Qt::LeftButton);
     });
     int cancels = 0;
-    QTimer::singleShot(80, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
+    QTimer::singleShot(80, &m_box, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
     RunPumped(
         {}, [] { std::this_thread::sleep_for(std::chrono::milliseconds(200)); }, [&] { ++cancels; },
         PumpInput::EscapeOnly);
@@ -118,7 +118,7 @@ TEST_F(PumpTest, InputIsHeldBackWhereToldSo)
 
 TEST_F(PumpTest, ADialogThatOpensMeanwhileTakesItsInput)
 {
-    QTimer::singleShot(40, [&] {
+    QTimer::singleShot(40, &m_box, [&] {
         QDialog dialog;
         QLineEdit line(&dialog);
         QTimer::singleShot(30, &dialog, [&] {
@@ -143,7 +143,7 @@ TEST_F(PumpTest, ACallOnABusyConnectionWaitsAliveAndCanBeCancelled)
     QObject::connect(&running, &UARecordset::ErrorOccured, [&](int, const QString &text) { words = text; });
     running.OpenRecordset("slow", gConn, 2);
     ASSERT_TRUE(Until([&] { return m_driver.Log().contains("slow"); }));
-    QTimer::singleShot(400, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
+    QTimer::singleShot(400, &m_box, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
     qint64 affected = 0;
     gConn->Execute("quick", &affected);
     EXPECT_EQ(affected, 7);
@@ -155,7 +155,7 @@ TEST_F(PumpTest, ACallOnABusyConnectionWaitsAliveAndCanBeCancelled)
 
 TEST_F(PumpTest, ABreatherStopsALoop)
 {
-    QTimer::singleShot(50, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
+    QTimer::singleShot(50, &m_box, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
     Breather breather;
     QElapsedTimer since;
     since.start();

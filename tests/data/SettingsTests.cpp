@@ -69,8 +69,8 @@ TEST_F(SettingsTest, AnUnquotedCommaOfAnEditedFileIsAText)
 
 TEST_F(SettingsTest, ForeignAndDamagedFilesReadAsNothing)
 {
-    const QList<QByteArray> contents{QByteArray("\0\1\2\xFF\xFE garbage [[[", 20), QByteArray(5000, '['),
-                                     QByteArray("[settings]\nwindowstate=@Variant(\0\0\0\x7F\xFF)\n", 44),
+    const QList<QByteArray> contents{QByteArray("\1\2\xFF\xFE garbage [[["), QByteArray(5000, '['),
+                                     QByteArray("[settings]\nwindowstate=@Variant(\\0\\0\\0\\x7F\\xFF)\n"),
                                      "[settings]\nwindowstate=@Invalid()\n", "\xEF\xBB\xBF[other]\nwindowstate=1\n"};
     for (const QByteArray &content : contents) {
         SetSettingsFile({});
