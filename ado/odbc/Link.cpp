@@ -40,7 +40,7 @@ bool MeansLost(const Error &error, DatabaseFamily family)
 
 } // namespace
 
-Link::Link(const QByteArray &connectionString)
+Link::Link(const QByteArray &connectionString, std::optional<ReRead> again)
 {
     m_environment = Handle(SQL_HANDLE_ENV, nullptr, 0);
     ODBC_CALL(SQLSetEnvAttr, m_environment, SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), 0);
@@ -52,6 +52,7 @@ Link::Link(const QByteArray &connectionString)
               SQLSMALLINT(text.size()), nullptr, SQLSMALLINT(0), &length, SQLUSMALLINT(SQL_DRIVER_NOPROMPT));
     m_connected = true;
     ReadTraits();
+    m_traits.Again = again.value_or(m_traits.Again);
 }
 
 Link::~Link()

@@ -10,6 +10,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace ADODB::Odbc {
 
@@ -36,7 +37,8 @@ struct Traits
 class Link
 {
 public:
-    explicit Link(const QByteArray &connectionString); // connects; raises
+    // Connects; raises. `again` overrules what is known of the driver.
+    explicit Link(const QByteArray &connectionString, std::optional<ReRead> again = {});
     ~Link();
     Link(const Link &) = delete;
     Link &operator=(const Link &) = delete;

@@ -63,18 +63,9 @@ public:
                                      const QString &password) override
     {
         Odbc::SetUpTrace();
-        QString text = connectionString;
-        const QString driver = Odbc::Attribute(text, QStringLiteral("Driver"));
+        const QString driver = Odbc::Attribute(connectionString, QStringLiteral("Driver"));
         RaiseIfNotInstalled(driver);
-        if (!user.isEmpty())
-            text = Odbc::WithAttribute(text, QStringLiteral("UID"), user);
-        if (!password.isEmpty())
-            text = Odbc::WithAttribute(text, QStringLiteral("PWD"), password);
-        // This driver speaks the machine's old character set unless it is told otherwise.
-        const bool isTds = driver.contains(QLatin1String("FreeTDS"), Qt::CaseInsensitive) ||
-                           driver.contains(QLatin1String("libtdsodbc"), Qt::CaseInsensitive);
-        if (isTds && !Odbc::HasAttribute(text, QStringLiteral("ClientCharset")))
-            text = Odbc::WithAttribute(text, QStringLiteral("ClientCharset"), QStringLiteral("UTF-8"));
+        const QString text = Odbc::Completed(connectionString, user, password);
         try {
             return std::make_unique<Odbc::OdbcSession>(text.toUtf8());
         } catch (const Error &error) {

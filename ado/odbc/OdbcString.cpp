@@ -119,4 +119,20 @@ QString WithAttribute(const QString &connectionString, const QString &keyword, c
     return result + keyword + u'=' + Written(value);
 }
 
+QString Completed(const QString &connectionString, const QString &user, const QString &password)
+{
+    QString text = connectionString;
+    if (!user.isEmpty())
+        text = WithAttribute(text, QStringLiteral("UID"), user);
+    if (!password.isEmpty())
+        text = WithAttribute(text, QStringLiteral("PWD"), password);
+    // This driver speaks the machine's old character set unless it is told otherwise.
+    const QString driver = Attribute(text, QStringLiteral("Driver"));
+    const bool isTds = driver.contains(QLatin1String("FreeTDS"), Qt::CaseInsensitive) ||
+                       driver.contains(QLatin1String("libtdsodbc"), Qt::CaseInsensitive);
+    if (isTds && !HasAttribute(text, QStringLiteral("ClientCharset")))
+        text = WithAttribute(text, QStringLiteral("ClientCharset"), QStringLiteral("UTF-8"));
+    return text;
+}
+
 } // namespace ADODB::Odbc

@@ -13,4 +13,8 @@ bool HasAttribute(const QString &connectionString, const QString &keyword);
 // Replaces every attribute of that keyword (or appends one); the value is written in braces when it needs them.
 QString WithAttribute(const QString &connectionString, const QString &keyword, const QString &value);
 
+// The string as the driver manager gets it: with the credentials of a login, when there are any, and with what a driver
+// must be told to speak UTF-8.
+QString Completed(const QString &connectionString, const QString &user, const QString &password);
+
 } // namespace ADODB::Odbc

@@ -51,6 +51,44 @@ const char *const kSample[] = {
 
 } // namespace
 
+namespace {
+
+// A session whose family nobody knows: what there is to learn comes from the driver's functions.
+class Stranger : public Session
+{
+public:
+    explicit Stranger(Session &real) : m_real(real) {}
+    ExecuteResult Execute(const QString &sql) override
+    {
+        ADD_FAILURE() << "no query is known for a stranger: " << sql.toStdString();
+        return {};
+    }
+    qint64 ExecuteBatch(const QString &, const std::vector<ColumnStore> &,
+                        const std::function<void(qint64, const Error &)> &) override
+    {
+        return 0;
+    }
+    void Begin() override {}
+    void Commit() override {}
+    void Rollback() override {}
+    std::unique_ptr<ResultSet> Catalogue(SchemaEnum schema, const QStringList &restrictions) override
+    {
+        return m_real.Catalogue(schema, restrictions);
+    }
+    DatabaseFamily Family() const override { return DatabaseFamily::Other; }
+    QString ProductName() const override { return QStringLiteral("Strange"); }
+    QString ProductVersion() const override { return {}; }
+    QString IdentifierQuote() const override { return {}; }
+    QString DatabaseName() const override { return {}; }
+    void Cancel() noexcept override {}
+    bool IsAlive() const override { return true; }
+
+private:
+    Session &m_real;
+};
+
+} // namespace
+
 class ConformanceOfSchemas : public Conformance
 {
 protected:
@@ -336,6 +374,38 @@ TEST_P(ConformanceOfSchemas, TheDriversOwnFunctionsGiveTheSameNames)
     EXPECT_TRUE(Lines(rows(adSchemaIndexes, {catalogue, schema, {}, {}, QStringLiteral("helper")}),
                       {QStringLiteral("INDEX_NAME"), QStringLiteral("UNIQUE"), QStringLiteral("COLUMN_NAME")})
                     .contains(QStringLiteral("by_pay|True|pay")));
+}
+
+TEST_P(ConformanceOfSchemas, AnUnknownFamilyIsReadTableByTable)
+{
+    if (Is(Server::BuiltIn)) // is no stranger
+        return;
+    Connection::Turn turn(m_connection, QStringLiteral("catalogue"));
+    turn.Begin();
+    Stranger stranger(turn.Driver());
+    QStringList restrictions{{}, {}, {}, {}, {}, QStringLiteral("helper")};
+    if (Is(Server::Postgres))
+        restrictions[4] = m_place;
+    if (Is(Server::MariaDb))
+        restrictions[3] = m_place;
+    const QStringList keys =
+        Lines(OpenSchemaRowset(stranger, adSchemaForeignKeys, restrictions),
+              {QStringLiteral("PK_TABLE_NAME"), QStringLiteral("PK_COLUMN_NAME"), QStringLiteral("FK_COLUMN_NAME")});
+    EXPECT_EQ(keys.size(), 3);
+    EXPECT_TRUE(keys.contains(QStringLiteral("boss|part|boss_part"))) << keys.join(u' ').toStdString();
+    const QString catalogue = Is(Server::MariaDb) ? m_place : QString(),
+                  schema = Is(Server::Postgres) ? m_place : QString();
+    QStringList primary = Lines(OpenSchemaRowset(stranger, adSchemaPrimaryKeys, {catalogue, schema, {}}),
+                                {QStringLiteral("TABLE_NAME"), QStringLiteral("COLUMN_NAME")});
+    primary.sort(); // some drivers number the columns of a key as they stand in the table
+    EXPECT_EQ(primary.join(u' '), u"boss|id boss|part helper|id");
+    EXPECT_TRUE(Lines(OpenSchemaRowset(stranger, adSchemaIndexes, {catalogue, schema, {}, {}, {}}),
+                      {QStringLiteral("INDEX_NAME"), QStringLiteral("COLUMN_NAME")})
+                    .contains(QStringLiteral("by_born|born")));
+    EXPECT_TRUE(
+        Lines(OpenSchemaRowset(stranger, adSchemaViews, {catalogue, schema, {}}), {QStringLiteral("TABLE_NAME")})
+            .contains(QStringLiteral("rich")));
+    EXPECT_EQ(ErrorFrom([&] { OpenSchemaRowset(stranger, adSchemaTrustees, {}); }).Number, adErrFeatureNotAvailable);
 }
 
 } // namespace conformance

@@ -32,6 +32,32 @@ TEST(OdbcString, ReplacesAttributesAndKeepsTheRest)
     EXPECT_EQ(Odbc::Attribute(changed, QStringLiteral("PWD")), u"p;}w");
 }
 
+TEST(OdbcString, CompletesWhatTheDriverManagerGets)
+{
+    const auto completed = [](const char *text) {
+        return Odbc::Completed(QString::fromLatin1(text), QStringLiteral("me"), QStringLiteral("p w"));
+    };
+    EXPECT_EQ(completed("DSN=x;UID=old;PWD=old"), u"DSN=x;UID=me;PWD={p w}");
+    EXPECT_EQ(completed("DRIVER=FreeTDS;Server=s"), u"DRIVER=FreeTDS;Server=s;UID=me;PWD={p w};ClientCharset=UTF-8");
+    EXPECT_EQ(completed("Driver={FreeTDS};clientcharset=CP1252"),
+              u"Driver={FreeTDS};clientcharset=CP1252;UID=me;PWD={p w}");
+    EXPECT_EQ(Odbc::Completed(QStringLiteral("DSN=x;UID=old"), QString(), QString()), u"DSN=x;UID=old"); // as it was
+}
+
+TEST(OdbcDriver, TakesADriverFileByItsPath)
+{
+    const QString file = QStringLiteral("/usr/lib/x86_64-linux-gnu/odbc/libsqlite3odbc.so");
+    if (!QFile::exists(file))
+        GTEST_SKIP() << "drivers lie elsewhere on this machine";
+    QTemporaryDir folder;
+    const ConnectionPtr connection = Connection::Create();
+    connection->Open(QStringLiteral("Driver=%1;Database=%2").arg(file, folder.filePath(QStringLiteral("a.db"))));
+    EXPECT_EQ(connection->Execute(QStringLiteral("SELECT 'x'"))->CellText(0, 0), u"x");
+    EXPECT_EQ(
+        ErrorFrom([] { Connection::Create()->Open(QStringLiteral("Driver=libsqlite3odbc.so;Database=x")); }).Number,
+        adErrProviderNotFound);
+}
+
 TEST(OdbcDriver, ListsWhatTheDriverManagerKnows)
 {
     const QStringList drivers = OdbcDrivers();
