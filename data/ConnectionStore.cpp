@@ -1,5 +1,4 @@
 #include "data/ConnectionStore.h"
-#include "controls/Attempt.h"
 #include <QFile>
 #include <QStringDecoder>
 

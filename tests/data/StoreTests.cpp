@@ -1,6 +1,8 @@
 #include "data/ConnectionStore.h"
+#include "fuzz/StoreTarget.h"
 #include "tests/data/House.h"
 #include "tests/support/ExpectCases.h"
+#include "tests/support/Mutate.h"
 #include <QFileInfo>
 #include <QJsonArray>
 #include <random>
@@ -165,14 +167,19 @@ TEST(Store, BytesOfAnOlderCodePageAreRead)
 TEST(Store, AnyBytesAreSurvived)
 {
     std::mt19937 random(11);
-    for (int round = 0; round < 400; ++round) {
-        QByteArray data(qsizetype(random() % 300), '\0');
+    for (int round = 0; round < 3000; ++round) {
+        QByteArray data(qsizetype(1 + random() % 300), '\0');
         for (char &byte : data)
             byte = char(random() % 3 == 0 ? 2 + random() % 2 : random());
-        clsConns conns;
-        ReadConnections(data, conns);
-        EXPECT_LE(conns.Count(), data.count(2) + 1);
+        EXPECT_EQ(fuzz::Store(data), "") << data.toHex().toStdString();
     }
+}
+
+TEST(Store, FuzzedShortly)
+{
+    clsConns conns = Three();
+    mutate::Feed({QByteArray(1, '\0') + WriteConnections(conns), QByteArray("\1a\3b\3c\2d\3e\3f\3g\2  \2\2")}, 3000,
+                 fuzz::Store);
 }
 
 TEST_F(StoreTest, RoundTripOfEveryScript)
