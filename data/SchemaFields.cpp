@@ -112,6 +112,14 @@ std::optional<QStringList> SchemaFields::Of(const QString &owner, const QString 
     return known != m_known.constEnd() ? std::optional(*known) : Probe(name);
 }
 
+QStringList SchemaFields::Known() const
+{
+    QStringList names;
+    for (auto it = m_known.keyBegin(); it != m_known.keyEnd(); ++it)
+        names << it->section(QChar(0), 1);
+    return names;
+}
+
 std::optional<QStringList> SchemaFields::Probe(const QString &name) const
 {
     std::optional<QStringList> names;

@@ -27,6 +27,7 @@ public:
     // The field names in the order of the table; nothing when the SELECT was refused. `owner` is the schema, or the
     // catalogue where there is no schema.
     std::optional<QStringList> Of(const QString &owner, const QString &name) const;
+    QStringList Known() const; // the names that ReadAll answered for
 
 private:
     std::optional<QStringList> Probe(const QString &name) const;
