@@ -3,7 +3,10 @@
 #include "lang/Text.h"
 #include <QFileInfo>
 
-QString QuotedPath(const QString &file) { return QLatin1Char('"') + ToProgramPath(file) + QLatin1Char('"'); }
+QString QuotedPath(const QString &file)
+{
+    return QLatin1Char('"') + ToProgramPath(file) + QLatin1Char('"');
+}
 
 QString ComposeCommandLine(const QStringList &arguments)
 {
@@ -13,7 +16,10 @@ QString ComposeCommandLine(const QStringList &arguments)
     return parts.join(QLatin1Char(' '));
 }
 
-bool IsTestMode(const QString &commandLine) { return commandLine == QLatin1String("TestMode"); }
+bool IsTestMode(const QString &commandLine)
+{
+    return commandLine == QLatin1String("TestMode");
+}
 
 std::optional<CommandLineParts> ParseCommandLine(const QString &commandLine,
                                                  const std::function<bool(const QString &)> &fileExists)

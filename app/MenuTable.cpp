@@ -14,7 +14,8 @@ static constexpr MenuRow s_rows[] = {
     {"mnuImportMain", "mnuImport", "Import From Flat File", MenuRoute::Later, "", "", "", "", true},
     {"mnuImportMain", "nmuImportTableData", "Import From Table", MenuRoute::Later, "", "", "", "", true},
     {"mnuFile", "mnuExport", "Export", MenuRoute::Group, "", "", "", "", true},
-    {"mnuExport", "mnuExportFlatFile", "Export to Flat File", MenuRoute::Child, "mnuSave", "", "", "Exporting...", false},
+    {"mnuExport", "mnuExportFlatFile", "Export to Flat File", MenuRoute::Child, "mnuSave", "", "", "Exporting...",
+     false},
     {"mnuExport", "mnuExportTable", "Export to Table", MenuRoute::Later, "", "", "", "", false},
     {"mnuFile", "mnuCompare", "Compare", MenuRoute::Group, "", "", "", "", false},
     {"mnuCompare", "mnuCompareStructure", "Database Structure", MenuRoute::Later, "", "", "", "", false},
@@ -47,7 +48,8 @@ static constexpr MenuRow s_rows[] = {
     {"mnuDBTables", "mnuConstraintsGrp", "Constraints", MenuRoute::Group, "", "", "", "", false},
     {"mnuConstraintsGrp", "mnuTableConstraints", "Full Table Constraint List", MenuRoute::Later, "", "", "", "", false},
     {"mnuConstraintsGrp", "mnuCheckConstraints", "Check Constraints", MenuRoute::Later, "", "", "", "", false},
-    {"mnuConstraintsGrp", "mnuConstraintColumnUsage", "Constraint Field Usage", MenuRoute::Later, "", "", "", "", false},
+    {"mnuConstraintsGrp", "mnuConstraintColumnUsage", "Constraint Field Usage", MenuRoute::Later, "", "", "", "",
+     false},
     {"mnuConstraintsGrp", "mnuConstraintTableUsage", "Constraint Table Usage", MenuRoute::Later, "", "", "", "", false},
     {"mnuConstraintsGrp", "mnuKeyColumnUsage", "Key Field Usage", MenuRoute::Later, "", "", "", "", false},
     {"mnuConstraintsGrp", "mnuTablePrimaryKeyList", "Primary Key List", MenuRoute::Later, "", "", "", "", false},
@@ -134,7 +136,8 @@ static constexpr MenuRow s_rows[] = {
     {"mnuQuery", "", "", MenuRoute::Separator, "", "", "", "", false},
     {"mnuQuery", "mnuRefresh", "Refresh", MenuRoute::Tool, "SQLRefresh", "", "", "", false},
     {"", "mnuWindow", "Window", MenuRoute::Group, "", "", "", "", false},
-    {"mnuWindow", "mnuTileHorizantally", "Tile Horizantally", MenuRoute::Main, "mnuTileHorizantally", "", "", "", false},
+    {"mnuWindow", "mnuTileHorizantally", "Tile Horizantally", MenuRoute::Main, "mnuTileHorizantally", "", "", "",
+     false},
     {"mnuWindow", "mnuTileVertically", "Tile Vertically", MenuRoute::Main, "mnuTileVertically", "", "", "", false},
     {"mnuWindow", "mnuCascade", "Cascade", MenuRoute::Main, "mnuCascade", "", "", "", false},
     {"mnuWindow", "mnuArrangeIcons", "Arrange Icons", MenuRoute::Main, "mnuArrangeIcons", "", "", "", false},
@@ -159,7 +162,10 @@ static constexpr MenuRow s_rows[] = {
     {"mnuParseMenu", "mnuParseSubMenu4", "Parse \"Double Quote\"", MenuRoute::Parse, "4", "", "", "", false},
 };
 
-std::span<const MenuRow> MenuTable() { return s_rows; }
+std::span<const MenuRow> MenuTable()
+{
+    return s_rows;
+}
 
 const MenuRow *FindMenuRow(const char *name)
 {

@@ -11,7 +11,10 @@ static constexpr SideBarRow s_rows[] = {
     {"HELP", "Help", "Help", "mnuShowHelp"},
 };
 
-std::span<const SideBarRow> SideBarTable() { return s_rows; }
+std::span<const SideBarRow> SideBarTable()
+{
+    return s_rows;
+}
 
 const SideBarRow *FindSideBarRow(const char *key)
 {

@@ -1,10 +1,11 @@
 #pragma once
-// The fixed entries of the side bar: the "Tool Bar" bar, and what a click on an entry reaches. The main toolbar's buttons
-// are made from the same rows ("MTB" + key).
+// The fixed entries of the side bar: the "Tool Bar" bar, and what a click on an entry reaches. The main toolbar's
+// buttons are made from the same rows ("MTB" + key).
 
 #include <span>
 
-struct SideBarRow {
+struct SideBarRow
+{
     const char *Key;
     const char *Text;
     const char *Tooltip;
@@ -16,7 +17,12 @@ inline constexpr char BarTools[] = "TB";
 inline constexpr char TagConnection[] = "CONN"; // marks the entries that are stored connections
 
 // Pictures of a connection's entry.
-enum ConnectionIcon : int { IconConnected = 1, IconConnecting = 6, IconNotConnected = 7 };
+enum ConnectionIcon : int
+{
+    IconConnected = 1,
+    IconConnecting = 6,
+    IconNotConnected = 7
+};
 
 std::span<const SideBarRow> SideBarTable();
 const SideBarRow *FindSideBarRow(const char *key);

@@ -1,6 +1,6 @@
 #pragma once
-// One running program for each user: a lock file in the user's configuration folder. The lock of a dead process does not
-// block, and neither does one that was left hollow by a crash. Unit tests simply make none.
+// One running program for each user: a lock file in the user's configuration folder. The lock of a dead process does
+// not block, and neither does one that was left hollow by a crash. Unit tests simply make none.
 
 #include <QLockFile>
 #include <QString>

@@ -52,6 +52,15 @@ static constexpr DropDownRow s_dropDowns[] = {
     {"SQLVBS", "VBSC", "Clipboard", true},
 };
 
-std::span<const ButtonRow> SQLToolbar() { return s_sql; }
-std::span<const ButtonRow> DiagramToolbar() { return s_diagram; }
-std::span<const DropDownRow> DropDowns() { return s_dropDowns; }
+std::span<const ButtonRow> SQLToolbar()
+{
+    return s_sql;
+}
+std::span<const ButtonRow> DiagramToolbar()
+{
+    return s_diagram;
+}
+std::span<const DropDownRow> DropDowns()
+{
+    return s_dropDowns;
+}

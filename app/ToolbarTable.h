@@ -1,19 +1,26 @@
 #pragma once
-// The command bar's buttons: the main toolbar, and the two toolbars that belong to the Analyzer and to the diagram. Other
-// rooms dispatch on the keys. Image keys equal button keys.
+// The command bar's buttons: the main toolbar, and the two toolbars that belong to the Analyzer and to the diagram.
+// Other rooms dispatch on the keys. Image keys equal button keys.
 
 #include <span>
 
-enum class ButtonKind { Push, Check, Separator };
+enum class ButtonKind
+{
+    Push,
+    Check,
+    Separator
+};
 
-struct ButtonRow {
+struct ButtonRow
+{
     const char *Key;
     const char *Tooltip; // "" for separators
     ButtonKind Kind;
-    bool Later;          // leads to a window that does not exist yet: shown, and never enabled
+    bool Later; // leads to a window that does not exist yet: shown, and never enabled
 };
 
-struct DropDownRow {
+struct DropDownRow
+{
     const char *Button; // the button it hangs on
     const char *Key;
     const char *Caption;
@@ -25,4 +32,8 @@ std::span<const ButtonRow> DiagramToolbar();
 std::span<const DropDownRow> DropDowns();
 
 // What marks a toolbar's buttons, so that they are locked and unlocked together.
-enum ToolbarTag : int { SQLToolbarTag = 1, DiagramToolbarTag = 2 };
+enum ToolbarTag : int
+{
+    SQLToolbarTag = 1,
+    DiagramToolbarTag = 2
+};

@@ -5,11 +5,20 @@
 #include <QStringList>
 #include <cmath>
 
-static QString SingleText(double number) { return QLocale::c().toString(static_cast<float>(number), 'g', 7); }
+static QString SingleText(double number)
+{
+    return QLocale::c().toString(static_cast<float>(number), 'g', 7);
+}
 
-QString PairText(double first, double second) { return SingleText(first) + QLatin1Char(',') + SingleText(second); }
+QString PairText(double first, double second)
+{
+    return SingleText(first) + QLatin1Char(',') + SingleText(second);
+}
 
-bool IsWindowPlaced(double width, double height) { return height > 4000 && width > 4000; }
+bool IsWindowPlaced(double width, double height)
+{
+    return height > 4000 && width > 4000;
+}
 
 // A pair that lacks its second number reads as zero there, and so is not taken.
 static std::pair<double, double> ReadPair(const QString &key, double first, double second)

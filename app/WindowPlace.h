@@ -5,18 +5,25 @@
 #include <QRectF>
 #include <QString>
 
-enum WindowStateValue : int { vbNormal = 0, vbMinimized = 1, vbMaximized = 2 };
+enum WindowStateValue : int
+{
+    vbNormal = 0,
+    vbMinimized = 1,
+    vbMaximized = 2
+};
 
-struct WindowPlace {
-    QRectF Place;              // left, top, width, height; the normal ones when the window is minimised or maximised
-    int State = vbMaximized;   // what a first start shows
-    double Split = 2500;       // left edge of the splitter bar
+struct WindowPlace
+{
+    QRectF Place;            // left, top, width, height; the normal ones when the window is minimised or maximised
+    int State = vbMaximized; // what a first start shows
+    double Split = 2500;     // left edge of the splitter bar
 };
 
 // Both sides must be above 4000: a damaged value cannot hide the window.
 bool IsWindowPlaced(double width, double height);
 
-// The stored place. `present` answers for what is missing. *moved tells whether the stored place and size are to be taken.
+// The stored place. `present` answers for what is missing. *moved tells whether the stored place and size are to be
+// taken.
 WindowPlace ReadWindowPlace(const QRectF &present, bool *moved);
 // A maximised window leaves the stored place and size as they are.
 void WriteWindowPlace(const WindowPlace &place);

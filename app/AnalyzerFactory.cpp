@@ -1,0 +1,7 @@
+#include "app/AnalyzerFactory.h"
+
+AnalyzerFactory &AnalyzerFactory::Current()
+{
+    static AnalyzerFactory s_factory;
+    return s_factory;
+}

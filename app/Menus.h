@@ -1,0 +1,44 @@
+#pragma once
+// The menu bar and the popups, built from MenuTable, and their states. Each item's action has the row's name as object
+// name and carries a Tag text. Owned by the main window. Interface thread; nothing is raised.
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+
+class QAction;
+class QMenu;
+class mdiMother;
+struct MenuRow;
+
+class Menus : public QObject
+{
+    Q_OBJECT
+public:
+    explicit Menus(mdiMother &window);
+
+    QAction *Item(const QString &name) const; // a group's action for a group; null for an unknown name
+    QMenu *Menu(const QString &name) const;   // of a group
+    QString Tag(const QString &name) const;
+    void SetTag(const QString &name, const QString &tag);
+
+    void SetSchemaMenuEnabled(bool enabled);
+    void OnFile(); // as File opens
+    void OnEdit();
+    void OnQuery();
+    void OnWindow(); // the list of the children
+    void Refresh();  // all of them, so that shortcuts follow the active child
+
+    // Shows a group as a popup and returns when it has gone.
+    void Popup(const QString &name, const QPoint &globalPosition);
+
+private:
+    void Build();
+    void Enable(const char *name, bool on);
+    mdiMother &m_window;
+    QHash<QString, QAction *> m_items;
+    QHash<QString, QMenu *> m_menus;
+};
+
+// The caption with a "&" before the first letter or digit that no sibling has taken; as it is when none is free.
+QString WithMnemonic(const QString &caption, QString &taken);

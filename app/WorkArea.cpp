@@ -1,0 +1,151 @@
+#include "app/WorkArea.h"
+#include "data/ChildWindow.h"
+#include <QContextMenuEvent>
+#include <QMdiSubWindow>
+#include <cmath>
+
+WorkArea::WorkArea(QWidget *parent) : QMdiArea(parent)
+{
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setActivationOrder(QMdiArea::ActivationHistoryOrder);
+    connect(this, &QMdiArea::subWindowActivated, this, &WorkArea::OnActivated);
+}
+
+void WorkArea::AddChild(ChildWindow *child)
+{
+    if (!child || qobject_cast<QMdiSubWindow *>(child->parentWidget()))
+        return;
+    auto *window = new QMdiSubWindow;
+    window->setWidget(child);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setWindowIcon(windowIcon());
+    addSubWindow(window);
+    m_children.append(child);
+    QSize size = child->sizeHint().expandedTo(QSize(640, 420));
+    window->resize(size.boundedTo(viewport()->size().expandedTo(QSize(320, 240))));
+    connect(child, &QObject::destroyed, this, [this] { m_children.removeAll(QPointer<ChildWindow>()); });
+}
+
+QList<ChildWindow *> WorkArea::Children() const
+{
+    QList<ChildWindow *> children;
+    for (const QPointer<ChildWindow> &child : m_children)
+        if (child && !child->isHidden())
+            children << child;
+    return children;
+}
+
+ChildWindow *WorkArea::ActiveChild() const
+{
+    return m_active;
+}
+
+void WorkArea::ActivateChild(ChildWindow *child)
+{
+    auto *window = child ? qobject_cast<QMdiSubWindow *>(child->parentWidget()) : nullptr;
+    if (!window)
+        return;
+    if (window->isMinimized())
+        window->showNormal();
+    setActiveSubWindow(window);
+}
+
+bool WorkArea::CloseAll()
+{
+    bool all = true;
+    QList<QPointer<ChildWindow>> children = m_children; // closing takes them out of the list
+    for (const QPointer<ChildWindow> &child : children) {
+        if (!child)
+            continue;
+        if (QPointer<QWidget> window = child->parentWidget())
+            all = window->close() && all;
+    }
+    return all;
+}
+
+void WorkArea::OnActivated(QMdiSubWindow *window)
+{
+    if (!window && currentSubWindow() && m_active && m_active->parentWidget() == currentSubWindow())
+        return; // only the desktop's focus went elsewhere
+    QPointer<ChildWindow> child = window ? qobject_cast<ChildWindow *>(window->widget()) : nullptr;
+    if (child == m_active)
+        return;
+    QPointer<ChildWindow> former = m_active;
+    m_active = child;
+    if (former)
+        former->Deactivated();
+    if (child)
+        child->Activated();
+    emit ActiveChildChanged(child);
+}
+
+bool WorkArea::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ContextMenu) {
+        emit ContextMenu(static_cast<QContextMenuEvent *>(event)->globalPos());
+        return true;
+    }
+    return QMdiArea::viewportEvent(event);
+}
+
+QList<QMdiSubWindow *> WorkArea::Arrangeable(bool minimised) const
+{
+    QList<QMdiSubWindow *> windows;
+    for (QMdiSubWindow *window : subWindowList(QMdiArea::StackingOrder))
+        if (!window->isHidden() && window->isMinimized() == minimised)
+            windows << window;
+    return windows;
+}
+
+void WorkArea::Cascade()
+{
+    constexpr int step = 28; // a title bar's height: each title stays readable
+    const QSize room = viewport()->size();
+    const QSize size(qMax(320, room.width() * 2 / 3), qMax(240, room.height() * 2 / 3));
+    QPoint at(0, 0);
+    for (QMdiSubWindow *window : Arrangeable(false)) {
+        window->showNormal();
+        if (at.x() + size.width() > room.width() || at.y() + size.height() > room.height())
+            at = QPoint(0, 0);
+        window->setGeometry(QRect(at, size));
+        at += QPoint(step, step);
+    }
+}
+
+void WorkArea::Tile(bool stacked)
+{
+    const QList<QMdiSubWindow *> windows = Arrangeable(false);
+    const QSize room = viewport()->size();
+    const int count = int(windows.size());
+    for (int i = 0; i < count; ++i) {
+        windows[i]->showNormal();
+        const int whole = stacked ? room.height() : room.width();
+        const int from = whole * i / count, to = whole * (i + 1) / count;
+        windows[i]->setGeometry(stacked ? QRect(0, from, room.width(), to - from)
+                                        : QRect(from, 0, to - from, room.height()));
+    }
+}
+
+void WorkArea::TileHorizontally()
+{
+    Tile(true);
+}
+void WorkArea::TileVertically()
+{
+    Tile(false);
+}
+
+void WorkArea::ArrangeIcons()
+{
+    const QSize room = viewport()->size();
+    int x = 0, bottom = room.height();
+    for (QMdiSubWindow *window : Arrangeable(true)) {
+        if (x > 0 && x + window->width() > room.width()) {
+            x = 0;
+            bottom -= window->height();
+        }
+        window->move(x, bottom - window->height());
+        x += window->width();
+    }
+}

@@ -1,0 +1,118 @@
+#pragma once
+// The main window: menus, side bar, command bar, status bar, and the work area that holds every child. It implements
+// what the lower rooms may ask of it. Start and shutdown stand in StartUp and Shutdown, what a connection's entry does
+// in ConnectTo and Connections, the menus' rows in MenuTable.
+//
+// Owned by main; lives from start to end of the program. Interface thread. Every operation here is a boundary: nothing
+// is raised. Lengths of the settings are twips, all others pixels.
+
+#include "data/Shell.h"
+#include <QMainWindow>
+#include <QPointer>
+
+class CommandBar;
+class ExplorerBarItem;
+class Menus;
+class QPushButton;
+class Splitter;
+class StatusBar;
+class WorkArea;
+struct MenuRow;
+
+class mdiMother : public QMainWindow, public Shell
+{
+    Q_OBJECT
+public:
+    explicit mdiMother(QWidget *parent = nullptr); // empty; StartUp fills it
+    ~mdiMother() override;
+
+    ExplorerBar *eb = nullptr;
+    CommandBar *cb = nullptr;
+    StatusBar *SB = nullptr;
+    Splitter *picSplit = nullptr;
+    WorkArea *Area = nullptr;
+    Menus *menus = nullptr;
+    QPushButton *cmdStop = nullptr;
+
+    // What the lower rooms ask for.
+    void SetStatus(const QString &text) override;
+    void SetCountPanel(const QString &text) override;
+    void SetHourglass(bool on) override;
+    void SetSchemaMenuEnabled(bool enabled) override;
+    void SetStop(const std::function<void()> &stop) override;
+    void AddChild(ChildWindow *child) override;
+    QList<ChildWindow *> Children() const override;
+    ChildWindow *ActiveChild() const override;
+    QRect ClientArea() const override;
+    QWidget *MainWindow() const override;
+    ExplorerBar *SideBar() const override;
+    CommandBar *Commands() const override;
+    bool TestMode() const override { return m_testMode; }
+    void ShowEditMenu(const QPoint &globalPosition) override;
+    void ShowStatsMenu(const QPoint &globalPosition, const QString &tag) override;
+    void RefreshMenus() override;
+
+    // Start and end.
+    void SetTestMode(bool on) { m_testMode = on; }
+    void LoadSettings();
+    void SaveSettings();
+    void ShowAsStored(); // in the state that LoadSettings read
+    bool HasEnded() const { return m_ended; }
+
+    // Opens what the line names; gives the Analyzer that it opened, or null.
+    ChildWindow *ProcessCommandLine(const QString &commandLine);
+    void DropFiles(const QStringList &files); // the first as a command line, the others behind it
+
+    // Makes the connection of a side-bar entry the current one, tells the windows, and opens an Analyzer when there is
+    // none: only then a window comes back. A second call while one runs is ignored.
+    ChildWindow *ConnectTo(ExplorerBarItem *entry, const QString &sqlText = {});
+
+    // Commands. Run dispatches a row of the menu table.
+    void Run(const MenuRow &row);
+    void mnuConn();
+    void mnuSQL();
+    void mnuViewCS();
+    void mnuDeleteConn();
+    void mnuGenCS();
+    void mnuExit();
+    void mnuAboutUS();
+    void mnuShowHelp();
+    void mnuTileHorizantally();
+    void mnuTileVertically();
+    void mnuCascade();
+    void mnuArrangeIcons();
+    void mnuEdit_Click(); // the states of the Edit menu for the active child
+
+    void SideBarClick(ExplorerBarItem *item);
+    void SideBarRightClick(ExplorerBarItem *item, const QPoint &globalPosition);
+    void CommandBarClick(const QString &key);
+    void CommandBarMenuClick(const QString &buttonKey, const QString &itemKey);
+
+signals:
+    void Ended(); // the window has gone its way out
+
+protected:
+    bool event(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    void BuildFrame();
+    void LayOut();   // side bar, splitter bar and work area by the splitter's place
+    void Activate(); // the layout, then the welcome once a run when there is no connection
+    void OnActiveChild(ChildWindow *child);
+
+    bool m_testMode = false;
+    bool m_exit = false;     // set by mnuExit: a popup that ends must not touch the menu again
+    bool m_welcomed = false; // frmRookie has been shown in this run
+    bool m_connecting = false;
+    bool m_ended = false;
+    int m_state = 2;     // 0 normal, 1 minimised, 2 maximised
+    int m_split = 2500;  // twips, where the user put the splitter bar
+    QString m_currentCS; // the string last given to OpenConnection by ConnectTo
+    std::function<void()> m_stop;
+    QWidget *m_body = nullptr;
+};
