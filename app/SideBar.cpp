@@ -28,7 +28,10 @@ void BuildSideBar(ExplorerBar &bar)
     bar.SetRedraw(true);
 }
 
-static ExplorerBarBar *Connections(ExplorerBar &bar) { return bar.FindBar(QString::fromLatin1(BarConnections)); }
+static ExplorerBarBar *Connections(ExplorerBar &bar)
+{
+    return bar.FindBar(QString::fromLatin1(BarConnections));
+}
 
 ExplorerBarItem *ConnectionEntry(ExplorerBar &bar, const QString &key)
 {

@@ -19,8 +19,8 @@ void BuildMainToolbar(CommandBar &bar)
 }
 
 // Only live buttons carry the mark by which the toolbar is unlocked.
-static void BuildToolbar(CommandBar &bar, const QString &toolbar, const QString &title,
-                         std::span<const ButtonRow> rows, int tag)
+static void BuildToolbar(CommandBar &bar, const QString &toolbar, const QString &title, std::span<const ButtonRow> rows,
+                         int tag)
 {
     if (bar.HasToolbar(toolbar))
         return;

@@ -1,10 +1,10 @@
 #include "app/mdiMother.h"
 #include "app/Menus.h"
+#include "app/SideBarTable.h"
 #include "app/StatusPanels.h"
 #include "app/Toolbars.h"
 #include "app/WorkArea.h"
 #include "app/frmRookie.h"
-#include "app/SideBarTable.h"
 #include "controls/Attempt.h"
 #include "controls/CommandBar.h"
 #include "controls/ExplorerBar.h"
@@ -119,8 +119,14 @@ void mdiMother::LayOut()
     eb->SetRedraw(true);
 }
 
-void mdiMother::SetStatus(const QString &text) { SB->SetPanelText(1, text); }
-void mdiMother::SetCountPanel(const QString &text) { SB->SetPanelText(2, text); }
+void mdiMother::SetStatus(const QString &text)
+{
+    SB->SetPanelText(1, text);
+}
+void mdiMother::SetCountPanel(const QString &text)
+{
+    SB->SetPanelText(2, text);
+}
 
 void mdiMother::SetHourglass(bool on)
 {
@@ -130,7 +136,10 @@ void mdiMother::SetHourglass(bool on)
         unsetCursor();
 }
 
-void mdiMother::SetSchemaMenuEnabled(bool enabled) { menus->SetSchemaMenuEnabled(enabled); }
+void mdiMother::SetSchemaMenuEnabled(bool enabled)
+{
+    menus->SetSchemaMenuEnabled(enabled);
+}
 
 void mdiMother::SetStop(const std::function<void()> &stop)
 {
@@ -138,15 +147,39 @@ void mdiMother::SetStop(const std::function<void()> &stop)
     cmdStop->setVisible(static_cast<bool>(m_stop));
 }
 
-void mdiMother::AddChild(ChildWindow *child) { Area->AddChild(child); }
-QList<ChildWindow *> mdiMother::Children() const { return Area->Children(); }
-ChildWindow *mdiMother::ActiveChild() const { return Area->ActiveChild(); }
-QRect mdiMother::ClientArea() const { return Area->viewport()->rect(); }
-QWidget *mdiMother::MainWindow() const { return const_cast<mdiMother *>(this); }
-ExplorerBar *mdiMother::SideBar() const { return eb; }
-CommandBar *mdiMother::Commands() const { return cb; }
+void mdiMother::AddChild(ChildWindow *child)
+{
+    Area->AddChild(child);
+}
+QList<ChildWindow *> mdiMother::Children() const
+{
+    return Area->Children();
+}
+ChildWindow *mdiMother::ActiveChild() const
+{
+    return Area->ActiveChild();
+}
+QRect mdiMother::ClientArea() const
+{
+    return Area->viewport()->rect();
+}
+QWidget *mdiMother::MainWindow() const
+{
+    return const_cast<mdiMother *>(this);
+}
+ExplorerBar *mdiMother::SideBar() const
+{
+    return eb;
+}
+CommandBar *mdiMother::Commands() const
+{
+    return cb;
+}
 
-void mdiMother::ShowEditMenu(const QPoint &globalPosition) { menus->Popup(QStringLiteral("mnuEdit"), globalPosition); }
+void mdiMother::ShowEditMenu(const QPoint &globalPosition)
+{
+    menus->Popup(QStringLiteral("mnuEdit"), globalPosition);
+}
 
 void mdiMother::ShowStatsMenu(const QPoint &globalPosition, const QString &tag)
 {
@@ -154,7 +187,10 @@ void mdiMother::ShowStatsMenu(const QPoint &globalPosition, const QString &tag)
     menus->Popup(QStringLiteral("mnuStats"), globalPosition);
 }
 
-void mdiMother::RefreshMenus() { menus->Refresh(); }
+void mdiMother::RefreshMenus()
+{
+    menus->Refresh();
+}
 
 void mdiMother::OnActiveChild(ChildWindow *child)
 {

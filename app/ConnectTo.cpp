@@ -1,0 +1,116 @@
+#include "app/AnalyzerFactory.h"
+#include "app/Menus.h"
+#include "app/SideBar.h"
+#include "app/SideBarTable.h"
+#include "app/mdiMother.h"
+#include "controls/Attempt.h"
+#include "controls/Dialogs.h"
+#include "controls/ExplorerBar.h"
+#include "data/ChildWindow.h"
+#include "data/clsConns.h"
+#include "data/frmAni.h"
+#include "data/modMain.h"
+#include <QCoreApplication>
+#include <QPointer>
+#include <QScopeGuard>
+
+// What using a missing object says.
+static constexpr char s_noObject[] = "Object variable or With block variable not set";
+
+// One error handler for the whole procedure: the description is kept and the next statement runs. The events that are
+// let through may take away the entry, so it is looked up again by its key each time.
+ChildWindow *mdiMother::ConnectTo(ExplorerBarItem *entry, const QString &sqlText)
+{
+    if (!entry || m_connecting || m_ended)
+        return nullptr;
+    m_connecting = true;
+    const auto done = qScopeGuard([this] { m_connecting = false; });
+
+    const QString key = entry->Key(), name = entry->Text();
+    QString kept;
+    const auto Try = [&kept](auto &&statement) {
+        QString why;
+        if (!Attempt(statement, &why))
+            kept = why;
+    };
+    const auto SetIcon = [this, &key](int icon) {
+        if (ExplorerBarItem *item = ConnectionEntry(*eb, key))
+            item->SetIcon(icon);
+    };
+
+    QPointer<frmAni> waiting;
+    if (!m_testMode)
+        Try([&] {
+            waiting = new frmAni(this);
+            waiting->SetCaption(QStringLiteral("Connecting..."));
+            waiting->show();
+        });
+    const clsConn *conn = gConns().Item(name);
+    menus->SetTag(QStringLiteral("mnuViewCS"), name);
+    if (!conn)
+        MsgBox(QStringLiteral("Brindlewick core files seem to be out of sync. Please restart the program to fix this "
+                              "error."),
+               mbCritical, QStringLiteral("Sync"), this);
+    SetHourglass(true);
+    Try([&] {
+        ExplorerBarItems &entries = eb->Bar(QString::fromLatin1(BarConnections))->Items();
+        for (int i = 1; i <= entries.Count(); ++i)
+            entries.Item(i)->SetIcon(IconNotConnected);
+    });
+    SetIcon(IconConnecting);
+    QCoreApplication::processEvents(); // so that the icons show
+
+    const QString former = m_currentCS;
+    conn = gConns().Item(name); // the events may have deleted it
+    if (conn)
+        m_currentCS = conn->ConnectionString;
+    else
+        kept = QLatin1String(s_noObject); // the former string stays, and that connection is opened again
+
+    ChildWindow *window = nullptr;
+    bool opened = false;
+    Try([&] { opened = OpenConnection(m_currentCS); });
+    if (m_ended) {
+        delete waiting;
+        return nullptr; // closed meanwhile: nothing is left to tell
+    }
+    if (!opened) {
+        if (!LastOpenError().isEmpty())
+            kept = LastOpenError();
+        delete waiting; // it stays on top, and would cover the message
+        MsgBox(kept + QStringLiteral("\r\nFaild to connect."), mbExclamation, QStringLiteral("Connection"), this);
+        m_currentCS = former;
+        SetStatus(name);
+        SetIcon(IconNotConnected);
+    } else {
+        SetIcon(IconConnected);
+        bool analyzerMet = false;
+        QList<QPointer<ChildWindow>> open;
+        for (ChildWindow *child : Children())
+            open << child;
+        for (const QPointer<ChildWindow> &child : open) {
+            if (!child || child->Tag != QLatin1String("1"))
+                continue;
+            analyzerMet = analyzerMet || child->FormName() == QLatin1String("frmSQL");
+            Try([&] { child->SaveState(); });
+            if (child)
+                Try([&] { child->RefreshForm(name); });
+        }
+        if (!analyzerMet && !m_ended && AnalyzerFactory::Current().Create) {
+            QPointer<ChildWindow> analyzer;
+            Try([&] {
+                analyzer = AnalyzerFactory::Current().Create(name);
+                analyzer->ShowChild();
+            });
+            if (analyzer && !sqlText.isEmpty())
+                Try([&] { AnalyzerFactory::Current().SetText(analyzer, sqlText); });
+            if (analyzer)
+                analyzer->SetCaption(QStringLiteral("SQL Analyzer: [") + name + QLatin1Char(']'));
+            window = analyzer;
+        }
+    }
+    delete waiting;
+    SetStatus(QStringLiteral("Done."));
+    SetHourglass(false);
+    return window;
+}

@@ -1,0 +1,3 @@
+#pragma once
+// Puts the real windows into the AnalyzerFactory. Called once by main.
+void InstallAnalyzer();

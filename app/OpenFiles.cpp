@@ -1,0 +1,89 @@
+// Files that come from outside: the command line and what is dropped on the window.
+
+#include "app/AnalyzerFactory.h"
+#include "app/CommandLine.h"
+#include "app/SideBar.h"
+#include "app/TextFile.h"
+#include "app/mdiMother.h"
+#include "controls/Attempt.h"
+#include "controls/Dialogs.h"
+#include "data/AppPath.h"
+#include "data/ChildWindow.h"
+#include "data/modMain.h"
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QUrl>
+
+static bool ReadOrTell(const QString &path, QString &text, QWidget *parent)
+{
+    QString why;
+    if (ReadTextFile(path, text, why))
+        return true;
+    MsgBox(path + QStringLiteral("\r\n") + why, mbExclamation, QStringLiteral("Open"), parent);
+    return false;
+}
+
+ChildWindow *mdiMother::ProcessCommandLine(const QString &commandLine)
+{
+    ChildWindow *window = nullptr;
+    Attempt([&] {
+        const auto exists = [](const QString &name) { return QFileInfo(ToNative(name)).isFile(); };
+        const auto parts = ParseCommandLine(commandLine, exists);
+        if (!parts || !parts->FileExists)
+            return; // the switch "R" is known, and does nothing
+        QString text;
+        if (!ReadOrTell(ToNative(parts->File), text, this))
+            return;
+        const QString name = GetConnection(true);
+        if (name.isEmpty())
+            return;
+        if (ExplorerBarItem *entry = ConnectionEntryByText(*eb, name))
+            window = ConnectTo(entry, text);
+    });
+    return window;
+}
+
+// Without a window of its own, because an Analyzer is open already, the first file's text is dropped and the others
+// have nowhere to go. That is meant: nothing that the user has on the screen changes.
+void mdiMother::DropFiles(const QStringList &files)
+{
+    if (files.isEmpty())
+        return;
+    const QPointer<ChildWindow> window = ProcessCommandLine(QuotedPath(files.front()));
+    const AnalyzerFactory &factory = AnalyzerFactory::Current();
+    for (qsizetype i = 1; i < files.size() && window; ++i)
+        Attempt([&] {
+            QString text;
+            if (!ReadOrTell(files[i], text, this) || !window)
+                return;
+            const QString former = factory.Text(window);
+            factory.SetText(window, former.isEmpty() ? text : former + QStringLiteral("\r\n\r\n") + text);
+        });
+}
+
+static QStringList LocalFiles(const QMimeData *data)
+{
+    QStringList files;
+    for (const QUrl &url : data->urls())
+        if (url.isLocalFile())
+            files << url.toLocalFile();
+    return files;
+}
+
+void mdiMother::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!LocalFiles(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void mdiMother::dropEvent(QDropEvent *event)
+{
+    const QStringList files = LocalFiles(event->mimeData());
+    if (files.isEmpty())
+        return;
+    event->acceptProposedAction();
+    // Behind the drop: the program that the files come from must not wait for our dialogs.
+    QMetaObject::invokeMethod(
+        this, [this, files] { DropFiles(files); }, Qt::QueuedConnection);
+}

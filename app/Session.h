@@ -1,0 +1,12 @@
+#pragma once
+// A newcomer's session, played by the program itself: it connects to the stored connection "Sample", runs what its
+// Analyzer holds, waits for the rows, saves a picture of the main window and ends the program. Used where there is no
+// display. Interface thread.
+
+#include <QString>
+
+class mdiMother;
+
+// Begins as soon as the event loop runs. The program ends with status 0, or with 1 and a line on the error output that
+// says which step failed.
+void PlaySession(mdiMother &window, const QString &picture);

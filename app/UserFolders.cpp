@@ -1,0 +1,29 @@
+#include "app/UserFolders.h"
+#include "data/AppPath.h"
+#include "data/Settings.h"
+#include <QDir>
+#include <QStandardPaths>
+
+static QString Home()
+{
+    const QString home = qEnvironmentVariable("BRINDLEWICK_HOME");
+    return home.isEmpty() ? QString() : QDir(home).absolutePath();
+}
+
+void UseHomeFromEnvironment()
+{
+    const QString home = Home();
+    if (home.isEmpty())
+        return;
+    QDir().mkpath(home);
+    SetAppPath(home);
+    SetSettingsFile(home + QStringLiteral("/settings.ini"));
+}
+
+QString InstanceFolder()
+{
+    const QString home = Home();
+    if (!home.isEmpty())
+        return home;
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/Brindlewick");
+}

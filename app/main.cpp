@@ -1,0 +1,38 @@
+// Brindlewick: the entry of the program.
+
+#include "app/CommandLine.h"
+#include "app/InstallAnalyzer.h"
+#include "app/Session.h"
+#include "app/SingleInstance.h"
+#include "app/StartUp.h"
+#include "app/UserFolders.h"
+#include "app/mdiMother.h"
+#include "data/Pump.h"
+#include <QApplication>
+
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Brindlewick"));
+    QApplication::setApplicationVersion(QStringLiteral(BRINDLEWICK_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("brindlewick"));
+    QApplication::setQuitOnLastWindowClosed(false); // the main window's end is the program's
+    UseHomeFromEnvironment();
+
+    SingleInstance instance(InstanceFolder());
+    mdiMother window;
+    InstallAnalyzer();
+    InstallWaitHandler();
+    QObject::connect(&window, &mdiMother::Ended, &app, &QCoreApplication::quit);
+
+    const QStringList arguments = app.arguments().mid(1);
+    StartUp start(window, ComposeCommandLine(arguments), [&instance] { return instance.Take(); });
+    start.Show = [&window] { window.ShowAsStored(); };
+    if (!start.Run())
+        return 0;
+    if (window.HasEnded())
+        return 0; // closed while a file of the command line was being opened
+    if (const QString picture = qEnvironmentVariable("BRINDLEWICK_SESSION"); !picture.isEmpty())
+        PlaySession(window, picture);
+    return app.exec();
+}
