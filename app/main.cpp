@@ -23,7 +23,7 @@ int main(int argc, char **argv)
     mdiMother window;
     InstallAnalyzer();
     InstallWaitHandler();
-    QObject::connect(&window, &mdiMother::Ended, &app, &QCoreApplication::quit);
+    QObject::connect(&window, &mdiMother::Ended, &app, [] { QCoreApplication::exit(0); });
 
     const QStringList arguments = app.arguments().mid(1);
     StartUp start(window, ComposeCommandLine(arguments), [&instance] { return instance.Take(); });
