@@ -15,10 +15,8 @@ struct AnalyzerFactory
     // Its text, and the text set and coloured.
     std::function<QString(ChildWindow *)> Text;
     std::function<void(ChildWindow *, const QString &)> SetText;
-    // The rows that a result window shows, -1 while it waits or for another kind of window; its failure's words, if
-    // any.
+    // The rows that a result window shows; -1 while it waits, and for any other kind of window.
     std::function<qint64(ChildWindow *)> ResultRows;
-    std::function<QString(ChildWindow *)> ResultError;
 
     static AnalyzerFactory &Current();
 };

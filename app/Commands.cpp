@@ -72,7 +72,7 @@ void mdiMother::Run(const MenuRow &row)
             return;
         }
         if (*row.Status)
-            SetStatus(QString::fromLatin1(row.Status));
+            ::SetStatus(QString::fromLatin1(row.Status));
         const QPointer<ChildWindow> child = ActiveChild();
         if (!child)
             return;

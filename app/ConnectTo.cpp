@@ -80,7 +80,7 @@ ChildWindow *mdiMother::ConnectTo(ExplorerBarItem *entry, const QString &sqlText
         delete waiting; // it stays on top, and would cover the message
         MsgBox(kept + QStringLiteral("\r\nFaild to connect."), mbExclamation, QStringLiteral("Connection"), this);
         m_currentCS = former;
-        SetStatus(name);
+        ::SetStatus(name);
         SetIcon(IconNotConnected);
     } else {
         SetIcon(IconConnected);
@@ -110,7 +110,7 @@ ChildWindow *mdiMother::ConnectTo(ExplorerBarItem *entry, const QString &sqlText
         }
     }
     delete waiting;
-    SetStatus(QStringLiteral("Done."));
+    ::SetStatus(QStringLiteral("Done."));
     SetHourglass(false);
     return window;
 }

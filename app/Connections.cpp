@@ -29,15 +29,15 @@ void mdiMother::mnuConn()
             return;
         name = dialog.ConnName;
         connectionString = dialog.ConnString;
-        SetStatus(QString());
+        ::SetStatus(QString());
         if (lang::Trim(name).isEmpty())
             return;
-        SetStatus(QStringLiteral("Creating Connection..."));
+        ::SetStatus(QStringLiteral("Creating Connection..."));
         if (!gConns().Item(name)) {
             Attempt([&] { gConns().Add(connectionString, name, QString()); });
             Attempt([&] { AddConnectionEntry(*eb, name); });
             Attempt([&] { ApplyBarSkin(eb); });
-            SetStatus(QString());
+            ::SetStatus(QString());
             return;
         }
         MsgBox(QStringLiteral("This name is aready in use. Please enter another connection name."), mbExclamation,

@@ -5,10 +5,12 @@
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
 #include "data/ChildWindow.h"
+#include "data/Shell.h"
 #include "data/modMain.h"
 #include "lang/Text.h"
-#include <QCoreApplication>
+#include <QApplication>
 #include <QElapsedTimer>
+#include <QMessageBox>
 #include <QPixmap>
 #include <QTimer>
 #include <cstdio>
@@ -18,10 +20,16 @@ namespace {
 constexpr QSize s_size(1280, 800);
 constexpr int s_patience = 60000; // ms that the rows may take
 
+// Looks on from a timer of its own, so that a dialog that nobody can answer is seen too.
 class Session : public QObject
 {
 public:
-    Session(mdiMother &window, QString picture) : QObject(&window), m_window(window), m_picture(std::move(picture)) {}
+    Session(mdiMother &window, QString picture) : QObject(&window), m_window(window), m_picture(std::move(picture))
+    {
+        connect(&m_look, &QTimer::timeout, this, [this] { Attempt([&] { Look(); }); });
+        m_waited.start();
+        m_look.start(20);
+    }
 
     void Begin()
     {
@@ -29,65 +37,74 @@ public:
         m_window.resize(s_size);
         ExplorerBarItem *entry = ConnectionEntryByText(*m_window.eb, QStringLiteral("Sample"));
         if (!entry)
-            return Fail(QStringLiteral("there is no stored connection \"Sample\""));
+            return End(QStringLiteral("there is no stored connection \"Sample\""));
         m_window.ConnectTo(entry);
-        if (!IsConnected(false))
-            return Fail(QStringLiteral("cannot connect: ") + LastOpenError());
+        if (m_ended || !IsConnected(false))
+            return End(QStringLiteral("cannot connect: ") + LastOpenError());
         for (ChildWindow *child : m_window.Children())
             if (child->FormName() == QLatin1String("frmSQL"))
                 m_analyzer = child;
         if (!m_analyzer)
-            return Fail(QStringLiteral("no Analyzer opened"));
+            return End(QStringLiteral("no Analyzer opened"));
         const AnalyzerFactory &factory = AnalyzerFactory::Current();
         if (lang::Trim(factory.Text(m_analyzer)).isEmpty())
             factory.SetText(m_analyzer, QStringLiteral("SELECT * FROM customers"));
         m_window.Area->ActivateChild(m_analyzer);
+        m_running = true;
         m_analyzer->ToolBar(QStringLiteral("SQLRun"));
-        m_waited.start();
-        Look();
     }
 
 private:
     void Look()
     {
-        const AnalyzerFactory &factory = AnalyzerFactory::Current();
-        for (ChildWindow *child : m_window.Children()) {
-            if (const QString error = factory.ResultError(child); !error.isEmpty())
-                return Fail(QStringLiteral("the statement failed: ") + error);
-            if (const qint64 rows = factory.ResultRows(child); rows > 0) {
+        if (const QWidget *dialog = QApplication::activeModalWidget()) {
+            const auto *box = qobject_cast<const QMessageBox *>(dialog);
+            return End(QStringLiteral("a dialog came up: ") + (box ? box->text() : dialog->windowTitle()));
+        }
+        if (m_waited.elapsed() > s_patience)
+            return End(QStringLiteral("no rows came within a minute"));
+        if (!m_running)
+            return;
+        if (LastStatus().startsWith(QLatin1String("Error: ")))
+            return End(LastStatus());
+        for (ChildWindow *child : m_window.Children())
+            if (const qint64 rows = AnalyzerFactory::Current().ResultRows(child); rows > 0) {
+                m_look.stop();
                 m_rows = rows;
                 m_window.mnuTileHorizantally();
                 QTimer::singleShot(300, this, [this] { Attempt([&] { Picture(); }); }); // behind the painting
                 return;
             }
-        }
-        if (m_waited.elapsed() > s_patience)
-            return Fail(QStringLiteral("no rows came within a minute"));
-        QTimer::singleShot(20, this, [this] { Attempt([&] { Look(); }); });
     }
 
     void Picture()
     {
         if (!m_window.grab().save(m_picture, "PNG"))
-            return Fail(QStringLiteral("the picture cannot be written: ") + m_picture);
-        std::printf("Brindlewick: %lld rows; picture: %s\n", static_cast<long long>(m_rows), qPrintable(m_picture));
+            return End(QStringLiteral("the picture cannot be written: ") + m_picture);
+        std::printf("%lld rows; picture: %s\n", static_cast<long long>(m_rows), qPrintable(m_picture));
         std::fflush(stdout);
-        m_window.close();
-        QCoreApplication::exit(0);
+        End(QString());
     }
 
-    void Fail(const QString &why)
+    void End(const QString &failure)
     {
-        std::fprintf(stderr, "Brindlewick: the session failed: %s\n", qPrintable(why));
+        if (m_ended)
+            return;
+        m_ended = true;
+        m_look.stop();
+        if (!failure.isEmpty())
+            std::fprintf(stderr, "Brindlewick: the session failed: %s\n", qPrintable(failure));
         m_window.close();
-        QCoreApplication::exit(1);
+        QCoreApplication::exit(failure.isEmpty() ? 0 : 1);
     }
 
     mdiMother &m_window;
     QString m_picture;
     QPointer<ChildWindow> m_analyzer;
     QElapsedTimer m_waited;
+    QTimer m_look;
     qint64 m_rows = 0;
+    bool m_running = false, m_ended = false;
 };
 
 } // namespace

@@ -76,7 +76,7 @@ bool StartUp::Step(int number)
         ApplySkin(&m_window);
         break;
     case 12:
-        m_window.SetStatus(QString());
+        ::SetStatus(QString());
         break;
     case 13:
         if (Show)

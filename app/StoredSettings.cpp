@@ -24,7 +24,7 @@ static QRect InPixels(const QRectF &twips)
 
 void mdiMother::LoadSettings()
 {
-    SetStatus(QStringLiteral("Load Settings..."));
+    ::SetStatus(QStringLiteral("Load Settings..."));
     Attempt([&] {
         bool moved = false;
         const WindowPlace stored = ReadWindowPlace(InTwips(geometry()), &moved);
@@ -36,13 +36,13 @@ void mdiMother::LoadSettings()
         picSplit->SetPosition(m_split);
     });
     Attempt([&] { LoadConnections(AppFile(QStringLiteral("es.dat")), gConns()); });
-    SetStatus(QStringLiteral("Done"));
+    ::SetStatus(QStringLiteral("Done"));
 }
 
 // The place and size written are the normal ones; those of a minimised window would hide it.
 void mdiMother::SaveSettings()
 {
-    SetStatus(QStringLiteral("Saving Settings ..."));
+    ::SetStatus(QStringLiteral("Saving Settings ..."));
     Attempt([&] {
         WindowPlace place;
         place.State = isMinimized() ? vbMinimized : isMaximized() || isFullScreen() ? vbMaximized : vbNormal;
@@ -54,7 +54,7 @@ void mdiMother::SaveSettings()
         WriteWindowPlace(place);
     });
     Attempt([&] { SaveConnections(AppFile(QStringLiteral("es.dat")), gConns()); });
-    SetStatus(QStringLiteral("Done."));
+    ::SetStatus(QStringLiteral("Done."));
 }
 
 void mdiMother::ShowAsStored()

@@ -1,0 +1,150 @@
+#pragma once
+// A real main window in a folder of its own, with the desktop's dialogs and the Analyzer replaced by ones that note what
+// happens to them.
+
+#include "app/AnalyzerFactory.h"
+#include "app/StartUp.h"
+#include "app/mdiMother.h"
+#include "controls/ExplorerBar.h"
+#include "data/AppPath.h"
+#include "data/ChildWindow.h"
+#include "data/Settings.h"
+#include "data/clsConns.h"
+#include "data/modMain.h"
+#include "tests/support/DialogDouble.h"
+#include <QPointer>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+#include <memory>
+
+// A child that answers every name and writes down what it was asked.
+class FakeChild : public ChildWindow
+{
+public:
+    FakeChild(QString form, QStringList *log) : m_form(std::move(form)), m_log(log)
+    {
+        setObjectName(m_form);
+        SetCaption(QStringLiteral("SQL Analyzer"));
+    }
+    QString ConnName, Body;
+    clsMenuSettings Can;
+    QStringList Answers;
+
+    QString FormName() const override { return m_form; }
+    clsMenuSettings MenuSettings() const override { return Can; }
+    bool Offers(const QString &name) const override { return Answers.contains(name); }
+    void Activated() override { Note(QStringLiteral("Activated")); }
+    void Deactivated() override { Note(QStringLiteral("Deactivated")); }
+    void Unload() override { Note(QStringLiteral("Unload")); }
+    void mnuCopy() override { Note(QStringLiteral("mnuCopy")); }
+    void mnuCut() override { Note(QStringLiteral("mnuCut")); }
+    void mnuPaste() override { Note(QStringLiteral("mnuPaste")); }
+    void mnuUndo() override { Note(QStringLiteral("mnuUndo")); }
+    void mnuSelectAll() override { Note(QStringLiteral("mnuSelectAll")); }
+    void mnuFind() override { Note(QStringLiteral("mnuFind")); }
+    void mnuReplace() override { Note(QStringLiteral("mnuReplace")); }
+    void mnuOpen() override { Note(QStringLiteral("mnuOpen")); }
+    void mnuSave() override { Note(QStringLiteral("mnuSave")); }
+    void mnuPrint() override { Note(QStringLiteral("mnuPrint")); }
+    void SnapShot() override { Note(QStringLiteral("SnapShot")); }
+    void Parse(int kind) override { Note(QStringLiteral("Parse %1").arg(kind)); }
+    void mnuClearLog() override { Note(QStringLiteral("mnuClearLog")); }
+    void mnuMax_Click() override { Note(QStringLiteral("mnuMax_Click")); }
+    void mnuMin_Click() override { Note(QStringLiteral("mnuMin_Click")); }
+    void mnuAvg_Click() override { Note(QStringLiteral("mnuAvg_Click")); }
+    void mnuSum_Click() override { Note(QStringLiteral("mnuSum_Click")); }
+    void ToolBar(const QString &key) override { Note(QStringLiteral("ToolBar ") + key); }
+    void DynaMenuItemClick(const QString &key, const QString &text) override
+    {
+        Note(QStringLiteral("Dyna ") + key + QLatin1Char('/') + text);
+    }
+    void SaveState() override { Note(QStringLiteral("SaveState")); }
+    void RefreshForm(const QString &name) override { Note(QStringLiteral("RefreshForm ") + name); }
+
+private:
+    void Note(const QString &what) { *m_log << m_form + QLatin1Char(' ') + what; }
+    QString m_form;
+    QStringList *m_log;
+};
+
+class ShellTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(Folder.isValid());
+        SetAppPath(Folder.path());
+        SetSettingsFile(Folder.filePath(QStringLiteral("settings.ini")));
+        gConns().Clear();
+        gConn.reset();
+        AnalyzerFactory &factory = AnalyzerFactory::Current();
+        factory.Create = [this](const QString &name) {
+            auto *child = new FakeChild(QStringLiteral("frmSQL"), &Log);
+            child->Tag = QStringLiteral("1");
+            child->ConnName = name;
+            Analyzer = child;
+            Window->AddChild(child);
+            return child;
+        };
+        factory.Text = [](ChildWindow *child) { return static_cast<FakeChild *>(child)->Body; };
+        factory.SetText = [](ChildWindow *child, const QString &text) { static_cast<FakeChild *>(child)->Body = text; };
+    }
+    void TearDown() override
+    {
+        Window.reset();
+        AnalyzerFactory::Current() = AnalyzerFactory();
+        gConns().Clear();
+        gConn.reset();
+        gKeywords.reset();
+        SetAppPath(QString());
+        SetSettingsFile(QString());
+    }
+
+    // A start as the program's, without the lock of the one instance. In the test mode no waiting window comes up.
+    void Start(const QString &commandLine = QStringLiteral("TestMode"), bool show = false)
+    {
+        Window = std::make_unique<mdiMother>();
+        StartUp start(*Window, commandLine);
+        if (show)
+            start.Show = [this] {
+                Window->show();
+                (void)QTest::qWaitForWindowExposed(Window.get());
+            };
+        ASSERT_TRUE(start.Run());
+    }
+
+    // A SQLite file with one small table; its connection string.
+    QString Database(const QString &name = QStringLiteral("a.sqlite"))
+    {
+        const QString text = QStringLiteral("Driver=SQLite;Database=") + Folder.filePath(name);
+        auto connection = ADODB::Connection::Create();
+        connection->Open(text);
+        connection->Execute(QStringLiteral("create table if not exists t(a integer)"));
+        connection->Close();
+        return text;
+    }
+    FakeChild *Child(const QString &form, const QString &tag = {})
+    {
+        auto *child = new FakeChild(form, &Log);
+        child->Tag = tag;
+        Window->AddChild(child);
+        child->ShowChild();
+        return child;
+    }
+    ExplorerBarItem *Entry(const QString &text)
+    {
+        ExplorerBarItems &items = Window->eb->Bar(QStringLiteral("CONN"))->Items();
+        for (int i = 1; i <= items.Count(); ++i)
+            if (items.Item(i)->Text() == text)
+                return items.Item(i);
+        return nullptr;
+    }
+
+    QTemporaryDir Folder;
+    DialogDouble Dialogs;
+    QStringList Log;
+    QPointer<FakeChild> Analyzer; // the one made last
+    std::unique_ptr<mdiMother> Window;
+};
