@@ -39,8 +39,9 @@ WindowPlace ReadWindowPlace(const QRectF &present, bool *moved)
     *moved = IsWindowPlaced(width, height);
     place.Place = *moved ? QRectF(left, top, width, height) : present;
     const double state = GetSettingNumber(QStringLiteral("WindowState"), vbMaximized);
-    if (state == vbNormal || state == vbMinimized || state == vbMaximized)
-        place.State = static_cast<int>(state);
+    for (const int known : {vbNormal, vbMinimized, vbMaximized})
+        if (state == known)
+            place.State = known;
     const double split = GetSettingNumber(QStringLiteral("WindowSplit"), place.Split);
     if (std::isfinite(split) && split >= 0 && split < 1e6)
         place.Split = split;

@@ -110,9 +110,10 @@ private:
     bool m_welcomed = false; // frmRookie has been shown in this run
     bool m_connecting = false;
     bool m_ended = false;
-    int m_state = 2;     // 0 normal, 1 minimised, 2 maximised
-    int m_split = 2500;  // twips, where the user put the splitter bar
-    QString m_currentCS; // the string last given to OpenConnection by ConnectTo
+    bool m_shown = false; // ShowAsStored has run
+    int m_state = 2;      // 0 normal, 1 minimised, 2 maximised
+    int m_split = 2500;   // twips, where the user put the splitter bar
+    QString m_currentCS;  // the string last given to OpenConnection by ConnectTo
     std::function<void()> m_stop;
     QWidget *m_body = nullptr;
 };

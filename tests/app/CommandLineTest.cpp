@@ -64,7 +64,8 @@ TEST(CommandLine, APathWithSlashesIsCutAtTheFirst)
 {
     const auto parts = ParseCommandLine(QStringLiteral("/home/me/a.sql"), [](const QString &) { return false; });
     EXPECT_EQ(parts->File, QString());
-    EXPECT_EQ(parts->Looked, QStringList({QString(), QStringLiteral("HOME"), QStringLiteral("ME"), QStringLiteral("A.SQL")}));
+    EXPECT_EQ(parts->Looked,
+              QStringList({QString(), QStringLiteral("HOME"), QStringLiteral("ME"), QStringLiteral("A.SQL")}));
 }
 
 TEST(ComposeCommandLine, AFileBecomesItsQuotedPathInTheProgramsNotation)
@@ -75,7 +76,8 @@ TEST(ComposeCommandLine, AFileBecomesItsQuotedPathInTheProgramsNotation)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.close();
     const QString line = ComposeCommandLine({path, QStringLiteral("/R")});
-    EXPECT_EQ(line, QLatin1Char('"') + QString(path).replace(QLatin1Char('/'), QLatin1Char('\\')) + QStringLiteral("\" /R"));
+    EXPECT_EQ(line,
+              QLatin1Char('"') + QString(path).replace(QLatin1Char('/'), QLatin1Char('\\')) + QStringLiteral("\" /R"));
     const auto parts = ParseCommandLine(line, [](const QString &name) { return QFile::exists(ToNative(name)); });
     ASSERT_TRUE(parts);
     EXPECT_TRUE(parts->FileExists);
@@ -87,6 +89,7 @@ TEST(ComposeCommandLine, OtherArgumentsStandAsTheyAre)
 {
     EXPECT_EQ(ComposeCommandLine({QStringLiteral("TestMode")}), QStringLiteral("TestMode"));
     EXPECT_EQ(ComposeCommandLine({}), QString());
-    EXPECT_EQ(ComposeCommandLine({QStringLiteral("/no/such.sql"), QStringLiteral("/R")}), QStringLiteral("/no/such.sql /R"));
+    EXPECT_EQ(ComposeCommandLine({QStringLiteral("/no/such.sql"), QStringLiteral("/R")}),
+              QStringLiteral("/no/such.sql /R"));
     EXPECT_EQ(ComposeCommandLine({QDir::tempPath()}), QDir::tempPath()); // a folder is no file
 }

@@ -1,6 +1,6 @@
 #pragma once
-// A real main window in a folder of its own, with the desktop's dialogs and the Analyzer replaced by ones that note what
-// happens to them.
+// A real main window in a folder of its own, with the desktop's dialogs and the Analyzer replaced by ones that note
+// what happens to them.
 
 #include "app/AnalyzerFactory.h"
 #include "app/StartUp.h"

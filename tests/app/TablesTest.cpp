@@ -77,8 +77,9 @@ TEST(MenuTable, EveryLiveButtonHasARow)
 
 TEST(MenuTable, EveryOperationOfTheMainWindowIsReached)
 {
-    for (const char *name : {"mnuConn", "mnuSQL", "mnuViewCS", "mnuDeleteConn", "mnuGenCS", "mnuExit", "mnuAboutUS",
-                             "mnuShowHelp", "mnuTileHorizantally", "mnuTileVertically", "mnuCascade", "mnuArrangeIcons"}) {
+    for (const char *name :
+         {"mnuConn", "mnuSQL", "mnuViewCS", "mnuDeleteConn", "mnuGenCS", "mnuExit", "mnuAboutUS", "mnuShowHelp",
+          "mnuTileHorizantally", "mnuTileVertically", "mnuCascade", "mnuArrangeIcons"}) {
         const MenuRow *row = FindMenuRow(name);
         ASSERT_TRUE(row) << name;
         EXPECT_EQ(row->Route, MenuRoute::Main);
@@ -88,8 +89,8 @@ TEST(MenuTable, EveryOperationOfTheMainWindowIsReached)
 
 TEST(MenuTable, CaptionsStandInTheirOrder)
 {
-    EXPECT_EQ(Captions(""), QStringList({"File", "Edit", "Tables", "Views", "Procedures", "Database", "Diagram", "Chart",
-                                         "Scripts", "Query", "Window", "Help"}));
+    EXPECT_EQ(Captions(""), QStringList({"File", "Edit", "Tables", "Views", "Procedures", "Database", "Diagram",
+                                         "Chart", "Scripts", "Query", "Window", "Help"}));
     EXPECT_EQ(Captions("mnuFile"),
               QStringList({"New Connection", "Open", "Save", "Snapshot", "Print", "Import", "Export", "Compare",
                            "SQL Analyzer", "View Connectin String", "Delete Connection", "Exit"}));
@@ -108,9 +109,8 @@ TEST(MenuTable, CaptionsStandInTheirOrder)
     EXPECT_EQ(Captions("popup"), QStringList({"HirachyMenu", "ParseMenu"}));
     EXPECT_EQ(Captions("mnuStats"), QStringList({"Find Max", "Find Min", "Get Average", "Get Sum", "Chart Results",
                                                  "Generate ASP", "Clear Log", "Save"}));
-    EXPECT_EQ(Captions("mnuParseMenu"),
-              QStringList({"Parse (Parenthesis)", "Parse [Bracket]", "Parse {Curly Bracket}", "Parse 'Single Quote'",
-                           "Parse \"Double Quote\""}));
+    EXPECT_EQ(Captions("mnuParseMenu"), QStringList({"Parse (Parenthesis)", "Parse [Bracket]", "Parse {Curly Bracket}",
+                                                     "Parse 'Single Quote'", "Parse \"Double Quote\""}));
 }
 
 TEST(MenuTable, TheSchemaItemsAreTheseFourteen)
@@ -142,8 +142,9 @@ TEST(SideBarTable, RowsStandInTheirOrderAndReachTheirItems)
 {
     QStringList rows;
     for (const SideBarRow &row : SideBarTable()) {
-        rows << QStringLiteral("%1|%2|%3|%4").arg(QLatin1String(row.Key), QLatin1String(row.Text),
-                                                  QLatin1String(row.Tooltip), QLatin1String(row.Menu));
+        rows << QStringLiteral("%1|%2|%3|%4")
+                    .arg(QLatin1String(row.Key), QLatin1String(row.Text), QLatin1String(row.Tooltip),
+                         QLatin1String(row.Menu));
         EXPECT_TRUE(FindMenuRow(row.Menu)) << row.Menu;
         EXPECT_EQ(FindSideBarRow(row.Key), &row);
         EXPECT_TRUE(HasToolIcon(QLatin1String("MTB") + QLatin1String(row.Key))) << row.Key;
@@ -161,12 +162,12 @@ TEST(ToolbarTable, KeysStandInTheirOrderAndHaveImages)
         sql << QString::fromLatin1(row.Key);
     for (const ButtonRow &row : DiagramToolbar())
         diagram << QString::fromLatin1(row.Key);
-    EXPECT_EQ(sql, QStringList({"SQLS",     "SQLS0",     "SQLRun",   "SQLTrans",   "SQLWiz",   "SQLExplain",
-                                "SQLS1",    "SQLSyntax", "SQLParser", "SQLBrake",  "SQLVBS",   "SQLS2",
+    EXPECT_EQ(sql, QStringList({"SQLS",     "SQLS0",     "SQLRun",    "SQLTrans",   "SQLWiz",   "SQLExplain",
+                                "SQLS1",    "SQLSyntax", "SQLParser", "SQLBrake",   "SQLVBS",   "SQLS2",
                                 "SQLTabIn", "SQLTabOut", "SQLCommIn", "SQLCommOut", "SQLUCase", "SQLLCase",
                                 "SQLS3",    "SQLMulti",  "SQLSplit",  "SQLRefresh"}));
-    EXPECT_EQ(diagram, QStringList({"DTBS", "DTBS0", "DTBTable", "DTBLinked", "DTBAll", "DTBS2", "DTBRemove", "DTBClear",
-                                    "DTBS3", "DTBB2F", "DTBS2B", "DTBS4", "DTBB&W"}));
+    EXPECT_EQ(diagram, QStringList({"DTBS", "DTBS0", "DTBTable", "DTBLinked", "DTBAll", "DTBS2", "DTBRemove",
+                                    "DTBClear", "DTBS3", "DTBB2F", "DTBS2B", "DTBS4", "DTBB&W"}));
     for (const auto &rows : {SQLToolbar(), DiagramToolbar()})
         for (const ButtonRow &row : rows) {
             EXPECT_EQ(row.Kind == ButtonKind::Separator, !*row.Tooltip) << row.Key;

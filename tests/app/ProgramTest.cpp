@@ -1,0 +1,141 @@
+// The program itself, as a process of its own.
+#include "data/ConnectionStore.h"
+#include "data/clsConns.h"
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QTemporaryDir>
+#include <QTest>
+#include <csignal>
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString s_bin = QStringLiteral(BRINDLEWICK_BINARY_DIR "/bin/");
+
+class Program : public testing::Test
+{
+protected:
+    void Prepare(QProcess &process, const QString &program = QStringLiteral("Brindlewick"),
+                 const QStringList &arguments = {}, const QString &picture = {})
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("BRINDLEWICK_HOME"), m_home.path());
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
+        if (!picture.isEmpty())
+            environment.insert(QStringLiteral("BRINDLEWICK_SESSION"), picture);
+        process.setProcessEnvironment(environment);
+        process.setProgram(s_bin + program);
+        process.setArguments(arguments);
+    }
+    int Run(QProcess &process)
+    {
+        process.start();
+        if (!process.waitForFinished(90000)) {
+            process.kill();
+            process.waitForFinished();
+            return -1;
+        }
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+    }
+    int Store(const QStringList &arguments)
+    {
+        QProcess process;
+        Prepare(process, QStringLiteral("brindlewick-store"), arguments);
+        return Run(process);
+    }
+    QString Path(const QString &name) { return m_home.filePath(name); }
+    QTemporaryDir m_home;
+};
+
+TEST_F(Program, ASecondInstanceEndsSilentlyAndADeadOneDoesNotBlock)
+{
+    ASSERT_EQ(Store({QStringLiteral("add"), QStringLiteral("n"), QStringLiteral("DSN=x")}), 0);
+    QProcess first;
+    Prepare(first);
+    first.start();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(Path(QStringLiteral("instance.lock"))); }, 20000));
+    QProcess second;
+    Prepare(second);
+    EXPECT_EQ(Run(second), 0);
+    EXPECT_EQ(second.readAllStandardOutput(), QByteArray());
+    EXPECT_EQ(second.readAllStandardError(), QByteArray());
+    EXPECT_EQ(first.state(), QProcess::Running);
+    first.kill(); // its lock stays behind
+    first.waitForFinished();
+    ASSERT_TRUE(QFile::exists(Path(QStringLiteral("instance.lock"))));
+    QProcess third;
+    Prepare(third);
+    third.start();
+    EXPECT_FALSE(third.waitForFinished(1500)); // it runs on
+    third.kill();
+    third.waitForFinished();
+}
+
+TEST_F(Program, TheStoreToolAddsWhatIsNotThere)
+{
+    ASSERT_EQ(
+        Store({QStringLiteral("add"), QStringLiteral("Sample"), QStringLiteral("DSN=x"), QStringLiteral("select 1")}),
+        0);
+    ASSERT_EQ(Store({QStringLiteral("add"), QStringLiteral("SAMPLE"), QStringLiteral("DSN=y")}), 0);
+    clsConns conns;
+    ASSERT_TRUE(LoadConnections(Path(QStringLiteral("es.dat")), conns));
+    ASSERT_EQ(conns.Count(), 1);
+    EXPECT_EQ(conns.Item(QStringLiteral("sample"))->ConnectionString, QStringLiteral("DSN=x"));
+    EXPECT_EQ(conns.Item(QStringLiteral("sample"))->Extra, QStringLiteral("select 1"));
+    EXPECT_EQ(Store({}), 2);
+    EXPECT_EQ(Store({QStringLiteral("add"), QStringLiteral("  "), QStringLiteral("DSN=y")}), 2);
+    EXPECT_EQ(Store({QStringLiteral("remove"), QStringLiteral("Sample"), QStringLiteral("DSN=y")}), 2);
+}
+
+TEST_F(Program, TheSessionPlaysAndLeavesAPicture)
+{
+    const QString sample = Path(QStringLiteral("sample.sqlite")), picture = Path(QStringLiteral("s.png"));
+    {
+        QProcess maker;
+        Prepare(maker, QStringLiteral("make-sample"), {sample});
+        ASSERT_EQ(Run(maker), 0);
+    }
+    ASSERT_EQ(Store({QStringLiteral("add"), QStringLiteral("Sample"),
+                     QStringLiteral("Driver=SQLite;Database=") + sample, QStringLiteral("SELECT * FROM customers")}),
+              0);
+    QProcess session;
+    Prepare(session, QStringLiteral("Brindlewick"), {}, picture);
+    EXPECT_EQ(Run(session), 0) << session.readAllStandardError().constData();
+    EXPECT_TRUE(session.readAllStandardOutput().contains(picture.toLocal8Bit()));
+    const QImage image(picture);
+    EXPECT_EQ(image.size(), QSize(1280, 800));
+    clsConns conns; // and it ended as any other run
+    ASSERT_TRUE(LoadConnections(Path(QStringLiteral("es.dat")), conns));
+    EXPECT_TRUE(conns.Item(QStringLiteral("Sample")));
+}
+
+TEST_F(Program, ASessionThatFailsSaysWhy)
+{
+    QProcess session;
+    Prepare(session, QStringLiteral("Brindlewick"), {}, Path(QStringLiteral("s.png")));
+    EXPECT_EQ(Run(session), 1);
+    EXPECT_TRUE(session.readAllStandardError().contains("Sample"));
+    EXPECT_FALSE(QFile::exists(Path(QStringLiteral("s.png"))));
+}
+
+TEST_F(Program, ASessionOverAFileThatIsNoDatabaseSaysWhy)
+{
+    QFile file(Path(QStringLiteral("x.txt")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray("no database ").repeated(500));
+    file.close();
+    ASSERT_EQ(Store({QStringLiteral("add"), QStringLiteral("Sample"),
+                     QStringLiteral("Driver=SQLite;Database=") + file.fileName()}),
+              0);
+    QProcess session;
+    Prepare(session, QStringLiteral("Brindlewick"), {}, Path(QStringLiteral("s.png")));
+    EXPECT_EQ(Run(session), 1);
+    EXPECT_TRUE(session.readAllStandardError().contains("not a database"));
+}
+
+} // namespace

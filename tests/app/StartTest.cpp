@@ -1,0 +1,286 @@
+// A real start and a real end of the main window.
+#include "app/Menus.h"
+#include "app/SingleInstance.h"
+#include "controls/CommandBar.h"
+#include "controls/Splitter.h"
+#include "controls/StatusBar.h"
+#include "controls/Twips.h"
+#include "data/ConnectionStore.h"
+#include "tests/app/ShellFixture.h"
+#include <QAction>
+#include <QFile>
+#include <QFileInfo>
+#include <QSignalSpy>
+
+namespace {
+
+using StartTest = ShellTest;
+
+TEST_F(StartTest, ThirteenStepsStrictlyInOrder)
+{
+    Window = std::make_unique<mdiMother>();
+    StartUp start(*Window, QStringLiteral("TestMode"), [] { return true; });
+    QList<int> steps;
+    start.BeforeStep = [&](int number) {
+        steps << number;
+        if (number == 2)
+            EXPECT_TRUE(Window->TestMode());
+        if (number == 5)
+            EXPECT_FALSE(Window->menus->Item(QStringLiteral("mnuSQL"))->isEnabled());
+        if (number == 9)
+            EXPECT_TRUE(gKeywords);
+        EXPECT_EQ(Window->eb->BarCount(), number > 9 ? 2 : 0) << number;
+        EXPECT_EQ(Window->cb->HasToolbar(QStringLiteral("MainTB")), number > 10) << number;
+        if (number == 13)
+            EXPECT_EQ(Window->SB->PanelText(1), QString());
+    };
+    bool shown = false;
+    start.Show = [&] {
+        shown = true;
+        EXPECT_EQ(steps.last(), 13);
+    };
+    EXPECT_TRUE(start.Run());
+    EXPECT_EQ(steps, QList<int>({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13}));
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(StartSteps().size(), 13u);
+}
+
+TEST_F(StartTest, AnotherInstanceEndsItAtOnce)
+{
+    Window = std::make_unique<mdiMother>();
+    StartUp start(*Window, QString(), [] { return false; });
+    QList<int> steps;
+    start.BeforeStep = [&](int number) { steps << number; };
+    start.Show = [] { ADD_FAILURE() << "a second instance shows nothing"; };
+    EXPECT_FALSE(start.Run());
+    EXPECT_EQ(steps, QList<int>({1, 2}));
+    EXPECT_TRUE(Dialogs.Boxes.isEmpty());
+}
+
+TEST_F(StartTest, AMissingStoreGivesNoConnectionsAndNoMessage)
+{
+    Start();
+    EXPECT_EQ(gConns().Count(), 0);
+    EXPECT_EQ(Window->eb->Bar(QStringLiteral("CONN"))->Items().Count(), 0);
+    EXPECT_EQ(Window->eb->Bar(QStringLiteral("CONN"))->Title(), QStringLiteral("Connections"));
+    EXPECT_EQ(Window->eb->Bar(QStringLiteral("TB"))->Title(), QStringLiteral("Tool Bar"));
+    EXPECT_TRUE(Dialogs.Boxes.isEmpty());
+}
+
+TEST_F(StartTest, ConnectionsGoThroughARealEndAndARealStart)
+{
+    Start();
+    gConns().Add(QStringLiteral("Driver=SQLite;Database=x;PWD=gehe\u00edm"), QStringLiteral("B\u00fccher"),
+                 QStringLiteral("select\r\n1"));
+    gConns().Add(QStringLiteral("DSN=y"), QStringLiteral("a"), QString());
+    QSignalSpy ended(Window.get(), &mdiMother::Ended);
+    EXPECT_TRUE(Window->close());
+    EXPECT_EQ(ended.count(), 1);
+    EXPECT_FALSE(gKeywords);
+    EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Done."));
+    EXPECT_EQ(QFileInfo(AppFile(QStringLiteral("es.dat"))).permissions() &
+                  (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
+              QFile::Permissions());
+    Window.reset();
+    gConns().Clear();
+    Start();
+    ASSERT_EQ(gConns().Count(), 2);
+    EXPECT_EQ((*gConns().begin())->Name, QStringLiteral("B\u00fccher"));
+    EXPECT_EQ((*gConns().begin())->ConnectionString, QStringLiteral("Driver=SQLite;Database=x;PWD=gehe\u00edm"));
+    EXPECT_EQ((*gConns().begin())->Extra, QStringLiteral("select\r\n1"));
+    ExplorerBarItems &items = Window->eb->Bar(QStringLiteral("CONN"))->Items();
+    ASSERT_EQ(items.Count(), 2);
+    EXPECT_EQ(items.Item(1)->Text(), QStringLiteral("B\u00fccher"));
+    EXPECT_EQ(items.Item(2)->Text(), QStringLiteral("a"));
+    EXPECT_EQ(items.Item(2)->Tag(), QStringLiteral("CONN"));
+    EXPECT_EQ(items.Item(2)->Icon(), 7);
+    EXPECT_TRUE(items.Item(2)->Key().startsWith(QLatin1String("C:")));
+}
+
+TEST_F(StartTest, OfTwoRecordsThatDifferInCaseTheSecondIsDropped)
+{
+    clsConns first, second;
+    first.Add(QStringLiteral("s1"), QStringLiteral("Name"), QString());
+    second.Add(QStringLiteral("s2"), QStringLiteral("NAME"), QString());
+    second.Add(QStringLiteral("s3"), QStringLiteral("other"), QString());
+    QFile file(AppFile(QStringLiteral("es.dat")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(WriteConnections(first) + WriteConnections(second));
+    file.close();
+    Start();
+    ASSERT_EQ(gConns().Count(), 2);
+    EXPECT_EQ(gConns().Item(QStringLiteral("name"))->ConnectionString, QStringLiteral("s1"));
+    EXPECT_TRUE(gConns().Item(QStringLiteral("OTHER")));
+    EXPECT_TRUE(Dialogs.Boxes.isEmpty());
+}
+
+TEST_F(StartTest, ADamagedStoreAndDamagedSettingsAreSurvived)
+{
+    for (const char *name : {"es.dat", "settings.ini"}) {
+        QFile file(Folder.filePath(QString::fromLatin1(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        QByteArray bytes;
+        for (int i = 0; i < 100000; ++i)
+            bytes += static_cast<char>((i * 7919) >> 3);
+        file.write(bytes);
+    }
+    Start();
+    EXPECT_TRUE(Dialogs.Boxes.isEmpty());
+    EXPECT_EQ(Window->SB->PanelText(1), QString());
+}
+
+TEST_F(StartTest, PlaceSizeAndSplitterAreReadInTwips)
+{
+    SaveSetting(QStringLiteral("WindowPos"), QStringLiteral("300,450"));
+    SaveSetting(QStringLiteral("WindowSize"), QStringLiteral("12000,9000"));
+    SaveSetting(QStringLiteral("WindowState"), QStringLiteral("0"));
+    SaveSetting(QStringLiteral("WindowSplit"), QStringLiteral("3000"));
+    Window = std::make_unique<mdiMother>();
+    StartUp start(*Window, QStringLiteral("TestMode"));
+    start.Show = [&] { Window->ShowAsStored(); };
+    ASSERT_TRUE(start.Run());
+    EXPECT_FALSE(Window->isMaximized());
+    EXPECT_EQ(Window->geometry(), QRect(20, 30, 800, 600));
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(Window->eb->width(), 200);
+    EXPECT_EQ(Window->picSplit->Position(), 3000);
+}
+
+TEST_F(StartTest, A4000TwipsWideWindowStaysAsDesigned)
+{
+    const QSize designed = mdiMother().size();
+    SaveSetting(QStringLiteral("WindowState"), QStringLiteral("0"));
+    SaveSetting(QStringLiteral("WindowSize"), QStringLiteral("4000,9000"));
+    Start();
+    EXPECT_EQ(Window->size(), designed);
+    Window.reset();
+    SaveSetting(QStringLiteral("WindowSize"), QStringLiteral("4001,9000"));
+    Start();
+    EXPECT_NE(Window->size(), designed);
+    EXPECT_EQ(Window->height(), 600);
+}
+
+TEST_F(StartTest, AMaximisedEndKeepsTheOlderPlaceAndSize)
+{
+    SaveSetting(QStringLiteral("WindowPos"), QStringLiteral("300,450"));
+    SaveSetting(QStringLiteral("WindowSize"), QStringLiteral("12000,9000"));
+    SaveSetting(QStringLiteral("WindowSplit"), QStringLiteral("3000"));
+    Window = std::make_unique<mdiMother>();
+    StartUp start(*Window, QStringLiteral("TestMode"));
+    start.Show = [&] { Window->ShowAsStored(); };
+    ASSERT_TRUE(start.Run());
+    EXPECT_TRUE(Window->isMaximized());
+    Window->close();
+    EXPECT_EQ(GetSetting(QStringLiteral("WindowState")), QStringLiteral("2"));
+    EXPECT_EQ(GetSetting(QStringLiteral("WindowPos")), QStringLiteral("300,450"));
+    EXPECT_EQ(GetSetting(QStringLiteral("WindowSize")), QStringLiteral("12000,9000"));
+    EXPECT_EQ(GetSetting(QStringLiteral("WindowSplit")), QStringLiteral("3000"));
+}
+
+TEST_F(StartTest, AMinimisedEndWritesTheNormalPlace)
+{
+    Start();
+    Window->setGeometry(45, 60, 700, 500);
+    Window->show();
+    (void)QTest::qWaitForWindowExposed(Window.get());
+    const QRect normal = Window->geometry();
+    Window->showMinimized();
+    Window->ShowAsStored(); // marks it as shown, by the stored state 2
+    Window->showMinimized();
+    Window->close();
+    EXPECT_EQ(GetSetting(QStringLiteral("WindowState")), QStringLiteral("1"));
+    EXPECT_EQ(GetSetting(QStringLiteral("WindowSize")),
+              QStringLiteral("%1,%2").arg(normal.width() * 15).arg(normal.height() * 15));
+}
+
+TEST_F(StartTest, EveryChildClosesByItsOwnLogicAndThenAllIsSaved)
+{
+    Start(QStringLiteral("TestMode"), true);
+    Child(QStringLiteral("frmSQL"), QStringLiteral("1"));
+    Child(QStringLiteral("frmGrid"));
+    gConns().Add(QStringLiteral("s"), QStringLiteral("n"), QString());
+    Log.clear();
+    EXPECT_TRUE(Window->close());
+    EXPECT_EQ(Log.filter(QStringLiteral("Unload")), QStringList({"frmSQL Unload", "frmGrid Unload"}));
+    EXPECT_TRUE(QFile::exists(AppFile(QStringLiteral("es.dat"))));
+    EXPECT_TRUE(Window->HasEnded());
+}
+
+TEST_F(StartTest, ExitClosesToo)
+{
+    Start(QStringLiteral("TestMode"), true);
+    Child(QStringLiteral("frmGrid"));
+    Window->menus->Item(QStringLiteral("mnuExit"))->trigger();
+    EXPECT_TRUE(Window->HasEnded());
+    EXPECT_TRUE(Log.contains(QStringLiteral("frmGrid Unload")));
+    EXPECT_TRUE(QFile::exists(AppFile(QStringLiteral("es.dat"))));
+}
+
+TEST_F(StartTest, TestModeIsTheWholeLineExactly)
+{
+    Start(QStringLiteral("TestMode"));
+    EXPECT_TRUE(Window->TestMode());
+    Window.reset();
+    Start(QStringLiteral("testmode"));
+    EXPECT_FALSE(Window->TestMode());
+}
+
+TEST_F(StartTest, StatusPanels)
+{
+    Start();
+    EXPECT_EQ(Window->SB->Count(), 8);
+    ::SetStatus(QStringLiteral("Working"));
+    EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Working"));
+    Shell::Current().SetCountPanel(QStringLiteral("Count = 3"));
+    EXPECT_EQ(Window->SB->PanelText(2), QStringLiteral("Count = 3"));
+}
+
+TEST_F(StartTest, TheStopButtonShowsWhileThereIsSomethingToStop)
+{
+    Start(QStringLiteral("TestMode"), true);
+    auto *stop = Window->findChild<QWidget *>(QStringLiteral("cmdStop"));
+    ASSERT_TRUE(stop);
+    EXPECT_FALSE(stop->isVisible());
+    int stopped = 0;
+    Shell::Current().SetStop([&] { ++stopped; });
+    EXPECT_TRUE(stop->isVisible());
+    QTest::mouseClick(stop, Qt::LeftButton);
+    EXPECT_EQ(stopped, 1);
+    Shell::Current().SetStop(nullptr);
+    EXPECT_FALSE(stop->isVisible());
+}
+
+TEST(SingleInstance, OnlyOneAtATime)
+{
+    QTemporaryDir folder;
+    SingleInstance first(folder.path()), second(folder.path());
+    EXPECT_TRUE(first.Take());
+    EXPECT_FALSE(second.Take());
+}
+
+TEST(SingleInstance, TheLockOfADeadProcessDoesNotBlock)
+{
+    QTemporaryDir folder;
+    QFile lock(folder.filePath(QStringLiteral("instance.lock")));
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.write("999999\nBrindlewick\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+    lock.close();
+    EXPECT_TRUE(SingleInstance(folder.path()).Take());
+}
+
+TEST(SingleInstance, AHollowLockDoesNotBlockForEver)
+{
+    QTemporaryDir folder;
+    QFile lock(folder.filePath(QStringLiteral("instance.lock")));
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime);
+    lock.close();
+    EXPECT_TRUE(SingleInstance(folder.path()).Take());
+}
+
+TEST(SingleInstance, WithoutAFolderToWriteTheProgramRunsAllTheSame)
+{
+    EXPECT_TRUE(SingleInstance(QStringLiteral("/proc/no-such-folder")).Take());
+}
+
+} // namespace
