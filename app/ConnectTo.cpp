@@ -98,10 +98,9 @@ ChildWindow *mdiMother::ConnectTo(ExplorerBarItem *entry, const QString &sqlText
         }
         if (!analyzerMet && !m_ended && AnalyzerFactory::Current().Create) {
             QPointer<ChildWindow> analyzer;
-            Try([&] {
-                analyzer = AnalyzerFactory::Current().Create(name);
-                analyzer->ShowChild();
-            });
+            Try([&] { analyzer = AnalyzerFactory::Current().Create(name); });
+            if (analyzer)
+                Try([&] { analyzer->ShowChild(); });
             if (analyzer && !sqlText.isEmpty())
                 Try([&] { AnalyzerFactory::Current().SetText(analyzer, sqlText); });
             if (analyzer)

@@ -127,6 +127,8 @@ static constexpr MenuRow s_rows[] = {
     {"mnuQuery", "mnuCommitTrans", "Commit Transaction", MenuRoute::Tool, "CT", "", "", "", false},
     {"mnuQuery", "mnuRollbackTrans", "Rollback Transaction", MenuRoute::Tool, "RT", "", "", "", false},
     {"mnuQuery", "", "", MenuRoute::Separator, "", "", "", "", false},
+    {"mnuQuery", "mnuStruct", "Format SQL", MenuRoute::Tool, "Struct", "", "F2", "", false},
+    {"mnuQuery", "mnuBrake", "Break Text", MenuRoute::Tool, "SQLBrake", "", "", "", false},
     {"mnuQuery", "mnuTabIn", "Block Indent", MenuRoute::Tool, "SQLTabIn", "", "", "", false},
     {"mnuQuery", "mnuTabOut", "Remove Indent", MenuRoute::Tool, "SQLTabOut", "", "", "", false},
     {"mnuQuery", "mnuCommIn", "Block Comment", MenuRoute::Tool, "SQLCommIn", "", "F11", "", false},

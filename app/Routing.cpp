@@ -52,7 +52,7 @@ void mdiMother::CommandBarClick(const QString &key)
         return;
     }
     if (key == QLatin1String("SQLParser")) {
-        menus->Popup(QStringLiteral("mnuParseMenu"), cb->PopupPosition(key));
+        Attempt([&] { menus->Popup(QStringLiteral("mnuParseMenu"), cb->PopupPosition(key)); });
         return;
     }
     if (ChildWindow *child = ActiveChild())

@@ -5,6 +5,7 @@
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
 #include "data/modMain.h"
+#include "sqltext/Keywords.h"
 #include <QCloseEvent>
 
 void mdiMother::mnuExit()
@@ -26,6 +27,6 @@ void mdiMother::closeEvent(QCloseEvent *event)
     Attempt(
         [&] { Area->CloseAll(); }); // one that stays open keeps its changes to the end, and nothing is saved unasked
     SaveSettings();
-    gKeywords.reset(); // gConn ends with the process
+    gKeywords = KeywordSet(); // gConn ends with the process
     emit Ended();
 }

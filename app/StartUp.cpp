@@ -6,7 +6,9 @@
 #include "controls/Attempt.h"
 #include "controls/Skin.h"
 #include "controls/Splitter.h"
-#include "data/modMain.h"
+#include "data/AppPath.h"
+#include "sqltext/Keywords.h"
+#include <QFileInfo>
 
 static constexpr StartStep s_steps[] = {
     {1, "test mode"},  {2, "single instance"}, {3, "colours"},       {4, "schema menus off"}, {5, "settings"},
@@ -55,16 +57,16 @@ bool StartUp::Step(int number)
         m_window.LoadSettings();
         break;
     case 6:
-        // DATATYPES
-        break;
+        break; // gDataTypes is a constant table, and stands before any code runs
     case 7:
         m_window.picSplit->SetBorder(1, 10);
         m_window.picSplit->SetBorder(3, 150);
         m_window.picSplit->SetOrientation(spltVertical);
         break;
     case 8:
+        ::SetStatus(QStringLiteral("Initializing Keywords ..."));
         InitKeywords();
-        // KEYWORDS
+        LoadKeywords(QStringLiteral("VB"), gKeywords, QFileInfo(DataFile(QStringLiteral("Tokens.col"))).path());
         break;
     case 9:
         BuildSideBar(*m_window.eb);

@@ -13,7 +13,7 @@ static constexpr ButtonRow s_sql[] = {
     {"SQLS1", "", Separator, false},
     {"SQLSyntax", "Check Syntax", Push, true},
     {"SQLParser", "Parser", Push, false},
-    {"SQLBrake", "Break Text", Push, true},
+    {"SQLBrake", "Break Text", Push, false},
     {"SQLVBS", "Text to Code", Push, true},
     {"SQLS2", "", Separator, false},
     {"SQLTabIn", "Block Indent", Push, false},

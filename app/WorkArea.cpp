@@ -12,6 +12,11 @@ WorkArea::WorkArea(QWidget *parent) : QMdiArea(parent)
     connect(this, &QMdiArea::subWindowActivated, this, &WorkArea::OnActivated);
 }
 
+WorkArea::~WorkArea()
+{
+    disconnect(this, nullptr, this, nullptr); // the children that go now activate nobody
+}
+
 void WorkArea::AddChild(ChildWindow *child)
 {
     if (!child || qobject_cast<QMdiSubWindow *>(child->parentWidget()))
@@ -21,10 +26,10 @@ void WorkArea::AddChild(ChildWindow *child)
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(windowIcon());
     addSubWindow(window);
+    m_children.removeAll(QPointer<ChildWindow>()); // those that have gone
     m_children.append(child);
     QSize size = child->sizeHint().expandedTo(QSize(640, 420));
     window->resize(size.boundedTo(viewport()->size().expandedTo(QSize(320, 240))));
-    connect(child, &QObject::destroyed, this, [this] { m_children.removeAll(QPointer<ChildWindow>()); });
 }
 
 QList<ChildWindow *> WorkArea::Children() const
@@ -75,9 +80,9 @@ void WorkArea::OnActivated(QMdiSubWindow *window)
     m_active = child;
     if (former)
         former->Deactivated();
+    emit ActiveChildChanged(child); // the toolbars are unlocked before the child reads them
     if (child)
         child->Activated();
-    emit ActiveChildChanged(child);
 }
 
 bool WorkArea::viewportEvent(QEvent *event)

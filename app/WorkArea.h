@@ -16,6 +16,7 @@ class WorkArea : public QMdiArea
     Q_OBJECT
 public:
     explicit WorkArea(QWidget *parent = nullptr);
+    ~WorkArea() override;
 
     void AddChild(ChildWindow *child); // takes it; not yet shown
     QList<ChildWindow *> Children() const;

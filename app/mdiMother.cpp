@@ -55,6 +55,8 @@ mdiMother::mdiMother(QWidget *parent) : QMainWindow(parent)
 
 mdiMother::~mdiMother()
 {
+    Area->disconnect(this);
+    delete Area; // the children go first: they may still ask for the side bar and the command bar
     if (&Shell::Current() == this)
         Shell::Install(nullptr);
 }

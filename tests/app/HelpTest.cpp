@@ -136,8 +136,9 @@ TEST_F(Help, EveryPageOfTheManualOpensAndEveryLinkLeadsToOne)
         for (qsizetype at = html.indexOf(QStringLiteral("href=\"")); at >= 0;
              at = html.indexOf(QStringLiteral("href=\""), at + 1)) {
             const QString link = html.mid(at + 6, html.indexOf(QLatin1Char('"'), at + 6) - at - 6);
-            if (link.endsWith(QLatin1String(".md")))
+            if (link.endsWith(QLatin1String(".md"))) {
                 EXPECT_TRUE(pages.contains(link.chopped(3))) << qPrintable(page + QStringLiteral(": ") + link);
+            }
         }
     }
 }

@@ -165,8 +165,9 @@ TEST_F(MenusTest, EveryItemReachesItsOperationAndNoneIsDead)
         if (row.Route == MenuRoute::Tool)
             wanted.prepend(QStringLiteral("ToolBar "));
         EXPECT_EQ(Log, QStringList(QStringLiteral("frmSQL ") + wanted));
-        if (*row.Status)
+        if (*row.Status) {
             EXPECT_EQ(Window->SB->PanelText(1), QString::fromLatin1(row.Status));
+        }
     }
     EXPECT_TRUE(child);
 }
@@ -194,8 +195,9 @@ TEST_F(MenusTest, SchemaItemsFollowTheConnection)
     for (const bool on : {false, true, false}) {
         Shell::Current().SetSchemaMenuEnabled(on);
         for (const MenuRow &row : MenuTable())
-            if (row.NeedsSchema)
+            if (row.NeedsSchema) {
                 EXPECT_EQ(Enabled(QString::fromLatin1(row.Name)), on && row.Route != MenuRoute::Later) << row.Name;
+            }
     }
 }
 
@@ -335,6 +337,7 @@ TEST_F(MenusTest, PopupsOfTheWindowsShowTheirItems)
     InPopup([&](QMenu *popup) { name = popup->objectName(); });
     Shell::Current().ShowEditMenu(QPoint(3, 3));
     EXPECT_EQ(name, QStringLiteral("mnuEdit"));
+    Child(QStringLiteral("frmSQL")); // brings its toolbar
     InPopup([&](QMenu *popup) { name = popup->objectName(); });
     Window->CommandBarClick(QStringLiteral("SQLParser"));
     EXPECT_EQ(name, QStringLiteral("mnuParseMenu"));

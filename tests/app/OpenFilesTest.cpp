@@ -109,6 +109,9 @@ TEST_F(OpenFiles, DroppedFilesAreAppendedWithABlankLineBetween)
                   QUrl::fromLocalFile(Write(QStringLiteral("2 b.sql"), "select 2")),
                   QUrl::fromLocalFile(Write(QStringLiteral("3.sql"), "select 3"))});
     Choose(QStringLiteral("a"));
+    QDragEnterEvent enter(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(Window.get(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
     QDropEvent drop(QPointF(200, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(Window.get(), &drop);
     EXPECT_TRUE(drop.isAccepted());

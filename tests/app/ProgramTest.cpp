@@ -26,6 +26,7 @@ protected:
         environment.insert(QStringLiteral("BRINDLEWICK_HOME"), m_home.path());
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_home.path()); // the toolkit says so when it is missing
         if (!picture.isEmpty())
             environment.insert(QStringLiteral("BRINDLEWICK_SESSION"), picture);
         process.setProcessEnvironment(environment);

@@ -113,8 +113,9 @@ TEST_F(Routing, TheSqlToolbarLivesWithItsWindows)
         keys << QString::fromLatin1(row.Key);
     EXPECT_EQ(Window->cb->ButtonKeys(QStringLiteral("SQL")), keys);
     for (const ButtonRow &row : SQLToolbar())
-        if (row.Kind != ButtonKind::Separator)
+        if (row.Kind != ButtonKind::Separator) {
             EXPECT_EQ(Window->cb->Enabled(QString::fromLatin1(row.Key)), !row.Later) << row.Key;
+        }
     EXPECT_EQ(Window->cb->Kind(QStringLiteral("SQLMulti")), cbrCheck);
     EXPECT_EQ(Window->cb->Kind(QStringLiteral("SQLSplit")), cbrCheck);
     Log.clear();

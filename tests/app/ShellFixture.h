@@ -11,6 +11,7 @@
 #include "data/Settings.h"
 #include "data/clsConns.h"
 #include "data/modMain.h"
+#include "sqltext/Keywords.h"
 #include "tests/support/DialogDouble.h"
 #include <QPointer>
 #include <QStringList>
@@ -97,7 +98,7 @@ protected:
         AnalyzerFactory::Current() = AnalyzerFactory();
         gConns().Clear();
         gConn.reset();
-        gKeywords.reset();
+        gKeywords = KeywordSet();
         SetAppPath(QString());
         SetSettingsFile(QString());
     }
