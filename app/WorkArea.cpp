@@ -28,8 +28,11 @@ void WorkArea::AddChild(ChildWindow *child)
     addSubWindow(window);
     m_children.removeAll(QPointer<ChildWindow>()); // those that have gone
     m_children.append(child);
-    QSize size = child->sizeHint().expandedTo(QSize(640, 420));
-    window->resize(size.boundedTo(viewport()->size().expandedTo(QSize(320, 240))));
+    const QSize room = viewport()->size();
+    window->resize(QSize(room.width() * 3 / 4, room.height() * 3 / 4)
+                       .expandedTo(child->sizeHint())
+                       .expandedTo(QSize(640, 420))
+                       .boundedTo(room.expandedTo(QSize(320, 240))));
 }
 
 QList<ChildWindow *> WorkArea::Children() const
@@ -94,10 +97,10 @@ bool WorkArea::viewportEvent(QEvent *event)
     return QMdiArea::viewportEvent(event);
 }
 
-QList<QMdiSubWindow *> WorkArea::Arrangeable(bool minimised) const
+QList<QMdiSubWindow *> WorkArea::Arrangeable(bool minimised, QMdiArea::WindowOrder order) const
 {
     QList<QMdiSubWindow *> windows;
-    for (QMdiSubWindow *window : subWindowList(QMdiArea::StackingOrder))
+    for (QMdiSubWindow *window : subWindowList(order))
         if (!window->isHidden() && window->isMinimized() == minimised)
             windows << window;
     return windows;
@@ -106,10 +109,10 @@ QList<QMdiSubWindow *> WorkArea::Arrangeable(bool minimised) const
 void WorkArea::Cascade()
 {
     constexpr int step = 28; // a title bar's height: each title stays readable
-    const QSize room = viewport()->size();
+    const QSize room = maximumViewportSize();
     const QSize size(qMax(320, room.width() * 2 / 3), qMax(240, room.height() * 2 / 3));
     QPoint at(0, 0);
-    for (QMdiSubWindow *window : Arrangeable(false)) {
+    for (QMdiSubWindow *window : Arrangeable(false, QMdiArea::StackingOrder)) {
         window->showNormal();
         if (at.x() + size.width() > room.width() || at.y() + size.height() > room.height())
             at = QPoint(0, 0);
@@ -120,8 +123,8 @@ void WorkArea::Cascade()
 
 void WorkArea::Tile(bool stacked)
 {
-    const QList<QMdiSubWindow *> windows = Arrangeable(false);
-    const QSize room = viewport()->size();
+    const QList<QMdiSubWindow *> windows = Arrangeable(false, QMdiArea::CreationOrder);
+    const QSize room = maximumViewportSize(); // no scroll bar is left when all fit
     const int count = int(windows.size());
     for (int i = 0; i < count; ++i) {
         windows[i]->showNormal();
@@ -145,7 +148,7 @@ void WorkArea::ArrangeIcons()
 {
     const QSize room = viewport()->size();
     int x = 0, bottom = room.height();
-    for (QMdiSubWindow *window : Arrangeable(true)) {
+    for (QMdiSubWindow *window : Arrangeable(true, QMdiArea::CreationOrder)) {
         if (x > 0 && x + window->width() > room.width()) {
             x = 0;
             bottom -= window->height();

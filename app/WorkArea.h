@@ -39,7 +39,7 @@ protected:
 private:
     void OnActivated(QMdiSubWindow *window);
     void Tile(bool stacked);
-    QList<QMdiSubWindow *> Arrangeable(bool minimised) const;
+    QList<QMdiSubWindow *> Arrangeable(bool minimised, QMdiArea::WindowOrder order) const;
 
     QList<QPointer<ChildWindow>> m_children;
     QPointer<ChildWindow> m_active;

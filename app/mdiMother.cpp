@@ -24,6 +24,7 @@
 namespace {
 
 constexpr int s_splitterWidth = 5; // pixels
+constexpr int s_settle = 60;       // ms after which the window is painted and has its size
 
 // The part between command bar and status bar; it tells the window when its size changes.
 class Body : public QWidget
@@ -217,7 +218,7 @@ bool mdiMother::event(QEvent *event)
 {
     const bool handled = QMainWindow::event(event);
     if (event->type() == QEvent::WindowActivate)
-        QTimer::singleShot(0, this, &mdiMother::Activate); // behind the painting of the window
+        QTimer::singleShot(s_settle, this, &mdiMother::Activate);
     return handled;
 }
 
@@ -225,5 +226,5 @@ bool mdiMother::event(QEvent *event)
 void mdiMother::showEvent(QShowEvent *event)
 {
     QMainWindow::showEvent(event);
-    QTimer::singleShot(0, this, &mdiMother::Activate);
+    QTimer::singleShot(s_settle, this, &mdiMother::Activate);
 }
