@@ -3,7 +3,12 @@
 #include <QDir>
 #include <QFile>
 #include <QKeyEvent>
+#include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextFragment>
+#include <QUrl>
 #include <QVBoxLayout>
 
 static const char s_root[] = ":/manual/";
@@ -17,6 +22,7 @@ frmHelp::frmHelp(QWidget *parent) : QWidget(parent, Qt::Window)
     txtPage->setObjectName(QStringLiteral("txtPage"));
     txtPage->setAccessibleName(QStringLiteral("User's manual"));
     txtPage->setOpenLinks(false);
+    txtPage->document()->setDocumentMargin(14);
     connect(txtPage, &QTextBrowser::anchorClicked, this, [this](const QUrl &link) {
         if (link.isRelative() && link.path().endsWith(QLatin1String(".md")))
             ShowPage(link.path().chopped(3));
@@ -47,12 +53,34 @@ void frmHelp::ShowPage(const QString &page)
         txtPage->setMarkdown(QString::fromUtf8(file.readAll()));
     else
         txtPage->setMarkdown(QStringLiteral("There is no page \"%1\".").arg(page));
+    ColourLinks();
     if (isMinimized())
         showNormal();
+    if (const QWidget *owner = parentWidget(); owner && !isVisible()) {
+        const QRect room = owner->window()->geometry();
+        move(room.center() - rect().center());
+    }
     show();
     raise();
     activateWindow();
     txtPage->setFocus();
+}
+
+// The toolkit gives links the colour of the desktop's palette, which nobody can read on our ground.
+void frmHelp::ColourLinks()
+{
+    QTextCharFormat look;
+    look.setForeground(SkinColour(SkinRole::Focus));
+    for (QTextBlock block = txtPage->document()->begin(); block.isValid(); block = block.next())
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            const QTextFragment fragment = part.fragment();
+            if (!fragment.charFormat().isAnchor())
+                continue;
+            QTextCursor cursor(txtPage->document());
+            cursor.setPosition(fragment.position());
+            cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
+            cursor.mergeCharFormat(look);
+        }
 }
 
 void frmHelp::keyPressEvent(QKeyEvent *event)

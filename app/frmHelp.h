@@ -17,4 +17,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override; // Escape closes
+
+private:
+    void ColourLinks();
 };

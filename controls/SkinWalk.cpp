@@ -43,7 +43,7 @@ constexpr RoleRow formRoles[] = {
     {QPalette::ToolTipText, SkinRole::FixedText, SkinRole::FixedText},
     {QPalette::Link, SkinRole::Focus, SkinRole::DisabledText},
     {QPalette::LinkVisited, SkinRole::Focus, SkinRole::DisabledText},
-    {QPalette::Light, SkinRole::Border, SkinRole::Border},
+    {QPalette::Light, SkinRole::Border, SkinRole::Form}, // disabled: or menus show their text twice
     {QPalette::Midlight, SkinRole::Border, SkinRole::Border},
     {QPalette::Mid, SkinRole::Border, SkinRole::Border},
     {QPalette::Dark, SkinRole::List, SkinRole::List},

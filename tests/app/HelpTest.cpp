@@ -3,13 +3,17 @@
 #include "app/frmAbout.h"
 #include "app/frmHelp.h"
 #include "app/frmRookie.h"
+#include "controls/Skin.h"
 #include "tests/app/ShellFixture.h"
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextDocument>
+#include <QTextFragment>
 #include <QTimer>
 
 namespace {
@@ -56,7 +60,7 @@ TEST_F(Help, TheWelcomeComesOnceWithoutAnyConnection)
     for (int i = 0; i < 2; ++i) { // the program comes back to the front
         QEvent activate(QEvent::WindowActivate);
         QApplication::sendEvent(Window.get(), &activate);
-        QTest::qWait(30);
+        QTest::qWait(150);
     }
     EXPECT_EQ(welcomes, 1);
 }
@@ -65,7 +69,7 @@ TEST_F(Help, WithAConnectionThereIsNoWelcome)
 {
     gConns().Add(QStringLiteral("s"), QStringLiteral("n"), QString());
     Start(QStringLiteral("TestMode"), true);
-    QTest::qWait(50);
+    QTest::qWait(250);
     EXPECT_FALSE(QApplication::activeModalWidget());
 }
 
@@ -132,6 +136,12 @@ TEST_F(Help, EveryPageOfTheManualOpensAndEveryLinkLeadsToOne)
     for (const QString &page : pages) {
         help.ShowPage(page);
         EXPECT_GT(help.txtPage->toPlainText().size(), 100) << qPrintable(page);
+        for (QTextBlock block = help.txtPage->document()->begin(); block.isValid(); block = block.next())
+            for (auto part = block.begin(); !part.atEnd(); ++part)
+                if (part.fragment().charFormat().isAnchor()) {
+                    EXPECT_GE(Contrast(part.fragment().charFormat().foreground().color(), SkinColour(SkinRole::Editor)),
+                              4.5);
+                }
         const QString html = help.txtPage->toHtml();
         for (qsizetype at = html.indexOf(QStringLiteral("href=\"")); at >= 0;
              at = html.indexOf(QStringLiteral("href=\""), at + 1)) {

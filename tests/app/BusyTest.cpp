@@ -1,0 +1,73 @@
+// While a statement runs: what waits for the connection says so in the status bar, and Stop cancels the statement.
+#include "ado/UARecordset.h"
+#include "controls/StatusBar.h"
+#include "data/Pump.h"
+#include "tests/app/ShellFixture.h"
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QTimer>
+
+namespace {
+
+class Busy : public ShellTest
+{
+protected:
+    void SetUp() override
+    {
+        ShellTest::SetUp();
+        gConns().Add(Database(), QStringLiteral("a"), QString());
+        Start(QStringLiteral("TestMode"), true);
+        InstallWaitHandler();
+        Window->ConnectTo(Entry(QStringLiteral("a")));
+        ASSERT_TRUE(IsConnected(false));
+    }
+    void TearDown() override
+    {
+        ShellTest::TearDown();
+        RemoveWaitHandler();
+    }
+    const QString m_long = QStringLiteral(
+        "with recursive c(i) as (select 1 union all select i+1 from c where i<2000000000) select max(i) from c");
+};
+
+TEST_F(Busy, AWaitingCallSaysWhatItWaitsForAndStopEndsTheWait)
+{
+    UARecordset running;
+    int failed = 0;
+    QObject::connect(&running, &UARecordset::ErrorOccured, &running, [&](int number) { failed = number; });
+    running.OpenRecordset(m_long, gConn, 3);
+    QString status;
+    bool offered = false;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, Window.get(), [&] {
+        if (!Window->SB->PanelText(1).startsWith(QStringLiteral("Waiting for: with recursive")))
+            return;
+        look.stop();
+        status = Window->SB->PanelText(1);
+        offered = Window->cmdStop->isVisible();
+        QTest::mouseClick(Window->cmdStop, Qt::LeftButton);
+    });
+    look.start(20);
+    QElapsedTimer waited;
+    waited.start();
+    EXPECT_NO_THROW(gConn->Execute(QStringLiteral("insert into t values (1)"))); // usable afterwards
+    EXPECT_TRUE(offered);
+    EXPECT_FALSE(status.isEmpty());
+    EXPECT_LT(waited.elapsed(), 20000);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return failed != 0; }));
+    EXPECT_EQ(failed, ADODB::adErrOperationCancelled);
+    EXPECT_FALSE(Window->cmdStop->isVisible());
+    EXPECT_FALSE(Window->SB->PanelText(1).startsWith(QStringLiteral("Waiting")));
+}
+
+TEST_F(Busy, ClosingTheWindowCancelsWhatItsCallersWaitFor)
+{
+    QTimer::singleShot(200, Window.get(), [&] { Window->close(); });
+    QElapsedTimer waited;
+    waited.start();
+    EXPECT_THROW(ExecutePumped(gConn, m_long), ADODB::Error);
+    EXPECT_LT(waited.elapsed(), 20000);
+    EXPECT_TRUE(Window->HasEnded());
+}
+
+} // namespace
