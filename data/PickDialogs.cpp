@@ -105,6 +105,7 @@ QString GetConnection(bool ShowOther)
     if (ShowOther)
         list->AddItem(QStringLiteral("< other >"));
     form.SetTitle(QStringLiteral("Select Connection"));
+    form.SpanColomns(); // one column: the list's width less 300
     form.ShowModal();
     return form.Cancelled ? QString() : form.Result;
 }

@@ -59,7 +59,7 @@ frmConnectionString::frmConnectionString(QWidget *parent) : ModalForm(QStringLit
     addLine(QStringLiteral("&Password:"), txtPassword, "txtPassword");
     txtPassword->setEchoMode(QLineEdit::Password);
     addLine(QStringLiteral("Further &Attributes:"), txtFurther, "txtFurther");
-    txtFurther->setPlaceholderText(QStringLiteral("Key=value;Key=value"));
+    txtFurther->setToolTip(QStringLiteral("Key=value;Key=value"));
     txtResult = new QPlainTextEdit(this);
     txtResult->setTabChangesFocus(true);
     txtResult->setMinimumHeight(64);

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -59,7 +60,16 @@ void frmGetSelection::SetTitle(const QString &Text)
 
 void frmGetSelection::SpanColomns(bool Force)
 {
+    m_span = true;
+    m_spanForced = Force;
     SpanListColumns(lvResults, Force);
+}
+
+void frmGetSelection::showEvent(QShowEvent *event)
+{
+    ModalForm::showEvent(event);
+    if (m_span)
+        QTimer::singleShot(0, this, [this] { SpanListColumns(lvResults, m_spanForced); });
 }
 
 void frmGetSelection::SelectText(const QString &text)

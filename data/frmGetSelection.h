@@ -19,8 +19,8 @@ public:
 
     QString Result; // text of the selected row, after OK
 
-    void SetTitle(const QString &Text); // window title and the label above the search box
-    void SpanColomns(bool Force = false);
+    void SetTitle(const QString &Text);   // window title and the label above the search box
+    void SpanColomns(bool Force = false); // again when the window shows, as the list gets its width then
     void SelectText(const QString &text); // the first row of exactly this text, if any
 
     QLabel *lblTitle = nullptr;
@@ -30,10 +30,12 @@ public:
     QPushButton *cmdCancel = nullptr;
 
 protected:
+    void showEvent(QShowEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void TakeSelection();
     void Seek(const QString &text);
     void Move(int key);
+    bool m_span = false, m_spanForced = false;
 };

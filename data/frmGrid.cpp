@@ -47,8 +47,9 @@ frmGrid::frmGrid(QWidget *parent) : ChildWindow(parent), m_uaRec(new UARecordset
     SB = new StatusBar(this);
     SB->setObjectName(QStringLiteral("SB"));
     SB->AddPanel(sbrText, true); // the statement
-    for (int i = 0; i < 3; ++i)
-        SB->AddPanel();
+    SB->AddPanel();
+    SB->AddPanel(sbrText, false, 2100); // "RecordCount= n"
+    SB->AddPanel(sbrText, false, 2500); // "QueryTime= hh:mm:ss"
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);

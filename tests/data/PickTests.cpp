@@ -79,8 +79,15 @@ TEST_F(PickTest, ViewsAlone)
 
 TEST_F(PickTest, BothShowTheirTypes)
 {
-    Cancel();
+    int width = 0, list = 0;
+    Picker([&](frmGetSelection *form) {
+        QTest::qWait(30);
+        width = form->lvResults->ColumnWidth(0) + form->lvResults->ColumnWidth(1);
+        list = form->lvResults->ListWidth();
+        Click(form, "cmdCancel");
+    });
     GetTable(true, true, "< All Tables >");
+    EXPECT_NEAR(width, list - 300, 40); // the columns fill the list
     EXPECT_EQ(m_title, "Tables/Views");
     EXPECT_EQ(m_columns, 2);
     EXPECT_FALSE(m_headerHidden);
