@@ -61,7 +61,7 @@ void EditorText::Reset(const QString &text)
     m_text = text;
     m_colours.clear();
     m_lines.clear();
-    m_lines.resize(size_t(text.count(lineEnd)) + 1);
+    m_lines.resize(size_t(std::count(text.cbegin(), text.cend(), QChar(u'\n'))) + 1); // only as part of CR LF
 }
 
 void EditorText::Replace(qsizetype position, qsizetype removed, const QString &added, int line, int column,
@@ -74,14 +74,14 @@ void EditorText::Replace(qsizetype position, qsizetype removed, const QString &a
     const size_t first = size_t(line);
 
     for (size_t i = first; i <= first + size_t(goneLines); ++i)
-        Count(m_lines[i], -1);
+        Count(m_lines[i].runs, -1);
     Runs head;
-    AppendPart(head, m_lines[first], 0, column, 0);
-    const Runs oldLast = std::move(m_lines[first + size_t(goneLines)]);
+    AppendPart(head, m_lines[first].runs, 0, column, 0);
+    const Runs oldLast = std::move(m_lines[first + size_t(goneLines)].runs);
 
     const auto at = m_lines.begin() + line + 1;
     if (newLines > goneLines)
-        m_lines.insert(at, size_t(newLines - goneLines), Runs());
+        m_lines.insert(at, size_t(newLines - goneLines), LineRuns());
     else
         m_lines.erase(at, at + (goneLines - newLines));
 
@@ -94,7 +94,8 @@ void EditorText::Replace(qsizetype position, qsizetype removed, const QString &a
         if (i == newLines)
             AppendPart(runs, oldLast, tailColumn, farColumn, start + int(pieceEnd - pieceStart) - tailColumn);
         Count(runs, 1);
-        m_lines[first + size_t(i)] = std::move(runs);
+        // The blocks at both ends of the edit may be old ones.
+        m_lines[first + size_t(i)] = {std::move(runs), i == 0 || i == newLines, false};
         pieceStart = pieceEnd + 2;
     }
     // Typing in a long text must not copy it: room for growth is kept ahead.
@@ -109,19 +110,28 @@ void EditorText::Replace(qsizetype position, qsizetype removed, const QString &a
 
 void EditorText::SetLine(int line, Runs runs)
 {
-    Runs &kept = m_lines[size_t(line)];
+    Runs &kept = m_lines[size_t(line)].runs;
     Count(kept, -1);
     kept = std::move(runs);
     Count(kept, 1);
 }
 
-void EditorText::SetPart(int line, int column, int length, const Runs &runs)
+bool EditorText::SetPart(int line, int column, int length, int lineLength, const Runs &runs)
 {
+    if (column == 0 && length == lineLength) {
+        if (Line(line) == runs)
+            return false;
+        SetLine(line, runs);
+        return true;
+    }
     Runs whole;
     AppendPart(whole, Line(line), 0, column, 0);
     AppendPart(whole, runs, column, column + length, 0);
     AppendPart(whole, Line(line), column + length, farColumn, 0);
+    if (Line(line) == whole)
+        return false;
     SetLine(line, std::move(whole));
+    return true;
 }
 
 EditorStyle EditorText::StyleAt(int line, int column) const

@@ -37,7 +37,7 @@ public:
 
     const QString &Text() const { return m_text; }
     int LineCount() const { return int(m_lines.size()); }
-    const Runs &Line(int line) const { return m_lines[size_t(line)]; }
+    const Runs &Line(int line) const { return m_lines[size_t(line)].runs; }
     bool HasColour(int colour) const;
 
     // Everything anew, without styles. The text has CR LF line ends only.
@@ -48,8 +48,19 @@ public:
     void Replace(qsizetype position, qsizetype removed, const QString &added, int line, int column, EditorStyle style);
 
     void SetLine(int line, Runs runs);
-    void SetPart(int line, int column, int length, const Runs &runs); // the rest of the line keeps its runs
-    EditorStyle StyleAt(int line, int column) const;                  // of the character behind `column`
+    // The rest of the line, which is `lineLength` long, keeps its runs. False when nothing looks different.
+    bool SetPart(int line, int column, int length, int lineLength, const Runs &runs);
+    EditorStyle StyleAt(int line, int column) const; // of the character behind `column`
+
+    // Do the formats that this line is drawn with lag behind its runs? And: may the line have formats at all?
+    bool IsStale(int line) const { return m_lines[size_t(line)].stale; }
+    bool MayHaveFormats(int line) const { return m_lines[size_t(line)].formatted; }
+    void SuspectFormats(int line) { m_lines[size_t(line)].formatted = true; }
+    void SetStale(int line) { m_lines[size_t(line)].stale = true; }
+    void SetFormatted(int line, bool formatted)
+    {
+        m_lines[size_t(line)].formatted = formatted, m_lines[size_t(line)].stale = false;
+    }
 
     // CR, LF, CR LF and the toolkit's own paragraph marks all become CR LF. A text that is clean comes back shared.
     static QString Normalised(const QString &text);
@@ -57,7 +68,13 @@ public:
 private:
     void Count(const Runs &runs, int by);
 
+    struct LineRuns
+    {
+        Runs runs;
+        bool formatted = false;
+        bool stale = false;
+    };
     QString m_text;
-    std::vector<Runs> m_lines;
+    std::vector<LineRuns> m_lines;
     std::vector<int> m_colours; // runs of each colour
 };

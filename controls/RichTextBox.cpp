@@ -242,7 +242,7 @@ void RichTextBox::OnContentsChange(int position, int removed, int added)
     const int firstShown = line;
     const int lastShown = document()->findBlock(position + added).blockNumber();
     if (gone.size() == same && now.size() == same) {
-        ShowLines(firstShown, lastShown);
+        ShowEdited(firstShown, lastShown);
         return;
     }
     const qsizetype goneSize = gone.size() - same - tail;
@@ -266,7 +266,7 @@ void RichTextBox::OnContentsChange(int position, int removed, int added)
     }
     m_content.Replace(start, goneSize, now, line, column, style);
     m_pending = true;
-    ShowLines(firstShown, lastShown);
+    ShowEdited(firstShown, lastShown);
 }
 
 // The way out when the document reports something that does not add up: read it whole, styles are lost.
@@ -304,7 +304,6 @@ void RichTextBox::Lock()
     m_shadow = textCursor();
     m_scrollX = horizontalScrollBar()->value();
     m_scrollY = verticalScrollBar()->value();
-    setUpdatesEnabled(false);
 }
 
 void RichTextBox::Unlock()
@@ -319,7 +318,6 @@ void RichTextBox::Unlock()
         setTextCursor(wanted);
     horizontalScrollBar()->setValue(m_scrollX);
     verticalScrollBar()->setValue(m_scrollY);
-    setUpdatesEnabled(true);
 }
 
 RichTextBox::LockUpdate::LockUpdate(RichTextBox *box) : m_box(box)

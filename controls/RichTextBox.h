@@ -29,6 +29,8 @@ public:
     // and puts the caret at 0.
     QString Text() const override;
     void SetText(const QString &text) override;
+    // Another text: what it has in common with the present one at both ends keeps its formats, caret and view as well.
+    void ChangeText(const QString &text);
     // The whole content as RTF. Writing a document with the present text only changes formats: caret and view stay.
     // Otherwise the caret goes to 0.
     QString TextRTF() const override;
@@ -50,9 +52,15 @@ public:
     int GetVisibleLineCount() const; // how many whole lines fit, plus 1
     bool HasColour(int index) const; // does any character have this colour of the table? Without writing the RTF
 
+    // Lines out of sight get their colours when they are first painted; this gives them to all at once.
+    void ShowAllColours();
+    void print(QPagedPaintDevice *printer); // with the colours
+
     void SetProportional(bool proportional); // the font of plain reports; the editor's own is fixed-pitch
 
-    // While one lives, the control is not redrawn and the view does not follow the selection. They nest.
+    // While one lives, the selection can be moved about without the view following it or the screen showing it. They
+    // nest. Nothing is painted before the event loop runs again, so painting itself need not be held back, and a key
+    // press repaints its line alone.
     class LockUpdate
     {
     public:
@@ -76,6 +84,7 @@ public:
     static constexpr const char *NodeMime = "application/x-brindlewick-node";
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -100,14 +109,18 @@ private:
     void SetCursor(const QTextCursor &cursor);
     void ReplaceText(qsizetype position, qsizetype length, const QString &text);
     void WriteWhole(const QString &text);
+    void Rewrite(const QString &text);
 
     void OnContentsChange(int position, int removed, int added);
     void OnTextChanged();
     void Resync();
     QString DocumentText(int position, int length) const;
 
-    void ShowLine(const QTextBlock &block);
+    void ShowLine(const QTextBlock &block, int line);
     void ShowLines(int first, int last);
+    void ShowEdited(int first, int last);
+    void ShowStale(int first, int last);
+    int LastVisibleLine() const;
     void MarkDirty(int first, int last);
     QTextCharFormat Format(EditorStyle style) const;
     int ColourIndex(quint32 colour);

@@ -6,6 +6,8 @@
 #include <QTextLayout>
 #include <algorithm>
 
+static constexpr int suspected = 32; // lines at each end of an edit
+
 QTextCharFormat RichTextBox::Format(EditorStyle style) const
 {
     const size_t index = size_t(style.colour) * 4 + (style.bold ? 2 : 0) + (style.italic ? 1 : 0);
@@ -24,11 +26,11 @@ QTextCharFormat RichTextBox::Format(EditorStyle style) const
     return format;
 }
 
-void RichTextBox::ShowLine(const QTextBlock &block)
+void RichTextBox::ShowLine(const QTextBlock &block, int line)
 {
-    const EditorText::Runs &runs = m_content.Line(block.blockNumber());
-    QTextLayout *layout = block.layout();
-    if (runs.empty() && layout->formats().isEmpty())
+    const EditorText::Runs &runs = m_content.Line(line);
+    // Asking a block for its layout makes one, which a long text of plain lines must not cost.
+    if (runs.empty() && !m_content.MayHaveFormats(line))
         return;
     QList<QTextLayout::FormatRange> formats;
     formats.reserve(qsizetype(runs.size()));
@@ -39,15 +41,67 @@ void RichTextBox::ShowLine(const QTextBlock &block)
         range.format = Format(run.style);
         formats.append(range);
     }
-    layout->setFormats(formats);
+    block.layout()->setFormats(formats);
+    m_content.SetFormatted(line, !formats.isEmpty());
 }
 
 void RichTextBox::ShowLines(int first, int last)
 {
     QTextBlock block = document()->findBlockByNumber(first);
     for (int line = first; line <= last && block.isValid(); ++line, block = block.next())
-        ShowLine(block);
+        ShowLine(block, line);
     MarkDirty(first, last);
+}
+
+// Which of the blocks at both ends of an edit are old ones, with formats of what stood there, only the document knows.
+void RichTextBox::ShowEdited(int first, int last)
+{
+    for (int line = first; line <= last; ++line)
+        if (line - first < suspected || last - line < suspected)
+            m_content.SuspectFormats(line);
+    ShowLines(first, last);
+}
+
+void RichTextBox::ShowStale(int first, int last)
+{
+    int firstShown = -1;
+    int lastShown = -1;
+    QTextBlock block = document()->findBlockByNumber(first);
+    for (int line = first; line <= last && block.isValid(); ++line, block = block.next()) {
+        if (!m_content.IsStale(line))
+            continue;
+        ShowLine(block, line);
+        m_content.SetFormatted(line, true);
+        if (firstShown < 0)
+            firstShown = line;
+        lastShown = line;
+    }
+    if (firstShown >= 0)
+        MarkDirty(firstShown, lastShown);
+}
+
+int RichTextBox::LastVisibleLine() const
+{
+    // A line is never lower than its font.
+    return std::min(GetFirstVisibleLine() + GetVisibleLineCount() + 1, m_content.LineCount() - 1);
+}
+
+void RichTextBox::ShowAllColours()
+{
+    ShowStale(0, m_content.LineCount() - 1);
+}
+
+// Lines get their formats when they are first seen.
+void RichTextBox::paintEvent(QPaintEvent *event)
+{
+    ShowStale(GetFirstVisibleLine(), LastVisibleLine());
+    QPlainTextEdit::paintEvent(event);
+}
+
+void RichTextBox::print(QPagedPaintDevice *printer)
+{
+    ShowAllColours();
+    QPlainTextEdit::print(printer);
 }
 
 // Lets the layout and the screen follow, without a word about the text.
@@ -98,7 +152,7 @@ void RichTextBox::SetSelColor(const QColor &colour)
             else
                 runs.push_back({column, 1, style});
         }
-        m_content.SetPart(line, from, to - from, runs);
+        m_content.SetPart(line, from, to - from, block.length() - 1, runs);
         if (block == lastBlock)
             break;
     }

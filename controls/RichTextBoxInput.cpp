@@ -71,6 +71,7 @@ void RichTextBox::inputMethodEvent(QInputMethodEvent *event)
     if (length)
         formats += layout->formats();
     layout->setFormats(formats);
+    m_content.SetFormatted(block.blockNumber(), true);
     ++m_quiet;
     document()->markContentsDirty(block.position(), block.length() - 1);
     --m_quiet;

@@ -9,6 +9,8 @@ namespace {
 
 // A rewrite that leaves this part of the text as it was is done in place, so that the view does not move.
 constexpr int inPlaceShare = 2;
+// So many lines are shown at once, seen or not; of more only those in sight.
+constexpr int shownAtOnce = 64;
 
 struct Difference
 {
@@ -77,25 +79,40 @@ bool RichTextBox::TakeColoured(const ColouredText &coloured)
     return true;
 }
 
+// Another text with as little of the document touched as there is need; nobody is told.
+void RichTextBox::Rewrite(const QString &text)
+{
+    const Difference middle = Compare(m_content.Text(), text);
+    const bool telling = std::exchange(m_telling, true);
+    if (middle.newLength > text.size() / inPlaceShare)
+        WriteWhole(text);
+    else
+        ReplaceText(middle.start, middle.oldLength, text.mid(middle.start, middle.newLength));
+    m_telling = telling;
+}
+
+void RichTextBox::ChangeText(const QString &text)
+{
+    const QString wanted = EditorText::Normalised(text);
+    if (wanted == m_content.Text())
+        return;
+    Rewrite(wanted);
+    m_pending = true;
+    OnTextChanged();
+}
+
 void RichTextBox::TakeDocument(const RtfDocument &document)
 {
-    const QString text = EditorText::Normalised(document.text);
-    const QString before = m_content.Text();
+    const bool sameText = document.text == m_content.Text();
+    const QString text = sameText ? document.text : EditorText::Normalised(document.text);
     if (m_fontName != document.fontName) {
         m_fontName = document.fontName;
         SetProportional(!m_fontName.contains(QLatin1String("Courier")) && !m_fontName.contains(QLatin1String("Mono")));
     }
     m_fontHalfPoints = document.fontHalfPoints;
-    const bool sameText = text == before;
     if (!sameText) {
         const LockUpdate lock(this);
-        const Difference middle = Compare(before, text);
-        const bool telling = std::exchange(m_telling, true); // one word to the listeners, when all is done
-        if (middle.newLength > text.size() / inPlaceShare)
-            WriteWhole(text);
-        else
-            ReplaceText(middle.start, middle.oldLength, text.mid(middle.start, middle.newLength));
-        m_telling = telling;
+        Rewrite(text);
         SetSelStart(0);
         m_pending = true;
     }
@@ -140,29 +157,37 @@ void RichTextBox::TakeTable(const std::vector<quint32> &colours)
         look.setColor(QPalette::Text, QColor(QRgb(colours.front())));
         setPalette(look);
     }
-    ShowLines(0, m_content.LineCount() - 1);
+    int line = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next(), ++line)
+        if (!m_content.Line(line).empty())
+            ShowLine(block, line);
+    MarkDirty(0, line - 1);
 }
 
 // Styles of a stretch of the text, from runs that count from its start. Only lines that look different are touched.
 void RichTextBox::TakeRuns(const std::vector<RtfRun> &runs, qsizetype start, qsizetype length,
                            const std::vector<int> &mapping)
 {
-    const Place first = Find(start, false);
+    QTextBlock block = Find(start, false).block;
     const qsizetype end = start + length;
+    int line = block.blockNumber();
+    qsizetype lineStart = block.position() + line;
     size_t next = 0;
     int firstTouched = -1;
     int lastTouched = -1;
-    for (QTextBlock block = first.block; block.isValid(); block = block.next()) {
-        const int line = block.blockNumber();
-        const qsizetype lineStart = block.position() + line;
-        if (lineStart > end)
-            break;
-        const qsizetype lineEnd = lineStart + block.length() - 1;
-        EditorText::Runs wanted;
+    EditorText::Runs wanted;
+    const int firstVisible = GetFirstVisibleLine();
+    const int lastVisible = LastVisibleLine();
+    int touched = 0;
+    for (qsizetype lineEnd = 0; block.isValid() && lineStart <= end;
+         block = block.next(), ++line, lineStart = lineEnd + 2) {
+        lineEnd = lineStart + block.length() - 1;
+        wanted.clear();
         for (; next < runs.size(); ++next) {
             const RtfRun &run = runs[next];
+            const qsizetype runEnd = start + run.start + run.length;
             const qsizetype from = std::max(start + run.start, lineStart);
-            const qsizetype to = std::min(start + run.start + run.length, lineEnd);
+            const qsizetype to = std::min(runEnd, lineEnd);
             EditorStyle style{run.colour, run.bold, run.italic};
             if (!mapping.empty())
                 style.colour = size_t(style.colour) < mapping.size() ? mapping[size_t(style.colour)] : 0;
@@ -175,18 +200,21 @@ void RichTextBox::TakeRuns(const std::vector<RtfRun> &runs, qsizetype start, qsi
                 else
                     wanted.push_back({int(from - lineStart), int(to - from), style});
             }
-            if (start + run.start + run.length > lineEnd)
+            if (runEnd > lineEnd)
                 break; // it goes on in the next line
         }
-        const EditorText::Runs before = m_content.Line(line);
         const int column = int(std::max<qsizetype>(start - lineStart, 0));
-        m_content.SetPart(line, column, int(std::min(end, lineEnd) - lineStart) - column, wanted);
-        if (m_content.Line(line) == before)
-            continue;
-        ShowLine(block);
-        if (firstTouched < 0)
-            firstTouched = line;
-        lastTouched = line;
+        if (m_content.SetPart(line, column, int(std::min(end, lineEnd) - lineStart) - column, int(lineEnd - lineStart),
+                              wanted)) {
+            if (touched++ >= shownAtOnce && (line < firstVisible || line > lastVisible)) {
+                m_content.SetStale(line);
+                continue;
+            }
+            ShowLine(block, line);
+            if (firstTouched < 0)
+                firstTouched = line;
+            lastTouched = line;
+        }
     }
     if (firstTouched >= 0)
         MarkDirty(firstTouched, lastTouched);

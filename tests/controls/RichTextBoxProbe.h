@@ -18,8 +18,9 @@ inline QString DocumentText(const RichTextBox &box)
 }
 
 // "3-9 #ff0000 b" for each format of a line, joined by "; ".
-inline std::string Shown(const RichTextBox &box, int line)
+inline std::string Shown(RichTextBox &box, int line)
 {
+    box.ShowAllColours();
     QStringList parts;
     for (const auto &range : box.document()->findBlockByNumber(line).layout()->formats()) {
         QString part = QString::number(range.start) + u'-' + QString::number(range.start + range.length);

@@ -45,8 +45,9 @@ struct Model
     }
 };
 
-std::vector<int> Drawn(const RichTextBox &box)
+std::vector<int> Drawn(RichTextBox &box)
 {
+    box.ShowAllColours();
     std::vector<int> result(size_t(box.Text().size()), 0);
     qsizetype lineStart = 0;
     for (QTextBlock block = box.document()->begin(); block.isValid(); block = block.next()) {

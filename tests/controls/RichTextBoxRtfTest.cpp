@@ -222,3 +222,23 @@ TEST(RichTextBoxRtf, AFontForPeopleIsShownProportional)
     QTest::keyClicks(&box, QStringLiteral("x"));
     EXPECT_EQ(box.Text(), QStringLiteral("report"));
 }
+
+TEST(RichTextBoxRtf, LinesOutOfSightGetTheirColoursWhenTheyAreSeen)
+{
+    RichTextBox box;
+    ShowBox(box);
+    box.SetTextRTF(Rtf(ManyLines()));
+    QCoreApplication::processEvents();
+    const auto formats = [&](int line) { return box.document()->findBlockByNumber(line).layout()->formats().size(); };
+    EXPECT_EQ(formats(0), 1);
+    EXPECT_EQ(formats(250), 0);
+    EXPECT_TRUE(box.TextRTF().contains(Rtf(ManyLines()).right(30).left(10))); // the content has them all
+    box.verticalScrollBar()->setValue(245);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(formats(250), 1);
+    box.SetSelStart(0); // what is inserted before them moves them unharmed
+    box.SetSelText(QStringLiteral("x\r\ny\r\n"));
+    box.ShowAllColours();
+    EXPECT_EQ(Shown(box, 2 + 299), "0-6 #0000ff");
+    EXPECT_EQ(Shown(box, 2 + 120), "0-6 #0000ff");
+}
