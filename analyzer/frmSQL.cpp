@@ -1,0 +1,161 @@
+#include "analyzer/frmSQL.h"
+
+#include "controls/ListView.h"
+#include "controls/RedrawLock.h"
+#include "controls/RichTextBox.h"
+#include "controls/Skin.h"
+#include "controls/Splitter.h"
+#include "controls/TreeView.h"
+#include "controls/Twips.h"
+#include "data/Shell.h"
+#include "data/clsConns.h"
+#include "views/frmHirarchy.h"
+#include <QResizeEvent>
+
+namespace {
+
+constexpr int splitWidth = 5; // pixels
+constexpr int firstTreeWidth = 220;
+constexpr int leastPart = 750; // twips that the splitter leaves to each side
+
+} // namespace
+
+frmSQL::frmSQL(QWidget *parent) : ChildWindow(parent)
+{
+    Tag = QStringLiteral("1");
+    SetCaption(QStringLiteral("SQL Analyzer: "));
+    txtSQL = new RichTextBox(this);
+    txtSQL->setObjectName(QStringLiteral("txtSQL"));
+    picSplit = new Splitter(this, spltVertical);
+    picSplit->setObjectName(QStringLiteral("picSplit"));
+    picSplit->SetBorder(1, leastPart);
+    picSplit->SetBorder(3, leastPart);
+    BuildTree();
+    lvQuickList = new ListView(this);
+    lvQuickList->setObjectName(QStringLiteral("lvQuickList"));
+    lvQuickList->AddColumn(QString());
+    lvQuickList->setHeaderHidden(true);
+    lvQuickList->hide();
+    tmrParseBrackets = new QTimer(this);
+    tmrParseBrackets->setInterval(BraceShow::FirstInterval);
+    m_treeWidth = firstTreeWidth;
+    m_clock.start();
+    setFocusProxy(txtSQL);
+    resize(700, 420);
+
+    for (QWidget *widget : {static_cast<QWidget *>(txtSQL), static_cast<QWidget *>(TV),
+                            static_cast<QWidget *>(picSplit), static_cast<QWidget *>(lvQuickList)})
+        widget->installEventFilter(this);
+    connect(txtSQL, &RichTextBox::changed, this, &frmSQL::OnChanged);
+    connect(txtSQL, &RichTextBox::undoRequested, this, &frmSQL::mnuUndo);
+    connect(txtSQL, &RichTextBox::filesDropped, this, &frmSQL::OpenFiles);
+    connect(txtSQL, &RichTextBox::contextRequested, this,
+            [](const QPoint &position) { Shell::Current().ShowEditMenu(position); });
+    connect(tmrParseBrackets, &QTimer::timeout, this, &frmSQL::TickBrackets);
+    connect(lvQuickList, &ListView::DblClick, this, &frmSQL::TakeFromQuickList);
+    const auto move = [this](int twips) {
+        m_treeWidth = width() - ToPixels(twips) - splitWidth;
+        LayOut();
+    };
+    connect(picSplit, &Splitter::Moving, this, move);
+    connect(picSplit, &Splitter::Moved, this, move);
+    ApplySkin(this);
+}
+
+frmSQL::~frmSQL() = default;
+
+// The tree keeps its width when the window grows.
+void frmSQL::LayOut()
+{
+    const int left = std::clamp(width() - m_treeWidth - splitWidth, 0, std::max(0, width() - splitWidth));
+    int textWidth = left;
+    if (lvQuickList->isVisibleTo(this)) {
+        textWidth = left * 70 / 100;
+        lvQuickList->setGeometry(textWidth, 0, left * 30 / 100, height());
+        lvQuickList->SetColumnWidth(0, lvQuickList->ListWidth());
+    }
+    txtSQL->setGeometry(0, 0, textWidth, height());
+    picSplit->setGeometry(left, 0, splitWidth, height());
+    TV->setGeometry(left + splitWidth, 0, std::max(0, width() - left - splitWidth), height());
+}
+
+void frmSQL::resizeEvent(QResizeEvent *event)
+{
+    ChildWindow::resizeEvent(event);
+    LayOut();
+}
+
+QString frmSQL::Text() const
+{
+    return txtSQL->Text();
+}
+
+void frmSQL::SetText(const QString &text)
+{
+    m_InParse = true;
+    txtSQL->SetText(text);
+    m_InParse = false;
+    FixText(true, true, 2);
+}
+
+void frmSQL::Load()
+{
+    const QPointer<frmSQL> self(this);
+    if (!m_ConnName.isEmpty())
+        SetCaption(QStringLiteral("SQL Analyzer: [") + m_ConnName + u']');
+    FillTree();
+    if (!self || m_unloading)
+        return;
+    FillQuickList();
+    const clsConn *conn = m_ConnName.isEmpty() ? nullptr : gConns().Item(m_ConnName);
+    if (conn && !conn->Extra.isEmpty())
+        SetText(conn->Extra);
+}
+
+clsMenuSettings frmSQL::MenuSettings() const
+{
+    clsMenuSettings settings;
+    settings.CanSave = settings.CanOpen = settings.CanSelectAll = settings.CanReplace = settings.CanCopy = true;
+    settings.CanCut = settings.CanPaste = settings.CanUndo = settings.CanFind = settings.CanPrint = true;
+    return settings;
+}
+
+bool frmSQL::Offers(const QString &name) const
+{
+    static const QSet<QString> names = {
+        QStringLiteral("mnuCopy"),    QStringLiteral("mnuCut"),       QStringLiteral("mnuPaste"),
+        QStringLiteral("mnuUndo"),    QStringLiteral("mnuSelectAll"), QStringLiteral("mnuFind"),
+        QStringLiteral("mnuReplace"), QStringLiteral("mnuOpen"),      QStringLiteral("mnuSave"),
+        QStringLiteral("mnuPrint"),   QStringLiteral("Parse"),        QStringLiteral("InsertString"),
+        QStringLiteral("ToolBar"),    QStringLiteral("SaveState"),    QStringLiteral("DynaMenuItemClick"),
+        QStringLiteral("RefreshForm")};
+    return names.contains(name);
+}
+
+void frmSQL::SaveState()
+{
+    EndBracketShow();
+    if (clsConn *conn = m_ConnName.isEmpty() ? nullptr : gConns().Item(m_ConnName))
+        conn->Extra = txtSQL->Text();
+}
+
+void frmSQL::RefreshForm(const QString &connectionName)
+{
+    SaveState();
+    m_ConnName = connectionName;
+    Load();
+}
+
+// A click on "Refresh" may come from a scratch window: its text stays.
+void frmSQL::Unload()
+{
+    m_unloading = true;
+    SaveState();
+    RemoveHistoryBar();
+}
+
+void frmSQL::ActivateOwner()
+{
+    ShowChild();
+    txtSQL->setFocus();
+}

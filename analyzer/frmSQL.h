@@ -1,0 +1,164 @@
+#pragma once
+// "SQL Analyzer": the window in which SQL is written and run. An editor, the schema's tree beside it, a list of names.
+//
+// A child of the main window. It belongs to a stored connection (ConnName) and keeps its text there; without one it is
+// a scratch window. ConnName is set before Load. Rows open in result windows, counts go to the side bar's log.
+// Interface thread; nothing here raises. Positions in the text count from 0, a line end is two.
+//
+// A run lets events through, and these may close this window: whoever waits in it looks at a QPointer afterwards.
+
+#include "data/ChildWindow.h"
+#include "sqltext/BraceShow.h"
+#include "sqltext/FixText.h"
+#include "sqltext/Statements.h"
+#include "sqltext/clsStringHistory.h"
+#include "views/ResultOwner.h"
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QSet>
+#include <QTimer>
+
+class ListView;
+class Node;
+class RichTextBox;
+class Splitter;
+class TreeView;
+class frmHirarchy;
+
+class frmSQL : public ChildWindow, public ResultOwner
+{
+    Q_OBJECT
+public:
+    explicit frmSQL(QWidget *parent = nullptr);
+    ~frmSQL() override;
+
+    void SetConnName(const QString &name) { m_ConnName = name; }
+    QString ConnName() const { return m_ConnName; }
+    void Load(); // tree, quick list, the stored text
+    QString Text() const;
+    void SetText(const QString &text); // and colours it
+    QString FileName() const { return m_FileName; }
+
+    QString FormName() const override { return QStringLiteral("frmSQL"); }
+    clsMenuSettings MenuSettings() const override;
+    bool Offers(const QString &name) const override;
+    void Activated() override;
+    void Deactivated() override;
+    void Unload() override;
+    void SaveState() override;
+    void RefreshForm(const QString &connectionName) override;
+
+    // Both give true unless an error stopped them.
+    bool RunSQL() override;
+    bool RunSQL_Trans();
+    void ActivateOwner() override;
+    QWidget *OwnerWidget() override { return this; }
+
+    // Colours what an edit calls for. `mode` says which stretch when nothing is selected: 0 the caret's line, 1 what is
+    // visible, 2 a window round the caret.
+    void FixText(bool all, bool checkLength, int mode);
+
+    void mnuCopy() override;
+    void mnuCut() override;
+    void mnuPaste() override;
+    void mnuUndo() override;
+    void mnuSelectAll() override;
+    void mnuFind() override;
+    void mnuReplace() override;
+    void mnuOpen() override;
+    void mnuSave() override;
+    void mnuPrint() override;
+    void Parse(int kind) override; // shows the pairs of a kind of bracket, one after another
+    void InsertString(const QString &text) override;
+    void InsertText(const QString &text);
+    void ToolBar(const QString &buttonKey) override;
+    void DynaMenuItemClick(const QString &entryKey, const QString &entryText) override;
+
+    void CommentIn();
+    void RemoveComment();
+    void Indent(int shift); // 1: back out
+    void FormatSQL();
+    void BreakText();
+    void ChangeCase(bool upper);
+    void ShowQuickList();
+
+    static bool KnowsButton(const QString &key); // a button or menu item of its tool bar leads to an action here
+    static QStringList ButtonsOfLater();         // those whose windows come later: known, and without an action
+
+    RichTextBox *txtSQL = nullptr;
+    TreeView *TV = nullptr;
+    Splitter *picSplit = nullptr;
+    ListView *lvQuickList = nullptr;
+    QTimer *tmrParseBrackets = nullptr;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    struct Action;
+    static const Action Actions[];
+
+    void BuildTree();
+    void FillTree();
+    void FillQuickList();
+    void LayOut();
+    void PickNode(Node *node);
+    void TreeSearch();
+
+    bool Ready(const QString &sql); // asks before a run that alters
+    bool RunStatements(const QString &sql);
+    void ShowResult(const RunStep &step);
+    void ShareWorkArea(frmHirarchy *result);
+    void ShowLog();
+    void AddLog(const QString &text);
+    void ClearLog();
+    void Transaction(const char *key);
+    void ShowHistoryBar();
+    void RemoveHistoryBar();
+
+    void OnChanged();
+    void TickBrackets();
+    void EndBracketShow(); // the text as it was before the show
+    void KeepHistory();
+    double Seconds() const;
+    void BulkEdit(const QString &text, qsizetype selStart, qsizetype selLength);
+    void OpenFiles(const QStringList &files);
+    bool ReadFile(const QString &path, QString &text);
+
+    bool KeyDown(QObject *watched, QKeyEvent *event);
+    bool KeyUp(QObject *watched, QKeyEvent *event);
+    bool EditorKeyDown(QKeyEvent *event);
+    bool ListKeyDown(QKeyEvent *event);
+    void TakeFromQuickList();
+    void HideQuickList();
+    void TextSearch();
+
+    struct PickedNode
+    {
+        QString text, key;
+    };
+
+    QString m_ConnName;
+    bool m_Multi = false; // each run opens its own result window
+    bool m_Split = false; // the result window takes half the work area
+    bool m_InParse = false;
+    clsStringHistory m_History;
+    QPointer<frmHirarchy> m_ResultWindow;
+    bool m_CtrlDown = false;
+    bool m_TabPressed = false; // cancels the next change of focus
+    QString m_FileName;
+    bool m_TreeHasFocus = false;
+    bool m_CommitRun = false; // errors then stop the run
+    BraceShow m_Brace;
+    QList<PickedNode> m_NodeHistory;
+
+    FixTextState m_fixState;
+    QElapsedTimer m_clock;  // since the window was made
+    bool m_running = false; // events come in during a run: no second one inside
+    bool m_active = false;
+    bool m_unloading = false;
+    int m_treeWidth = 0;  // pixels
+    QSet<int> m_keysDown; // pressed here; a key released here that was pressed elsewhere does nothing
+};

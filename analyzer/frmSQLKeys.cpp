@@ -1,0 +1,251 @@
+// The keys of the window, before its controls see them, and the list of names that a key opens.
+#include "analyzer/frmSQL.h"
+
+#include "controls/ListView.h"
+#include "controls/RichTextBox.h"
+#include "controls/TreeView.h"
+#include "sqltext/Keywords.h"
+#include "sqltext/QuickList.h"
+#include <QKeyEvent>
+
+namespace {
+
+struct FunctionKey
+{
+    int key;
+    void (*run)(frmSQL &window); // null: what it leads to comes later
+};
+// F1 opens the list of names in the editor; F4 has no meaning.
+constexpr FunctionKey functionKeys[] = {
+    {Qt::Key_F2, [](frmSQL &w) { w.FormatSQL(); }},
+    {Qt::Key_F3, [](frmSQL &w) { w.mnuFind(); }},
+    {Qt::Key_F5, [](frmSQL &w) { w.RunSQL(); }},
+    {Qt::Key_F6, nullptr},
+    {Qt::Key_F7, nullptr},
+    {Qt::Key_F8, nullptr},
+    {Qt::Key_F9, nullptr},
+    {Qt::Key_F10, [](frmSQL &w) { w.Parse(0); }},
+    {Qt::Key_F11, [](frmSQL &w) { w.CommentIn(); }},
+    {Qt::Key_F12, [](frmSQL &w) { w.RemoveComment(); }},
+};
+
+const FunctionKey *FunctionOf(int key)
+{
+    for (const FunctionKey &row : functionKeys)
+        if (row.key == key)
+            return &row;
+    return nullptr;
+}
+
+bool IsPlain(const QKeyEvent *event)
+{
+    return !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
+} // namespace
+
+bool frmSQL::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::ShortcutOverride: {
+        // The keys of this window go before the main window's shortcuts.
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if ((FunctionOf(key->key()) && IsPlain(key)) || (watched == txtSQL && key->matches(QKeySequence::Undo)))
+            event->accept();
+        break;
+    }
+    case QEvent::KeyPress:
+        if (KeyDown(watched, static_cast<QKeyEvent *>(event)))
+            return true;
+        break;
+    case QEvent::KeyRelease:
+        if (KeyUp(watched, static_cast<QKeyEvent *>(event)))
+            return true;
+        break;
+    case QEvent::FocusIn:
+        if (watched == TV)
+            m_TreeHasFocus = true;
+        else if (watched == txtSQL)
+            m_TreeHasFocus = false;
+        break;
+    case QEvent::FocusOut:
+        m_CtrlDown = false;
+        m_keysDown.clear();
+        if (watched == lvQuickList)
+            HideQuickList();
+        break;
+    default:
+        break;
+    }
+    return ChildWindow::eventFilter(watched, event);
+}
+
+bool frmSQL::KeyDown(QObject *watched, QKeyEvent *event)
+{
+    if (!event->isAutoRepeat())
+        m_keysDown.insert(event->key());
+    if (event->key() == Qt::Key_Control)
+        m_CtrlDown = true;
+    if (m_CtrlDown && event->key() == Qt::Key_X && watched == txtSQL) {
+        mnuCut();
+        return true;
+    }
+    if (FunctionOf(event->key()) && IsPlain(event))
+        return true; // they act when they are let go; F10 must not open the menu bar
+    if (watched == txtSQL)
+        return EditorKeyDown(event);
+    if (watched == lvQuickList)
+        return ListKeyDown(event);
+    return false;
+}
+
+// Never so small that the first key is taken for one of a sequence.
+double frmSQL::Seconds() const
+{
+    return 1 + double(m_clock.elapsed()) / 1000;
+}
+
+bool frmSQL::EditorKeyDown(QKeyEvent *event)
+{
+    const bool selected = txtSQL->SelLength() > 0;
+    if (event->matches(QKeySequence::Paste)) {
+        mnuPaste();
+        return true;
+    }
+    if (event->matches(QKeySequence::Cut)) {
+        mnuCut();
+        return true;
+    }
+    switch (event->key()) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
+            return false;
+        KeepHistory();
+        m_TabPressed = true;
+        if (selected)
+            Indent(event->key() == Qt::Key_Backtab || event->modifiers() & Qt::ShiftModifier ? 1 : 0);
+        else
+            txtSQL->SetSelText(QStringLiteral("\t"));
+        return true;
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+        if (!selected)
+            return false;
+        KeepHistory();
+        txtSQL->SetSelText(QString());
+        return true;
+    case Qt::Key_Space:
+        if (event->modifiers() & Qt::ControlModifier) {
+            ShowQuickList();
+            return true;
+        }
+        KeepHistory();
+        return false;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        if (event->modifiers() != Qt::ShiftModifier && m_fixState.TakeKeyTime(Seconds()))
+            FixText(false, true, 2);
+        return false;
+    default:
+        return false;
+    }
+}
+
+bool frmSQL::KeyUp(QObject *watched, QKeyEvent *event)
+{
+    if (event->isAutoRepeat())
+        return false;
+    if (event->key() == Qt::Key_Control)
+        m_CtrlDown = false;
+    // The release of a key that was pressed in another window is not meant for this one.
+    if (!m_keysDown.remove(event->key()))
+        return false;
+    if (watched == txtSQL && event->key() == Qt::Key_Pause) {
+        BreakText();
+        return true;
+    }
+    if (watched == txtSQL && event->key() == Qt::Key_F1 && IsPlain(event)) {
+        ShowQuickList();
+        return true;
+    }
+    const FunctionKey *row = FunctionOf(event->key());
+    if (!row || !IsPlain(event))
+        return false;
+    if (row->run)
+        row->run(*this);
+    return true;
+}
+
+// Tab stays in the editor; from the tree it goes on to the next control.
+bool frmSQL::focusNextPrevChild(bool next)
+{
+    if (m_TabPressed || !TV->hasFocus()) {
+        m_TabPressed = false;
+        return true;
+    }
+    txtSQL->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
+void frmSQL::KeepHistory()
+{
+    m_History.AddChange(txtSQL->TextRTF(), txtSQL->SelStart(), txtSQL->SelLength());
+}
+
+// The item of the longest beginning of the word at the caret, beside the editor.
+void frmSQL::ShowQuickList()
+{
+    QStringList names;
+    for (qint64 row = 0; row < lvQuickList->Count(); ++row)
+        names += lvQuickList->Text(row);
+    const qsizetype found = QuickNames(names).Select(GetWordAtCaret(txtSQL->Text(), txtSQL->SelStart()));
+    lvQuickList->show();
+    LayOut();
+    lvQuickList->SelectRow(found);
+    if (found >= 0)
+        lvQuickList->EnsureVisible(found);
+    lvQuickList->setFocus();
+}
+
+void frmSQL::HideQuickList()
+{
+    if (!lvQuickList->isVisibleTo(this))
+        return;
+    const bool focused = lvQuickList->hasFocus();
+    lvQuickList->hide();
+    LayOut();
+    if (focused)
+        txtSQL->setFocus();
+}
+
+// Return and a delimiter take the chosen name, Escape leaves the text alone; all else is the list's.
+bool frmSQL::ListKeyDown(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        HideQuickList();
+        return true;
+    }
+    const QString typed = event->text();
+    const bool delimiter = typed.size() == 1 && IsPlain(event) && IsWordEnd(typed[0]);
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter && !delimiter)
+        return false;
+    TakeFromQuickList();
+    return true;
+}
+
+void frmSQL::TakeFromQuickList()
+{
+    const qint64 row = lvQuickList->SelectedRow();
+    if (row >= 0) {
+        qsizetype caret = 0;
+        const QString text = ReplaceWordAtCaret(txtSQL->Text(), txtSQL->SelStart(), lvQuickList->Text(row), caret);
+        KeepHistory();
+        txtSQL->ChangeText(text);
+        txtSQL->SetSelStart(caret);
+    }
+    HideQuickList();
+    txtSQL->setFocus();
+}

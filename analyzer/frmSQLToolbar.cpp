@@ -1,0 +1,106 @@
+// What the buttons of the tool bar and the items of its menus lead to.
+#include "analyzer/frmSQL.h"
+
+#include "controls/CommandBar.h"
+#include "controls/RichTextBox.h"
+#include "data/Shell.h"
+
+namespace {
+
+bool Checked(const char *button)
+{
+    const CommandBar *bar = Shell::Current().Commands();
+    const QString key = QString::fromLatin1(button);
+    return bar && bar->HasButton(key) && bar->Checked(key);
+}
+
+} // namespace
+
+struct frmSQL::Action
+{
+    const char *key;             // of a button without its "SQL", or of a menu item
+    void (*run)(frmSQL &window); // null: what it leads to comes later
+};
+
+const frmSQL::Action frmSQL::Actions[] = {
+    {"Run", [](frmSQL &w) { w.RunSQL(); }},
+    {"Trans", [](frmSQL &w) { w.RunSQL_Trans(); }},
+    {"VBS", nullptr},
+    {"Struct", [](frmSQL &w) { w.FormatSQL(); }},
+    {"DS", nullptr},
+    {"Parser", [](frmSQL &w) { w.Parse(0); }},
+    {"Wiz", nullptr},
+    {"Brake", [](frmSQL &w) { w.BreakText(); }},
+    {"Multi", [](frmSQL &w) { w.m_Multi = Checked("SQLMulti"); }},
+    {"Split", [](frmSQL &w) { w.m_Split = Checked("SQLSplit"); }},
+    {"TabIn", [](frmSQL &w) { w.Indent(0); }},
+    {"TabOut", [](frmSQL &w) { w.Indent(1); }},
+    {"CommIn", [](frmSQL &w) { w.CommentIn(); }},
+    {"CommOut", [](frmSQL &w) { w.RemoveComment(); }},
+    {"Refresh", [](frmSQL &w) { w.RefreshForm(w.m_ConnName); }},
+    {"Explain", nullptr},
+    {"Syntax", nullptr},
+    {"LCase", [](frmSQL &w) { w.ChangeCase(false); }},
+    {"UCase", [](frmSQL &w) { w.ChangeCase(true); }},
+    {"Connected", nullptr},
+    {"Disconnected", nullptr},
+    // The names of round and square brackets look swapped: "Brase" shows square ones. It is meant.
+    {"Brase", [](frmSQL &w) { w.Parse(1); }},
+    {"Brace", [](frmSQL &w) { w.Parse(1); }},
+    {"Bracket", [](frmSQL &w) { w.Parse(0); }},
+    {"CBracket", [](frmSQL &w) { w.Parse(2); }},
+    {"CBraket", [](frmSQL &w) { w.Parse(2); }},
+    {"Quote", [](frmSQL &w) { w.Parse(4); }},
+    {"SQuote", [](frmSQL &w) { w.Parse(3); }},
+    {"VBSW", nullptr},
+    {"VBSC", nullptr},
+    {"BT", [](frmSQL &w) { w.Transaction("BT"); }},
+    {"CT", [](frmSQL &w) { w.Transaction("CT"); }},
+    {"RT", [](frmSQL &w) { w.Transaction("RT"); }},
+};
+
+// Buttons carry the toolbar's name in front, menu items do not.
+void frmSQL::ToolBar(const QString &buttonKey)
+{
+    const QString key = buttonKey.startsWith(QLatin1String("SQL")) ? buttonKey.mid(3) : buttonKey;
+    for (const Action &action : Actions)
+        if (key == QLatin1String(action.key)) {
+            if (action.run)
+                action.run(*this);
+            return;
+        }
+}
+
+bool frmSQL::KnowsButton(const QString &key)
+{
+    const QString name = key.startsWith(QLatin1String("SQL")) ? key.mid(3) : key;
+    for (const Action &action : Actions)
+        if (name == QLatin1String(action.key))
+            return true;
+    return false;
+}
+
+QStringList frmSQL::ButtonsOfLater()
+{
+    QStringList keys;
+    for (const Action &action : Actions)
+        if (!action.run)
+            keys += QString::fromLatin1(action.key);
+    return keys;
+}
+
+void frmSQL::Activated()
+{
+    m_active = true;
+    m_Split = Checked("SQLSplit");
+    m_Multi = Checked("SQLMulti");
+    ShowHistoryBar();
+}
+
+// Opening a result window counts as leaving: the counts of a mixed batch go with it. It is meant.
+void frmSQL::Deactivated()
+{
+    m_active = false;
+    RemoveHistoryBar();
+    ClearLog();
+}

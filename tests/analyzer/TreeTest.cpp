@@ -1,0 +1,287 @@
+// The schema's tree, the history of picked nodes, the stored text, and the searches.
+#include "AnalyzerFixture.h"
+#include "controls/ListView.h"
+#include "controls/Splitter.h"
+#include "data/frmFind.h"
+#include <QApplication>
+#include <QComboBox>
+#include <QPushButton>
+#include <QTimer>
+#include <functional>
+
+namespace {
+
+// Answers each showing of the search dialog in turn; one that is not foreseen is cancelled.
+class FindAnswers : public QObject
+{
+public:
+    explicit FindAnswers(QList<std::function<void(frmFind &)>> answers) : m_answers(std::move(answers))
+    {
+        connect(&m_timer, &QTimer::timeout, this, [this] {
+            auto *find = qobject_cast<frmFind *>(QApplication::activeModalWidget());
+            if (!find || !find->isVisible())
+                return;
+            ++shown;
+            criteria += find->cmbCri->currentText();
+            replacing += find->cmdReplace->isEnabled();
+            if (m_answers.isEmpty())
+                find->cmdCancel->click();
+            else
+                m_answers.takeFirst()(*find);
+        });
+        m_timer.start(5);
+    }
+    int shown = 0;
+    QStringList criteria;
+    QList<bool> replacing;
+
+private:
+    QList<std::function<void(frmFind &)>> m_answers;
+    QTimer m_timer;
+};
+
+void FindNext(frmFind &find)
+{
+    find.cmdFind->click();
+}
+
+std::function<void(frmFind &)> Find(const QString &what)
+{
+    return [what](frmFind &find) {
+        find.cmbCri->setEditText(what);
+        find.cmdFind->click();
+    };
+}
+
+} // namespace
+
+TEST_F(Analyzer, TheTreeHoldsTheSchema)
+{
+    TreeNodes &nodes = window->TV->Nodes();
+    const char *roots[] = {"Tables", "Views", "Procedures", "Functions"};
+    Node *root = nodes.Item(1);
+    for (const char *name : roots) {
+        ASSERT_TRUE(root);
+        EXPECT_EQ(root->Key(), QString::fromLatin1(name));
+        EXPECT_EQ(root->Text(), QString::fromLatin1(name));
+        EXPECT_EQ(root->Depth(), 0);
+        EXPECT_EQ(root->Image(), window->TV->ImageIndex(QStringLiteral("C")));
+        root = root->Next();
+    }
+    EXPECT_FALSE(root);
+    EXPECT_EQ(nodes.Item(QStringLiteral("Tables"))->Tag(), QStringLiteral("2"));
+    EXPECT_EQ(nodes.Item(QStringLiteral("Views"))->Tag(), QStringLiteral("1"));
+    const Node *customers = nodes.Item(QStringLiteral("customers"));
+    EXPECT_EQ(customers->Tag(), QStringLiteral("2"));
+    EXPECT_EQ(customers->Image(), window->TV->ImageIndex(QStringLiteral("T")));
+    EXPECT_EQ(customers->Child(1)->Key(), QStringLiteral("customers-id"));
+    EXPECT_EQ(customers->Child(2)->Text(), QStringLiteral("name"));
+    EXPECT_EQ(customers->Child(2)->Image(), window->TV->ImageIndex(QStringLiteral("F")));
+    EXPECT_EQ(nodes.Item(QStringLiteral("names"))->Parent()->Key(), QStringLiteral("Views"));
+    EXPECT_TRUE(nodes.Item(QStringLiteral("Tables"))->Expanded());
+    EXPECT_TRUE(nodes.Item(QStringLiteral("Views"))->Expanded());
+}
+
+TEST_F(Analyzer, TheQuickListHoldsTheNamesInUpperCase)
+{
+    QStringList names;
+    for (qint64 row = 0; row < window->lvQuickList->Count(); ++row)
+        names += window->lvQuickList->Text(row);
+    EXPECT_EQ(names, (QStringList{QStringLiteral("CUSTOMERS"), QStringLiteral("ORDERS"), QStringLiteral("NAMES")}));
+    EXPECT_FALSE(window->lvQuickList->isVisible());
+}
+
+TEST_F(Analyzer, RefreshReadsTheSchemaAgainAndKeepsTheText)
+{
+    window->SetText(QStringLiteral("select 1"));
+    gConn->Execute(QStringLiteral("create table fresh(a integer)"));
+    window->ToolBar(QStringLiteral("SQLRefresh"));
+    EXPECT_TRUE(window->TV->Nodes().Find(QStringLiteral("fresh")));
+    EXPECT_EQ(window->lvQuickList->Count(), 4);
+    EXPECT_EQ(window->Text(), QStringLiteral("select 1"));
+}
+
+TEST_F(Analyzer, WithoutAConnectionTheRootsStandAlone)
+{
+    gConn.reset();
+    window->Load();
+    EXPECT_EQ(window->TV->Nodes().Count(), 4);
+    EXPECT_EQ(window->lvQuickList->Count(), 0);
+}
+
+TEST_F(Analyzer, TheTextLivesInTheStoredConnection)
+{
+    gConns().Add(QStringLiteral("a"), QStringLiteral("One"), QStringLiteral("select 1 from one"));
+    gConns().Add(QStringLiteral("b"), QStringLiteral("Two"), QStringLiteral("select 2 from two"));
+    gConns().Add(QStringLiteral("c"), QStringLiteral("Empty"), QString());
+    window = Make(QStringLiteral("ONE"));
+    EXPECT_EQ(window->Text(), QStringLiteral("select 1 from one"));
+    EXPECT_EQ(Colours(), "11111100011110000");
+    EXPECT_EQ(window->Caption(), QStringLiteral("SQL Analyzer: [ONE]"));
+    window->SetText(QStringLiteral("changed"));
+    window->RefreshForm(QStringLiteral("Two"));
+    EXPECT_EQ(gConns().Item(QStringLiteral("One"))->Extra, QStringLiteral("changed"));
+    EXPECT_EQ(window->Text(), QStringLiteral("select 2 from two"));
+    EXPECT_EQ(window->Caption(), QStringLiteral("SQL Analyzer: [Two]"));
+    EXPECT_EQ(window->ConnName(), QStringLiteral("Two"));
+    window->RefreshForm(QStringLiteral("Empty")); // an empty stored text does not wipe the window's
+    EXPECT_EQ(window->Text(), QStringLiteral("select 2 from two"));
+    window->SetText(QStringLiteral("closing"));
+    window->CloseChild();
+    EXPECT_EQ(gConns().Item(QStringLiteral("empty"))->Extra, QStringLiteral("closing"));
+    EXPECT_EQ(gConns().Item(QStringLiteral("two"))->Extra, QStringLiteral("select 2 from two"));
+}
+
+TEST_F(Analyzer, AWindowOfADeletedConnectionClosesQuietly)
+{
+    gConns().Add(QStringLiteral("a"), QStringLiteral("One"), QStringLiteral("x"));
+    window = Make(QStringLiteral("One"));
+    gConns().Remove(QStringLiteral("One"));
+    window->CloseChild();
+    EXPECT_TRUE(dialogs.Boxes.isEmpty());
+}
+
+TEST_F(Analyzer, ADoubleClickPutsTheNameIntoTheTextAndIntoTheHistory)
+{
+    window->SetText(QStringLiteral("select  from"));
+    window->txtSQL->SetSelStart(7);
+    TreeView *tree = window->TV;
+    Node *field = tree->Nodes().Item(QStringLiteral("customers-name"));
+    field->EnsureVisible();
+    emit tree->NodeDblClick(field);
+    EXPECT_EQ(window->Text(), QStringLiteral("select  name  from"));
+    emit tree->NodeDblClick(field);
+    emit tree->NodeDblClick(tree->Nodes().Item(QStringLiteral("orders")));
+    ExplorerBarBar *history = side.FindBar(QStringLiteral("DYNA"));
+    ASSERT_TRUE(history);
+    EXPECT_EQ(history->Title(), QStringLiteral("History Bar"));
+    ASSERT_EQ(history->Items().Count(), 2); // each node once
+    EXPECT_EQ(history->Items().Item(1)->Text(), QStringLiteral("name"));
+    tree->Nodes().Item(QStringLiteral("customers"))->SetExpanded(false);
+    window->DynaMenuItemClick(history->Items().Item(1)->Key(), history->Items().Item(1)->Text());
+    EXPECT_EQ(tree->SelectedItem(), field);
+    window->DynaMenuItemClick(history->Items().Item(2)->Key(), history->Items().Item(2)->Text());
+    EXPECT_EQ(tree->SelectedItem()->Text(), QStringLiteral("orders"));
+    EXPECT_TRUE(tree->SelectedItem()->Expanded());
+    const QString before = window->Text();
+    emit tree->NodeDblClick(tree->Nodes().Item(QStringLiteral("Tables"))); // a root is no name
+    EXPECT_EQ(window->Text(), before);
+}
+
+TEST_F(Analyzer, TheHistoryBarLivesWhileTheWindowIsActive)
+{
+    emit window->TV->NodeDblClick(window->TV->Nodes().Item(QStringLiteral("orders")));
+    ASSERT_TRUE(side.FindBar(QStringLiteral("DYNA")));
+    window->SetText(QStringLiteral("delete from orders"));
+    window->RunSQL();
+    ASSERT_TRUE(side.FindBar(QStringLiteral("LOG")));
+    window->Deactivated();
+    EXPECT_FALSE(side.FindBar(QStringLiteral("DYNA")));
+    EXPECT_FALSE(side.FindBar(QStringLiteral("LOG")));
+    window->Activated();
+    ASSERT_TRUE(side.FindBar(QStringLiteral("DYNA")));
+    EXPECT_EQ(side.FindBar(QStringLiteral("DYNA"))->Items().Count(), 1);
+    window->CloseChild();
+    EXPECT_FALSE(side.FindBar(QStringLiteral("DYNA")));
+}
+
+TEST_F(Analyzer, TheSplitterSharesTheWidthAndTheTreeKeepsIts)
+{
+    const int tree = window->TV->width();
+    window->resize(900, 500);
+    EXPECT_EQ(window->TV->width(), tree);
+    EXPECT_EQ(window->txtSQL->width() + window->picSplit->width() + tree, 900);
+    const int left = window->picSplit->x();
+    QTest::mousePress(window->picSplit, Qt::LeftButton, {}, QPoint(2, 50));
+    QTest::mouseMove(window->picSplit, QPoint(-98, 50));
+    QTest::mouseRelease(window->picSplit, Qt::LeftButton, {}, QPoint(2, 50));
+    EXPECT_LT(window->picSplit->x(), left);
+    EXPECT_EQ(window->txtSQL->width(), window->picSplit->x());
+    EXPECT_GT(window->TV->width(), tree);
+}
+
+TEST_F(Analyzer, FindGoesFromHitToHit)
+{
+    window->SetText(QStringLiteral("one two one"));
+    FindAnswers answers({Find(QStringLiteral("one")), FindNext});
+    window->mnuFind();
+    EXPECT_EQ(answers.shown, 3); // asked, first hit, second hit: cancelled
+    EXPECT_EQ(window->txtSQL->SelStart(), 8);
+    EXPECT_EQ(window->txtSQL->SelLength(), 3);
+    EXPECT_TRUE(answers.replacing.front());
+    EXPECT_TRUE(dialogs.Boxes.isEmpty());
+}
+
+TEST_F(Analyzer, FindStartsWithTheSelection)
+{
+    window->SetText(QStringLiteral("one two one"));
+    window->txtSQL->SetSelStart(4);
+    window->txtSQL->SetSelLength(3);
+    FindAnswers answers({});
+    window->mnuReplace();
+    EXPECT_EQ(answers.criteria, QStringList{QStringLiteral("two")});
+    EXPECT_EQ(window->Text(), QStringLiteral("one two one"));
+}
+
+TEST_F(Analyzer, FindSaysWhenThereIsNothing)
+{
+    window->SetText(QStringLiteral("one two"));
+    window->txtSQL->SetSelStart(2);
+    FindAnswers answers({Find(QStringLiteral("zebra"))});
+    window->mnuFind();
+    EXPECT_EQ(dialogs.LastText(), QStringLiteral("No match has been found."));
+    EXPECT_EQ(dialogs.LastTitle(), QStringLiteral("Find"));
+    EXPECT_EQ(dialogs.Boxes.last().Icon, int(mbInformation));
+    EXPECT_EQ(window->txtSQL->SelStart(), 2);
+}
+
+TEST_F(Analyzer, ReplaceAndReplaceAll)
+{
+    const auto replace = [](bool all) {
+        return [all](frmFind &find) {
+            find.cmbCri->setEditText(QStringLiteral("a"));
+            find.cmbReplace->setEditText(QStringLiteral("xy"));
+            (all ? find.cmdReplaceAll : find.cmdReplace)->click();
+        };
+    };
+    {
+        window->SetText(QStringLiteral("a b a"));
+        FindAnswers answers({Find(QStringLiteral("a")), replace(false)});
+        window->mnuFind();
+        EXPECT_EQ(window->Text(), QStringLiteral("xy b a"));
+    }
+    {
+        window->SetText(QStringLiteral("select a, a, a"));
+        window->txtSQL->SetSelStart(9);
+        FindAnswers answers({replace(true)});
+        window->mnuFind();
+        EXPECT_EQ(answers.shown, 1);
+        EXPECT_TRUE(window->Text().startsWith(QStringLiteral("select xy, xy")));
+        EXPECT_EQ(Colours().substr(0, 6), "111111");
+    }
+}
+
+TEST_F(Analyzer, TheTreeIsSearchedWhenItHadTheFocus)
+{
+    window->TV->setFocus();
+    window->TV->SetSelectedItem(window->TV->Nodes().Item(1));
+    {
+        FindAnswers answers({Find(QStringLiteral("NAME"))});
+        window->mnuFind();
+        EXPECT_EQ(answers.shown, 2);
+        EXPECT_EQ(window->TV->SelectedItem()->Key(), QStringLiteral("customers-name"));
+        EXPECT_FALSE(answers.replacing.front());
+    }
+    {
+        FindAnswers none({Find(QStringLiteral("zebra"))});
+        window->mnuFind();
+        EXPECT_EQ(dialogs.LastText(), QStringLiteral("No match has been found."));
+    }
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    window->txtSQL->setFocus(); // the editor takes over again
+    window->SetText(QStringLiteral("name"));
+    FindAnswers text({Find(QStringLiteral("name"))});
+    window->mnuFind();
+    EXPECT_EQ(window->txtSQL->SelText(), QStringLiteral("name"));
+}
