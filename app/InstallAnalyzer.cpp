@@ -1,17 +1,14 @@
 #include "app/InstallAnalyzer.h"
+
+#include "analyzer/frmSQL.h"
 #include "app/AnalyzerFactory.h"
 #include "controls/FlexGrid.h"
 #include "data/Shell.h"
 #include "views/frmHirarchy.h"
-#if __has_include("analyzer/frmSQL.h")
-#include "analyzer/frmSQL.h"
-#define HAS_ANALYZER
-#endif
 
 void InstallAnalyzer()
 {
     AnalyzerFactory &factory = AnalyzerFactory::Current();
-#ifdef HAS_ANALYZER
     factory.Create = [](const QString &connectionName) -> ChildWindow * {
         auto *analyzer = new frmSQL;
         Shell::Current().AddChild(analyzer);
@@ -27,7 +24,6 @@ void InstallAnalyzer()
         if (auto *analyzer = qobject_cast<frmSQL *>(child))
             analyzer->SetText(text);
     };
-#endif
     factory.ResultRows = [](ChildWindow *child) -> qint64 {
         const auto *result = qobject_cast<frmHirarchy *>(child);
         return !result || result->IsRunning() || !result->mfg->DataSource() ? -1 : result->mfg->RecordCount();
