@@ -1,5 +1,4 @@
 #include "app/InstallAnalyzer.h"
-
 #include "analyzer/frmSQL.h"
 #include "app/AnalyzerFactory.h"
 #include "controls/FlexGrid.h"

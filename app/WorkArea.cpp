@@ -4,6 +4,8 @@
 #include <QMdiSubWindow>
 #include <cmath>
 
+static constexpr int s_step = 28; // a title bar's height: each title stays readable
+
 WorkArea::WorkArea(QWidget *parent) : QMdiArea(parent)
 {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -17,6 +19,22 @@ WorkArea::~WorkArea()
     disconnect(this, nullptr, this, nullptr); // the children that go now activate nobody
 }
 
+// Text above, rows below: a run leaves the focus with its Analyzer, and its rows are in sight all the same. Further
+// windows of a kind stand a title bar's height away from the one before.
+QRect WorkArea::FirstPlace(const QString &form, int same, const QSize &room)
+{
+    const QSize most = room.expandedTo(QSize(320, 240));
+    QRect place(QPoint(0, 0), QSize(most.width() * 3 / 4, most.height() * 3 / 4));
+    if (form == QLatin1String("frmSQL"))
+        place = QRect(0, 0, most.width(), most.height() * 11 / 20);
+    else if (form == QLatin1String("frmHirarchy") || form == QLatin1String("frmGrid"))
+        place = QRect(0, most.height() * 11 / 20, most.width(), most.height() - most.height() * 11 / 20);
+    const int away = s_step * (same % 6);
+    place.setLeft(place.left() + away);
+    place.moveTop(qMin(place.top() + away, qMax(0, most.height() - place.height())));
+    return place;
+}
+
 void WorkArea::AddChild(ChildWindow *child)
 {
     if (!child || qobject_cast<QMdiSubWindow *>(child->parentWidget()))
@@ -28,11 +46,10 @@ void WorkArea::AddChild(ChildWindow *child)
     addSubWindow(window);
     m_children.removeAll(QPointer<ChildWindow>()); // those that have gone
     m_children.append(child);
-    const QSize room = viewport()->size();
-    window->resize(QSize(room.width() * 3 / 4, room.height() * 3 / 4)
-                       .expandedTo(child->sizeHint())
-                       .expandedTo(QSize(640, 420))
-                       .boundedTo(room.expandedTo(QSize(320, 240))));
+    int same = 0;
+    for (const ChildWindow *other : Children())
+        same += other != child && other->FormName() == child->FormName();
+    window->setGeometry(FirstPlace(child->FormName(), same, maximumViewportSize()));
 }
 
 QList<ChildWindow *> WorkArea::Children() const
@@ -108,7 +125,6 @@ QList<QMdiSubWindow *> WorkArea::Arrangeable(bool minimised, QMdiArea::WindowOrd
 
 void WorkArea::Cascade()
 {
-    constexpr int step = 28; // a title bar's height: each title stays readable
     const QSize room = maximumViewportSize();
     const QSize size(qMax(320, room.width() * 2 / 3), qMax(240, room.height() * 2 / 3));
     QPoint at(0, 0);
@@ -117,7 +133,7 @@ void WorkArea::Cascade()
         if (at.x() + size.width() > room.width() || at.y() + size.height() > room.height())
             at = QPoint(0, 0);
         window->setGeometry(QRect(at, size));
-        at += QPoint(step, step);
+        at += QPoint(s_step, s_step);
     }
 }
 

@@ -24,6 +24,8 @@ public:
     void ActivateChild(ChildWindow *child);
     bool CloseAll(); // each child's own Unload runs; false when one stayed open
 
+    // Where a new child of that form stands, in a room of that size (pixels), beside so many of its own kind.
+    static QRect FirstPlace(const QString &form, int same, const QSize &room);
     void Cascade();
     void TileHorizontally(); // one above the other
     void TileVertically();   // side by side

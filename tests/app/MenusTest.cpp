@@ -312,6 +312,23 @@ TEST_F(MenusTest, TilingStacksAndSetsSideBySide)
     EXPECT_EQ(corners.size(), 3);
 }
 
+TEST_F(MenusTest, NewChildrenStandWithinTheWorkAreaAndRowsBesideTheText)
+{
+    const QRect room(QPoint(0, 0), Window->Area->maximumViewportSize());
+    const QWidget *text = Child(QStringLiteral("frmSQL"))->parentWidget();
+    const QWidget *rows = Child(QStringLiteral("frmHirarchy"))->parentWidget();
+    EXPECT_TRUE(room.contains(text->geometry()));
+    EXPECT_TRUE(room.contains(rows->geometry()));
+    EXPECT_FALSE(text->geometry().intersects(rows->geometry()));
+    for (int i = 0; i < 8; ++i)
+        for (const char *form : {"frmSQL", "frmHirarchy", "frmTree"}) {
+            EXPECT_TRUE(room.contains(Child(QString::fromLatin1(form))->parentWidget()->geometry())) << form << i;
+            EXPECT_NE(WorkArea::FirstPlace(QString::fromLatin1(form), 0, room.size()),
+                      WorkArea::FirstPlace(QString::fromLatin1(form), 1, room.size()));
+        }
+    EXPECT_GE(WorkArea::FirstPlace(QStringLiteral("frmSQL"), 5, QSize(0, 0)).width(), 100);
+}
+
 TEST_F(MenusTest, IconsAreArrangedAlongTheBottom)
 {
     QWidget *frame = Child(QStringLiteral("frmGrid"))->parentWidget();

@@ -1,4 +1,5 @@
 // The tables that menus, bars and toolbars are built from, walked both ways.
+#include "analyzer/frmSQL.h"
 #include "app/Commands.h"
 #include "app/MenuTable.h"
 #include "app/SideBarTable.h"
@@ -7,10 +8,6 @@
 #include <QSet>
 #include <QStringList>
 #include <gtest/gtest.h>
-#if __has_include("analyzer/frmSQL.h")
-#include "analyzer/frmSQL.h"
-#define HAS_ANALYZER
-#endif
 
 namespace {
 
@@ -26,16 +23,11 @@ QStringList Captions(const char *parent)
 // Does the Analyzer act on this button or menu item today?
 bool Leads(const char *key)
 {
-#ifndef HAS_ANALYZER
-    return true;
-#else
     const QString name = QString::fromLatin1(key);
     return frmSQL::KnowsButton(name) &&
            !frmSQL::ButtonsOfLater().contains(name.startsWith(QLatin1String("SQL")) ? name.mid(3) : name);
-#endif
 }
 
-#ifdef HAS_ANALYZER
 TEST(ToolbarTable, AButtonIsOnExactlyWhenTheAnalyzerActsOnIt)
 {
     for (const ButtonRow &row : SQLToolbar()) {
@@ -46,8 +38,6 @@ TEST(ToolbarTable, AButtonIsOnExactlyWhenTheAnalyzerActsOnIt)
     for (const DropDownRow &row : DropDowns())
         EXPECT_EQ(row.Later, !Leads(row.Key)) << row.Key;
 }
-
-#endif
 
 TEST(MenuTable, EveryRowLeadsSomewhere)
 {
