@@ -92,6 +92,8 @@ bool frmSQL::KeyDown(QObject *watched, QKeyEvent *event)
     }
     if (FunctionOf(event->key()) && IsPlain(event))
         return true; // they act when they are let go; F10 must not open the menu bar
+    if (watched == txtSQL && event->key() == Qt::Key_F1 && IsPlain(event))
+        return true; // the quick list's, when it is let go; further up it would open the manual
     if (watched == txtSQL)
         return EditorKeyDown(event);
     if (watched == lvQuickList)
