@@ -104,7 +104,8 @@ private:
     void FillTree();
     void FillQuickList();
     void LayOut();
-    void PickNode(Node *node);
+    void TakeNode(Node *node); // into the text, and into the history
+    void PickNode(Node *node); // into the history
     void TreeSearch();
 
     bool Ready(const QString &sql); // asks before a run that alters

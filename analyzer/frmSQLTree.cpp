@@ -32,14 +32,21 @@ void frmSQL::BuildTree()
     TV = new TreeView(this);
     TV->setObjectName(QStringLiteral("TV"));
     TV->AddSchemaImages();
-    // A node stands for a name in the text: a field as it is, an object so that a statement can use it.
-    connect(TV, &TreeView::NodeDblClick, this, [this](Node *node) {
-        if (!node || node->Key().isEmpty() || node->Depth() == 0)
-            return;
-        PickNode(node);
-        const QString name = node->Depth() == 1 ? QuoteName(node->Text()) : node->Text();
-        InsertString(u' ' + name + u' ');
-    });
+    TV->setDragDropMode(QAbstractItemView::DragOnly);
+    connect(TV, &TreeView::NodeDblClick, this, &frmSQL::TakeNode);
+    // A drop has moved the caret to its place.
+    connect(txtSQL, &RichTextBox::nodeDropped, this,
+            [this](const QByteArray &key) { TakeNode(TV->Nodes().Find(QString::fromUtf8(key))); });
+}
+
+// A node stands for a name in the text: a field as it is, an object so that a statement can use it.
+void frmSQL::TakeNode(Node *node)
+{
+    if (!node || node->Key().isEmpty() || node->Depth() == 0)
+        return;
+    PickNode(node);
+    const QString name = node->Depth() == 1 ? QuoteName(node->Text()) : node->Text();
+    InsertString(u' ' + name + u' ');
 }
 
 // All four roots and what stands below them. Loading lets events through.

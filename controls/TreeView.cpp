@@ -296,6 +296,9 @@ QMimeData *TreeView::mimeData(const QList<QTreeWidgetItem *> &items) const
         texts << item->text(0);
     auto *const data = new QMimeData;
     data->setText(texts.join(QStringLiteral("\r\n")));
+    // The editor takes a node by its key, which says what the name stands for.
+    if (const Node *node = items.isEmpty() ? nullptr : Node::From(items.front()))
+        data->setData(QStringLiteral("application/x-brindlewick-node"), node->Key().toUtf8());
     return data;
 }
 

@@ -5,9 +5,12 @@
 #include "data/frmFind.h"
 #include <QApplication>
 #include <QComboBox>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTimer>
 #include <functional>
+#include <memory>
 
 namespace {
 
@@ -166,6 +169,25 @@ TEST_F(Analyzer, ADoubleClickPutsTheNameIntoTheTextAndIntoTheHistory)
     const QString before = window->Text();
     emit tree->NodeDblClick(tree->Nodes().Item(QStringLiteral("Tables"))); // a root is no name
     EXPECT_EQ(window->Text(), before);
+}
+
+TEST_F(Analyzer, ANodeCanBeDraggedIntoTheText)
+{
+    window->SetText(QStringLiteral("select\r\nfrom"));
+    TreeView *tree = window->TV;
+    tree->SetSelectedItem(tree->Nodes().Item(QStringLiteral("orders")));
+    const std::unique_ptr<QMimeData> data(tree->model()->mimeData({tree->currentIndex()}));
+    window->txtSQL->SetSelStart(12);
+    const QPoint end = window->txtSQL->cursorRect().center();
+    window->txtSQL->SetSelStart(0);
+    QDragEnterEvent enter(end, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window->txtSQL->viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(end, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window->txtSQL->viewport(), &drop);
+    EXPECT_EQ(window->Text(), QStringLiteral("select\r\nfrom orders "));
+    EXPECT_EQ(side.FindBar(QStringLiteral("DYNA"))->Items().Count(), 1);
+    EXPECT_TRUE(tree->Nodes().Find(QStringLiteral("orders"))); // the tree keeps it
 }
 
 TEST_F(Analyzer, TheHistoryBarLivesWhileTheWindowIsActive)
