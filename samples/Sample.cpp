@@ -76,7 +76,11 @@ class Database
 public:
     explicit Database(const std::string &path)
     {
-        Check(sqlite3_open(path.c_str(), &m_handle));
+        if (sqlite3_open(path.c_str(), &m_handle) != SQLITE_OK) {
+            const std::string words = sqlite3_errmsg(m_handle);
+            sqlite3_close(m_handle); // there is one after a failure, too
+            throw words;
+        }
         Run("PRAGMA page_size=4096; PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; BEGIN;");
     }
     ~Database() { sqlite3_close(m_handle); }
