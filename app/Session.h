@@ -7,6 +7,9 @@
 
 class mdiMother;
 
+// Ends the program with status 0 once the main window has been painted for the first time: what the start costs.
+void EndAtFirstPaint(mdiMother &window);
+
 // Begins as soon as the event loop runs. The program ends with status 0, or with 1 and a line on the error output that
 // says which step failed.
 void PlaySession(mdiMother &window, const QString &picture);

@@ -28,11 +28,14 @@ int main(int argc, char **argv)
     const QStringList arguments = app.arguments().mid(1);
     StartUp start(window, ComposeCommandLine(arguments), [&instance] { return instance.Take(); });
     start.Show = [&window] { window.ShowAsStored(); };
+    const QString session = qEnvironmentVariable("BRINDLEWICK_SESSION");
+    if (session == QLatin1String("first-paint"))
+        EndAtFirstPaint(window);
     if (!start.Run())
         return 0;
     if (window.HasEnded())
         return 0; // closed while a file of the command line was being opened
-    if (const QString picture = qEnvironmentVariable("BRINDLEWICK_SESSION"); !picture.isEmpty())
-        PlaySession(window, picture);
+    if (!session.isEmpty() && session != QLatin1String("first-paint"))
+        PlaySession(window, session);
     return app.exec();
 }

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QTimer>
@@ -28,7 +29,6 @@ int main(int argc, char **argv)
     window.setCentralWidget(area);
     window.menuBar()->addMenu("File")->addAction("Exit");
     area->addSubWindow(new QPlainTextEdit)->show();
-    window.resize(1024, 768);
-    window.show();
+    window.showMaximized(); // as the first start of ours
     return QApplication::exec();
 }
