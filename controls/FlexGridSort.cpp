@@ -159,13 +159,11 @@ void AutoSize(FlexGrid *grid)
     constexpr qsizetype measured = 20000; // characters; past that a column is wider than any screen
     const QFontMetrics metrics(grid->font());
     for (int c = 0; c < grid->Cols(); ++c) {
-        QString longest;
-        for (qint64 r = 0; r < sampleRows && r < grid->Rows() - 1; ++r) {
-            const QString text = grid->TextMatrix(r, c);
-            if (text.size() > longest.size())
-                longest = text;
-        }
-        const int pixels = metrics.horizontalAdvance(longest.left(measured) + QLatin1Char(' '));
-        grid->SetColWidth(c, ToTwips(pixels) + 60);
+        // By what it takes on the screen, not by its count of characters: scripts differ in how wide they are.
+        int longest = metrics.horizontalAdvance(QLatin1Char(' '));
+        for (qint64 r = 0; r < sampleRows && r < grid->Rows() - 1; ++r)
+            longest =
+                qMax(longest, metrics.horizontalAdvance(grid->TextMatrix(r, c).left(measured) + QLatin1Char(' ')));
+        grid->SetColWidth(c, ToTwips(longest) + 60);
     }
 }

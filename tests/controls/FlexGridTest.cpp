@@ -315,6 +315,17 @@ TEST(FlexGridSort, SeveralColumnsFromTheLeft)
     EXPECT_EQ(Column(grid, 2).join(u','), QStringLiteral("9,1,2"));
 }
 
+TEST(FlexGridAutoSize, TheLongestIsTheWidestOnTheScreen)
+{
+    FlexGrid grid;
+    grid.SetCols(2);
+    grid.SetRows(4);
+    grid.SetTextMatrix(1, 1, QStringLiteral("iiiiiiiiii"));
+    grid.SetTextMatrix(2, 1, QStringLiteral("WWWWWWWW"));
+    AutoSize(&grid);
+    EXPECT_EQ(grid.ColWidth(1), ToTwips(QFontMetrics(grid.font()).horizontalAdvance(QStringLiteral("WWWWWWWW "))) + 60);
+}
+
 TEST(FlexGridAutoSize, TakesTheLongestOfFiftyOneRowsButNeverTheLast)
 {
     FlexGrid grid;
