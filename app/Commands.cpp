@@ -28,6 +28,7 @@ constexpr Named<MainOperation> s_main[] = {
     {"mnuExit", &mdiMother::mnuExit},
     {"mnuAboutUS", &mdiMother::mnuAboutUS},
     {"mnuShowHelp", &mdiMother::mnuShowHelp},
+    {"mnuFileAssociation", &mdiMother::mnuFileAssociation},
     {"mnuTileHorizantally", &mdiMother::mnuTileHorizantally},
     {"mnuTileVertically", &mdiMother::mnuTileVertically},
     {"mnuCascade", &mdiMother::mnuCascade},

@@ -146,7 +146,7 @@ static constexpr MenuRow s_rows[] = {
     {"", "mnuHelp", "Help", MenuRoute::Group, "", "", "", "", false},
     {"mnuHelp", "mnuAboutUS", "About Us", MenuRoute::Main, "mnuAboutUS", "", "", "", false},
     {"mnuHelp", "mnuShowHelp", "Contents", MenuRoute::Main, "mnuShowHelp", "", "F1", "", false},
-    {"mnuHelp", "mnuFileAssociation", "File Association ", MenuRoute::Later, "", "", "", "", false},
+    {"mnuHelp", "mnuFileAssociation", "File Association ", MenuRoute::Main, "mnuFileAssociation", "", "", "", false},
     {"popup", "mnuStats", "HirachyMenu", MenuRoute::Group, "", "", "", "", false},
     {"mnuStats", "mnuMax", "Find Max", MenuRoute::Child, "mnuMax_Click", "", "", "", false},
     {"mnuStats", "mnuMin", "Find Min", MenuRoute::Child, "mnuMin_Click", "", "", "", false},

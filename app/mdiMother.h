@@ -77,6 +77,7 @@ public:
     void mnuExit();
     void mnuAboutUS();
     void mnuShowHelp();
+    void mnuFileAssociation(); // asks, then tells the desktop that *.sql files are the program's
     void mnuTileHorizantally();
     void mnuTileVertically();
     void mnuCascade();
