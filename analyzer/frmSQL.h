@@ -38,6 +38,7 @@ public:
     QString Text() const;
     void SetText(const QString &text); // and colours it
     QString FileName() const { return m_FileName; }
+    QString FileFilter; // of the save dialog; the one for query files when empty
 
     QString FormName() const override { return QStringLiteral("frmSQL"); }
     clsMenuSettings MenuSettings() const override;

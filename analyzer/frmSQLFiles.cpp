@@ -24,7 +24,8 @@ void frmSQL::mnuSave()
     const QPointer<frmSQL> self(this);
     QString path = m_FileName;
     if (path.isEmpty())
-        path = AskSavePath(this, QStringLiteral("Save Query File"), filter, extension);
+        path =
+            AskSavePath(this, QStringLiteral("Save Query File"), FileFilter.isEmpty() ? filter : FileFilter, extension);
     if (path.isEmpty() || !self)
         return;
     if (WriteTextFile(this, path, txtSQL->Text()) && self)

@@ -15,6 +15,8 @@ struct AnalyzerFactory
     // Its text, and the text set and coloured.
     std::function<QString(ChildWindow *)> Text;
     std::function<void(ChildWindow *, const QString &)> SetText;
+    // What its save dialog offers.
+    std::function<void(ChildWindow *, const QString &filter)> SetFileFilter;
     // The rows that a result window shows; -1 while it waits, and for any other kind of window.
     std::function<qint64(ChildWindow *)> ResultRows;
 

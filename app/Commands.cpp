@@ -2,6 +2,7 @@
 #include "app/AnalyzerFactory.h"
 #include "app/MenuTable.h"
 #include "app/Menus.h"
+#include "app/SchemaCommands.h"
 #include "app/WorkArea.h"
 #include "app/frmAbout.h"
 #include "app/mdiMother.h"
@@ -74,6 +75,10 @@ void mdiMother::Run(const MenuRow &row)
         }
         if (*row.Status)
             ::SetStatus(QString::fromLatin1(row.Status));
+        if (row.Route == MenuRoute::Schema) {
+            schema->Run(row.Operation);
+            return;
+        }
         const QPointer<ChildWindow> child = ActiveChild();
         if (!child)
             return;

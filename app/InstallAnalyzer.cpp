@@ -23,6 +23,10 @@ void InstallAnalyzer()
         if (auto *analyzer = qobject_cast<frmSQL *>(child))
             analyzer->SetText(text);
     };
+    factory.SetFileFilter = [](ChildWindow *child, const QString &filter) {
+        if (auto *analyzer = qobject_cast<frmSQL *>(child))
+            analyzer->FileFilter = filter;
+    };
     factory.ResultRows = [](ChildWindow *child) -> qint64 {
         const auto *result = qobject_cast<frmHirarchy *>(child);
         return !result || result->IsRunning() || !result->mfg->DataSource() ? -1 : result->mfg->RecordCount();

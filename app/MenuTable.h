@@ -8,11 +8,12 @@ enum class MenuRoute
 {
     Group, // opens the rows that name it as their parent
     Separator,
-    Main,  // the main window's own operation of that name
-    Child, // that operation of the child protocol, on the active child
-    Parse, // Parse(kind) on the active child: the operation is the kind
-    Tool,  // ToolBar(operation) on the active child: the key of a toolbar button
-    Later, // its window does not exist yet: shown, and disabled
+    Main,   // the main window's own operation of that name
+    Child,  // that operation of the child protocol, on the active child
+    Parse,  // Parse(kind) on the active child: the operation is the kind
+    Schema, // the command of that name on the database's schema
+    Tool,   // ToolBar(operation) on the active child: the key of a toolbar button
+    Later,  // its window does not exist yet: shown, and disabled
 };
 
 struct MenuRow

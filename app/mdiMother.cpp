@@ -1,5 +1,6 @@
 #include "app/mdiMother.h"
 #include "app/Menus.h"
+#include "app/SchemaCommands.h"
 #include "app/SideBarTable.h"
 #include "app/StatusPanels.h"
 #include "app/Toolbars.h"
@@ -51,6 +52,10 @@ mdiMother::mdiMother(QWidget *parent) : QMainWindow(parent)
     setAcceptDrops(true);
     BuildFrame();
     menus = new Menus(*this);
+    schema = std::make_unique<SchemaCommands>();
+    schema->LastTable = [this] { return menus->Tag(QStringLiteral("mnuDBTables")); };
+    schema->SetLastTable = [this](const QString &table) { menus->SetTag(QStringLiteral("mnuDBTables"), table); };
+    schema->ConnectionName = [this] { return menus->Tag(QStringLiteral("mnuViewCS")); };
     Shell::Install(this);
 }
 

@@ -9,11 +9,13 @@
 #include "data/Shell.h"
 #include <QMainWindow>
 #include <QPointer>
+#include <memory>
 
 class CommandBar;
 class ExplorerBarItem;
 class Menus;
 class QPushButton;
+class SchemaCommands;
 class Splitter;
 class StatusBar;
 class WorkArea;
@@ -33,6 +35,7 @@ public:
     WorkArea *Area = nullptr;
     Menus *menus = nullptr;
     QPushButton *cmdStop = nullptr;
+    std::unique_ptr<SchemaCommands> schema;
 
     // What the lower rooms ask for.
     void SetStatus(const QString &text) override;

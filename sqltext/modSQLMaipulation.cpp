@@ -95,20 +95,24 @@ QString FormatStatement(const QString &sql)
     return out;
 }
 
+QString FieldDefinition(const FieldShape &field)
+{
+    const bool quoted = InStr(field.name, QStringLiteral(" ")) > 0;
+    QString s = u'\t' + (quoted ? u'[' + field.name + u']' : field.name) + u' ' + GetTypeName(field.type, false);
+    if (IsSizedType(field.type)) {
+        if (HasPrecisionType(field.type))
+            s += u'(' + lang::CStr(qint64(field.precision)) + u',' + lang::CStr(qint64(field.numericScale)) + u')';
+        else
+            s += u'(' + lang::CStr(field.definedSize) + u')';
+    }
+    return s;
+}
+
 QString CreateTableStatement(const QString &table, const std::vector<FieldShape> &fields)
 {
     QString s = QStringLiteral("CREATE TABLE ") + table + QStringLiteral(" (") + CrLf;
-    for (const FieldShape &field : fields) {
-        const bool quoted = InStr(field.name, QStringLiteral(" ")) > 0;
-        s += u'\t' + (quoted ? u'[' + field.name + u']' : field.name) + u' ' + GetTypeName(field.type, false);
-        if (IsSizedType(field.type)) {
-            if (HasPrecisionType(field.type))
-                s += u'(' + lang::CStr(qint64(field.precision)) + u',' + lang::CStr(qint64(field.numericScale)) + u')';
-            else
-                s += u'(' + lang::CStr(field.definedSize) + u')';
-        }
-        s += u',' + CrLf;
-    }
+    for (const FieldShape &field : fields)
+        s += FieldDefinition(field) + u',' + CrLf;
     s.chop(3); // the last comma and line end; without fields the bracket goes with the line end
     return s + u')';
 }

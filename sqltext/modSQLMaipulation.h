@@ -46,4 +46,6 @@ struct FieldShape
     int precision = 0;
     int numericScale = 0;
 };
+// "\tname type(size)" or "(precision,scale)", as it stands in the statement; a name with a blank gets square brackets.
+QString FieldDefinition(const FieldShape &field);
 QString CreateTableStatement(const QString &table, const std::vector<FieldShape> &fields);

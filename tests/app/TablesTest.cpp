@@ -2,6 +2,8 @@
 #include "analyzer/frmSQL.h"
 #include "app/Commands.h"
 #include "app/MenuTable.h"
+#include "app/SchemaCommands.h"
+#include "app/SchemaTable.h"
 #include "app/SideBarTable.h"
 #include "app/ToolbarTable.h"
 #include "controls/Icons.h"
@@ -66,12 +68,31 @@ TEST(MenuTable, EveryRowLeadsSomewhere)
             EXPECT_GE(std::atoi(row.Operation), 0);
             EXPECT_LE(std::atoi(row.Operation), 4);
             break;
+        case MenuRoute::Schema:
+            EXPECT_STREQ(row.Operation, row.Name);
+            EXPECT_TRUE(SchemaCommands::Knows(row.Operation));
+            break;
         case MenuRoute::Tool:
             EXPECT_TRUE(Leads(row.Operation));
             break;
         default:
             EXPECT_FALSE(*row.Operation);
         }
+    }
+}
+
+TEST(MenuTable, EverySchemaCommandHasARow)
+{
+    for (const SchemaRow &row : SchemaTable()) {
+        const MenuRow *item = FindMenuRow(row.Menu);
+        ASSERT_TRUE(item) << row.Menu;
+        EXPECT_EQ(item->Route, MenuRoute::Schema);
+    }
+    for (const char *name :
+         {"mnuTableList", "mnuViews", "mnuTableIndex", "mnuViewBrowesData", "mnuClearTable", "mnuDropTable",
+          "mnuDropView", "mnuAddTable", "mnuAddView", "mnuEditTable", "mnuDDL", "mnuStructureTree"}) {
+        ASSERT_TRUE(FindMenuRow(name)) << name;
+        EXPECT_EQ(FindMenuRow(name)->Route, MenuRoute::Schema) << name;
     }
 }
 

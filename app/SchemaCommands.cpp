@@ -1,0 +1,229 @@
+#include "app/SchemaCommands.h"
+#include "app/SchemaTable.h"
+#include "controls/Attempt.h"
+#include "data/ChildWindow.h"
+#include "data/Pump.h"
+#include "data/Shell.h"
+#include "data/frmGrid.h"
+#include "data/frmTree.h"
+#include "data/modListView.h"
+#include "data/modMain.h"
+#include "lang/Text.h"
+#include "sqltext/modSQLMaipulation.h"
+#include "sqltext/modTemplates.h"
+#include "views/frmHirarchy.h"
+#include <QPointer>
+#include <cstring>
+
+namespace {
+
+constexpr char s_all[] = "< All Tables >";
+
+struct Named
+{
+    const char *Name;
+    void (SchemaCommands::*Run)();
+};
+constexpr Named s_commands[] = {
+    {"mnuTableList", &SchemaCommands::mnuTableList},
+    {"mnuViews", &SchemaCommands::mnuViews},
+    {"mnuTableIndex", &SchemaCommands::mnuTableIndex},
+    {"mnuViewBrowesData", &SchemaCommands::mnuViewBrowesData},
+    {"mnuClearTable", &SchemaCommands::mnuClearTable},
+    {"mnuDropTable", &SchemaCommands::mnuDropTable},
+    {"mnuDropView", &SchemaCommands::mnuDropView},
+    {"mnuAddTable", &SchemaCommands::mnuAddTable},
+    {"mnuAddView", &SchemaCommands::mnuAddView},
+    {"mnuEditTable", &SchemaCommands::mnuEditTable},
+    {"mnuDDL", &SchemaCommands::mnuDDL},
+    {"mnuStructureTree", &SchemaCommands::mnuStructureTree},
+};
+
+const Named *FindCommand(const char *menu)
+{
+    for (const Named &command : s_commands)
+        if (!std::strcmp(command.Name, menu))
+            return &command;
+    return nullptr;
+}
+
+// Runs one command's work; what it raises goes to the status bar.
+bool Told(const std::function<void()> &work)
+{
+    QString why;
+    if (Attempt(work, &why))
+        return true;
+    SetStatus(QStringLiteral("Error: ") + why);
+    return false;
+}
+
+} // namespace
+
+ADODB::RecordsetPtr OpenSchemaPumped(int schema)
+{
+    const ADODB::ConnectionPtr connection = gConn;
+    ADODB::RecordsetPtr rowset;
+    RunPumped(
+        QObject::tr("Reading the schema ... (Esc cancels)"), [&] { rowset = connection->OpenSchema(schema); },
+        [&] { connection->Cancel(); });
+    return rowset;
+}
+
+bool SchemaCommands::Knows(const char *menu)
+{
+    return FindCommand(menu) || FindSchemaRow(menu);
+}
+
+bool SchemaCommands::Run(const char *menu)
+{
+    if (const Named *command = FindCommand(menu)) {
+        (this->*command->Run)();
+        return true;
+    }
+    const SchemaRow *row = FindSchemaRow(menu);
+    if (!row)
+        return false;
+    if (*row->FilterField)
+        ShowSchema(*row);
+    else
+        ShowSchemaRowset(row->Schema, QString::fromLatin1(row->Title), QString());
+    return true;
+}
+
+void SchemaCommands::ShowSchemaRowset(int schema, const QString &title, const QString &filter)
+{
+    if (!IsConnected(true))
+        return;
+    SetStatus(QStringLiteral("Loading ") + title);
+    Told([&] {
+        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(schema);
+        if (!filter.isEmpty())
+            rowset->SetFilter(filter);
+        ShowRecordsetTree(rowset, title);
+    });
+}
+
+frmHirarchy *SchemaCommands::ShowRecordsetTree(const ADODB::RecordsetPtr &recordset, const QString &title)
+{
+    if (!IsConnected(true))
+        return nullptr;
+    const QPointer<frmHirarchy> window = new frmHirarchy;
+    Shell::Current().AddChild(window);
+    SetStatus(QStringLiteral("Loading ") + title);
+    window->SetDataSourceRec(recordset);
+    if (window)
+        window->SetCaption(title);
+    if (window)
+        window->ShowChild();
+    SetStatus(QString());
+    return window;
+}
+
+QString SchemaCommands::PickTable(bool views, const QString &first)
+{
+    const QString last = LastTable ? LastTable() : QString();
+    const QString table =
+        GetTable(views, !views, first, QStringLiteral("&OK"), QStringLiteral("&Cancel"), {}, {}, last);
+    if (!table.isEmpty() && SetLastTable)
+        SetLastTable(table);
+    return table;
+}
+
+bool SchemaCommands::ShowSchema(const SchemaRow &row)
+{
+    SetStatus(QStringLiteral("Show Specific Schema"));
+    if (!IsConnected(true))
+        return false;
+    const QString table = PickTable(false, QString::fromLatin1(s_all));
+    return !table.isEmpty() && ShowSchemaOf(row, table);
+}
+
+// The filter's text is put together as it is: a table with a quote in its name fails here, and that is meant.
+bool SchemaCommands::ShowSchemaOf(const SchemaRow &row, const QString &table)
+{
+    return Told([&] {
+        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(row.Schema);
+        if (table != QLatin1String(s_all))
+            rowset->SetFilter(QLatin1String(row.FilterField) + QStringLiteral("='") + table + QLatin1Char('\''));
+        ShowRecordset(rowset, lang::Replace(QString::fromLatin1(row.Title), QStringLiteral("#TABLE#"), table));
+    });
+}
+
+void SchemaCommands::mnuTableList()
+{
+    if (IsConnected(true))
+        Told([&] {
+            const ADODB::RecordsetPtr rowset = OpenSchemaPumped(ADODB::adSchemaTables);
+            rowset->SetFilter(QStringLiteral("TABLE_TYPE = 'TABLE'"));
+            ShowRecordset(rowset, QStringLiteral("All Objects"));
+        });
+}
+
+void SchemaCommands::mnuViews()
+{
+    SetStatus(QStringLiteral("Loading View..."));
+    if (!IsConnected(true))
+        return;
+    ADODB::RecordsetPtr rowset;
+    if (!Attempt([&] { rowset = OpenSchemaPumped(ADODB::adSchemaViews); }))
+        if (!Told([&] {
+                rowset = OpenSchemaPumped(ADODB::adSchemaTables);
+                rowset->SetFilter(QStringLiteral("Table_Type='VIEW'"));
+            }))
+            return;
+    ShowRecordsetTree(rowset, QStringLiteral("Views"));
+    SetStatus(QString());
+}
+
+void SchemaCommands::mnuStructureTree()
+{
+    if (!IsConnected(true))
+        return;
+    const QPointer<frmTree> window = new frmTree;
+    Shell::Current().AddChild(window);
+    window->ShowChild();
+}
+
+void SchemaCommands::mnuViewBrowesData()
+{
+    if (!IsConnected(true))
+        return;
+    const QString view = PickTable(true);
+    if (view.isEmpty())
+        return;
+    const QPointer<frmGrid> window = new frmGrid;
+    Shell::Current().AddChild(window);
+    window->ShowChild();
+    if (window)
+        window->ShowRec(QStringLiteral("SELECT * FROM ") + QuoteName(view), gConn,
+                        QStringLiteral("Browes View ") + view + QStringLiteral(" Data "));
+}
+
+// Templates go into the active Analyzer; without one nothing happens.
+void SchemaCommands::Insert(const QString &text)
+{
+    if (ChildWindow *child = Shell::Current().ActiveChild())
+        Attempt([&] { child->InsertString(text); });
+}
+
+void SchemaCommands::mnuAddTable()
+{
+    if (IsConnected(true))
+        Insert(NewTableTemplate(QStringLiteral("[table_name]")));
+}
+
+void SchemaCommands::mnuAddView()
+{
+    if (IsConnected(true))
+        Insert(NewViewTemplate(QStringLiteral("[view_name]")));
+}
+
+void SchemaCommands::mnuEditTable()
+{
+    if (!IsConnected(true))
+        return;
+    const QPointer<ChildWindow> target = Shell::Current().ActiveChild(); // the picker may change what is active
+    const QString table = PickTable(false);
+    if (!table.isEmpty() && target)
+        Attempt([&] { target->InsertString(ModifyTableTemplate(QuoteName(table))); });
+}

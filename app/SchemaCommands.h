@@ -1,0 +1,61 @@
+#pragma once
+// The commands of the menus Tables, Views, Procedures and Database: schema rowsets on the screen, catalogue queries,
+// and the direct commands on tables and views. Owned by the main window. Interface thread; nothing here raises.
+//
+// Each command begins with IsConnected(True). What a command waits for runs beside the windows and can be stopped with
+// Escape. A rowset that the database does not offer is told in the status bar, in the driver's words.
+
+#include "ado/Recordset.h"
+#include <QString>
+#include <functional>
+
+class ChildWindow;
+class frmHirarchy;
+struct SchemaRow;
+
+class SchemaCommands
+{
+public:
+    // The last table picked, kept in the Tag of the Tables menu: read before and written after each picker.
+    std::function<QString()> LastTable;
+    std::function<void(const QString &)> SetLastTable;
+    std::function<QString()> ConnectionName; // for captions
+
+    // False when no command has this name.
+    bool Run(const char *menu);
+    static bool Knows(const char *menu);
+
+    void mnuTableList();
+    void mnuViews();
+    void mnuTableIndex();
+    void mnuViewBrowesData();
+    void mnuClearTable();
+    void mnuDropTable();
+    void mnuDropView();
+    void mnuAddTable();
+    void mnuAddView();
+    void mnuEditTable();
+    void mnuDDL();
+    void mnuStructureTree();
+
+    void ShowSchemaRowset(int schema, const QString &title, const QString &filter);
+    frmHirarchy *ShowRecordsetTree(const ADODB::RecordsetPtr &recordset, const QString &title);
+    // Asks for a table first. False when it was cancelled, refused or failed.
+    bool ShowSchema(const SchemaRow &row);
+
+private:
+    QString PickTable(bool views, const QString &first = {});
+    bool ShowSchemaOf(const SchemaRow &row, const QString &table);
+    bool ShowIndexQuery(const QString &table);
+    void Drop(const QString &kind, bool view);
+    void Insert(const QString &text);
+};
+
+// A CREATE TABLE statement of the current connection's table: names and types alone, without keys. What stands at an
+// error comes back.
+QString GenerateTableDDL(const QString &table);
+// Of every table, each followed by two line ends; stopped by Escape.
+QString GenerateAllDDL();
+
+// A schema rowset of the current connection, read beside the living windows. Raises ADODB::Error.
+ADODB::RecordsetPtr OpenSchemaPumped(int schema);
