@@ -80,6 +80,7 @@ public:
     void Indent(int shift); // 1: back out
     void FormatSQL();
     void BreakText();
+    void CheckSyntax(); // asks the server, and reports in a window of its own
     void ChangeCase(bool upper);
     void ShowQuickList();
 

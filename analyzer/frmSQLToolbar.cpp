@@ -39,7 +39,7 @@ const frmSQL::Action frmSQL::Actions[] = {
     {"CommOut", [](frmSQL &w) { w.RemoveComment(); }},
     {"Refresh", [](frmSQL &w) { w.RefreshForm(w.m_ConnName); }},
     {"Explain", nullptr},
-    {"Syntax", nullptr},
+    {"Syntax", [](frmSQL &w) { w.CheckSyntax(); }},
     {"LCase", [](frmSQL &w) { w.ChangeCase(false); }},
     {"UCase", [](frmSQL &w) { w.ChangeCase(true); }},
     {"Connected", nullptr},

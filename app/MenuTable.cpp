@@ -139,6 +139,7 @@ static constexpr MenuRow s_rows[] = {
     {"mnuQuery", "mnuCommitTrans", "Commit Transaction", MenuRoute::Tool, "CT", "", "", "", false},
     {"mnuQuery", "mnuRollbackTrans", "Rollback Transaction", MenuRoute::Tool, "RT", "", "", "", false},
     {"mnuQuery", "", "", MenuRoute::Separator, "", "", "", "", false},
+    {"mnuQuery", "mnuSyntax", "Check Syntax", MenuRoute::Tool, "SQLSyntax", "", "F7", "", false},
     {"mnuQuery", "mnuStruct", "Format SQL", MenuRoute::Tool, "Struct", "", "F2", "", false},
     {"mnuQuery", "mnuBrake", "Break Text", MenuRoute::Tool, "SQLBrake", "", "", "", false},
     {"mnuQuery", "mnuTabIn", "Block Indent", MenuRoute::Tool, "SQLTabIn", "", "", "", false},

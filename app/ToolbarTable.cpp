@@ -11,7 +11,7 @@ static constexpr ButtonRow s_sql[] = {
     {"SQLWiz", "Wizzard", Push, true},
     {"SQLExplain", "Show Execution Plan", Push, true},
     {"SQLS1", "", Separator, false},
-    {"SQLSyntax", "Check Syntax", Push, true},
+    {"SQLSyntax", "Check Syntax", Push, false},
     {"SQLParser", "Parser", Push, false},
     {"SQLBrake", "Break Text", Push, false},
     {"SQLVBS", "Text to Code", Push, true},

@@ -65,6 +65,8 @@ public:
     std::function<void(const QString &text, const QString &user, const QString &password)> OnConnect;
     std::function<ADODB::ExecuteResult(const QString &sql)> OnExecute;
     std::function<std::unique_ptr<ADODB::ResultSet>(ADODB::SchemaEnum schema)> OnCatalogue;
+    // "BEGIN", "COMMIT" or "ROLLBACK". Only where it is set do transactions stand in the log.
+    std::function<void(const QString &words)> OnTransaction;
     ADODB::DatabaseFamily FamilyIs = ADODB::DatabaseFamily::Other;
     std::atomic<int> Cancels = 0;
     std::atomic<bool> Cancelled = false; // set by Cancel, for statements that wait for it
@@ -114,9 +116,9 @@ private:
         {
             return 0;
         }
-        void Begin() override {}
-        void Commit() override {}
-        void Rollback() override {}
+        void Begin() override { Transact(QStringLiteral("BEGIN")); }
+        void Commit() override { Transact(QStringLiteral("COMMIT")); }
+        void Rollback() override { Transact(QStringLiteral("ROLLBACK")); }
         std::unique_ptr<ADODB::ResultSet> Catalogue(ADODB::SchemaEnum schema, const QStringList &) override
         {
             {
@@ -138,6 +140,16 @@ private:
         bool IsAlive() const override { return true; }
 
     private:
+        void Transact(const QString &words)
+        {
+            if (!m_owner.OnTransaction)
+                return;
+            {
+                const QMutexLocker held(&m_owner.m_lock);
+                m_owner.m_log << words;
+            }
+            m_owner.OnTransaction(words);
+        }
         ScriptedDriver &m_owner;
     };
 

@@ -1,0 +1,54 @@
+// The syntax check of the text that a run would take, and its report.
+#include "analyzer/frmSQL.h"
+
+#include "analyzer/SyntaxCheck.h"
+#include "controls/Attempt.h"
+#include "controls/Dialogs.h"
+#include "controls/RichTextBox.h"
+#include "data/Pump.h"
+#include "data/Shell.h"
+#include "data/frmTextOutput.h"
+#include "data/modMain.h"
+#include <QScopeGuard>
+
+// Input is held back meanwhile: what another window altered inside of the check's transaction would be rolled back.
+void frmSQL::CheckSyntax()
+{
+    if (m_running)
+        return;
+    const QPointer<frmSQL> self(this);
+    EndBracketShow();
+    if (!IsConnected(true) || !self)
+        return;
+    m_running = true;
+    const auto done = qScopeGuard([self] {
+        if (self)
+            self->m_running = false;
+    });
+    Shell::Current().SetHourglass(true);
+    const QString sql = GetSQLText(txtSQL->Text(), txtSQL->SelStart(), txtSQL->SelLength());
+    SyntaxCheck check(gConn);
+    QString report, why;
+    const bool ran = Attempt(
+        [&] {
+            RunPumped(
+                QStringLiteral("Checking the syntax ... (Esc cancels)"), [&] { report = check.Report(sql); },
+                [&] { check.Cancel(); }, PumpInput::EscapeOnly);
+        },
+        &why);
+    Shell::Current().SetHourglass(false);
+    if (!self)
+        return;
+    if (!ran) {
+        Shell::Current().SetStatus(QStringLiteral("Error: ") + why);
+    } else if (!report.isEmpty()) {
+        auto *output = new frmTextOutput;
+        Shell::Current().AddChild(output);
+        output->SetCaption(QStringLiteral("Error Log"));
+        output->SetText(report);
+        output->ShowChild();
+    } else if (!check.Cancelled()) {
+        MsgBox(QStringLiteral("Syntax check complate. No sytax errors found."), mbOKOnly,
+               QStringLiteral("Syntax Check"), this);
+    }
+}
