@@ -89,8 +89,17 @@ QString SyntaxCheck::Entry(const QString &words, const QString &statement) const
            statement + QStringLiteral("\\par \\par");
 }
 
+// PostgreSQL gives up a whole transaction at the first statement that fails, and each way begins with one that fails
+// there: what the user has done in a transaction of his own would be gone.
+bool SyntaxCheck::WouldLoseWork() const
+{
+    return m_connection && m_connection->Family() == ADODB::DatabaseFamily::PostgreSQL && m_connection->InTransaction();
+}
+
 QString SyntaxCheck::CheckOne(const QString &runText, const QString &statement)
 {
+    if (WouldLoseWork())
+        return Entry(cannotCheck, statement);
     const bool altering = IsAlteringSQL(statement);
     // The whole text, for each statement again: one that is wrong marks them all.
     QString words = CheckSyntaxSQL(runText);

@@ -6,7 +6,9 @@
 // 2. BeginTrans, the statement, RollbackTrans. What reads is wrapped so that it gives no rows.
 // 3. The wrapped reading without a transaction. What alters is not tried: it would stay.
 //
-// Nothing raises but the steps' own calls inside; any thread, one check at a time. What a server commits by itself
+// Inside of a transaction of the user's own PostgreSQL is not asked at all: a statement that fails would end it.
+//
+// Any thread, one check at a time; nothing is raised. What a server commits by itself
 // (definitions on MariaDB, tables without transactions) the second way cannot take back.
 
 #include "ado/Connection.h"
@@ -38,6 +40,7 @@ private:
     template <class Work> void Step(bool stoppable, const Work &work);
     void Execute(const QString &sql, bool stoppable = true);
     QString Entry(const QString &words, const QString &statement) const;
+    bool WouldLoseWork() const;
     QString CheckOne(const QString &runText, const QString &statement);
 
     const ADODB::ConnectionPtr m_connection;

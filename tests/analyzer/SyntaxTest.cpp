@@ -117,6 +117,22 @@ TEST_F(Syntax, ATransactionOfTheUsersOwnIsLeftAlone)
     EXPECT_TRUE(gConn->InTransaction());
 }
 
+TEST_F(Syntax, WhereAFailureWouldEndTheUsersTransactionNothingIsSent)
+{
+    driver.FamilyIs = ADODB::DatabaseFamily::PostgreSQL;
+    gConn = ADODB::Connection::Create();
+    gConn->Open(QStringLiteral("Scripted"));
+    gConn->BeginTrans();
+    driver.ClearLog();
+    EXPECT_EQ(Report(QStringLiteral("delete from t\r\n\r\nselect 1")),
+              Entry(cannot, QStringLiteral("delete from t")) + Entry(cannot, QStringLiteral("select 1")));
+    EXPECT_EQ(driver.Log(), QStringList());
+    gConn->RollbackTrans();
+    driver.ClearLog();
+    EXPECT_EQ(Report(QStringLiteral("select 1")), QString());
+    EXPECT_EQ(driver.Log(), QStringList({on, QStringLiteral("select 1"), off}));
+}
+
 TEST_F(Syntax, WithoutAConnectionBothWaysGiveTheMark)
 {
     gConn.reset();

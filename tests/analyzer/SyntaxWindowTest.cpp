@@ -1,0 +1,158 @@
+// The syntax check through the window: its key and button, its box, its report.
+#include "AnalyzerFixture.h"
+#include "data/frmTextOutput.h"
+#include "tests/support/ScriptedDriver.h"
+#include <QTimer>
+
+namespace {
+
+const QString allIsWell = QStringLiteral("Syntax check complate. No sytax errors found.");
+
+struct SyntaxWindow : Analyzer
+{
+    frmTextOutput *Output() const
+    {
+        return qobject_cast<frmTextOutput *>(shell.Child(QStringLiteral("frmTextOutput")));
+    }
+};
+
+} // namespace
+
+TEST_F(SyntaxWindow, F7SaysThatAllIsWellAndChangesNothing)
+{
+    window->SetText(QStringLiteral("delete from customers\r\n\r\nselect * from names"));
+    window->mnuSelectAll();
+    Press(Qt::Key_F7);
+    ASSERT_EQ(dialogs.Boxes.size(), 1);
+    EXPECT_EQ(dialogs.LastTitle(), QStringLiteral("Syntax Check"));
+    EXPECT_EQ(dialogs.LastText(), allIsWell);
+    EXPECT_EQ(dialogs.Boxes.last().Icon, 0);
+    EXPECT_FALSE(Output());
+    EXPECT_EQ(Count(QStringLiteral("select count(*) from customers")), 2);
+    EXPECT_FALSE(gConn->InTransaction());
+    EXPECT_FALSE(shell.Hourglass);
+    EXPECT_EQ(shell.HourglassCalls, 2);
+    EXPECT_TRUE(Results().isEmpty());
+}
+
+TEST_F(SyntaxWindow, TheButtonOpensTheReport)
+{
+    window->SetText(QStringLiteral("delete from nowhere"));
+    window->ToolBar(QStringLiteral("SQLSyntax"));
+    ASSERT_TRUE(Output());
+    EXPECT_EQ(Output()->Caption(), QStringLiteral("Error Log"));
+    EXPECT_EQ(Output()->PlainText().toStdString(), " no such table: nowhere\r\n delete from nowhere\r\n");
+    EXPECT_TRUE(Output()->isVisible());
+    EXPECT_TRUE(dialogs.Boxes.isEmpty());
+    EXPECT_FALSE(shell.Hourglass);
+    // Bold and in the error's colour; the statement below it plain.
+    const QTextDocument *shown = Output()->txtResult->document();
+    const auto formatOf = [&](int line) {
+        Output()->txtResult->ShowAllColours();
+        QTextCharFormat format;
+        for (const auto &range : shown->findBlockByNumber(line).layout()->formats())
+            if (range.start <= 3 && range.start + range.length > 3)
+                format.merge(range.format);
+        return format;
+    };
+    EXPECT_GE(formatOf(0).fontWeight(), int(QFont::Bold));
+    EXPECT_EQ(formatOf(0).foreground().color(), QColor(247, 205, 108));
+    EXPECT_LT(formatOf(1).fontWeight(), int(QFont::Bold));
+    EXPECT_NE(formatOf(1).foreground().color(), QColor(247, 205, 108));
+}
+
+TEST_F(SyntaxWindow, EachCheckHasAReportOfItsOwn)
+{
+    window->SetText(QStringLiteral("delete from nowhere"));
+    Press(Qt::Key_F7);
+    const QPointer<frmTextOutput> first = Output();
+    window->txtSQL->setFocus();
+    Press(Qt::Key_F7);
+    EXPECT_TRUE(first);
+    EXPECT_NE(Output(), first.data());
+}
+
+TEST_F(SyntaxWindow, AnEmptyTextIsFine)
+{
+    window->SetText(QString());
+    Press(Qt::Key_F7);
+    EXPECT_EQ(dialogs.LastText(), allIsWell);
+}
+
+TEST_F(SyntaxWindow, OnlyWhatARunWouldTakeIsChecked)
+{
+    window->SetText(QStringLiteral("delete from nowhere\r\n\r\nselect 1"));
+    window->txtSQL->SetSelStart(window->Text().size());
+    Press(Qt::Key_F7);
+    EXPECT_EQ(dialogs.LastText(), allIsWell);
+    window->txtSQL->SetSelStart(2);
+    Press(Qt::Key_F7);
+    ASSERT_TRUE(Output());
+    EXPECT_FALSE(Output()->PlainText().contains(QStringLiteral("select 1")));
+}
+
+TEST_F(SyntaxWindow, WithoutAConnectionNothingIsChecked)
+{
+    gConn.reset();
+    window->SetText(QStringLiteral("delete from nowhere"));
+    Press(Qt::Key_F7);
+    EXPECT_FALSE(Output());
+    EXPECT_FALSE(shell.Hourglass);
+    for (const auto &box : dialogs.Boxes)
+        EXPECT_NE(box.Title, QStringLiteral("Syntax Check"));
+}
+
+TEST_F(SyntaxWindow, EscapeStopsTheCheckAndTheKeysAreHeldBackMeanwhile)
+{
+    gConn.reset();
+    ScriptedDriver driver;
+    driver.OnExecute = [&](const QString &sql) -> ADODB::ExecuteResult {
+        if (sql.startsWith(QLatin1String("SET NOEXEC")))
+            throw ADODB::Error(-1, QStringLiteral("what?"));
+        driver.RunUntilCancelled(30);
+        return {};
+    };
+    driver.OnTransaction = [](const QString &) {};
+    gConn = ADODB::Connection::Create();
+    gConn->Open(QStringLiteral("Scripted"));
+    window->SetText(QStringLiteral("update a\r\n\r\nupdate b"));
+    window->mnuSelectAll();
+    QTimer press;
+    QObject::connect(&press, &QTimer::timeout, window.data(), [&] {
+        QTest::keyClick(window->txtSQL, Qt::Key_X); // held back
+        QTest::keyClick(window->txtSQL, Qt::Key_F7);
+        QTest::keyClick(window->txtSQL, Qt::Key_Escape);
+    });
+    press.start(100);
+    Press(Qt::Key_F7);
+    press.stop();
+    EXPECT_EQ(window->Text(), QStringLiteral("update a\r\n\r\nupdate b"));
+    EXPECT_EQ(driver.Log(), QStringList({QStringLiteral("SET NOEXEC ON"), QStringLiteral("BEGIN"),
+                                         QStringLiteral("update a"), QStringLiteral("ROLLBACK")}));
+    ASSERT_TRUE(Output());
+    EXPECT_TRUE(Output()->PlainText().contains(QStringLiteral("stopped by the user")));
+    EXPECT_TRUE(dialogs.Boxes.isEmpty());
+    EXPECT_FALSE(gConn->InTransaction());
+    EXPECT_FALSE(shell.Hourglass);
+    gConn.reset();
+}
+
+// The connection stays as the server left it: later texts are parsed and not run, and that is meant.
+TEST_F(SyntaxWindow, AfterAnErrorTheServerStaysSwitchedOff)
+{
+    gConn.reset();
+    ScriptedDriver driver;
+    driver.OnExecute = [](const QString &sql) -> ADODB::ExecuteResult {
+        if (sql == QLatin1String("selct"))
+            throw ADODB::Error(-1, QStringLiteral("Incorrect syntax near 'selct'."));
+        return {};
+    };
+    gConn = ADODB::Connection::Create();
+    gConn->Open(QStringLiteral("Scripted"));
+    window->SetText(QStringLiteral("selct"));
+    Press(Qt::Key_F7);
+    EXPECT_EQ(driver.Log(), QStringList({QStringLiteral("SET NOEXEC ON"), QStringLiteral("selct")}));
+    ASSERT_TRUE(Output());
+    EXPECT_EQ(Output()->PlainText().toStdString(), " Incorrect syntax near 'selct'.\r\n selct\r\n");
+    gConn.reset();
+}
