@@ -242,10 +242,12 @@ bool Connection::IsBusy() const
     return !m->queue.empty() && m->queue.front().served;
 }
 
-QString Connection::BusyWith() const
+QString Connection::BusyWith(std::thread::id except) const
 {
     const std::lock_guard guard(m->lock);
-    return !m->queue.empty() && m->queue.front().served ? m->queue.front().sql : QString();
+    if (m->queue.empty() || !m->queue.front().served || m->queue.front().server == except)
+        return {};
+    return m->queue.front().sql;
 }
 
 } // namespace ADODB

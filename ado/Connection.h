@@ -17,6 +17,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <thread>
 
 namespace ADODB {
 
@@ -92,8 +93,9 @@ public:
         quint64 m_number = 0;
     };
 
-    bool IsBusy() const;      // somebody's turn is served now
-    QString BusyWith() const; // that turn's SQL, "" when idle
+    bool IsBusy() const; // somebody's turn is served now
+    // That turn's SQL; "" when idle, and while the turn is served to the thread `except`.
+    QString BusyWith(std::thread::id except = {}) const;
 
 private:
     Connection();

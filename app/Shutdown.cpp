@@ -4,6 +4,7 @@
 #include "app/WorkArea.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
+#include "data/Pump.h"
 #include "data/modMain.h"
 #include "sqltext/Keywords.h"
 #include <QCloseEvent>
@@ -20,9 +21,10 @@ void mdiMother::closeEvent(QCloseEvent *event)
     if (m_ended)
         return; // a second close, while the first one lets events through
     m_ended = true;
+    EndPumps(true); // whoever waits for a statement may go
     Attempt([&] {
         if (gConn && gConn->IsBusy())
-            gConn->Cancel(); // whoever waits for it may go
+            gConn->Cancel();
     });
     Attempt(
         [&] { Area->CloseAll(); }); // one that stays open keeps its changes to the end, and nothing is saved unasked

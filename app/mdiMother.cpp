@@ -14,6 +14,7 @@
 #include "controls/StatusBar.h"
 #include "controls/Twips.h"
 #include "data/ChildWindow.h"
+#include "data/Pump.h"
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
@@ -57,6 +58,7 @@ mdiMother::mdiMother(QWidget *parent) : QMainWindow(parent)
     schema->SetLastTable = [this](const QString &table) { menus->SetTag(QStringLiteral("mnuDBTables"), table); };
     schema->ConnectionName = [this] { return menus->Tag(QStringLiteral("mnuViewCS")); };
     Shell::Install(this);
+    EndPumps(false);
 }
 
 mdiMother::~mdiMother()

@@ -2,9 +2,7 @@
 #include "data/PumpUntil.h"
 #include <QString>
 
-namespace {
-
-constexpr qsizetype kShown = 120; // characters of a statement in the status bar
+static constexpr qsizetype kShown = 120; // characters of a statement in the status bar
 
 QString WaitText(const QString &sql)
 {
@@ -13,8 +11,6 @@ QString WaitText(const QString &sql)
         line += QChar(0x2026);
     return QStringLiteral("Waiting for: %1 ... (Esc cancels)").arg(line);
 }
-
-} // namespace
 
 ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql, qint64 *affected)
 {
@@ -25,8 +21,8 @@ ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const 
     const ADODB::ConnectionPtr held = connection;
     ADODB::RecordsetPtr result;
     qint64 counted = -1;
-    RunPumped(
-        WaitText(sql), [&] { result = held->Execute(sql, &counted); }, [&] { held->Cancel(); });
+    RunPumpedOn(
+        held, WaitText(sql), [&] { result = held->Execute(sql, &counted); }, [&] { held->Cancel(); });
     if (affected)
         *affected = counted;
     return result;
@@ -37,8 +33,12 @@ void InstallWaitHandler()
     ADODB::SetWaitHandler(
         [](ADODB::Connection &connection, const QString &busyWith, const std::function<bool()> &ready) {
             const auto held = connection.shared_from_this();
+            const auto status = [&] {
+                const QString sql = held->BusyWith();
+                return WaitText(sql.isEmpty() ? busyWith : sql);
+            };
             PumpUntil(
-                WaitText(busyWith), ready, [&] { held->Cancel(); }, PumpInput::All);
+                status, ready, [&] { held->Cancel(); }, PumpInput::All);
         });
 }
 

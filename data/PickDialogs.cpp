@@ -24,9 +24,9 @@ ADODB::RecordsetPtr Tables(const ADODB::ConnectionPtr &connection, bool views, b
     ADODB::RecordsetPtr rowset;
     connection->SetCursorLocation(ADODB::adUseServer);
     const bool read = Attempt([&] {
-        RunPumped(
-            QString(), [&] { rowset = connection->OpenSchema(ADODB::adSchemaTables); }, [&] { connection->Cancel(); },
-            PumpInput::EscapeOnly);
+        RunPumpedOn(
+            connection, QString(), [&] { rowset = connection->OpenSchema(ADODB::adSchemaTables); },
+            [&] { connection->Cancel(); }, PumpInput::EscapeOnly);
     });
     connection->SetCursorLocation(ADODB::adUseClient);
     if (!read || !rowset)

@@ -19,6 +19,9 @@ namespace {
 constexpr int kQuickMs = 15;   // work that ends within this never lets an event in between
 constexpr int kStatusMs = 150; // shorter work does not flicker in the status bar
 constexpr int kTickMs = 20;
+constexpr int kAgainMs = 100; // between two cancels at the program's end
+
+bool g_ending = false;
 
 // One piece of work on its way. Shared with its thread, which may outlive the caller.
 struct Job
@@ -60,6 +63,13 @@ std::thread Start(const std::shared_ptr<Job> &job, const std::function<void()> &
     });
 }
 
+void Finish(Job &job, std::thread &thread)
+{
+    thread.join();
+    if (job.raised)
+        std::rethrow_exception(job.raised);
+}
+
 // What the caller of an abandoned job must do: its thread may not touch the dispatcher any more.
 void Forget(Job &job)
 {
@@ -69,8 +79,8 @@ void Forget(Job &job)
 
 } // namespace
 
-void PumpUntil(const QString &status, const std::function<bool()> &ready, const std::function<void()> &cancel,
-               PumpInput input)
+void PumpUntil(const std::function<QString()> &status, const std::function<bool()> &ready,
+               const std::function<void()> &cancel, PumpInput input)
 {
     if (!QCoreApplication::instance() || QCoreApplication::instance()->thread() != QThread::currentThread()) {
         while (!ready())
@@ -80,19 +90,32 @@ void PumpUntil(const QString &status, const std::function<bool()> &ready, const 
     const InputGate gate(input, cancel);
     QTimer tick; // so that the loop below never sleeps for ever
     tick.start(kTickMs);
-    QElapsedTimer since;
+    QElapsedTimer since, cancelled;
     since.start();
     const QString before = LastStatus();
-    bool said = status.isEmpty();
+    QString said;
     while (!ready()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        if (!said && since.elapsed() > kStatusMs && !ready()) {
-            said = true;
-            SetStatus(status);
+        if (ready())
+            break;
+        if (g_ending && cancel && (!cancelled.isValid() || cancelled.elapsed() > kAgainMs)) {
+            cancelled.start();
+            cancel();
+        }
+        if (since.elapsed() <= kStatusMs)
+            continue;
+        if (const QString text = status(); text != said && !text.isEmpty()) {
+            said = text;
+            SetStatus(text);
         }
     }
-    if (!status.isEmpty() && LastStatus() == status)
+    if (!said.isEmpty() && LastStatus() == said)
         SetStatus(before);
+}
+
+void EndPumps(bool ending)
+{
+    g_ending = ending;
 }
 
 void RunPumped(const QString &status, const std::function<void()> &work, const std::function<void()> &cancel,
@@ -101,11 +124,31 @@ void RunPumped(const QString &status, const std::function<void()> &work, const s
     const auto job = std::make_shared<Job>();
     std::thread thread = Start(job, work);
     if (!job->WaitQuick())
+        PumpUntil([&] { return status; }, [&] { return job->Done(); }, cancel, input);
+    Finish(*job, thread);
+}
+
+void RunPumpedOn(const ADODB::ConnectionPtr &connection, const QString &status, const std::function<void()> &work,
+                 const std::function<void()> &cancel, PumpInput input)
+{
+    const auto job = std::make_shared<Job>();
+    std::thread thread = Start(job, work);
+    const auto other = [&, own = thread.get_id()] { return connection->BusyWith(own); };
+    if (!job->WaitQuick())
         PumpUntil(
-            status, [&] { return job->Done(); }, cancel, input);
-    thread.join();
-    if (job->raised)
-        std::rethrow_exception(job->raised);
+            [&] {
+                const QString sql = other();
+                return sql.isEmpty() ? status : WaitText(sql);
+            },
+            [&] { return job->Done(); },
+            [&] {
+                if (other().isEmpty())
+                    cancel();
+                else
+                    connection->Cancel();
+            },
+            input);
+    Finish(*job, thread);
 }
 
 bool RunAbandonable(const QString &status, const std::function<void()> &work)
@@ -114,16 +157,14 @@ bool RunAbandonable(const QString &status, const std::function<void()> &work)
     std::thread thread = Start(job, work);
     bool left = false;
     if (!job->WaitQuick())
-        PumpUntil(
-            status, [&] { return left || job->Done(); }, [&] { left = true; }, PumpInput::EscapeOnly);
+        PumpUntil([&] { return status; }, [&] { return left || job->Done(); }, [&] { left = true; },
+                  PumpInput::EscapeOnly);
     if (!job->Done()) {
         Forget(*job);
         thread.detach();
         return false;
     }
-    thread.join();
-    if (job->raised)
-        std::rethrow_exception(job->raised);
+    Finish(*job, thread);
     return true;
 }
 

@@ -21,6 +21,14 @@ enum class PumpInput
 void RunPumped(const QString &status, const std::function<void()> &work, const std::function<void()> &cancel,
                PumpInput input = PumpInput::All);
 
+// The same for work on a connection that another's statement may hold: while it does, the status bar says what is
+// waited for, and Escape and Stop cancel that statement alone; `cancel` is called once the work itself is under way.
+void RunPumpedOn(const ADODB::ConnectionPtr &connection, const QString &status, const std::function<void()> &work,
+                 const std::function<void()> &cancel, PumpInput input = PumpInput::All);
+
+// The program ends: whatever is under way or begins from now on is cancelled until it has ended. False takes it back.
+void EndPumps(bool ending);
+
 // For work that cannot be cancelled, as connecting to a server that does not answer: Escape leaves it behind on its
 // thread, and false is returned. The work must own all that it touches. Input is held back meanwhile.
 bool RunAbandonable(const QString &status, const std::function<void()> &work);

@@ -142,8 +142,9 @@ void LoadStructure(TreeView *Tree, Node *Parent, const QString &ObjectType, int 
         std::vector<Object> objects;
         std::atomic<bool> stop = false;
         Attempt([&] {
-            RunPumped(
-                QStringLiteral("Loading Structure... (Esc cancels)"), [&] { Read(connection, type, stop, objects); },
+            RunPumpedOn(
+                connection, QStringLiteral("Loading Structure... (Esc cancels)"),
+                [&] { Read(connection, type, stop, objects); },
                 [&] {
                     stop = true;
                     connection->Cancel();

@@ -1,7 +1,9 @@
 // While a statement runs: what waits for the connection says so in the status bar, and Stop cancels the statement.
 #include "ado/UARecordset.h"
 #include "controls/StatusBar.h"
+#include "controls/TreeView.h"
 #include "data/Pump.h"
+#include "data/SchemaLoader.h"
 #include "tests/app/ShellFixture.h"
 #include <QElapsedTimer>
 #include <QPushButton>
@@ -58,6 +60,40 @@ TEST_F(Busy, AWaitingCallSaysWhatItWaitsForAndStopEndsTheWait)
     EXPECT_EQ(failed, ADODB::adErrOperationCancelled);
     EXPECT_FALSE(Window->cmdStop->isVisible());
     EXPECT_FALSE(Window->SB->PanelText(1).startsWith(QStringLiteral("Waiting")));
+}
+
+TEST_F(Busy, ALoadOfTheTreeSaysWhatItWaitsForAndGoesOnAfterEscape)
+{
+    UARecordset running;
+    running.OpenRecordset(m_long, gConn, 3);
+    ASSERT_TRUE(QTest::qWaitFor([] { return gConn->IsBusy(); }));
+    bool said = false;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, Window.get(), [&] {
+        said = Window->SB->PanelText(1).startsWith(QStringLiteral("Waiting for: with recursive"));
+        if (!said)
+            return;
+        look.stop();
+        QTest::keyClick(Window.get(), Qt::Key_Escape);
+    });
+    look.start(20);
+    TreeView tree;
+    LoadStructure(&tree, nullptr, QStringLiteral("TABLE"), 1, 1, 1);
+    EXPECT_TRUE(said);
+    EXPECT_GT(tree.Nodes().Count(), 0); // only the statement was cancelled
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !running.IsRunning(); }));
+}
+
+TEST_F(Busy, ClosingTheWindowCancelsWhatIsQueuedToo)
+{
+    UARecordset running;
+    running.OpenRecordset(m_long, gConn, 3);
+    QTimer::singleShot(300, Window.get(), [&] { Window->close(); });
+    QElapsedTimer waited;
+    waited.start();
+    EXPECT_THROW(ExecutePumped(gConn, m_long), ADODB::Error);
+    EXPECT_LT(waited.elapsed(), 20000);
+    EXPECT_TRUE(Window->HasEnded());
 }
 
 TEST_F(Busy, ClosingTheWindowCancelsWhatItsCallersWaitFor)

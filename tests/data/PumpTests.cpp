@@ -153,6 +153,42 @@ TEST_F(PumpTest, ACallOnABusyConnectionWaitsAliveAndCanBeCancelled)
     RemoveWaitHandler();
 }
 
+TEST_F(PumpTest, WorkBehindAnothersStatementSaysSoAndEscapeCancelsThatOneAlone)
+{
+    UARecordset running;
+    QString words;
+    QObject::connect(&running, &UARecordset::ErrorOccured, [&](int, const QString &text) { words = text; });
+    running.OpenRecordset("slow", gConn, 2);
+    ASSERT_TRUE(Until([&] { return m_driver.Log().contains("slow"); }));
+    QTimer::singleShot(400, &m_box, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
+    int cancels = 0;
+    qint64 affected = 0;
+    const auto connection = gConn;
+    RunPumpedOn(
+        connection, "Own work", [&] { connection->Execute("short", &affected); }, [&] { ++cancels; },
+        PumpInput::EscapeOnly);
+    EXPECT_EQ(affected, 7); // the work itself was done
+    EXPECT_EQ(cancels, 0);
+    EXPECT_EQ(m_driver.Cancels, 1);
+    EXPECT_TRUE(m_shell.Statuses.contains("Waiting for: slow ... (Esc cancels)"));
+    EXPECT_TRUE(m_shell.Statuses.contains("Own work")); // once its turn has come
+    EXPECT_TRUE(Until([&] { return !words.isEmpty(); }));
+}
+
+TEST_F(PumpTest, TheProgramsEndCancelsWhatRunsAndWhatIsQueuedBehindIt)
+{
+    UARecordset running;
+    running.OpenRecordset("slow", gConn, 2);
+    ASSERT_TRUE(Until([&] { return m_driver.Log().contains("slow"); }));
+    QTimer::singleShot(60, &m_box, [] { EndPumps(true); });
+    QElapsedTimer since;
+    since.start();
+    EXPECT_THROW(ExecutePumped(gConn, "slow"), ADODB::Error);
+    EndPumps(false);
+    EXPECT_LT(since.elapsed(), 5000);
+    EXPECT_EQ(m_driver.Log(), (QStringList{"slow", "slow"}));
+}
+
 TEST_F(PumpTest, ABreatherStopsALoop)
 {
     QTimer::singleShot(50, &m_box, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
