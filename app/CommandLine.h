@@ -17,6 +17,10 @@ QString ComposeCommandLine(const QStringList &arguments);
 // The quoted notation of one file.
 QString QuotedPath(const QString &file);
 
+// The file that a name cut out of the line means, as the system writes it; "" when there is none. The name has lost its
+// double quotes and outer blanks: where no file bears it as it stands, the one whose own name loses them so is meant.
+QString FileOfLine(const QString &name);
+
 // The whole line equals "TestMode", letter by letter.
 bool IsTestMode(const QString &commandLine);
 

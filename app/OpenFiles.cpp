@@ -7,11 +7,9 @@
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
-#include "data/AppPath.h"
 #include "data/ChildWindow.h"
 #include "data/modMain.h"
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QMimeData>
 #include <QUrl>
 
@@ -28,12 +26,12 @@ ChildWindow *mdiMother::ProcessCommandLine(const QString &commandLine)
 {
     ChildWindow *window = nullptr;
     Attempt([&] {
-        const auto exists = [](const QString &name) { return QFileInfo(ToNative(name)).isFile(); };
+        const auto exists = [](const QString &name) { return !FileOfLine(name).isEmpty(); };
         const auto parts = ParseCommandLine(commandLine, exists);
         if (!parts || !parts->FileExists)
             return; // the switch "R" is known, and does nothing
         QString text;
-        if (!ReadOrTell(ToNative(parts->File), text, this))
+        if (!ReadOrTell(FileOfLine(parts->File), text, this))
             return;
         const QString name = GetConnection(true);
         if (name.isEmpty())

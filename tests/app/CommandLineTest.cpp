@@ -85,6 +85,27 @@ TEST(ComposeCommandLine, AFileBecomesItsQuotedPathInTheProgramsNotation)
     EXPECT_TRUE(parts->SwitchR);
 }
 
+TEST(FileOfLine, FindsWhatTheLineHasTakenFromTheName)
+{
+    QTemporaryDir folder;
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("a \"b\"")));
+    for (const char *name : {"it's.sql", "the \"best\" one.sql", "back\\slash \"x\".sql", "a \"b\"/c.sql", "end.sql ",
+                             "\xC3\xA4 \xE2\x82\xAC.sql"}) {
+        const QString path = folder.filePath(QString::fromUtf8(name));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.close();
+        const auto parts = ParseCommandLine(ComposeCommandLine({path}),
+                                            [](const QString &line) { return !FileOfLine(line).isEmpty(); });
+        ASSERT_TRUE(parts);
+        EXPECT_TRUE(parts->FileExists) << name;
+        EXPECT_EQ(FileOfLine(parts->File), path);
+    }
+    EXPECT_EQ(FileOfLine(QString()), QString());
+    EXPECT_EQ(FileOfLine(ToProgramPath(folder.filePath(QStringLiteral("none.sql")))), QString());
+    EXPECT_EQ(FileOfLine(ToProgramPath(folder.path())), QString()); // a folder is no file
+}
+
 TEST(ComposeCommandLine, OtherArgumentsStandAsTheyAre)
 {
     EXPECT_EQ(ComposeCommandLine({QStringLiteral("TestMode")}), QStringLiteral("TestMode"));
