@@ -26,6 +26,11 @@ frmAni::frmAni(QWidget *parent) : QWidget(parent, Qt::Tool | Qt::WindowStaysOnTo
 void frmAni::showEvent(QShowEvent *event)
 {
     ApplySkin(this);
+    // In the upper part of its owner: a login that comes up meanwhile stands in the middle.
+    if (const QWidget *owner = parentWidget() ? parentWidget()->window() : nullptr) {
+        const QRect room = owner->geometry();
+        move(room.center().x() - width() / 2, room.top() + room.height() / 5);
+    }
     m_busy->Play();
     QWidget::showEvent(event);
 }

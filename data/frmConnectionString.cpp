@@ -121,7 +121,8 @@ void frmConnectionString::FillSources()
     for (const QString &name : ADODB::OdbcDataSources())
         add(QStringLiteral("Data source: ") + name, Kind::Dsn, name);
     for (const QString &name : ADODB::OdbcDrivers())
-        add(QStringLiteral("Driver: ") + name, Kind::Driver, name);
+        if (name.compare(QLatin1String("SQLite"), Qt::CaseInsensitive) != 0) // that name means the built-in one
+            add(QStringLiteral("Driver: ") + name, Kind::Driver, name);
 }
 
 ConnectionParts frmConnectionString::Parts() const

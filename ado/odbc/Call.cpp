@@ -106,6 +106,8 @@ Error ErrorOf(SQLSMALLINT type, SQLHANDLE handle, const char *function)
         if (result != SQL_SUCCESS && result != SQL_SUCCESS_WITH_INFO)
             break;
         text.truncate(qMin<qsizetype>(qstrlen(text.constData()), text.size()));
+        while (text.endsWith('\n') || text.endsWith('\r')) // some end their words with a line end, some do not
+            text.chop(1);
         const QString words = FromDriver(text.constData(), text.size());
         const QByteArray code(reinterpret_cast<const char *>(state));
         if (IsRefusal(code, native, words))
