@@ -1,6 +1,8 @@
 // The worker's side of the asynchronous recordset.
 #include "ado/AsyncJob.h"
 
+#include "ado/MemoryGuard.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 
@@ -19,32 +21,39 @@ Error OutOfMemory()
 ADODB::RecordsetPtr UARecordset::Job::Read(ADODB::Connection::Turn &turn)
 {
     turn.Begin();
-    ADODB::ExecuteResult result = turn.Driver().Execute(sql);
-    if (!result.Rows)
-        return ADODB::Recordset::FromColumns({}, {});
+    const ADODB::MemoryGuard memory([&turn] { turn.Cancel(); });
+    ADODB::ExecuteResult result; // lives to the end of a cancel: a driver may have to throw its rows away
+    try {
+        result = turn.Driver().Execute(sql);
+        return result.Rows ? ReadRows(*result.Rows) : ADODB::Recordset::FromColumns({}, {});
+    } catch (const Error &error) {
+        if (error.Number == ADODB::adErrOutOfMemory)
+            turn.Cancel(); // nobody will read the rest
+        if (memory.Struck() && error.Number != ADODB::adErrOutOfMemory)
+            throw ADODB::ResultTooLarge();
+        throw;
+    }
+}
+
+ADODB::RecordsetPtr UARecordset::Job::ReadRows(ADODB::ResultSet &from)
+{
     bool told = false;
     const auto tellDefinition = [&] {
         if (std::exchange(told, true))
             return;
         const std::lock_guard guard(lock);
-        definition = result.Rows->Columns();
+        definition = from.Columns();
         Tell();
     };
-    try {
-        ADODB::RecordsetPtr recordset = ADODB::ReadAll(
-            *result.Rows,
-            [&](qint64 rowsSoFar) {
-                tellDefinition(); // the types are known from the first block on
-                rows.store(rowsSoFar, std::memory_order_relaxed);
-            },
-            [this] { return cancelled.load(std::memory_order_relaxed); });
-        tellDefinition();
-        return recordset;
-    } catch (const Error &error) {
-        if (error.Number == ADODB::adErrOutOfMemory)
-            turn.Cancel(); // nobody will read the rest
-        throw;
-    }
+    ADODB::RecordsetPtr recordset = ADODB::ReadAll(
+        from,
+        [&](qint64 rowsSoFar) {
+            tellDefinition(); // the types are known from the first block on
+            rows.store(rowsSoFar, std::memory_order_relaxed);
+        },
+        [this] { return cancelled.load(std::memory_order_relaxed); });
+    tellDefinition();
+    return recordset;
 }
 
 void UARecordset::Job::Run(std::unique_ptr<ADODB::Connection::Turn> own) noexcept

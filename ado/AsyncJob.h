@@ -43,7 +43,8 @@ struct UARecordset::Job
     static std::mutex &PostLock();
 
 private:
-    ADODB::RecordsetPtr Read(ADODB::Connection::Turn &turn);
+    ADODB::RecordsetPtr Read(ADODB::Connection::Turn &turn); // within the limit on memory
+    ADODB::RecordsetPtr ReadRows(ADODB::ResultSet &from);
 };
 
 // The threads of all jobs: joined when they have ended, cancelled and joined at the program's end.

@@ -2,6 +2,7 @@
 
 #include "ado/ConnectionString.h"
 #include "ado/Guard.h"
+#include "ado/MemoryGuard.h"
 #include "ado/Recordset.h"
 #include "ado/schema/Schema.h"
 
@@ -118,17 +119,17 @@ RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, in
     turn.Begin();
     RecordsetPtr recordset;
     Session &session = turn.Driver();
-    ExecuteResult result = AsErrors([&] { return session.Execute(sql); });
-    if (result.Rows) {
-        try {
-            recordset = AsErrors([&] { return ReadAll(*result.Rows); });
-        } catch (const Error &error) {
-            if (error.Number == adErrOutOfMemory)
-                session.Cancel(); // nobody will read the rest
-            throw;
-        }
-    } else {
-        recordset = Recordset::Create();
+    const MemoryGuard memory([&turn] { turn.Cancel(); });
+    ExecuteResult result;
+    try {
+        result = AsErrors([&] { return session.Execute(sql); });
+        recordset = result.Rows ? AsErrors([&] { return ReadAll(*result.Rows); }) : Recordset::Create();
+    } catch (const Error &error) {
+        if (error.Number == adErrOutOfMemory)
+            session.Cancel(); // nobody will read the rest
+        if (memory.Struck() && error.Number != adErrOutOfMemory)
+            throw ResultTooLarge();
+        throw;
     }
     if (recordsAffected)
         *recordsAffected = result.RecordsAffected;

@@ -1,5 +1,6 @@
 // Reading a whole result, block by block, within the limit on memory.
 #include "ado/Connection.h"
+#include "ado/MemoryGuard.h"
 #include "ado/Recordset.h"
 
 #include <atomic>
@@ -21,15 +22,6 @@ std::atomic<qint64> &Limit()
     return limit;
 }
 
-Error TooLarge(qint64 rows)
-{
-    return Error(adErrOutOfMemory,
-                 QStringLiteral("The result is too large for the memory: it was stopped after %1 rows. Ask for fewer "
-                                "rows or columns.")
-                     .arg(rows),
-                 QStringLiteral("HY001"));
-}
-
 void CheckLimit(const std::vector<ColumnStore> &stores, qint64 rows)
 {
     const qint64 limit = ResultLimit();
@@ -37,7 +29,7 @@ void CheckLimit(const std::vector<ColumnStore> &stores, qint64 rows)
     for (const ColumnStore &store : stores)
         held += store.BytesHeld();
     if (limit > 0 && held > limit)
-        throw TooLarge(rows);
+        throw ResultTooLarge(rows);
 }
 
 } // namespace
@@ -75,7 +67,7 @@ RecordsetPtr ReadAll(ResultSet &rows, const std::function<void(qint64)> &progres
         }
         return Recordset::FromColumns(rows.Columns(), std::move(stores));
     } catch (const std::bad_alloc &) {
-        throw TooLarge(soFar);
+        throw ResultTooLarge(soFar);
     }
 }
 

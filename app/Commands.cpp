@@ -73,15 +73,17 @@ void mdiMother::Run(const MenuRow &row)
                 (this->*operation)();
             return;
         }
-        if (*row.Status)
-            ::SetStatus(QString::fromLatin1(row.Status));
         if (row.Route == MenuRoute::Schema) {
+            if (*row.Status)
+                ::SetStatus(QString::fromLatin1(row.Status));
             schema->Run(row.Operation);
             return;
         }
         const QPointer<ChildWindow> child = ActiveChild();
         if (!child)
             return;
+        if (*row.Status)
+            ::SetStatus(QString::fromLatin1(row.Status));
         switch (row.Route) {
         case MenuRoute::Child:
             if (const ChildOperation operation = FindChildOperation(row.Operation))

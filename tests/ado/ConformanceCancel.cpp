@@ -78,6 +78,28 @@ TEST_P(Conformance, ACancelledStatementLeavesItsTransactionToTheUser)
     EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 0);
 }
 
+// About 900 MB of rows: read by blocks they are counted, but some drivers take them all in before the first block.
+TEST_P(Conformance, AResultPastTheLimitIsStoppedWhereverItGrows)
+{
+    const Dialect large = {
+        "WITH RECURSIVE g(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM g WHERE n < 900000) "
+        "SELECT n, replace(hex(zeroblob(500)), '0', 'x') FROM g",
+        "SELECT n, repeat('x', 1000) FROM generate_series(1, 900000) g(n)",
+        "SELECT seq, REPEAT('x', 1000) FROM seq_1_to_900000",
+    };
+    struct Former
+    {
+        qint64 limit = ResultLimit();
+        ~Former() { SetResultLimit(limit); }
+    } former;
+    SetResultLimit(50 << 20);
+    const Error error = ErrorOf(Pick(large));
+    EXPECT_EQ(error.Number, adErrOutOfMemory) << error.what();
+    EXPECT_TRUE(error.Description.startsWith(QStringLiteral("The result is too large"))) << error.what();
+    EXPECT_EQ(m_connection->State(), adStateOpen);
+    EXPECT_EQ(Cell(QStringLiteral("SELECT 6 * 7")).ToInt64(), 42);
+}
+
 TEST_P(Conformance, ASecondStatementWaitsAndASecondConnectionDoesNot)
 {
     Run(QStringLiteral("CREATE TABLE t (a INTEGER)"));

@@ -82,6 +82,7 @@ TEST_F(Routing, TheToolBarEntriesReachTheActiveChild)
 TEST_F(Routing, SaveWithoutAChildDoesNothing)
 {
     ClickTool("SAVE");
+    EXPECT_EQ(Window->SB->PanelText(1), QString()); // nothing that would stay there for good
     EXPECT_TRUE(Log.isEmpty());
     EXPECT_TRUE(Dialogs.Boxes.isEmpty());
     EXPECT_TRUE(Dialogs.FileDialogs.isEmpty());
