@@ -170,6 +170,7 @@ bool RunAbandonable(const QString &status, const std::function<void()> &work)
 
 struct Breather::Body
 {
+    QString status, before;
     bool cancelled = false;
     QElapsedTimer since;
     InputGate gate{PumpInput::EscapeOnly, [this] { cancelled = true; }};
@@ -177,12 +178,18 @@ struct Breather::Body
 
 Breather::Breather(const QString &status) : m(std::make_unique<Body>())
 {
+    m->status = status;
+    m->before = LastStatus();
     if (!status.isEmpty())
         SetStatus(status);
     m->since.start();
 }
 
-Breather::~Breather() = default;
+Breather::~Breather()
+{
+    if (!m->status.isEmpty() && LastStatus() == m->status)
+        SetStatus(m->before);
+}
 
 bool Breather::Breathe()
 {

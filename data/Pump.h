@@ -44,7 +44,8 @@ void InstallWaitHandler();
 void RemoveWaitHandler();
 
 // For loops on the interface thread: processes events (painting, timers, Escape) when 30 ms have gone by since the last
-// time. Cancelled() is true once Escape or Stop was pressed. Input is held back while the object lives.
+// time. Cancelled() is true once Escape or Stop was pressed. Input is held back while the object lives; afterwards the
+// status bar says what it said before.
 class Breather
 {
 public:

@@ -201,4 +201,19 @@ TEST_F(PumpTest, ABreatherStopsALoop)
     EXPECT_LT(since.elapsed(), 5000);
 }
 
+TEST_F(PumpTest, ABreatherLeavesTheStatusAsItWas)
+{
+    SetStatus("Done.");
+    {
+        Breather breather("Sorting ...");
+        EXPECT_EQ(m_shell.Status(), "Sorting ...");
+    }
+    EXPECT_EQ(m_shell.Status(), "Done.");
+    {
+        Breather breather("Sorting ...");
+        SetStatus("Something else"); // what was said meanwhile stands
+    }
+    EXPECT_EQ(m_shell.Status(), "Something else");
+}
+
 } // namespace
