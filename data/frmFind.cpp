@@ -169,7 +169,7 @@ void frmFind::showEvent(QShowEvent *event)
     const double left = GetSettingNumber(QStringLiteral("FindLocX"), -1);
     const double top = GetSettingNumber(QStringLiteral("FindLocy"), -1); // the store tells no "y" from "Y"
     if (left >= 1 && top >= 1 && left < 1e6 && top < 1e6) {
-        move(ToPixels(qint64(left)), ToPixels(qint64(top)));
+        setGeometry(QRect(QPoint(ToPixels(qint64(left)), ToPixels(qint64(top))), size()));
         return;
     }
     const QScreen *at = screen() ? screen() : QGuiApplication::primaryScreen();
@@ -182,8 +182,9 @@ void frmFind::showEvent(QShowEvent *event)
 void frmFind::done(int result)
 {
     if (WasShown()) {
-        SaveSettingNumber(QStringLiteral("FindLocX"), ToTwips(x()));
-        SaveSettingNumber(QStringLiteral("FindLocY"), ToTwips(y()));
+        // Without the desktop's frame, as it is read: the frame is not known before the window has one.
+        SaveSettingNumber(QStringLiteral("FindLocX"), ToTwips(geometry().x()));
+        SaveSettingNumber(QStringLiteral("FindLocY"), ToTwips(geometry().y()));
     }
     ModalForm::done(result);
 }

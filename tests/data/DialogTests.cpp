@@ -431,15 +431,21 @@ TEST_F(FindTest, ACriteriaGivenByTheWindow)
 
 TEST_F(FindTest, ThePlaceIsKeptInTwips)
 {
-    Ask([](frmFind &find) {
-        find.move(40, 60);
+    const auto place = [](frmFind &find, int x, int y) { find.setGeometry(QRect(QPoint(x, y), find.size())); };
+    Ask([&](frmFind &find) {
+        place(find, 40, 60);
         Click(&find, "cmdFind");
     });
-    EXPECT_EQ(GetSetting("FindLocX"), "600");
-    EXPECT_EQ(GetSetting("FindLocY"), "900");
-    Ask([](frmFind &find) {
-        EXPECT_EQ(find.pos(), QPoint(40, 60));
-        find.move(50, 70);
+    for (int i = 0; i < 3; ++i) { // a frame of the desktop does not make it wander
+        EXPECT_EQ(GetSetting("FindLocX"), "600");
+        EXPECT_EQ(GetSetting("FindLocY"), "900");
+        Ask([](frmFind &find) {
+            EXPECT_EQ(find.geometry().topLeft(), QPoint(40, 60));
+            Click(&find, "cmdFind");
+        });
+    }
+    Ask([&](frmFind &find) {
+        place(find, 50, 70);
         QTest::keyClick(&find, Qt::Key_Escape); // by whatever way it goes
     });
     EXPECT_EQ(GetSetting("FindLocX"), "750");
