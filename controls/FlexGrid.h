@@ -14,6 +14,7 @@
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
 #include <QColor>
+#include <functional>
 #include <memory>
 
 enum FlexSort
@@ -113,7 +114,8 @@ public:
     void SetCellForeColor(const QColor &color);
 
     // Sorts the rows of data by the columns from Col to ColSel. Equal rows keep their order.
-    void SetSort(int mode);
+    // A long sort asks keepOn now and then; false gives the sort up, and the order stays. True when it was done.
+    bool SetSort(int mode, const std::function<bool()> &keepOn = {});
     int Sort() const;
 
     // Bands of a hierarchy.

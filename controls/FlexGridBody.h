@@ -116,6 +116,7 @@ struct FlexGrid::Body
     int FrozenWidth() const;
     int ColX(int c) const; // scrolled, without a band's indent
     qint64 LastTop() const;
+    void SortRows(const std::function<bool()> &keepOn);
     void Stale(); // shape or widths changed: scroll bars and paint
     void UpdateScrollBars();
     bool Frozen(qint64 r, int c) const { return r < FrozenRows() || c < FrozenCols(); }

@@ -3,8 +3,8 @@
 #include "controls/FlexGridBody.h"
 #include "controls/Twips.h"
 #include "lang/Text.h"
+#include <QPointer>
 #include <algorithm>
-#include <functional>
 #include <limits>
 
 namespace {
@@ -22,6 +22,11 @@ struct SortKeys
             return numbers[a] < numbers[b] ? -1 : numbers[a] > numbers[b] ? 1 : 0;
         return texts[a].compare(texts[b]);
     }
+};
+
+// Raised inside of a sort, and caught there, when the caller's keepOn says so or the grid has changed meanwhile.
+struct GivenUp
+{
 };
 
 template <class CellText> SortKeys MakeKeys(size_t count, bool numeric, bool guess, const CellText &text)
@@ -79,42 +84,68 @@ int FlexGrid::Sort() const
     return m->sort;
 }
 
-void FlexGrid::SetSort(int mode)
+bool FlexGrid::SetSort(int mode, const std::function<bool()> &keepOn)
 {
     if (mode < flexSortNone || mode > flexSortNumericDescending)
-        return;
+        return true;
+    const QPointer<FlexGrid> alive(this);
+    const int formerSort = m->sort, formerCol = m->sortCol;
     m->sort = mode;
     m->sortCol = m->col;
-    const qint64 first = std::max<qint64>(m->fixedRows, m->source ? 1 : 0);
-    if (mode == flexSortNone || m->rows - first < 2 || m->cols == 0) {
-        viewport()->update();
+    try {
+        m->SortRows(keepOn);
+        return true;
+    } catch (const GivenUp &) {
+        if (alive) {
+            m->sort = formerSort;
+            m->sortCol = formerCol;
+        }
+        return false;
+    }
+}
+
+void FlexGrid::Body::SortRows(const std::function<bool()> &keepOn)
+{
+    const int mode = sort;
+    const qint64 first = std::max<qint64>(fixedRows, source ? 1 : 0);
+    if (mode == flexSortNone || rows - first < 2 || cols == 0) {
+        q->viewport()->update();
         return;
     }
-    if (m->hierarchical)
-        CollapseAll();
+    if (hierarchical)
+        q->CollapseAll();
     const bool descending = mode == flexSortGenericDescending || mode == flexSortNumericDescending;
     const bool numeric = mode == flexSortNumericAscending || mode == flexSortNumericDescending;
-    const size_t count = size_t(m->rows - first);
-    const int from = std::min(m->col, m->colSel), to = std::min(std::max(m->col, m->colSel), m->cols - 1);
+    const size_t count = size_t(rows - first);
+    const int from = std::min(col, colSel), to = std::min(std::max(col, colSel), cols - 1);
+
+    // keepOn may let events in. A grid that they took away or gave other rows is left as it is.
+    const QPointer<FlexGrid> alive(q);
+    auto breathe = [&, steps = 0u, shown = source, wereRows = rows, wereCols = cols]() mutable {
+        if (!keepOn || ++steps % 4096 != 0)
+            return;
+        if (!keepOn() || !alive || source != shown || rows != wereRows || cols != wereCols)
+            throw GivenUp();
+    };
 
     // A column that the recordset alone answers is compared in its own type, exactly and without making text.
     using Comparison = std::function<int(size_t, size_t)>;
     std::vector<Comparison> comparisons;
     for (int c = from; c <= to; ++c) {
-        const bool own =
-            m->source && c >= 1 && c - 1 < m->source->ColumnCount() && m->written.isEmpty() &&
-            m->rows <= m->boundRows + 1 && m->source->RowCount() >= m->boundRows &&
-            std::all_of(m->order.begin(), m->order.end(), [this](quint32 id) { return id <= m->boundRows; });
-        if (own && (!numeric || IsNumberType(m->source->Column(c - 1).Type))) {
+        const bool own = source && c >= 1 && c - 1 < source->ColumnCount() && written.isEmpty() &&
+                         rows <= boundRows + 1 && source->RowCount() >= boundRows &&
+                         std::all_of(order.begin(), order.end(), [this](quint32 id) { return id <= boundRows; });
+        if (own && (!numeric || IsNumberType(source->Column(c - 1).Type))) {
             std::vector<qint64> records(count);
             for (size_t i = 0; i < count; ++i)
-                records[i] = m->Id(first + qint64(i)) - 1;
-            comparisons.push_back([source = m->source, records = std::move(records), c](size_t a, size_t b) {
+                records[i] = Id(first + qint64(i)) - 1;
+            comparisons.push_back([source = source, records = std::move(records), c](size_t a, size_t b) {
                 return source->CompareCells(records[a], records[b], c - 1);
             });
         } else {
-            comparisons.push_back([keys = MakeKeys(count, numeric, !numeric, [this, first, c](size_t i) {
-                                       return m->CellText(first + qint64(i), c);
+            comparisons.push_back([keys = MakeKeys(count, numeric, !numeric, [this, first, c, &breathe](size_t i) {
+                                       breathe();
+                                       return CellText(first + qint64(i), c);
                                    })](size_t a, size_t b) { return keys.Compare(a, b); });
         }
     }
@@ -122,35 +153,36 @@ void FlexGrid::SetSort(int mode)
     for (size_t i = 0; i < count; ++i)
         places[i] = quint32(i);
     std::stable_sort(places.begin(), places.end(), [&](quint32 a, quint32 b) {
+        breathe();
         for (const Comparison &compare : comparisons)
             if (const int result = compare(a, b))
                 return descending ? result > 0 : result < 0;
         return false;
     });
 
-    QMap<qint64, int> heights;
-    for (auto it = m->heights.cbegin(); it != m->heights.cend() && it.key() < first; ++it)
-        heights.insert(it.key(), it.value());
-    if (m->hierarchical) {
-        std::vector<FlexBandRow> flat(m->flat.begin(), m->flat.begin() + first);
+    QMap<qint64, int> moved;
+    for (auto it = heights.cbegin(); it != heights.cend() && it.key() < first; ++it)
+        moved.insert(it.key(), it.value());
+    if (hierarchical) {
+        std::vector<FlexBandRow> sorted(flat.begin(), flat.begin() + first);
         for (const quint32 place : places)
-            flat.push_back(m->flat[size_t(first) + place]);
-        m->flat = std::move(flat);
+            sorted.push_back(flat[size_t(first) + place]);
+        flat = std::move(sorted);
     } else {
-        m->MakeOrder();
-        std::vector<quint32> order(m->order.begin(), m->order.begin() + first);
-        order.reserve(m->order.size());
+        MakeOrder();
+        std::vector<quint32> sorted(order.begin(), order.begin() + first);
+        sorted.reserve(order.size());
         for (const quint32 place : places)
-            order.push_back(m->order[size_t(first) + place]);
-        m->order = std::move(order);
+            sorted.push_back(order[size_t(first) + place]);
+        order = std::move(sorted);
     }
-    if (heights.size() < m->heights.size())
+    if (moved.size() < heights.size())
         for (size_t i = 0; i < count; ++i)
-            if (const auto own = m->heights.constFind(first + places[i]); own != m->heights.cend())
-                heights.insert(first + qint64(i), *own);
-    m->heights = heights;
-    m->Stale();
-    emit DataChanged();
+            if (const auto own = heights.constFind(first + places[i]); own != heights.cend())
+                moved.insert(first + qint64(i), *own);
+    heights = moved;
+    Stale();
+    emit q->DataChanged();
 }
 
 void AutoSize(FlexGrid *grid)

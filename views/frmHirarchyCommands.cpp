@@ -93,12 +93,13 @@ void frmHirarchy::SortByHeading(FlexGrid *table, const QPoint &position)
         table->SetRow(0);
         if (table->Rows() <= 1)
             return;
-        Breather breather(tr("Sorting ..."));
-        breather.Breathe();
+        const QPointer<frmHirarchy> alive(this);
+        Breather breather(tr("Sorting ... (Esc stops)"));
         const bool numeric = lang::IsNumeric(table->TextMatrix(1, table->Col()));
-        table->SetSort(numeric ? (m_sortUp ? flexSortNumericAscending : flexSortNumericDescending)
-                               : (m_sortUp ? flexSortGenericAscending : flexSortGenericDescending));
-        m_sortUp = !m_sortUp;
+        const int mode = numeric ? (m_sortUp ? flexSortNumericAscending : flexSortNumericDescending)
+                                 : (m_sortUp ? flexSortGenericAscending : flexSortGenericDescending);
+        if (table->SetSort(mode, [&] { return breather.Breathe(); }) && alive)
+            m_sortUp = !m_sortUp;
     });
 }
 

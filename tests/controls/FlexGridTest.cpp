@@ -256,6 +256,40 @@ TEST(FlexGridSort, TellsNumbersFromTexts)
     EXPECT_EQ(Column(grid, 1).join(u','), QStringLiteral("10,A,b,C"));
 }
 
+TEST(FlexGridSort, CanBeGivenUpAndThenLeavesTheOrder)
+{
+    FlexGrid grid;
+    QStringList texts;
+    for (int i = 0; i < 5000; ++i)
+        texts << QString::number(i * 7919 % 5003);
+    Fill(grid, texts);
+    int asked = 0;
+    EXPECT_FALSE(grid.SetSort(flexSortNumericAscending, [&] { return ++asked < 3; }));
+    EXPECT_EQ(asked, 3);
+    EXPECT_EQ(Column(grid, 1), texts);
+    EXPECT_EQ(grid.Sort(), flexSortNone);
+    EXPECT_TRUE(grid.SetSort(flexSortNumericAscending, [&] { return ++asked > 0; }));
+    EXPECT_GT(asked, 5);
+    EXPECT_EQ(grid.TextMatrix(1, 1), "0");
+    EXPECT_EQ(grid.Sort(), flexSortNumericAscending);
+}
+
+TEST(FlexGridSort, AGridThatChangesOrGoesMeanwhileIsLeftAlone)
+{
+    auto *grid = new FlexGrid;
+    Fill(*grid, QStringList(5000, QStringLiteral("x")));
+    EXPECT_FALSE(grid->SetSort(flexSortGenericAscending, [&] {
+        grid->SetRows(2);
+        return true;
+    }));
+    EXPECT_EQ(grid->Rows(), 2);
+    Fill(*grid, QStringList(5000, QStringLiteral("x")));
+    EXPECT_FALSE(grid->SetSort(flexSortGenericAscending, [&] {
+        delete grid;
+        return true;
+    }));
+}
+
 TEST(FlexGridSort, NumericReadsLeadingNumbers)
 {
     FlexGrid grid;
