@@ -45,7 +45,7 @@ void frmSQL::ShowLog()
 {
     const Frozen bar;
     if (bar && !bar->FindBar(logKey))
-        Attempt([&] { bar->AddBar(logKey, QStringLiteral("Log")); });
+        Attempt([&] { bar->AddBar(logKey, QStringLiteral("Log"))->SetWraps(true); }); // the count stands at the end
 }
 
 // A log that has gone meanwhile, because a result window took over, takes no more lines: it is meant.

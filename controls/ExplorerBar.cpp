@@ -20,7 +20,18 @@ const QString connectionsBar = QStringLiteral("CONN");
 void ExplorerBarItem::SetText(const QString &text)
 {
     m_text = text;
+    m_wrapWidth = -1;
     m_bar->m_owner->Changed();
+}
+
+QString ExplorerBarItem::Line() const
+{
+    constexpr qsizetype shown = 500; // characters
+    QString line = m_text.left(shown);
+    for (QChar &c : line)
+        if (c < u' ')
+            c = u' ';
+    return line;
 }
 
 void ExplorerBarItem::SetIcon(int icon)
@@ -120,6 +131,14 @@ void ExplorerBarBar::SetExpanded(bool on)
     if (m_expanded == on)
         return;
     m_expanded = on;
+    m_owner->Changed();
+}
+
+void ExplorerBarBar::SetWraps(bool on)
+{
+    if (m_wraps == on)
+        return;
+    m_wraps = on;
     m_owner->Changed();
 }
 

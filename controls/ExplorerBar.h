@@ -35,10 +35,12 @@ private:
     friend class ExplorerBarBar;
     friend class ExplorerBarItems;
     friend class ExplorerBar;
+    QString Line() const; // what is painted of the text: without control characters, and of a bearable length
     ExplorerBarBar *m_bar = nullptr;
     QString m_key, m_text, m_tag, m_toolTip;
     int m_icon = 0;
     bool m_enabled = true;
+    mutable int m_wrapWidth = -1, m_wrapHeight = 0; // the height of the wrapped text at that width, pixels
 };
 
 class ExplorerBarItems
@@ -71,6 +73,8 @@ public:
     void SetTitle(const QString &title);
     bool Expanded() const { return m_expanded; }
     void SetExpanded(bool on);
+    bool Wraps() const { return m_wraps; }
+    void SetWraps(bool on); // entries show their whole text, in as many lines as it takes; at first off
     ExplorerBarItems &Items() { return m_items; }
     const ExplorerBarItems &Items() const { return m_items; }
 
@@ -80,7 +84,7 @@ private:
     friend class ExplorerBarItems;
     ExplorerBar *m_owner = nullptr;
     QString m_key, m_title;
-    bool m_expanded = true;
+    bool m_expanded = true, m_wraps = false;
     ExplorerBarItems m_items;
 };
 
@@ -140,6 +144,7 @@ private:
         ExplorerBarItem *item = nullptr;
         bool operator==(const Spot &) const = default;
     };
+    int ItemHeight(const ExplorerBarItem &item, int width) const;
     void Changed(); // lays out anew and repaints, unless locked
     void Forget(const ExplorerBarItem *item);
     std::vector<std::pair<Spot, QRect>> Layout() const; // in viewport pixels

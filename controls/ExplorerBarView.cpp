@@ -15,12 +15,26 @@
 
 namespace {
 constexpr int margin = 8, gap = 8, iconSide = 16;
+constexpr int wrapped = int(Qt::AlignVCenter) | int(Qt::AlignLeft) | int(Qt::TextWordWrap) | int(Qt::TextWrapAnywhere);
 
 int LineHeight(const QWidget *widget)
 {
     return std::max(widget->fontMetrics().height() + 10, iconSide + 8);
 }
 } // namespace
+
+int ExplorerBar::ItemHeight(const ExplorerBarItem &item, int width) const
+{
+    const int line = LineHeight(this);
+    if (!item.m_bar->m_wraps)
+        return line;
+    const int room = std::max(1, width - iconSide - 16 - 6);
+    if (item.m_wrapWidth != room) {
+        item.m_wrapWidth = room;
+        item.m_wrapHeight = fontMetrics().boundingRect(QRect(0, 0, room, 1 << 20), wrapped, item.Line()).height();
+    }
+    return std::max(line, item.m_wrapHeight + 8);
+}
 
 std::vector<std::pair<ExplorerBar::Spot, QRect>> ExplorerBar::Layout() const
 {
@@ -34,8 +48,9 @@ std::vector<std::pair<ExplorerBar::Spot, QRect>> ExplorerBar::Layout() const
         if (bar->m_expanded) {
             y += 2;
             for (const auto &item : bar->m_items.m_items) {
-                spots.push_back({{bar.get(), item.get()}, QRect(margin, y, width, line)});
-                y += line;
+                const int height = ItemHeight(*item, width);
+                spots.push_back({{bar.get(), item.get()}, QRect(margin, y, width, height)});
+                y += height;
             }
         }
         y += gap;
@@ -167,12 +182,11 @@ void ExplorerBar::paintEvent(QPaintEvent *)
             text = SkinColour(SkinRole::DisabledText);
         painter.setPen(text);
         const QRect room = rect.adjusted(iconSide + 16, 0, -6, 0);
-        QString line = spot.item->m_text.left(500);
-        for (QChar &c : line)
-            if (c < u' ')
-                c = u' ';
-        painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                         fontMetrics().elidedText(line, Qt::ElideRight, room.width()));
+        if (spot.bar->m_wraps)
+            painter.drawText(room, wrapped, spot.item->Line());
+        else
+            painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                             fontMetrics().elidedText(spot.item->Line(), Qt::ElideRight, room.width()));
     }
 }
 
