@@ -48,6 +48,11 @@ static constexpr DropDownRow s_dropDowns[] = {
     {"SQLTrans", "BT", "Begin Transaction", false},
     {"SQLTrans", "CT", "Commit Transaction", false},
     {"SQLTrans", "RT", "Rollback Transaction", false},
+    {"SQLParser", "Bracket", "Round Brackets", false},
+    {"SQLParser", "Brace", "Square Brackets", false},
+    {"SQLParser", "CBracket", "Curly Brackets", false},
+    {"SQLParser", "SQuote", "Single Quotes", false},
+    {"SQLParser", "Quote", "Double Quotes", false},
     {"SQLVBS", "VBSW", "Window", true},
     {"SQLVBS", "VBSC", "Clipboard", true},
 };

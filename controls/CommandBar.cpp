@@ -1,6 +1,7 @@
 #include "controls/CommandBar.h"
 #include "controls/ControlError.h"
 #include "controls/Icons.h"
+#include "controls/Skin.h"
 #include <QAction>
 #include <QHBoxLayout>
 #include <QMenu>
@@ -94,8 +95,9 @@ void CommandBar::AddButton(const QString &toolbarKey, const QString &key, const 
         face->setObjectName(key);
         if (kind == cbrDropDown) {
             button.menu = new QMenu(face);
+            ApplySkin(face); // and its menu: a toolbar may be made long after its window was painted
             face->setMenu(button.menu);
-            face->setPopupMode(QToolButton::InstantPopup);
+            face->setPopupMode(QToolButton::MenuButtonPopup); // the button itself is clicked as any other
         }
         connect(button.action, &QAction::triggered, this, [this, key] { emit ButtonClick(key); });
     }

@@ -3,6 +3,7 @@
 #include "controls/CommandBar.h"
 #include "controls/ControlError.h"
 #include "controls/ExplorerBar.h"
+#include "controls/Skin.h"
 #include "controls/StatusBar.h"
 #include "controls/TabStrip.h"
 #include "controls/Twips.h"
@@ -13,6 +14,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <gtest/gtest.h>
 
@@ -144,6 +146,28 @@ TEST_F(ExplorerBarTest, NumbersConnectionsByThemselvesAndNeverTwice)
     EXPECT_EQ(NumberOf([&] { bar.Bar(S("LOG")); }), ctlErrElementNotFound);
     EXPECT_EQ(bar.FindBar(S("LOG")), nullptr);
     EXPECT_EQ(bar.Bar(2)->Title(), S("Tool Bar"));
+}
+
+TEST_F(ExplorerBarTest, AWrappingBarShowsWholeTexts)
+{
+    bar.resize(170, 600);
+    bar.show();
+    ExplorerBarBar *const log = bar.AddBar(S("LOG"), S("Log"));
+    ExplorerBarItem *const item =
+        log->Items().Add(S("1"), S("update shippers set Shippe... 1 record have been affected"));
+    ExplorerBarItem *const brief = log->Items().Add(S("2"), S("short"));
+    const int line = bar.ItemRect(item).height();
+    log->SetWraps(true);
+    EXPECT_TRUE(log->Wraps());
+    EXPECT_GE(bar.ItemRect(item).height(), 3 * bar.fontMetrics().height());
+    EXPECT_EQ(bar.ItemRect(brief).height(), line);
+    EXPECT_EQ(bar.ItemRect(brief).top(), bar.ItemRect(item).bottom() + 1);
+    EXPECT_EQ(bar.ItemAt(bar.ItemRect(brief).center()), brief);
+    bar.resize(700, 600);
+    EXPECT_EQ(bar.ItemRect(item).height(), line);
+    item->SetText(S("x"));
+    bar.resize(170, 600);
+    EXPECT_EQ(bar.ItemRect(item).height(), line);
 }
 
 TEST_F(ExplorerBarTest, ClicksReachTheEntry)
@@ -280,6 +304,28 @@ TEST_F(CommandBarTest, ButtonsStandInOrderAndSayTheirKeys)
     QTest::keyClick(Face("SQLRun"), Qt::Key_Space);
     EXPECT_EQ(clicks.size(), 2);
     EXPECT_EQ(Face("SQLRun")->accessibleName(), S("Run"));
+}
+
+TEST_F(CommandBarTest, AButtonWithAMenuIsAButtonAllTheSame)
+{
+    QSignalSpy clicks(&bar, &CommandBar::ButtonClick);
+    QToolButton *const face = Face("SQLParser");
+    EXPECT_GT(face->width(), Face("SQLRun")->width()) << "room for the arrow";
+    QTest::mouseClick(face, Qt::LeftButton, {}, QPoint(face->height() / 3, face->height() / 2));
+    ASSERT_EQ(clicks.size(), 1);
+    EXPECT_EQ(clicks[0][0].toString(), S("SQLParser"));
+    QMenu *const menu = face->menu();
+    EXPECT_FALSE(menu->isVisible());
+    EXPECT_GE(Contrast(menu->palette().color(QPalette::WindowText), menu->palette().color(QPalette::Window)), 4.5);
+    EXPECT_EQ(menu->palette().color(QPalette::Window), SkinColour(SkinRole::BarTop));
+    bool shown = false;
+    QTimer::singleShot(0, menu, [&] { // the menu runs its own loop
+        shown = menu->isVisible();
+        menu->close();
+    });
+    QTest::mouseClick(face, Qt::LeftButton, {}, QPoint(face->width() - 3, face->height() / 2));
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(clicks.size(), 1);
 }
 
 TEST_F(CommandBarTest, CheckButtonsKeepTheirState)
