@@ -114,6 +114,7 @@ private:
     bool RunStatements(const QString &sql);
     void ShowResult(const RunStep &step);
     void ShareWorkArea(frmHirarchy *result);
+    bool StopRuns(); // of the result windows that this window started; false when none runs
     void ShowLog();
     void AddLog(const QString &text);
     void ClearLog();

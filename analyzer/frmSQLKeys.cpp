@@ -90,6 +90,8 @@ bool frmSQL::KeyDown(QObject *watched, QKeyEvent *event)
         mnuCut();
         return true;
     }
+    if (event->key() == Qt::Key_Escape && watched != lvQuickList && StopRuns())
+        return true;
     if (FunctionOf(event->key()) && IsPlain(event))
         return true; // they act when they are let go; F10 must not open the menu bar
     if (watched == txtSQL && event->key() == Qt::Key_F1 && IsPlain(event))

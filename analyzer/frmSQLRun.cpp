@@ -178,6 +178,19 @@ void frmSQL::ShowResult(const RunStep &step)
     result->ShowRec(step.sql, gConn, QStringLiteral("SQL Result: ") + m_ConnName);
 }
 
+bool frmSQL::StopRuns()
+{
+    bool any = false;
+    for (ChildWindow *child : Shell::Current().Children()) {
+        auto *result = qobject_cast<frmHirarchy *>(child);
+        if (!result || result->CallerSQLForm() != this || !result->IsRunning())
+            continue;
+        result->StopRun();
+        any = true;
+    }
+    return any;
+}
+
 // Both windows in their normal state; with the split this one above the result.
 void frmSQL::ShareWorkArea(frmHirarchy *result)
 {

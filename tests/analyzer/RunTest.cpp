@@ -1,5 +1,6 @@
 // Running statements: what is asked, what goes where, what the log says, and what errors do.
 #include "AnalyzerFixture.h"
+#include "controls/FlexGrid.h"
 #include <QTimer>
 
 namespace {
@@ -270,6 +271,24 @@ TEST_F(Analyzer, ALongStatementLeavesTheProgramAliveAndCanBeStopped)
     EXPECT_GE(ticks, 20);
     EXPECT_EQ(Log().size(), 1);
     EXPECT_EQ(Count(QStringLiteral("select count(*) from orders")), 0); // the connection is usable
+}
+
+TEST_F(Analyzer, EscapeStopsTheStatementOfItsResultWindow)
+{
+    window->SetText(QStringLiteral("select 1"));
+    EXPECT_TRUE(window->RunSQL()); // the result window is there from now on, and the focus stays here at the next run
+    WaitForResults();
+    window->SetText(QStringLiteral("with recursive c(i) as (select 1 union all select i + 1 from c "
+                                   "where i < 1000000000) select count(*) from c"));
+    EXPECT_TRUE(window->RunSQL());
+    ASSERT_EQ(Results().size(), 1);
+    QTest::qWait(50);
+    EXPECT_TRUE(Results()[0]->IsRunning());
+    Press(Qt::Key_Escape);
+    WaitForResults();
+    const FlexGrid *log = Results()[0]->mfgMessge;
+    EXPECT_TRUE(log->TextMatrix(log->Rows() - 1, 3).startsWith(QStringLiteral("Error: ")));
+    EXPECT_EQ(Count(QStringLiteral("select 5")), 5);
 }
 
 TEST_F(Analyzer, ARunInsideARunDoesNothing)
