@@ -1,6 +1,7 @@
 #include "data/ChildWindow.h"
 #include "data/Shell.h"
 #include <QCloseEvent>
+#include <QContextMenuEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
@@ -48,6 +49,12 @@ void ChildWindow::closeEvent(QCloseEvent *event)
         m_unloaded = true;
         Unload();
     }
+    event->accept();
+}
+
+// What a control leaves unanswered ends here: the ground below the children has a menu of its own.
+void ChildWindow::contextMenuEvent(QContextMenuEvent *event)
+{
     event->accept();
 }
 

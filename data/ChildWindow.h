@@ -60,6 +60,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override; // Unload, once
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
 private:
     bool m_unloaded = false;
 };

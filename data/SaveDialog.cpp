@@ -1,5 +1,4 @@
 #include "data/SaveDialog.h"
-#include "controls/Dialogs.h"
 #include "data/AppPath.h"
 #include "data/Pump.h"
 #include <QFileInfo>
@@ -15,14 +14,15 @@ bool Refused(QWidget *parent, const QString &why)
 
 } // namespace
 
-QString AskSavePath(QWidget *parent, const QString &title, const QString &filter, const QString &defaultExtension)
+QString AskSavePath(QWidget *parent, const QString &title, const QString &filter, const QString &defaultExtension,
+                    int icon)
 {
     const QString path = ToNative(SaveFileDialog(title, filter, defaultExtension, {}, parent));
     if (path.isEmpty() || !QFileInfo::exists(path))
         return path;
     const int answer =
         MsgBox(QStringLiteral("This file name already exists. Are you sure you want to overwrite this file?"),
-               mbYesNo | mbQuestion, QStringLiteral("Save"), parent);
+               mbYesNo | icon, QStringLiteral("Save"), parent);
     return answer == mbYes ? path : QString();
 }
 

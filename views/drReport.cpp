@@ -49,6 +49,7 @@ void drReport::Build()
     connect(turned, &QPushButton::toggled, this, [this](bool on) {
         m_printer->setPageOrientation(on ? QPageLayout::Landscape : QPageLayout::Portrait);
         preview->updatePreview();
+        ShowPages();
     });
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(cmdPrint, &QPushButton::clicked, this, [this] {
@@ -72,7 +73,11 @@ void drReport::Build()
     all->addLayout(buttons);
     all->addWidget(preview, 1);
     resize(820, 640);
+    ShowPages();
+}
 
+void drReport::ShowPages()
+{
     const qint64 pages = Pages();
     lblPages->setText(
         pages > PreviewPages

@@ -33,6 +33,7 @@ public:
 
 private:
     void Build();
+    void ShowPages(); // how many there are, beside the buttons
     bool Paint(QPrinter &printer, qint64 mostPages);
     ReportLayout Layout(const QPrinter &printer) const;
 

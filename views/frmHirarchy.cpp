@@ -56,6 +56,9 @@ void frmHirarchy::Build()
     cmdStop = named(new QPushButton(tr("&Stop"), this), "cmdStop", tr("Stop the statement"));
     cmdStop->setToolTip(tr("Cancel the statement on the server (Esc)"));
     connect(cmdStop, &QPushButton::clicked, this, &frmHirarchy::StopRun);
+    QSizePolicy room = cmdStop->sizePolicy(); // the rows do not jump when it comes and goes
+    room.setRetainSizeWhenHidden(true);
+    cmdStop->setSizePolicy(room);
     m_clock.setInterval(100);
     connect(&m_clock, &QTimer::timeout, this, [this] { ShowRunning(true); });
 

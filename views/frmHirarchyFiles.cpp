@@ -65,7 +65,7 @@ void frmHirarchy::mnuSave()
     const QString path = AskSavePath(this, QStringLiteral("Save CSV File"),
                                      QStringLiteral("Comma Seperated File [*.csv]|*.csv|HTML File [*.htm]|*.htm|"
                                                     "Text File [*.txt]|*.txt"),
-                                     QStringLiteral("CSV"));
+                                     QStringLiteral("CSV"), mbExclamation);
     if (path.isEmpty())
         return;
     if (grid::WantsHtml(path))

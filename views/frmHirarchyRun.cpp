@@ -126,6 +126,8 @@ void frmHirarchy::ClearForRun()
     m_recordset.Cancel();
     Attempt([&] { mfg->ClearStructure(); });
     mnuClearLog();
+    for (const int panel : {2, 3, 4}) // what they say is the former result's
+        SB->SetPanelText(panel, QString());
     m_sortUp = false;
 }
 

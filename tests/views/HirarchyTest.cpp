@@ -12,6 +12,7 @@
 #include "views/frmHirarchy.h"
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QFile>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -19,6 +20,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 namespace {
@@ -258,6 +260,56 @@ TEST_F(Hirarchy, TheHeadingSortsAndTheFirstClickSortsDown)
     EXPECT_EQ(window.mfg->TextMatrix(3, 1), "3");
 }
 
+TEST_F(Hirarchy, ALongSortSaysSoStopsOnEscapeAndLeavesTheStatus)
+{
+    window.resize(700, 400);
+    window.show();
+    ASSERT_TRUE(Run(Counting(300000)));
+    SetStatus(QStringLiteral("Done."));
+    window.mfg->Select(1, 1, 1, 1);
+    QTimer::singleShot(0, &window, [&] { QTest::keyClick(window.mfg, Qt::Key_Escape); });
+    const QPoint heading = window.mfg->CellRect(0, 1).center();
+    QTest::mouseClick(window.mfg->viewport(), Qt::LeftButton, {}, heading);
+    EXPECT_TRUE(shell.Statuses.contains(QStringLiteral("Sorting ... (Esc stops)")));
+    EXPECT_EQ(shell.Status(), "Done.");
+    EXPECT_EQ(window.mfg->TextMatrix(1, 1), "1") << "given up";
+    QTest::mouseClick(window.mfg->viewport(), Qt::LeftButton, {}, heading);
+    EXPECT_EQ(window.mfg->TextMatrix(1, 1), "300000") << "the first click that sorts sorts down";
+}
+
+TEST_F(Hirarchy, TheRightButtonOpensItsOwnMenuAndNoOther)
+{
+    struct Ground : QWidget // stands for the work area, which has a menu of its own
+    {
+        int menus = 0;
+        void contextMenuEvent(QContextMenuEvent *) override { ++menus; }
+    } ground;
+    window.setParent(&ground);
+    ground.show();
+    for (FlexGrid *grid : {window.mfg, window.mfgMessge}) {
+        const QPoint at(30, 30);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, grid->viewport()->mapToGlobal(at));
+        QApplication::sendEvent(grid->viewport(), &event);
+        const int before = shell.StatsMenus;
+        QTest::mouseClick(grid->viewport(), Qt::RightButton, {}, at);
+        EXPECT_EQ(shell.StatsMenus, before + 1);
+        EXPECT_EQ(shell.StatsTag, grid == window.mfg ? "R" : "M");
+    }
+    EXPECT_EQ(ground.menus, 0);
+    window.setParent(nullptr);
+}
+
+TEST_F(Hirarchy, ANewRunForgetsThePanelsOfTheFormerOne)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select id from t")));
+    window.mfg->Select(2, 1, 2, 1);
+    EXPECT_EQ(window.SB->PanelText(2), "Cell [2,1]");
+    window.ClearForRun();
+    for (const int panel : {2, 3, 4})
+        EXPECT_EQ(window.SB->PanelText(panel), "");
+    EXPECT_EQ(window.mfg->Rows(), 2);
+}
+
 TEST_F(Hirarchy, ADoubleClickShowsTheCellInFull)
 {
     window.resize(700, 400);
@@ -318,6 +370,8 @@ TEST_F(Hirarchy, SavingAsksBeforeItOverwritesAndSaysWhyItCannot)
     window.mnuSave();
     EXPECT_EQ(Bytes("old.csv"), "keep");
     EXPECT_EQ(dialogs.LastTitle(), "Save");
+    EXPECT_EQ(dialogs.Boxes.last().Icon, mbExclamation);
+    EXPECT_EQ(dialogs.Boxes.last().Buttons, mbYesNo);
     EXPECT_EQ(dialogs.LastText(), "This file name already exists. Are you sure you want to overwrite this file?");
     EXPECT_FALSE(window.SaveFile(QStringLiteral("/nowhere/at/all.csv")));
     EXPECT_TRUE(dialogs.LastText().contains("/nowhere/at/all.csv"));
