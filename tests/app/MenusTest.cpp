@@ -154,8 +154,8 @@ TEST_F(MenusTest, EveryItemReachesItsOperationAndNoneIsDead)
             EXPECT_FALSE(item->isEnabled()); // no dead click
             continue;
         }
-        if (row.Route == MenuRoute::Group || row.Route == MenuRoute::Main)
-            continue;
+        if (row.Route == MenuRoute::Group || row.Route == MenuRoute::Main || row.Route == MenuRoute::Schema)
+            continue; // the schema's own tests run them on a connection
         item->setEnabled(true);
         Log.clear();
         item->trigger();
