@@ -225,9 +225,12 @@ constexpr CatalogueQuery kCatalogueQueries[] = {
 
 const CatalogueQuery *FindCatalogueQuery(DatabaseFamily family, SchemaEnum schema)
 {
-    for (const CatalogueQuery &query : kCatalogueQueries)
-        if (query.Family == family && query.Schema == schema)
-            return &query;
+    for (const std::span<const CatalogueQuery> queries :
+         {std::span<const CatalogueQuery>(kCatalogueQueries), SqliteQueries(), PostgresQueries(), PostgresGrants(),
+          MySQLQueries()})
+        for (const CatalogueQuery &query : queries)
+            if (query.Family == family && query.Schema == schema)
+                return &query;
     return nullptr;
 }
 

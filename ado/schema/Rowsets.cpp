@@ -130,9 +130,11 @@ constexpr Rowset kRowsets[] = {
 
 const Rowset *FindRowset(int schema)
 {
-    for (const Rowset &rowset : kRowsets)
-        if (rowset.Schema == schema)
-            return &rowset;
+    for (const std::span<const Rowset> rowsets :
+         {std::span<const Rowset>(kRowsets), RowsetsOfConstraints(), RowsetsOfServer(), RowsetsOfObjects()})
+        for (const Rowset &rowset : rowsets)
+            if (rowset.Schema == schema)
+                return &rowset;
     return nullptr;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 // The standard shape of each schema rowset: its columns, their order and types, its restriction columns.
 //
-// A rowset more is a list of columns and a row of kRowsets in Rowsets.cpp, and then where its rows come from: a row of
-// kCatalogueQueries (CatalogueQueries.cpp) for each database family that has the notion.
+// A rowset more is a list of columns and a row of kRowsets in one of the Rowsets*.cpp, and then where its rows come
+// from: a row of the family's queries (CatalogueQueries.h), or what is known without asking (OwnRows.h).
 
 #include "ado/Driver.h"
 #include "ado/Value.h"
@@ -24,6 +24,9 @@ struct Rowset
     std::span<const char *const> Order;        // the columns that the rows are sorted by, "-" before a descending one
 };
 
+std::span<const Rowset> RowsetsOfConstraints();
+std::span<const Rowset> RowsetsOfServer();
+std::span<const Rowset> RowsetsOfObjects();
 const Rowset *FindRowset(int schema);                      // null for one that is not answered
 int RowsetIndex(const Rowset &rowset, QStringView column); // from 0, without regard to case; -1 when there is none
 

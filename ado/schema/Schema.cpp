@@ -1,6 +1,8 @@
 #include "ado/schema/Schema.h"
 #include "ado/Recordset.h"
 #include "ado/schema/CatalogueQueries.h"
+#include "ado/schema/CheckReader.h"
+#include "ado/schema/OwnRows.h"
 #include "ado/schema/Rowsets.h"
 #include "ado/schema/TypeNames.h"
 
@@ -60,24 +62,45 @@ RecordsetPtr FromQuery(Session &session, const Rowset &rowset, const CatalogueQu
     const Held held = ReadWhole(*result.Rows);
     RowsetWriter writer(rowset);
     std::vector<int> targets;
-    int type = -1, standard = -1;
+    const ColumnStore *type = nullptr, *base = nullptr, *standard = nullptr, *checked = nullptr, *checks = nullptr;
+    const struct
+    {
+        const char16_t *Name;
+        const ColumnStore *&Store;
+    } special[] = {{u"TYPE_NAME", type},
+                   {u"BASE_TYPE_NAME", base},
+                   {u"COLUMN_DEFAULT", standard},
+                   {u"CHECKED_TABLE", checked},
+                   {u"CHECKS_IN", checks}};
     for (size_t column = 0; column < held.Columns.size(); ++column) {
         const QString &name = held.Columns[column].Name;
         targets.push_back(RowsetIndex(rowset, name));
-        if (name.compare(u"TYPE_NAME", Qt::CaseInsensitive) == 0)
-            type = int(column);
-        if (name.compare(u"COLUMN_DEFAULT", Qt::CaseInsensitive) == 0)
-            standard = int(column);
+        for (const auto &one : special)
+            if (name.compare(QStringView(one.Name), Qt::CaseInsensitive) == 0)
+                one.Store = &held.Stores[column];
     }
+    const int hasDefault = RowsetIndex(rowset, u"COLUMN_HASDEFAULT");
     for (qint64 row = 0; row < held.Rows(); ++row) {
-        if (type >= 0)
-            PutType(writer, query.Family, held.Stores[size_t(type)].At(row));
-        for (size_t column = 0; column < targets.size(); ++column)
-            if (!held.Stores[column].IsNull(row))
-                writer.Put(targets[column], held.Stores[column].At(row));
-        if (standard >= 0)
-            writer.Put(u"COLUMN_HASDEFAULT", Value(!held.Stores[size_t(standard)].IsNull(row)));
-        writer.EndRow(restrictions);
+        const auto put = [&] {
+            if (type)
+                PutType(writer, query.Family, (base && !base->IsNull(row) ? base : type)->At(row));
+            for (size_t column = 0; column < targets.size(); ++column)
+                if (targets[column] >= 0 && !held.Stores[column].IsNull(row))
+                    writer.Put(targets[column], held.Stores[column].At(row));
+            if (standard)
+                writer.Put(hasDefault, Value(!standard->IsNull(row)));
+        };
+        if (!checked || checked->IsNull(row)) {
+            put();
+            writer.EndRow(restrictions);
+            continue;
+        }
+        for (const Check &check : ReadChecks(checked->Text(row), checks->IsNull(row) ? QString() : checks->Text(row))) {
+            put();
+            writer.Put(u"CONSTRAINT_NAME", Value(check.Name));
+            writer.Put(u"CHECK_CLAUSE", Value(check.Clause));
+            writer.EndRow(restrictions);
+        }
     }
     writer.Sort();
     return Recordset::FromColumns(writer.Columns(), writer.Stores());
@@ -143,11 +166,28 @@ bool MeansNoSuchFunction(const Error &error)
 
 } // namespace
 
+RowsetSource SourceOf(DatabaseFamily family, int schema)
+{
+    const Rowset *rowset = FindRowset(schema);
+    if (!rowset)
+        return RowsetSource::Refused;
+    if (HasOwnRows(family, rowset->Schema))
+        return RowsetSource::Native;
+    return FindCatalogueQuery(family, rowset->Schema) ? RowsetSource::Catalogue : RowsetSource::Refused;
+}
+
 RecordsetPtr OpenSchemaRowset(Session &session, int schema, const QStringList &restrictions)
 {
     const Rowset *rowset = FindRowset(schema);
     if (!rowset)
         RaiseNotCapable();
+    if (HasOwnRows(session.Family(), rowset->Schema)) {
+        RowsetWriter writer(*rowset);
+        WriteOwnRows(session, writer, restrictions);
+        writer.Sort();
+        return Recordset::FromColumns(writer.Columns(), writer.Stores());
+    }
+    std::optional<Error> refused;
     if (HasCatalogueQueries(session.Family())) {
         const CatalogueQuery *query = FindCatalogueQuery(session.Family(), rowset->Schema);
         if (!query)
@@ -158,11 +198,15 @@ RecordsetPtr OpenSchemaRowset(Session &session, int schema, const QStringList &r
             // An older server may not have all that the query asks for; the driver's own way is poorer but there.
             if (error.Number == adErrOperationCancelled || !session.IsAlive())
                 throw;
+            refused = error;
         }
     }
     try {
         return FromDriver(session, *rowset, restrictions);
     } catch (const Error &error) {
+        // The server's words tell more than that the driver has no such function, or met the same refusal.
+        if (refused && error.Number != adErrOperationCancelled && session.IsAlive())
+            throw *refused;
         if (MeansNoSuchFunction(error))
             RaiseNotCapable();
         throw;

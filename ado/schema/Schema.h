@@ -10,6 +10,16 @@
 
 namespace ADODB {
 
+// Where a family's rows of a rowset come from: from what the program or the driver's library knows without asking, from
+// one query of the catalogue, or from nowhere.
+enum class RowsetSource
+{
+    Refused,
+    Native,
+    Catalogue
+};
+RowsetSource SourceOf(DatabaseFamily family, int schema); // of families with a catalogue known here
+
 // `schema` is one of SchemaEnum; restrictions count from 0 as the rowset's restriction columns do, a null QString is
 // none.
 RecordsetPtr OpenSchemaRowset(Session &session, int schema, const QStringList &restrictions);

@@ -333,7 +333,7 @@ TEST_P(ConformanceOfSchemas, Procedures)
 
 TEST_P(ConformanceOfSchemas, WhatNobodyHasIsRefused)
 {
-    for (const int schema : {int(adSchemaCubes), int(adSchemaTrustees), 4711}) {
+    for (const int schema : {int(adSchemaCubes), int(adSchemaAsserts), 4711}) {
         const Error error = ErrorFrom([&] { m_connection->OpenSchema(schema); });
         EXPECT_EQ(error.Number, adErrFeatureNotAvailable);
         EXPECT_EQ(error.Description, u"Object or provider is not capable of performing requested operation.");

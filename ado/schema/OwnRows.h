@@ -1,0 +1,16 @@
+#pragma once
+// Rows of schema rowsets that nobody has to be asked for: the literals of each family, the types of families whose
+// catalogue lists none, and SQLite's keywords, which its library knows.
+//
+// Called with the connection's turn held. Nothing is sent to the server.
+
+#include "ado/schema/Rowsets.h"
+#include <QStringList>
+
+namespace ADODB {
+
+bool HasOwnRows(DatabaseFamily family, SchemaEnum schema);
+// Puts the rows that meet the restrictions; `writer` is one of a rowset that HasOwnRows.
+void WriteOwnRows(Session &session, RowsetWriter &writer, const QStringList &restrictions);
+
+} // namespace ADODB
