@@ -42,8 +42,8 @@ constexpr char kSQLiteViews[] =
 // A key may name its target in another case than the target's own, and may leave the target's columns out: then they
 // are its primary key.
 constexpr char kSQLiteForeignKeys[] =
-    "SELECT " SQLITE_SCHEMA " AS PK_TABLE_SCHEMA, COALESCE((SELECT p.name FROM pragma_table_list p "
-    "WHERE p.schema = t.schema AND lower(p.name) = lower(f.\"table\")), f.\"table\") AS PK_TABLE_NAME, "
+    "SELECT " SQLITE_SCHEMA " AS PK_TABLE_SCHEMA, COALESCE((SELECT p.name FROM pragma_table_list(f.\"table\") p "
+    "WHERE p.schema = t.schema), f.\"table\") AS PK_TABLE_NAME, "
     "COALESCE((SELECT c.name FROM pragma_table_info(f.\"table\", t.schema) c WHERE lower(c.name) = lower(f.\"to\")), "
     "f.\"to\", (SELECT c.name FROM pragma_table_info(f.\"table\", t.schema) c WHERE c.pk = f.seq + 1)) AS "
     "PK_COLUMN_NAME, "

@@ -12,15 +12,18 @@ constexpr DatabaseFamily kFamily = DatabaseFamily::SQLite;
 #define SQLITE_SCHEMA "CASE WHEN t.schema IN ('main', 'temp') THEN NULL ELSE t.schema END"
 #define SQLITE_TABLES "FROM pragma_table_list t "
 #define SQLITE_OWN "t.type = 'table' AND t.name NOT LIKE 'sqlite!_%' ESCAPE '!'"
-#define SQLITE_TEXT                                                                                                    \
-    "CASE t.schema WHEN 'main' THEN (SELECT s.sql FROM main.sqlite_master s WHERE s.type = 'table' AND s.name = "      \
-    "t.name) WHEN 'temp' THEN (SELECT s.sql FROM sqlite_temp_master s WHERE s.type = 'table' AND s.name = t.name) END"
+// The texts of the tables, each read once; an attached database's own are not among them.
+#define SQLITE_TEXTS                                                                                                   \
+    "FROM (SELECT name, sql FROM main.sqlite_master WHERE type = 'table' UNION ALL SELECT name, sql FROM "             \
+    "sqlite_temp_master WHERE type = 'table') s WHERE s.name NOT LIKE 'sqlite!_%' ESCAPE '!' AND s.sql NOT LIKE "      \
+    "'CREATE VIRTUAL %'"
+
 // The target as it is spelled where it was made, not as the key spells it.
 #define SQLITE_TARGET                                                                                                  \
     "COALESCE((SELECT p.name FROM pragma_table_list(f.\"table\") p WHERE p.schema = t.schema), f.\"table\")"
 
-constexpr char kChecks[] = "SELECT " SQLITE_SCHEMA " AS CONSTRAINT_SCHEMA, t.name AS CHECKED_TABLE, " SQLITE_TEXT
-                           " AS CHECKS_IN " SQLITE_TABLES "WHERE " SQLITE_OWN;
+constexpr char kChecks[] =
+    "SELECT NULL AS CONSTRAINT_SCHEMA, s.name AS CHECKED_TABLE, s.sql AS CHECKS_IN " SQLITE_TEXTS;
 
 constexpr char kConstraintColumns[] =
     "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, c.name AS COLUMN_NAME, " SQLITE_SCHEMA
@@ -43,8 +46,7 @@ constexpr char kConstraintTables[] =
     " UNION ALL SELECT " SQLITE_SCHEMA ", " SQLITE_TARGET ", " SQLITE_SCHEMA
     ", 'FK_' || t.name || '_' || f.id, NULL, NULL " SQLITE_TABLES
     "CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE f.seq = 0 AND " SQLITE_OWN
-    " UNION ALL SELECT " SQLITE_SCHEMA ", t.name, " SQLITE_SCHEMA ", NULL, t.name, " SQLITE_TEXT " " SQLITE_TABLES
-    "WHERE " SQLITE_OWN;
+    " UNION ALL SELECT NULL, s.name, NULL, NULL, s.name, s.sql " SQLITE_TEXTS;
 
 constexpr char kKeyColumns[] =
     "SELECT " SQLITE_SCHEMA " AS CONSTRAINT_SCHEMA, 'PK_' || t.name AS CONSTRAINT_NAME, " SQLITE_SCHEMA
@@ -71,8 +73,7 @@ constexpr char kTableConstraints[] =
     " UNION ALL SELECT " SQLITE_SCHEMA ", 'FK_' || t.name || '_' || f.id, " SQLITE_SCHEMA
     ", t.name, 'FOREIGN KEY', NULL, NULL " SQLITE_TABLES
     "CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE f.seq = 0 AND " SQLITE_OWN
-    " UNION ALL SELECT " SQLITE_SCHEMA ", NULL, " SQLITE_SCHEMA ", t.name, 'CHECK', t.name, " SQLITE_TEXT
-    " " SQLITE_TABLES "WHERE " SQLITE_OWN;
+    " UNION ALL SELECT NULL, NULL, NULL, s.name, 'CHECK', s.name, s.sql " SQLITE_TEXTS;
 
 constexpr char kCharacterSets[] =
     "SELECT e.encoding AS CHARACTER_SET_NAME, e.encoding AS FORM_OF_USE, 'BINARY' AS DEFAULT_COLLATE_NAME "

@@ -1,0 +1,96 @@
+// One query a rowset, whatever the number of tables: every rowset of a wide schema is opened with its statements
+// counted, the driver's own catalogue functions not called.
+#include "ado/schema/Schema.h"
+#include "tests/ado/RowsetSample.h"
+#include <QMap>
+
+using namespace ADODB;
+using namespace rowsets;
+
+namespace {
+
+class Counter : public Session
+{
+public:
+    explicit Counter(Session &real) : m_real(real) {}
+    int Statements = 0;
+    ExecuteResult Execute(const QString &sql) override
+    {
+        ++Statements;
+        return m_real.Execute(sql);
+    }
+    qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
+                        const std::function<void(qint64, const Error &)> &failed) override
+    {
+        return m_real.ExecuteBatch(sql, parameters, failed);
+    }
+    void Begin() override { m_real.Begin(); }
+    void Commit() override { m_real.Commit(); }
+    void Rollback() override { m_real.Rollback(); }
+    std::unique_ptr<ResultSet> Catalogue(SchemaEnum schema, const QStringList &) override
+    {
+        ADD_FAILURE() << "the driver's own function for rowset " << schema;
+        return nullptr;
+    }
+    DatabaseFamily Family() const override { return m_real.Family(); }
+    QString ProductName() const override { return m_real.ProductName(); }
+    QString ProductVersion() const override { return m_real.ProductVersion(); }
+    QString IdentifierQuote() const override { return m_real.IdentifierQuote(); }
+    QString DatabaseName() const override { return m_real.DatabaseName(); }
+    void Cancel() noexcept override { m_real.Cancel(); }
+    bool IsAlive() const override { return m_real.IsAlive(); }
+
+private:
+    Session &m_real;
+};
+
+class RowsetScale : public testing::TestWithParam<Server>
+{
+};
+INSTANTIATE_TEST_SUITE_P(Over, RowsetScale, testing::ValuesIn(kServers),
+                         [](const testing::TestParamInfo<Server> &info) {
+                             return std::string(rowsets::NameOf(info.param));
+                         });
+
+TEST_P(RowsetScale, OneQueryARowset)
+{
+    const std::unique_ptr<Sample> sample = Sample::Make(GetParam());
+    if (!sample && conformance::ServersArePromised())
+        FAIL() << "this server was promised, and its connection string is missing";
+    if (!sample)
+        GTEST_SKIP() << "no connection string for this server";
+    for (int table = 0; table < 20; ++table)
+        sample->Run(QStringLiteral("CREATE TABLE wide%1 (id INTEGER NOT NULL PRIMARY KEY, up INTEGER, CHECK (up > 0), "
+                                   "FOREIGN KEY (up) REFERENCES helper (id))")
+                        .arg(table));
+    Connection::Turn turn(sample->m_connection, QStringLiteral("counting"));
+    turn.Begin();
+    Counter counter(turn.Driver());
+    for (int schema = adSchemaAsserts; schema <= adSchemaTrustees; ++schema) {
+        SCOPED_TRACE(schema);
+        const int before = counter.Statements;
+        switch (SourceOf(counter.Family(), schema)) {
+        case RowsetSource::Refused:
+            EXPECT_EQ(conformance::ErrorFrom([&] { OpenSchemaRowset(counter, schema, {}); }).Number,
+                      adErrFeatureNotAvailable);
+            EXPECT_EQ(counter.Statements - before, 0);
+            break;
+        case RowsetSource::Native:
+            EXPECT_GT(OpenSchemaRowset(counter, schema, {})->RecordCount(), 0);
+            EXPECT_EQ(counter.Statements - before, 0);
+            break;
+        case RowsetSource::Catalogue:
+            EXPECT_GT(OpenSchemaRowset(counter, schema, {})->RecordCount(), 0);
+            EXPECT_EQ(counter.Statements - before, 1);
+            break;
+        }
+    }
+    EXPECT_EQ(OpenSchemaRowset(counter, adSchemaReferentialConstraints, sample->Mine(adSchemaReferentialConstraints))
+                  ->RecordCount(),
+              22);
+    EXPECT_EQ(
+        OpenSchemaRowset(counter, adSchemaCheckConstraints, sample->Mine(adSchemaCheckConstraints))->RecordCount(),
+        sample->Is(Server::Postgres) ? 23 : 22);
+}
+
+} // namespace
