@@ -8,14 +8,17 @@
 #include "controls/StatusBar.h"
 #include "sqltext/clsColorTable.h"
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPalette>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QRadioButton>
 #include <QTextEdit>
 #include <QTreeView>
 #include <QVariant>
@@ -139,6 +142,18 @@ constexpr Painter kinds[] = {
         // One that takes text looks like a text box, one that only chooses like a button.
         combo->setPalette(combo->isEditable() ? GroundedOn(SkinRole::List, SkinRole::ListText) : FormPalette());
         combo->view()->setPalette(FormPalette());
+        return true;
+    },
+    [](QWidget *control) {
+        if (!qobject_cast<QLineEdit *>(control) && !qobject_cast<QCheckBox *>(control) &&
+            !qobject_cast<QRadioButton *>(control))
+            return false;
+        // The style draws their frame in a shade of the window's colour, which is lost on a dark form.
+        QPalette palette = FormPalette();
+        Set(palette, QPalette::Window, SkinRole::FormText, SkinRole::DisabledText);
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+            palette.setColor(group, QPalette::Window, SkinColour(SkinRole::FormText).lighter(125));
+        control->setPalette(palette);
         return true;
     },
     [](QWidget *control) {

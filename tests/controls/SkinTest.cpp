@@ -11,6 +11,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -109,6 +110,28 @@ TEST(Skin, PaintsByKind)
     const QPalette once = button.palette();
     ApplySkin(&form);
     EXPECT_EQ(button.palette(), once);
+}
+
+// The frame of a text box or a check box is what tells it from the form.
+TEST(Skin, FramesOfFieldsStandOutFromTheForm)
+{
+    QWidget form;
+    form.resize(200, 80);
+    QLineEdit field(&form);
+    field.setGeometry(10, 10, 100, 24);
+    QCheckBox box(&form);
+    box.setGeometry(10, 44, 100, 24);
+    ApplySkin(&form);
+    const QImage picture = form.grab().toImage();
+    const QColor ground = SkinColour(SkinRole::Form);
+    double best = 0;
+    for (int y = 8; y < 16; ++y)
+        best = std::max(best, Contrast(picture.pixelColor(60, y), ground));
+    EXPECT_GE(best, 3.0); // the upper edge of the field
+    best = 0;
+    for (int x = 8; x < 20; ++x)
+        best = std::max(best, Contrast(picture.pixelColor(x, 56), ground));
+    EXPECT_GE(best, 3.0); // the left edge of the box
 }
 
 TEST(Skin, LeavesWhatIsExcludedAndEveryDialog)
