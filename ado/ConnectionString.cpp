@@ -3,6 +3,7 @@
 #include "ado/Error.h"
 #include "ado/Types.h"
 #include "lang/Text.h"
+#include <QStringList>
 
 namespace ADODB {
 
@@ -101,6 +102,16 @@ QString BracedValue(const QString &value)
     if (plain)
         return value;
     return u'{' + lang::Replace(value, QStringLiteral("}"), QStringLiteral("}}")) + u'}';
+}
+
+QString WithAttribute(const QString &connectionString, const QString &key, const QString &value)
+{
+    QStringList parts;
+    for (const Attribute &attribute : ParseConnectionString(connectionString))
+        if (!SameKey(attribute.Key, key))
+            parts += attribute.Raw;
+    parts += key + u'=' + BracedValue(value);
+    return parts.join(u';');
 }
 
 QString OdbcString(const QString &connectionString)

@@ -2,10 +2,9 @@
 // The parts of a connection string: "key=value" joined by ";", as ODBC writes them.
 //
 // Keys compare without regard to case and the first of two equal keys counts. A value in braces may hold ";" and "=",
-// and
-// "}}" stands for "}"; a value in double quotes (Extended Properties) likewise, with the quote doubled. The reader is
-// total: every text gives some attributes, an unclosed brace or quote runs to the end, and a part without "=" is a key
-// without value. Plain values; any thread.
+// and "}}" stands for "}"; a value in double quotes (Extended Properties) likewise, with the quote doubled. The reader
+// is total: every text gives some attributes, an unclosed brace or quote runs to the end, and a part without "=" is a
+// key without value. Plain values; any thread.
 
 #include <QString>
 #include <vector>
@@ -23,6 +22,8 @@ std::vector<Attribute> ParseConnectionString(const QString &text);
 QString AttributeValue(const std::vector<Attribute> &attributes, const QString &key); // "" when it is missing
 bool HasAttribute(const std::vector<Attribute> &attributes, const QString &key);
 QString BracedValue(const QString &value); // in braces when a driver would misread it bare
+// Replaces every attribute of that key, or appends one; all others stay as they were written.
+QString WithAttribute(const QString &connectionString, const QString &key, const QString &value);
 
 // What the driver gets: "Provider=MSDASQL;" and what belongs to it taken off, "Extended Properties" unwrapped, and its
 // words for data source, user and password turned into the driver's. A string without a provider comes back as it is.

@@ -67,7 +67,7 @@ public:
     // Runs one prepared statement once for each row of `parameters` (columns of equal length, bound to the ?s in
     // order). failed(row, error) is called for each row that the server refuses; the rest go on. Gives the rows
     // affected. An UPDATE or DELETE that meets no row at all counts as refused, with adErrRowConflict: somebody else
-    // was faster.
+    // was faster. Without parameters it runs once. What a cancel leaves unwritten is told as refused, or it raises.
     virtual qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
                                 const std::function<void(qint64 row, const Error &)> &failed) = 0;
 

@@ -163,16 +163,22 @@ void Recordset::Body::Send(const std::vector<std::uint32_t> &rows)
     qint64 refused = 0;
     for (const Group &group : writer.Groups()) {
         std::unordered_set<qint64> failed;
-        const auto refuse = [&](qint64 row, const Error &error) {
-            failed.insert(row);
-            if (!first)
-                first = error;
-        };
-        AsErrors([&] { return session.ExecuteBatch(group.sql, group.parameters, refuse); });
+        // A statement without parameters (a row of defaults) runs once a call.
+        const bool isBare = group.parameters.empty();
+        for (size_t call = 0; call < (isBare ? group.rows.size() : 1); ++call) {
+            const auto refuse = [&](qint64 row, const Error &error) {
+                failed.insert(isBare ? qint64(call) : row);
+                if (!first)
+                    first = error;
+            };
+            AsErrors([&] { return session.ExecuteBatch(group.sql, group.parameters, refuse); });
+        }
         refused += qint64(failed.size());
         for (size_t i = 0; i < group.rows.size(); ++i)
             if (!failed.contains(qint64(i)))
                 pending.erase(group.rows[i]);
+        if (first && (first->Number == adErrOperationCancelled || !session.IsAlive()))
+            break; // the other groups stay pending as they are
     }
     if (!first)
         return;

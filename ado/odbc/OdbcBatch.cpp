@@ -4,6 +4,7 @@
 // rows go one by one, so that each refused row is known and the others are kept. PostgreSQL's driver takes a refused
 // block back by itself, if the block is no longer than the lots that it sends; its own savepoints would swallow ours.
 // MariaDB's goes under a savepoint or in a transaction of its own.
+#include "ado/StatementText.h"
 #include "ado/odbc/OdbcSession.h"
 #include "ado/odbc/Parameters.h"
 #include <optional>
@@ -30,7 +31,7 @@ public:
         ODBC_CALL(SQLPrepare, m_statement, reinterpret_cast<SQLCHAR *>(text.data()), SQLINTEGER(text.size()));
     }
 
-    qint64 Rows() const { return m_parameters.empty() ? 0 : m_parameters.front().Size(); }
+    qint64 Rows() const { return m_parameters.empty() ? 1 : m_parameters.front().Size(); }
     qint64 RunRow(qint64 row);
 
     struct Outcome
@@ -160,44 +161,74 @@ bool OdbcSession::Protected(const std::function<bool()> &block)
     return done;
 }
 
+// False once nothing more can be written: cancelled, or the server or the transaction is gone.
+bool OdbcSession::GoesOnAfter(const Error &error) const
+{
+    return error.Number != adErrOperationCancelled && m_link->IsAlive() && !LosesTransaction(error);
+}
+
+// MySQL's servers take the whole transaction back when they break a deadlock.
+bool OdbcSession::LosesTransaction(const Error &error) const
+{
+    return m_inTransaction && Family() == DatabaseFamily::MySQL && error.SQLState == u"40001";
+}
+
 qint64 OdbcSession::ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
                                  const std::function<void(qint64 row, const Error &)> &failed)
 {
     m_link->ForgetCancel();
-    Batch batch(*m_link, sql.toUtf8(), parameters);
+    const QByteArray text = sql.toUtf8();
+    Batch batch(*m_link, text, parameters);
+    qint64 row = 0, affected = 0;
+    const bool mustMeetRows = MustMeetRows(text);
     const bool wantsProtection = Family() == DatabaseFamily::MySQL;
     const qint64 blockRows = Family() == DatabaseFamily::PostgreSQL ? kPostgresLot : kBlockRows;
-    qint64 affected = 0;
-    for (qint64 row = 0; row < batch.Rows();) {
-        m_link->RaiseIfCancelled();
-        const qint64 rows = qMin(blockRows, batch.Rows() - row);
-        if (m_link->Of().ParameterArrays && rows > 1) {
-            Batch::Outcome outcome;
-            const auto block = [&] {
-                outcome = batch.RunBlock(row, rows);
-                return outcome.Arrays && !outcome.Failure;
-            };
-            const bool done = wantsProtection ? Protected(block) : block();
-            if (outcome.Failure && (outcome.Failure->Number == adErrOperationCancelled || !m_link->IsAlive()))
-                throw *outcome.Failure;
-            if (outcome.InPart && !wantsProtection)
-                throw *outcome.Failure; // smaller lots were asked for, and nobody knows which rows are in
-            if (done) {
-                affected += outcome.Affected;
+    const auto byBlock = [&](qint64 rows) { // false: none of them is in
+        Batch::Outcome outcome;
+        const auto block = [&] {
+            outcome = batch.RunBlock(row, rows);
+            return outcome.Arrays && !outcome.Failure;
+        };
+        const bool done = wantsProtection ? Protected(block) : block();
+        if (outcome.Failure && (!GoesOnAfter(*outcome.Failure) || (outcome.InPart && !wantsProtection)))
+            throw *outcome.Failure; // in part: smaller lots were asked for, and nobody knows which rows are in
+        if (done)
+            affected += outcome.Affected;
+        return done;
+    };
+    const auto byRow = [&] {
+        try {
+            const qint64 met = batch.RunRow(row);
+            if (met == 0 && mustMeetRows)
+                throw RowConflict();
+            affected += met;
+        } catch (const Error &error) {
+            if (!GoesOnAfter(error))
+                throw;
+            failed(row, error);
+        }
+    };
+    // Of a block the drivers tell the sum alone: rows that must be met go one by one.
+    const bool byArrays = m_link->Of().ParameterArrays && !mustMeetRows && !parameters.empty();
+    try {
+        while (row < batch.Rows()) {
+            m_link->RaiseIfCancelled();
+            const qint64 rows = qMin(blockRows, batch.Rows() - row);
+            if (byArrays && rows > 1 && byBlock(rows)) {
                 row += rows;
                 continue;
             }
-        }
-        for (const qint64 end = row + rows; row < end; ++row) {
-            m_link->RaiseIfCancelled();
-            try {
-                affected += batch.RunRow(row);
-            } catch (const Error &error) {
-                if (error.Number == adErrOperationCancelled || !m_link->IsAlive())
-                    throw;
-                failed(row, error);
+            for (const qint64 end = row + rows; row < end; ++row) {
+                m_link->RaiseIfCancelled();
+                byRow();
             }
         }
+    } catch (const Error &error) {
+        // What stands before `row` is in, unless its transaction went with the server or was taken back as a whole.
+        if (row == 0 || LosesTransaction(error) || (m_inTransaction && !m_link->IsAlive()))
+            throw;
+        for (; row < batch.Rows(); ++row)
+            failed(row, error);
     }
     return affected;
 }

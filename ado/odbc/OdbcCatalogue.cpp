@@ -191,14 +191,19 @@ std::unique_ptr<ResultSet> OdbcSession::Catalogue(SchemaEnum schema, const QStri
     m_link->ForgetCancel();
     Handle statement = m_link->NewStatement();
     const SQLHANDLE s = statement.Get();
+    // Names may hold "%" and "_", which some of these functions take for a pattern: the writer below looks again. A "\"
+    // would hide a name from the pattern, so such a one is not asked for at all.
+    const bool takesPatterns =
+        schema != adSchemaIndexes && schema != adSchemaForeignKeys && schema != adSchemaPrimaryKeys;
     const auto given = [&](const char *column) {
         for (size_t number = 0; number < shape->Restrictions.size() && qsizetype(number) < restrictions.size();
              ++number)
             if (qstrcmp(shape->Restrictions[number], column) == 0)
-                return Argument(restrictions[qsizetype(number)]);
+                return Argument(takesPatterns && restrictions[qsizetype(number)].contains(u'\\')
+                                    ? QString()
+                                    : restrictions[qsizetype(number)]);
         return Argument(QString());
     };
-    // Names may hold "%" and "_", which some of these functions take for a pattern: the writer below looks again.
     Argument catalogue = given("TABLE_CATALOG"), owner = given("TABLE_SCHEMA"), table = given("TABLE_NAME");
     std::span<const Taken> taken;
     {

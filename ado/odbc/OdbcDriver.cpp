@@ -1,6 +1,6 @@
 #include "ado/odbc/OdbcDriver.h"
+#include "ado/ConnectionString.h"
 #include "ado/odbc/OdbcSession.h"
-#include "ado/odbc/OdbcString.h"
 #include <QFileInfo>
 #include <algorithm>
 
@@ -63,7 +63,7 @@ public:
                                      const QString &password) override
     {
         Odbc::SetUpTrace();
-        const QString driver = Odbc::Attribute(connectionString, QStringLiteral("Driver"));
+        const QString driver = AttributeValue(ParseConnectionString(connectionString), QStringLiteral("Driver"));
         RaiseIfNotInstalled(driver);
         const QString text = Odbc::Completed(connectionString, user, password);
         try {
@@ -71,7 +71,8 @@ public:
         } catch (const Error &error) {
             // The driver manager knows the name, but its file is gone.
             if (error.Description.contains(QLatin1String("Can't open lib")))
-                throw NotInstalled(driver.isEmpty() ? Odbc::Attribute(text, QStringLiteral("DSN")) : driver,
+                throw NotInstalled(driver.isEmpty() ? AttributeValue(ParseConnectionString(text), QStringLiteral("DSN"))
+                                                    : driver,
                                    error.Description);
             throw;
         }
@@ -79,6 +80,23 @@ public:
 };
 
 } // namespace
+
+QString Odbc::Completed(const QString &connectionString, const QString &user, const QString &password)
+{
+    QString text = connectionString;
+    if (!user.isEmpty())
+        text = WithAttribute(text, QStringLiteral("UID"), user);
+    if (!password.isEmpty())
+        text = WithAttribute(text, QStringLiteral("PWD"), password);
+    // This driver speaks the machine's old character set unless it is told otherwise.
+    const std::vector<Attribute> attributes = ParseConnectionString(text);
+    const QString driver = AttributeValue(attributes, QStringLiteral("Driver"));
+    const bool isTds = driver.contains(QLatin1String("FreeTDS"), Qt::CaseInsensitive) ||
+                       driver.contains(QLatin1String("libtdsodbc"), Qt::CaseInsensitive);
+    if (isTds && !HasAttribute(attributes, QStringLiteral("ClientCharset")))
+        text = WithAttribute(text, QStringLiteral("ClientCharset"), QStringLiteral("UTF-8"));
+    return text;
+}
 
 Driver &OdbcDriver()
 {

@@ -16,4 +16,12 @@ Driver &OdbcDriver();
 QStringList OdbcDataSources();
 QStringList OdbcDrivers();
 
+namespace Odbc {
+
+// The string as the driver manager gets it: with the credentials of a login, when there are any, and with what a driver
+// must be told to speak UTF-8.
+QString Completed(const QString &connectionString, const QString &user, const QString &password);
+
+} // namespace Odbc
+
 } // namespace ADODB

@@ -1,7 +1,7 @@
 #include "ado/odbc/OdbcSession.h"
+#include "ado/StatementText.h"
 #include "ado/odbc/HeldRows.h"
 #include "ado/odbc/OdbcRows.h"
-#include <algorithm>
 
 namespace ADODB::Odbc {
 
@@ -12,47 +12,27 @@ SQLPOINTER Number(SQLULEN number)
     return reinterpret_cast<SQLPOINTER>(number);
 }
 
-bool IsSpace(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
-// The first word of a statement in lower case, behind blanks, comments and opening brackets.
-QByteArray FirstWord(const QByteArray &sql)
-{
-    qsizetype at = 0;
-    const qsizetype size = sql.size();
-    while (at < size) {
-        if (IsSpace(sql[at]) || sql[at] == '(')
-            ++at;
-        else if (sql.mid(at, 2) == "--")
-            at = sql.indexOf('\n', at) < 0 ? size : sql.indexOf('\n', at) + 1;
-        else if (sql.mid(at, 2) == "/*")
-            at = sql.indexOf("*/", at + 2) < 0 ? size : sql.indexOf("*/", at + 2) + 2;
-        else
-            break;
-    }
-    qsizetype end = at;
-    while (end < size && (sql[end] | 0x20) >= 'a' && (sql[end] | 0x20) <= 'z')
-        ++end;
-    return sql.mid(at, end - at).toLower();
-}
-
 // True when a statement surely gives one result at most, so that its rows can be handed on while they are read. The
 // last result with rows is the one that counts, and it is known only when all have been read.
 bool GivesOneResult(const Traits &traits, const QByteArray &sql)
 {
-    static constexpr const char *kReading[] = {"select", "with",    "values", "table",
-                                               "show",   "explain", "pragma", "describe"};
     if (!traits.ManyResults)
         return true;
     if (traits.Family == DatabaseFamily::SQLServer) // a batch there needs no ";" between its statements
         return false;
-    const QByteArray first = FirstWord(sql);
-    if (std::none_of(std::begin(kReading), std::end(kReading), [&](const char *known) { return first == known; }))
+    QByteArrayView text = BehindBlanks(sql);
+    while (text.startsWith('('))
+        text = BehindBlanks(text.sliced(1));
+    if (!BeginsWithOne(text, {"SELECT", "WITH", "VALUES", "TABLE", "SHOW", "EXPLAIN", "PRAGMA", "DESCRIBE"}))
         return false;
-    const auto semicolon = std::find(sql.begin(), sql.end(), ';');
-    return std::all_of(semicolon, sql.end(), [](char c) { return c == ';' || IsSpace(c); });
+    const qsizetype semicolon = text.indexOf(';');
+    return semicolon < 0 || BehindBlanks(text.sliced(semicolon)).isEmpty();
+}
+
+// Blanks and comments alone. MySQL runs what stands in a comment that opens with "/*!" or "/*M!".
+bool DoesNothing(const QByteArray &sql)
+{
+    return BehindBlanks(sql).isEmpty() && !sql.contains("/*!") && !sql.contains("/*M!");
 }
 
 } // namespace
@@ -83,9 +63,11 @@ ExecuteResult OdbcSession::Execute(const QString &sql)
 {
     m_link->ForgetCancel();
     Handle statement = m_link->NewStatement();
+    const QByteArray text = sql.toUtf8();
+    if (DoesNothing(text)) // the driver manager and some servers take it for a mistake
+        return {};
     if (m_link->Of().Again == ReRead::Scroll)
         ODBC_TRY(SQLSetStmtAttr, statement.Get(), SQL_ATTR_CURSOR_TYPE, Number(SQL_CURSOR_STATIC), 0);
-    const QByteArray text = sql.toUtf8();
     Run(statement, text);
     if (!GivesOneResult(m_link->Of(), text))
         return LastResult(std::move(statement));
@@ -133,52 +115,6 @@ ExecuteResult OdbcSession::LastResult(Handle statement)
     if (last.Rows || last.RecordsAffected < 0)
         m_link->RaiseIfCancelled();
     return last;
-}
-
-void OdbcSession::SetAutocommit(bool on)
-{
-    const SQLRETURN result = ODBC_TRY(SQLSetConnectAttr, m_link->Connection().Get(), SQL_ATTR_AUTOCOMMIT,
-                                      Number(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF), 0);
-    if (!SQL_SUCCEEDED(result))
-        throw m_link->Judge(ErrorOf(SQL_HANDLE_DBC, m_link->Connection().Get(), "SQLSetConnectAttr"));
-}
-
-void OdbcSession::Begin()
-{
-    if (m_inTransaction)
-        throw Error(adErrNestedTransaction, QStringLiteral("Only one transaction can be open on a connection."));
-    SetAutocommit(false);
-    m_inTransaction = true;
-}
-
-void OdbcSession::End(SQLSMALLINT how)
-{
-    if (!m_inTransaction)
-        throw Error(adErrNoTransaction, QStringLiteral("No transaction is open on this connection."));
-    const SQLHANDLE connection = m_link->Connection().Get();
-    const SQLRETURN result = ODBC_TRY(SQLEndTran, SQLSMALLINT(SQL_HANDLE_DBC), connection, how);
-    if (!SQL_SUCCEEDED(result)) {
-        const Error error = m_link->Judge(ErrorOf(SQL_HANDLE_DBC, connection, "SQLEndTran"));
-        // SQLite keeps a transaction that it could not commit (somebody else holds the file); the others have ended it.
-        if (how == SQL_COMMIT && Family() == DatabaseFamily::SQLite)
-            throw error;
-        ODBC_TRY(SQLEndTran, SQLSMALLINT(SQL_HANDLE_DBC), connection, SQLSMALLINT(SQL_ROLLBACK));
-        ODBC_TRY(SQLSetConnectAttr, connection, SQL_ATTR_AUTOCOMMIT, Number(SQL_AUTOCOMMIT_ON), 0);
-        m_inTransaction = false;
-        throw error;
-    }
-    m_inTransaction = false;
-    SetAutocommit(true);
-}
-
-void OdbcSession::Commit()
-{
-    End(SQL_COMMIT);
-}
-
-void OdbcSession::Rollback()
-{
-    End(SQL_ROLLBACK);
 }
 
 // Asked each time: "USE other" changes it.

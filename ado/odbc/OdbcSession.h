@@ -35,8 +35,11 @@ public:
 private:
     void Run(const Handle &statement, const QByteArray &sql);
     ExecuteResult LastResult(Handle statement);
+    bool GoesOnAfter(const Error &error) const;
+    bool LosesTransaction(const Error &error) const;
     void RaiseIfNotTakenBack();
     bool Protected(const std::function<bool()> &block);
+    bool HasTypedTransaction(); // one that a typed BEGIN opened
     void SetAutocommit(bool on);
     void End(SQLSMALLINT how);
 

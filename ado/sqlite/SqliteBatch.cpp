@@ -1,6 +1,6 @@
 // Prepared statements that run once a row.
+#include "ado/StatementText.h"
 #include "ado/sqlite/SqliteSession.h"
-#include "ado/sqlite/SqliteText.h"
 
 namespace ADODB {
 
@@ -42,12 +42,11 @@ qint64 SqliteSession::ExecuteBatch(const QString &sql, const std::vector<ColumnS
     const int code = sqlite3_prepare_v2(m_db, text.constData(), int(text.size()) + 1, &statement.handle, nullptr);
     if (code != SQLITE_OK)
         throw LastError(code);
-    const bool mustMeetRows = SqliteMustMeetRows(text);
+    const bool mustMeetRows = MustMeetRows(text);
     const qint64 rows = parameters.empty() ? 1 : parameters.front().Size();
-    // One commit for all rows, unless the caller has a transaction of its own. A refused row undoes itself alone.
-    const bool ownTransaction = sqlite3_get_autocommit(m_db) != 0;
-    if (ownTransaction)
-        Run("BEGIN");
+    // All rows or, when it is cancelled, none: inside the caller's transaction and, with one commit for all rows,
+    // outside of one. A refused row undoes itself alone.
+    Run("SAVEPOINT brindlewick_batch");
     qint64 affected = 0;
     try {
         for (qint64 row = 0; row < rows; ++row) {
@@ -65,18 +64,14 @@ qint64 SqliteSession::ExecuteBatch(const QString &sql, const std::vector<ColumnS
             } else if (const qint64 changes = sqlite3_changes64(m_db); changes > 0 || !mustMeetRows) {
                 affected += changes;
             } else {
-                failed(row, Error(adErrRowConflict,
-                                  QStringLiteral("Row cannot be located for updating. Some values may have been "
-                                                 "changed since it was last read.")));
+                failed(row, RowConflict());
             }
             sqlite3_reset(statement.handle);
         }
-        if (ownTransaction)
-            Run("COMMIT");
+        Run("RELEASE brindlewick_batch");
     } catch (...) {
         sqlite3_reset(statement.handle);
-        if (ownTransaction && sqlite3_get_autocommit(m_db) == 0)
-            sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_exec(m_db, "ROLLBACK TO brindlewick_batch; RELEASE brindlewick_batch", nullptr, nullptr, nullptr);
         throw;
     }
     return affected;

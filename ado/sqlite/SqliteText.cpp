@@ -1,44 +1,11 @@
 #include "ado/sqlite/SqliteText.h"
 
-#include <QByteArray>
+#include "ado/StatementText.h"
 #include <sqlite3.h>
 
 namespace ADODB {
 
 namespace {
-
-// The position of the first character that is neither blank, semicolon nor comment.
-qsizetype SkipBlank(QByteArrayView sql)
-{
-    qsizetype at = 0;
-    while (at < sql.size()) {
-        const char c = sql[at];
-        const char next = at + 1 < sql.size() ? sql[at + 1] : '\0';
-        if (c == ' ' || (c >= '\t' && c <= '\r') || c == ';') {
-            ++at;
-        } else if (c == '-' && next == '-') {
-            while (at < sql.size() && sql[at] != '\n')
-                ++at;
-        } else if (c == '/' && next == '*') {
-            at += 2;
-            while (at < sql.size() && !(sql[at] == '*' && at + 1 < sql.size() && sql[at + 1] == '/'))
-                ++at;
-            at = std::min(at + 2, sql.size());
-        } else {
-            break;
-        }
-    }
-    return at;
-}
-
-bool BeginsWithOne(QByteArrayView sql, std::initializer_list<QByteArrayView> words)
-{
-    const QByteArrayView text = sql.sliced(SkipBlank(sql));
-    for (const QByteArrayView word : words)
-        if (text.size() >= word.size() && qstrnicmp(text.data(), word.data(), size_t(word.size())) == 0)
-            return true;
-    return false;
-}
 
 constexpr struct
 {
@@ -65,17 +32,12 @@ constexpr struct
 
 bool SqliteIsBlank(QByteArrayView sql)
 {
-    return SkipBlank(sql) == sql.size();
+    return BehindBlanks(sql).isEmpty();
 }
 
 bool SqliteChangesRows(QByteArrayView sql)
 {
     return BeginsWithOne(sql, {"INSERT", "UPDATE", "DELETE", "REPLACE", "WITH"});
-}
-
-bool SqliteMustMeetRows(QByteArrayView sql)
-{
-    return BeginsWithOne(sql, {"UPDATE", "DELETE"});
 }
 
 QString SqliteState(int extendedCode, const QString &words)

@@ -9,8 +9,6 @@ namespace ADODB {
 bool SqliteIsBlank(QByteArrayView sql); // nothing but blanks, semicolons and comments
 bool SqliteChangesRows(
     QByteArrayView sql); // INSERT, UPDATE, DELETE, REPLACE, WITH: statements that the library counts for
-bool SqliteMustMeetRows(
-    QByteArrayView sql); // UPDATE, DELETE: in a batch each run of it is meant for a row that is there
 QString SqliteState(int extendedCode, const QString &words); // the five characters of SQLSTATE
 
 } // namespace ADODB

@@ -159,6 +159,21 @@ TEST_P(Conformance, TransactionsDoNotNest)
     EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 1);
 }
 
+TEST_P(Conformance, ATypedTransactionIsNotTakenOver)
+{
+    Run(QStringLiteral("CREATE TABLE t (a INTEGER)"));
+    for (int round = 0; round < 2; ++round) {
+        Run(QStringLiteral("BEGIN"));
+        Run(QStringLiteral("INSERT INTO t VALUES (1)"));
+        EXPECT_EQ(ErrorFrom([&] { m_connection->BeginTrans(); }).Number, adErrNestedTransaction);
+        EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 1);
+        Run(QStringLiteral("ROLLBACK"));
+        EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 0);
+        m_connection->BeginTrans(); // and now it may
+        m_connection->RollbackTrans();
+    }
+}
+
 TEST_P(Conformance, AFailingStatementDoesNotLoseATransaction)
 {
     Run(QStringLiteral("CREATE TABLE t (a INTEGER PRIMARY KEY)"));

@@ -46,6 +46,16 @@ TEST(ConnectionString, ProviderWordsAreTakenOff)
     EXPECT_TRUE(error->Description.contains(QStringLiteral("Whatever is not installed")));
 }
 
+TEST(ConnectionString, ReplacesAnAttributeAndKeepsTheRestAsItWasWritten)
+{
+    const QString text = QStringLiteral("Driver={X y};UID=old;PWD={o;d};; Port = 1;uid=older");
+    const QString changed = WithAttribute(WithAttribute(text, QStringLiteral("uid"), QStringLiteral("new")),
+                                          QStringLiteral("PWD"), QStringLiteral("p;}w"));
+    EXPECT_EQ(changed, "Driver={X y}; Port = 1;uid=new;PWD={p;}}w}");
+    EXPECT_EQ(AttributeValue(ParseConnectionString(changed), QStringLiteral("pwd")), "p;}w");
+    EXPECT_EQ(WithAttribute(QString(), QStringLiteral("UID"), QStringLiteral("me")), "UID=me");
+}
+
 TEST(ConnectionString, ABracedValueReadsBackAsItWas)
 {
     std::mt19937 random(5);

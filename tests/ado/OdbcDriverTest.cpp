@@ -1,7 +1,6 @@
 // What the ODBC driver does beside the conformance: its lists, its strings, its refusals, its trace.
 #include "ado/odbc/OdbcDriver.h"
 #include "ado/Recordset.h"
-#include "ado/odbc/OdbcString.h"
 #include "tests/ado/Conformance.h"
 #include <QFile>
 #include <QTemporaryDir>
@@ -11,36 +10,15 @@
 using namespace ADODB;
 using conformance::ErrorFrom;
 
-TEST(OdbcString, ReadsAttributesInAnyWriting)
-{
-    const QString text = QStringLiteral("driver={A b};Server = 127.0.0.1 ;PWD={a;b}}c};UID=me;UID=you;odd");
-    EXPECT_EQ(Odbc::Attribute(text, QStringLiteral("DRIVER")), u"A b");
-    EXPECT_EQ(Odbc::Attribute(text, QStringLiteral("server")), u"127.0.0.1");
-    EXPECT_EQ(Odbc::Attribute(text, QStringLiteral("Pwd")), u"a;b}c");
-    EXPECT_EQ(Odbc::Attribute(text, QStringLiteral("uid")), u"me");
-    EXPECT_FALSE(Odbc::HasAttribute(text, QStringLiteral("odd")));
-    EXPECT_EQ(Odbc::Attribute(QStringLiteral("PWD={never closed"), QStringLiteral("PWD")), u"never closed");
-    EXPECT_EQ(Odbc::Attribute(QString(), QStringLiteral("PWD")), u"");
-}
-
-TEST(OdbcString, ReplacesAttributesAndKeepsTheRest)
-{
-    const QString text = QStringLiteral("Driver=X;UID=old;PWD={o;d};;Port=1");
-    const QString changed = Odbc::WithAttribute(Odbc::WithAttribute(text, QStringLiteral("uid"), QStringLiteral("new")),
-                                                QStringLiteral("PWD"), QStringLiteral("p;}w"));
-    EXPECT_EQ(changed, u"Driver=X;Port=1;uid=new;PWD={p;}}w}");
-    EXPECT_EQ(Odbc::Attribute(changed, QStringLiteral("PWD")), u"p;}w");
-}
-
-TEST(OdbcString, CompletesWhatTheDriverManagerGets)
+TEST(OdbcDriver, CompletesWhatTheDriverManagerGets)
 {
     const auto completed = [](const char *text) {
-        return Odbc::Completed(QString::fromLatin1(text), QStringLiteral("me"), QStringLiteral("p w"));
+        return Odbc::Completed(QString::fromLatin1(text), QStringLiteral("me"), QStringLiteral("p;w"));
     };
-    EXPECT_EQ(completed("DSN=x;UID=old;PWD=old"), u"DSN=x;UID=me;PWD={p w}");
-    EXPECT_EQ(completed("DRIVER=FreeTDS;Server=s"), u"DRIVER=FreeTDS;Server=s;UID=me;PWD={p w};ClientCharset=UTF-8");
+    EXPECT_EQ(completed("DSN=x;UID=old;PWD=old"), u"DSN=x;UID=me;PWD={p;w}");
+    EXPECT_EQ(completed("DRIVER=FreeTDS;Server=s"), u"DRIVER=FreeTDS;Server=s;UID=me;PWD={p;w};ClientCharset=UTF-8");
     EXPECT_EQ(completed("Driver={FreeTDS};clientcharset=CP1252"),
-              u"Driver={FreeTDS};clientcharset=CP1252;UID=me;PWD={p w}");
+              u"Driver={FreeTDS};clientcharset=CP1252;UID=me;PWD={p;w}");
     EXPECT_EQ(Odbc::Completed(QStringLiteral("DSN=x;UID=old"), QString(), QString()), u"DSN=x;UID=old"); // as it was
 }
 

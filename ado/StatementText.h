@@ -1,0 +1,22 @@
+#pragma once
+// What the drivers must know of a statement's text. Bytes of UTF-8 in; pure and total; any thread.
+
+#include "ado/Error.h"
+#include <QByteArrayView>
+#include <initializer_list>
+
+namespace ADODB {
+
+// The text behind leading blanks, semicolons and comments; an unclosed comment runs to the end.
+QByteArrayView BehindBlanks(QByteArrayView sql);
+
+// True when one of the words (in capitals) opens the statement, in any case, behind blanks and comments.
+bool BeginsWithOne(QByteArrayView sql, std::initializer_list<QByteArrayView> words);
+
+// UPDATE and DELETE: in a batch each run of one is meant for a row that is there.
+bool MustMeetRows(QByteArrayView sql);
+
+// What a run that met none is: adErrRowConflict, since somebody else was faster.
+Error RowConflict();
+
+} // namespace ADODB
