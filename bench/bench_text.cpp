@@ -1,0 +1,112 @@
+// The work on long texts grows as the text does: formatting, splitting, colouring, searching, replacing.
+#include "Figures.h"
+
+#include "sqltext/FindText.h"
+#include "sqltext/IntColorAll.h"
+#include "sqltext/Statements.h"
+#include "sqltext/clsColorTable.h"
+#include "sqltext/modSQLMaipulation.h"
+#include <ctime>
+#include <functional>
+#include <utility>
+
+namespace {
+
+// Statements as people write them, one in 120 characters, until the text has this length.
+QString SqlText(qsizetype length)
+{
+    QString text;
+    text.reserve(length + 200);
+    for (int i = 0; text.size() < length; ++i)
+        text += QStringLiteral("select o.id, c.name from orders o inner join customers c on c.id = o.customer\r\n"
+                               " where o.n > %1 -- all\r\n\r\n")
+                    .arg(i, 8);
+    text.truncate(length);
+    return text;
+}
+
+FindAnswer Search(const QString &criteria, const QString &with)
+{
+    FindAnswer answer;
+    answer.cancelled = false;
+    answer.criteria = criteria;
+    answer.replaceWith = with;
+    answer.doReplaceAll = !with.isEmpty();
+    return answer;
+}
+
+struct Work
+{
+    const char *name;
+    std::function<qsizetype(const QString &text)> run; // gives a size, so that nothing is left out
+};
+
+// Growth is that of the work itself: the processor's time, so that whatever else runs on the machine does not decide.
+double WorkSeconds(const std::function<void()> &work)
+{
+    const std::clock_t start = std::clock();
+    work();
+    return double(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+void Growth()
+{
+    const Work works[] = {
+        {"format_10M_vs_1M", [](const QString &text) { return FormatStatement(text).size(); }},
+        {"split_10M_vs_1M", [](const QString &text) { return SplitStatements(text).size(); }},
+        {"colour_10M_vs_1M", [](const QString &text) { return ColourBody(text, gKeywords, true).size(); }},
+        {"search_10M_vs_1M",
+         [](const QString &text) {
+             bool asked = false;
+             return FindInText(text, 0, 0,
+                               [&](const FindHit &) {
+                                   return std::exchange(asked, true) ? FindAnswer{} : Search("nowhere", QString());
+                               })
+                 .text.size();
+         }},
+        {"search_wild_10M_vs_1M",
+         [](const QString &text) {
+             bool asked = false;
+             return FindInText(text, 0, 0,
+                               [&](const FindHit &) {
+                                   return std::exchange(asked, true) ? FindAnswer{} : Search("n?w[a-h]#re", QString());
+                               })
+                 .text.size();
+         }},
+        {"replace_all_10M_vs_1M",
+         [](const QString &text) {
+             return FindInText(text, 0, 0, [&](const FindHit &) { return Search("orders", "invoices"); }).text.size();
+         }},
+    };
+    const qsizetype lengths[] = {100'000, 1'000'000, 10'000'000};
+    for (const Work &work : works) {
+        double seconds[3] = {};
+        for (int i = 0; i < 3; ++i) {
+            const QString text = SqlText(lengths[i]);
+            std::vector<double> times;
+            for (int round = 0; round < (i == 2 ? 3 : 7); ++round)
+                times.push_back(WorkSeconds([&] {
+                    volatile qsizetype size = work.run(text);
+                    (void)size;
+                }));
+            seconds[i] = bench::Median(times);
+        }
+        std::fprintf(stderr, "  %s: 0.1 M %.2f ms, 1 M %.2f ms, 10 M %.2f ms\n", work.name, seconds[0] * 1e3,
+                     seconds[1] * 1e3, seconds[2] * 1e3);
+        bench::Figure(work.name, seconds[2] / seconds[1], 16);
+    }
+}
+
+} // namespace
+
+int main()
+{
+    InitColorTable();
+    LoadKeywords(QStringLiteral("VB"), gKeywords, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
+    if (gKeywords.Words().isEmpty()) {
+        std::fprintf(stderr, "no keyword list\n");
+        return 1;
+    }
+    Growth();
+    return 0;
+}
