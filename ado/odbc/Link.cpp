@@ -141,6 +141,15 @@ Error Link::Judge(Error error)
                  error.NativeError);
 }
 
+Error Link::Failure(const Handle &statement, const char *function)
+{
+    {
+        const std::lock_guard lock(m_cancelLock);
+        m_running = nullptr;
+    }
+    return Judge(ErrorOf(SQL_HANDLE_STMT, statement.Get(), function));
+}
+
 void Link::Cancel() noexcept
 {
     const std::lock_guard lock(m_cancelLock);

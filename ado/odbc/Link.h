@@ -53,6 +53,9 @@ public:
 
     // Makes the error of a failed call on a statement: notes a lost connection, and tells a cancelled statement.
     Error Judge(Error error);
+    // The diagnostics of a call on a statement that failed, judged. No Cancel reaches the statement from here on: it
+    // would clear the records while they are read.
+    Error Failure(const Handle &statement, const char *function);
     void Cancel() noexcept;
     bool IsCancelled() const { return m_cancelled; }
     void RaiseIfCancelled() const;

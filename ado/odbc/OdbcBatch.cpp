@@ -45,7 +45,7 @@ public:
 
 private:
     qint64 Counted(bool failed = false);
-    [[noreturn]] void Fail() { throw m_link.Judge(ErrorOf(SQL_HANDLE_STMT, m_statement.Get(), "SQLExecute")); }
+    [[noreturn]] void Fail() { throw m_link.Failure(m_statement, "SQLExecute"); }
 
     Link &m_link;
     const std::vector<ColumnStore> &m_parameters;

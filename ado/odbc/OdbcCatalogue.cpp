@@ -178,7 +178,7 @@ struct Argument
 void Raise(Link &link, const Handle &statement, SQLRETURN result)
 {
     if (!SQL_SUCCEEDED(result))
-        throw link.Judge(ErrorOf(SQL_HANDLE_STMT, statement.Get(), "catalogue"));
+        throw link.Failure(statement, "catalogue");
 }
 
 } // namespace

@@ -47,7 +47,7 @@ Handle OdbcRows::TakeStatement()
 
 void OdbcRows::Fail()
 {
-    throw m_link->Judge(ErrorOf(SQL_HANDLE_STMT, m_statement.Get(), "SQLFetch"));
+    throw m_link->Failure(m_statement, "SQLFetch");
 }
 
 SQLRETURN OdbcRows::Check(SQLRETURN result)

@@ -56,7 +56,7 @@ void OdbcSession::Run(const Handle &statement, const QByteArray &sql)
         throw Error(adErrProviderFailed,
                     QStringLiteral("The statement has parameters, and there are no values for them."));
     if (result != SQL_NO_DATA && !SQL_SUCCEEDED(result))
-        throw m_link->Judge(ErrorOf(SQL_HANDLE_STMT, statement.Get(), "SQLExecDirect"));
+        throw m_link->Failure(statement, "SQLExecDirect");
 }
 
 ExecuteResult OdbcSession::Execute(const QString &sql)
@@ -110,7 +110,7 @@ ExecuteResult OdbcSession::LastResult(Handle statement)
         if (more == SQL_NO_DATA)
             break;
         if (!SQL_SUCCEEDED(more))
-            throw m_link->Judge(ErrorOf(SQL_HANDLE_STMT, statement.Get(), "SQLMoreResults"));
+            throw m_link->Failure(statement, "SQLMoreResults");
     }
     if (last.Rows || last.RecordsAffected < 0)
         m_link->RaiseIfCancelled();
