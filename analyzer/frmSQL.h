@@ -39,6 +39,7 @@ public:
     void SetText(const QString &text); // and colours it
     QString FileName() const { return m_FileName; }
     QString FileFilter; // of the save dialog; the one for query files when empty
+    QString RunText() const; // what a run would execute: selection, statement at the caret, or the whole text
 
     QString FormName() const override { return QStringLiteral("frmSQL"); }
     clsMenuSettings MenuSettings() const override;
@@ -83,6 +84,8 @@ public:
     void CheckSyntax(); // asks the server, and reports in a window of its own
     void ChangeCase(bool upper);
     void ShowQuickList();
+    void ShowCode();        // what a run would execute, as program code in a window
+    void CodeToClipboard(); // the same to the clipboard, with a beep
 
     static bool KnowsButton(const QString &key); // a button or menu item of its tool bar leads to an action here
     static QStringList ButtonsOfLater();         // those whose windows come later: known, and without an action
@@ -106,8 +109,10 @@ private:
     void FillTree();
     void FillQuickList();
     void LayOut();
-    void TakeNode(Node *node); // into the text, and into the history
-    void PickNode(Node *node); // into the history
+    void DropNode(const QString &key);           // what a node stands for, into the text and the history
+    void TakeNode(Node *node);                   // the same by a double click
+    bool ComposeNode(Node *node, QString &text); // asks what a table shall become; false when cancelled
+    void PickNode(Node *node);                   // into the history
     void TreeSearch();
 
     bool Ready(const QString &sql); // asks before a run that alters

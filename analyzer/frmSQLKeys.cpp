@@ -20,7 +20,7 @@ constexpr FunctionKey functionKeys[] = {
     {Qt::Key_F2, [](frmSQL &w) { w.FormatSQL(); }},
     {Qt::Key_F3, [](frmSQL &w) { w.mnuFind(); }},
     {Qt::Key_F5, [](frmSQL &w) { w.RunSQL(); }},
-    {Qt::Key_F6, nullptr},
+    {Qt::Key_F6, [](frmSQL &w) { w.CodeToClipboard(); }},
     {Qt::Key_F7, [](frmSQL &w) { w.CheckSyntax(); }},
     {Qt::Key_F8, nullptr},
     {Qt::Key_F9, nullptr},

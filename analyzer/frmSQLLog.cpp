@@ -92,6 +92,8 @@ void frmSQL::RemoveHistoryBar()
 // A node is listed once, however often it is picked.
 void frmSQL::PickNode(Node *node)
 {
+    if (!node)
+        return;
     for (const PickedNode &known : m_NodeHistory)
         if (known.key == node->Key())
             return;

@@ -70,7 +70,7 @@ bool frmSQL::RunSQL()
     ClearLog();
     if (!IsConnected(true) || !self)
         return true;
-    const QString sql = GetSQLText(txtSQL->Text(), txtSQL->SelStart(), txtSQL->SelLength());
+    const QString sql = RunText();
     if (!Ready(sql))
         return true;
     m_running = true;

@@ -1,4 +1,5 @@
 // The schema's tree beside the editor, and the list of names that is made of it.
+#include "analyzer/frmGetSQLStructure.h"
 #include "analyzer/frmSQL.h"
 
 #include "controls/Attempt.h"
@@ -7,7 +8,9 @@
 #include "controls/RichTextBox.h"
 #include "controls/TreeView.h"
 #include "data/SchemaLoader.h"
+#include "data/modMain.h"
 #include "lang/Text.h"
+#include "sqltext/EditAssist.h"
 #include "sqltext/modSQLMaipulation.h"
 
 namespace {
@@ -25,6 +28,15 @@ constexpr RootRow roots[] = {
     {"Functions", "FUNCTION", "N"},
 };
 
+// Does it stand for a table or a view?
+bool IsTable(const Node *node)
+{
+    if (node->Depth() != 1)
+        return false;
+    const QString root = node->Parent()->Key();
+    return root == QLatin1String("Tables") || root == QLatin1String("Views");
+}
+
 } // namespace
 
 void frmSQL::BuildTree()
@@ -34,19 +46,58 @@ void frmSQL::BuildTree()
     TV->AddSchemaImages();
     TV->setDragDropMode(QAbstractItemView::DragOnly);
     connect(TV, &TreeView::NodeDblClick, this, &frmSQL::TakeNode);
-    // A drop has moved the caret to its place.
-    connect(txtSQL, &RichTextBox::nodeDropped, this,
-            [this](const QByteArray &key) { TakeNode(TV->Nodes().Find(QString::fromUtf8(key))); });
+    // A drop has moved the caret to its place. It must end before a dialog can take the mouse.
+    connect(txtSQL, &RichTextBox::nodeDropped, this, [this](const QByteArray &key) {
+        QTimer::singleShot(0, this, [this, key = QString::fromUtf8(key)] { DropNode(key); });
+    });
 }
 
-// A node stands for a name in the text: a field as it is, an object so that a statement can use it.
+// A field or a procedure stands for its name, a table or a view for a statement of the kind that the user picks.
+bool frmSQL::ComposeNode(Node *node, QString &text)
+{
+    text = u' ' + (node->Depth() == 1 ? QuoteName(node->Text()) : node->Text()) + u' ';
+    if (!IsTable(node))
+        return true;
+    const QPointer<frmSQL> self(this);
+    const QString table = node->Text();
+    frmGetSQLStructure ask(this);
+    ask.ShowModal();
+    if (ask.Cancelled || !self)
+        return false;
+    text = FormatStatement(Skeleton(ask.Options(), table, GetFieldList(table, QStringLiteral(", "))));
+    return self;
+}
+
+// A statement goes behind the text and is left selected, so that its placeholders are at hand.
+void frmSQL::DropNode(const QString &key)
+{
+    Node *node = TV->Nodes().Find(key);
+    if (!node || key.isEmpty() || node->Depth() == 0)
+        return;
+    const bool table = IsTable(node);
+    QString text;
+    if (!ComposeNode(node, text))
+        return;
+    PickNode(TV->Nodes().Find(key));
+    if (!table) {
+        InsertString(text);
+        return;
+    }
+    const EditText placed = PlaceStatement(txtSQL->Text(), text);
+    BulkEdit(placed.text, placed.selStart, placed.selLength);
+    txtSQL->setFocus();
+}
+
 void frmSQL::TakeNode(Node *node)
 {
     if (!node || node->Key().isEmpty() || node->Depth() == 0)
         return;
-    PickNode(node);
-    const QString name = node->Depth() == 1 ? QuoteName(node->Text()) : node->Text();
-    InsertString(u' ' + name + u' ');
+    const QString key = node->Key();
+    QString text;
+    if (!ComposeNode(node, text))
+        return;
+    PickNode(TV->Nodes().Find(key));
+    InsertString(text);
 }
 
 // All four roots and what stands below them. Loading lets events through.

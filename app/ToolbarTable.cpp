@@ -14,7 +14,7 @@ static constexpr ButtonRow s_sql[] = {
     {"SQLSyntax", "Check Syntax", Push, false},
     {"SQLParser", "Parser", Push, false},
     {"SQLBrake", "Break Text", Push, false},
-    {"SQLVBS", "Text to Code", Push, true},
+    {"SQLVBS", "Text to Code", Push, false},
     {"SQLS2", "", Separator, false},
     {"SQLTabIn", "Block Indent", Push, false},
     {"SQLTabOut", "Remove Indent", Push, false},
@@ -53,8 +53,8 @@ static constexpr DropDownRow s_dropDowns[] = {
     {"SQLParser", "CBracket", "Curly Brackets", false},
     {"SQLParser", "SQuote", "Single Quotes", false},
     {"SQLParser", "Quote", "Double Quotes", false},
-    {"SQLVBS", "VBSW", "Window", true},
-    {"SQLVBS", "VBSC", "Clipboard", true},
+    {"SQLVBS", "VBSW", "Window", false},
+    {"SQLVBS", "VBSC", "Clipboard", false},
 };
 
 std::span<const ButtonRow> SQLToolbar()

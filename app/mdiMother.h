@@ -77,6 +77,9 @@ public:
     void mnuViewCS();
     void mnuDeleteConn();
     void mnuGenCS();
+    void mnuMask();   // a table's fields as lines of code
+    void mnuInsert(); // a table's INSERT statement into the Analyzer
+    void mnuASP();    // the active window's statement as a script page
     void mnuExit();
     void mnuAboutUS();
     void mnuShowHelp();

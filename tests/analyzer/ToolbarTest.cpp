@@ -9,9 +9,8 @@ const QStringList menuItems = {
     QStringLiteral("Bracket"),   QStringLiteral("CBracket"),     QStringLiteral("CBraket"),   QStringLiteral("Quote"),
     QStringLiteral("SQuote"),    QStringLiteral("VBSW"),         QStringLiteral("VBSC"),      QStringLiteral("BT"),
     QStringLiteral("CT"),        QStringLiteral("RT"),           QStringLiteral("SQLStruct"), QStringLiteral("SQLDS")};
-const QStringList later = {QStringLiteral("VBS"),     QStringLiteral("DS"),        QStringLiteral("Wiz"),
-                           QStringLiteral("Explain"), QStringLiteral("Connected"), QStringLiteral("Disconnected"),
-                           QStringLiteral("VBSW"),    QStringLiteral("VBSC")};
+const QStringList later = {QStringLiteral("DS"), QStringLiteral("Wiz"), QStringLiteral("Explain"),
+                           QStringLiteral("Connected"), QStringLiteral("Disconnected")};
 
 } // namespace
 

@@ -113,8 +113,8 @@ TEST(MenuTable, EveryLiveButtonHasARow)
 TEST(MenuTable, EveryOperationOfTheMainWindowIsReached)
 {
     for (const char *name :
-         {"mnuConn", "mnuSQL", "mnuViewCS", "mnuDeleteConn", "mnuGenCS", "mnuExit", "mnuAboutUS", "mnuShowHelp",
-          "mnuTileHorizantally", "mnuTileVertically", "mnuCascade", "mnuArrangeIcons"}) {
+         {"mnuConn", "mnuSQL", "mnuViewCS", "mnuDeleteConn", "mnuGenCS", "mnuMask", "mnuInsert", "mnuASP", "mnuExit",
+          "mnuAboutUS", "mnuShowHelp", "mnuTileHorizantally", "mnuTileVertically", "mnuCascade", "mnuArrangeIcons"}) {
         const MenuRow *row = FindMenuRow(name);
         ASSERT_TRUE(row) << name;
         EXPECT_EQ(row->Route, MenuRoute::Main);

@@ -1,0 +1,159 @@
+#include "analyzer/frmScriptMask.h"
+
+#include "controls/Attempt.h"
+#include "controls/Dialogs.h"
+#include "controls/RichTextBox.h"
+#include "controls/Skin.h"
+#include "data/Pump.h"
+#include "data/Settings.h"
+#include "data/Shell.h"
+#include "data/clsConns.h"
+#include "data/modMain.h"
+#include "sqltext/TextToCode.h"
+#include "sqltext/modSQLMaipulation.h"
+#include <QClipboard>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr const char *masks[] = {
+    "rsData.Fields(\"@\").Value = txt@", "rsData(\"@\") = txt@", "rsData!@ = txt@", "txt@.Text = rsData!@",
+    "rsDestination!@ = rsSource!@",
+};
+const QString maskSetting = QStringLiteral("Mask");
+
+} // namespace
+
+frmScriptMask::frmScriptMask(QWidget *parent) : ChildWindow(parent)
+{
+    Tag = QStringLiteral("1");
+    SetCaption(QStringLiteral("Mask Script"));
+    auto *label = new QLabel(QStringLiteral("&Mask"), this);
+    cmbMask = new QComboBox(this);
+    cmbMask->setObjectName(QStringLiteral("cmbMask"));
+    cmbMask->setAccessibleName(QStringLiteral("Mask"));
+    cmbMask->setEditable(true);
+    cmbMask->setInsertPolicy(QComboBox::NoInsert);
+    cmbMask->setCompleter(nullptr);
+    for (const char *mask : masks)
+        cmbMask->addItem(QString::fromLatin1(mask));
+    cmbMask->setEditText(GetSetting(maskSetting, QString::fromLatin1(masks[0])));
+    label->setBuddy(cmbMask);
+    auto *note = new QLabel(
+        QStringLiteral("* the [@] sign is used as a wild card that will be replaced by the field name"), this);
+    note->setObjectName(QStringLiteral("lblNote"));
+    note->setWordWrap(true);
+    txtCode = new RichTextBox(this);
+    txtCode->setObjectName(QStringLiteral("txtCode"));
+    txtCode->setAccessibleName(QStringLiteral("Code"));
+    txtCode->setReadOnly(true);
+    txtCode->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    txtCode->setTabChangesFocus(true);
+    cmdRun = new QPushButton(QStringLiteral("&Run"), this);
+    cmdRun->setObjectName(QStringLiteral("cmdRun"));
+    cmdClipBoard = new QPushButton(QStringLiteral("&Clipboard"), this);
+    cmdClipBoard->setObjectName(QStringLiteral("cmdClipBoard"));
+
+    auto *column = new QVBoxLayout(this);
+    auto *row = new QHBoxLayout;
+    row->addWidget(label);
+    row->addWidget(cmbMask, 1);
+    row->addWidget(cmdRun);
+    row->addWidget(cmdClipBoard);
+    column->addLayout(row);
+    column->addWidget(note);
+    column->addWidget(txtCode, 1);
+    setFocusProxy(cmbMask);
+    resize(600, 360);
+
+    for (QWidget *widget : {static_cast<QWidget *>(cmbMask), static_cast<QWidget *>(txtCode),
+                            static_cast<QWidget *>(cmdRun), static_cast<QWidget *>(cmdClipBoard)})
+        widget->installEventFilter(this);
+    connect(cmdRun, &QPushButton::clicked, this, &frmScriptMask::Run);
+    connect(cmdClipBoard, &QPushButton::clicked, this, &frmScriptMask::Copy);
+    ApplySkin(this);
+}
+
+bool frmScriptMask::Offers(const QString &name) const
+{
+    return name == QLatin1String("RefreshForm");
+}
+
+void frmScriptMask::RefreshForm(const QString &name)
+{
+    if (m_table.isEmpty() || !gConns().Item(name)) {
+        m_table = name;
+        SetCaption(QStringLiteral("Mask Script: ") + name);
+        return;
+    }
+    // The new connection may lack the table. The code of the former one then stays, and no box stops the connecting.
+    const QPointer<frmScriptMask> self(this);
+    QString trouble;
+    if (!Generate(&trouble) && self)
+        SetStatus(QStringLiteral("Error: ") + trouble);
+}
+
+bool frmScriptMask::Generate(QString *trouble)
+{
+    const QPointer<frmScriptMask> self(this);
+    QStringList names;
+    m_running = true;
+    const QString sql = QStringLiteral("Select * FROM ") + QuoteName(m_table) + QStringLiteral(" WHERE 1=0");
+    const bool read = Attempt(
+        [&] {
+            const ADODB::RecordsetPtr empty = ExecutePumped(gConn, sql);
+            const auto &fields = empty->Fields();
+            for (int i = 0; i < fields.Count(); ++i)
+                names += fields[i].Name();
+        },
+        trouble);
+    if (!self)
+        return false;
+    m_running = false;
+    if (!read)
+        return false;
+    txtCode->SetTextRTF(MaskToCode(cmbMask->currentText(), names));
+    return true;
+}
+
+void frmScriptMask::Run()
+{
+    const QPointer<frmScriptMask> self(this);
+    if (m_running)
+        return;
+    SaveSetting(maskSetting, cmbMask->currentText());
+    QString trouble;
+    if (!IsConnected(true) || !self || Generate(&trouble) || !self)
+        return;
+    MsgBox(QStringLiteral("Error: ") + trouble, mbExclamation, QStringLiteral("Error"), this);
+}
+
+void frmScriptMask::Copy()
+{
+    QGuiApplication::clipboard()->setText(txtCode->Text());
+}
+
+// Return runs from everywhere but a button, which it presses; Escape closes.
+bool frmScriptMask::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return ChildWindow::eventFilter(watched, event);
+    switch (static_cast<QKeyEvent *>(event)->key()) {
+    case Qt::Key_Escape:
+        CloseChild();
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        (watched == cmdClipBoard ? cmdClipBoard : cmdRun)->click();
+        return true;
+    default:
+        return ChildWindow::eventFilter(watched, event);
+    }
+}

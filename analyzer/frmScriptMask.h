@@ -1,0 +1,40 @@
+#pragma once
+// One line of code for each field of a table, by a mask in which "@" stands for the field's name.
+//
+// A child of the main window. It follows the connection and keeps its table then. The mask is kept under the setting
+// "Mask". Interface thread; nothing raises: what the server says is shown.
+
+#include "data/ChildWindow.h"
+
+class QComboBox;
+class QPushButton;
+class RichTextBox;
+
+class frmScriptMask : public ChildWindow
+{
+    Q_OBJECT
+public:
+    explicit frmScriptMask(QWidget *parent = nullptr);
+
+    QString FormName() const override { return QStringLiteral("frmScriptMask"); }
+    bool Offers(const QString &name) const override;
+    // A table's name; or, once there is a table, the name of the connection to read that table from.
+    void RefreshForm(const QString &name) override;
+    QString Table() const { return m_table; }
+
+    void Run(); // and keeps the mask
+
+    QComboBox *cmbMask = nullptr;
+    RichTextBox *txtCode = nullptr;
+    QPushButton *cmdRun = nullptr, *cmdClipBoard = nullptr;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool Generate(QString *trouble); // false with the server's words when the table cannot be read
+    void Copy();
+
+    QString m_table;
+    bool m_running = false; // events come in meanwhile: no second one inside
+};

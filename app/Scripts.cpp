@@ -1,0 +1,69 @@
+// The Scripts menu: texts that are made of a table or of a statement.
+#include "analyzer/frmSQL.h"
+#include "analyzer/frmScriptMask.h"
+#include "analyzer/frmTextManipulation.h"
+#include "app/AnalyzerFactory.h"
+#include "app/mdiMother.h"
+#include "data/modMain.h"
+#include "sqltext/EditAssist.h"
+#include "sqltext/modTemplates.h"
+#include "views/frmHirarchy.h"
+
+void mdiMother::mnuMask()
+{
+    if (!IsConnected(true))
+        return;
+    const QString table = GetTable(true, true);
+    if (table.isEmpty())
+        return;
+    auto *mask = new frmScriptMask;
+    AddChild(mask);
+    mask->RefreshForm(table);
+    mask->ShowChild();
+    mask->setFocus();
+}
+
+// Into the active Analyzer, or into a scratch window where none is active.
+void mdiMother::mnuInsert()
+{
+    if (!IsConnected(true))
+        return;
+    const QPointer<ChildWindow> active = ActiveChild();
+    const QString table = GetTable(true, true);
+    if (table.isEmpty())
+        return;
+    SkeletonOptions options;
+    options.type = 1;
+    options.useFields = true;
+    const QString sql = Skeleton(options, table, GetFieldList(table, QStringLiteral(", ")));
+    QPointer<ChildWindow> analyzer = active && active->FormName() == QLatin1String("frmSQL") ? active : nullptr;
+    if (!analyzer && AnalyzerFactory::Current().Create)
+        analyzer = AnalyzerFactory::Current().Create(QString());
+    if (!analyzer)
+        return;
+    analyzer->ShowChild();
+    if (analyzer)
+        analyzer->InsertString(sql);
+    if (analyzer)
+        analyzer->setFocus();
+}
+
+// The page holds the connection string as it is, with its password.
+void mdiMother::mnuASP()
+{
+    if (!IsConnected(true))
+        return;
+    QString sql;
+    if (const auto *analyzer = qobject_cast<frmSQL *>(ActiveChild()))
+        sql = analyzer->RunText();
+    else if (const auto *result = qobject_cast<frmHirarchy *>(ActiveChild()))
+        sql = result->Statement();
+    else {
+        ::SetStatus(QStringLiteral("Generate ASP needs an Analyzer or a result."));
+        return;
+    }
+    auto *page = new frmTextManipulation(this);
+    page->SetText(GenerateScriptPage(gConn->ConnectionString(), sql));
+    page->show();
+    page->activateWindow();
+}
