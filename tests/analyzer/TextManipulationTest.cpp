@@ -26,6 +26,8 @@ struct TextManipulation : Analyzer
         page = new frmTextManipulation;
         page->SetText(S("one\r\ntwo\r\none \xc3\xa4"));
         page->show();
+        page->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(page));
         page->etb->setFocus();
     }
     void TearDown() override
