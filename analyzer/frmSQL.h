@@ -38,7 +38,7 @@ public:
     QString Text() const;
     void SetText(const QString &text); // and colours it
     QString FileName() const { return m_FileName; }
-    QString FileFilter; // of the save dialog; the one for query files when empty
+    QString FileFilter;      // of the save dialog; the one for query files when empty
     QString RunText() const; // what a run would execute: selection, statement at the caret, or the whole text
 
     QString FormName() const override { return QStringLiteral("frmSQL"); }
