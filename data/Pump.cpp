@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QThread>
 #include <QTimer>
+#include <atomic>
 #include <condition_variable>
 #include <exception>
 #include <memory>
@@ -16,8 +17,8 @@
 
 namespace {
 
-constexpr int kQuickMs = 15;   // work that ends within this never lets an event in between
-constexpr int kStatusMs = 150; // shorter work does not flicker in the status bar
+std::atomic<int> g_quickMs = 15; // work that ends within this never lets an event in between
+constexpr int kStatusMs = 150;   // shorter work does not flicker in the status bar
 constexpr int kTickMs = 20;
 constexpr int kAgainMs = 100; // between two cancels at the program's end
 
@@ -35,7 +36,7 @@ struct Job
     bool WaitQuick()
     {
         std::unique_lock held(lock);
-        return changed.wait_for(held, std::chrono::milliseconds(kQuickMs), [this] { return done; });
+        return changed.wait_for(held, std::chrono::milliseconds(g_quickMs), [this] { return done; });
     }
     bool Done()
     {
@@ -203,4 +204,9 @@ bool Breather::Breathe()
 bool Breather::Cancelled() const
 {
     return m->cancelled;
+}
+
+int SetQuickWait(int milliseconds)
+{
+    return g_quickMs.exchange(milliseconds);
 }

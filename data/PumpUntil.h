@@ -8,3 +8,7 @@ void PumpUntil(const std::function<QString()> &status, const std::function<bool(
                const std::function<void()> &cancel, PumpInput input);
 
 QString WaitText(const QString &sql); // "Waiting for: <sql> ... (Esc cancels)"
+
+// Work that ends within this never lets an event in between, milliseconds. Gives the former value. Tests set it wide,
+// so that a busy machine does not decide what they see.
+int SetQuickWait(int milliseconds);

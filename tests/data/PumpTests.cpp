@@ -1,5 +1,6 @@
 #include "ado/UARecordset.h"
 #include "data/Pump.h"
+#include "data/PumpUntil.h"
 #include "tests/data/House.h"
 #include "tests/support/ScriptedDriver.h"
 #include <QDialog>
@@ -37,7 +38,9 @@ TEST_F(PumpTest, AQuickStatementPassesNoEvents)
     bool ran = false;
     QTimer::singleShot(0, &m_box, [&] { ran = true; });
     qint64 affected = 0;
+    const int former = SetQuickWait(20000);
     ExecutePumped(gConn, "quick", &affected);
+    SetQuickWait(former);
     EXPECT_EQ(affected, 7);
     EXPECT_FALSE(ran);
     EXPECT_TRUE(m_shell.Statuses.isEmpty());
