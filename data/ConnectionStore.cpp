@@ -6,7 +6,6 @@ namespace {
 
 constexpr char kRecordEnd = 2;
 constexpr char kFieldEnd = 3;
-constexpr qint64 kLargestFile = 64 * 1024 * 1024;
 
 bool IsBlank(const QByteArray &piece)
 {
@@ -43,7 +42,7 @@ QString Decode(const QByteArray &bytes)
 bool ReadWhole(const QString &path, QByteArray &data)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.isSequential() || file.size() > kLargestFile)
+    if (!file.open(QIODevice::ReadOnly) || file.isSequential() || file.size() > kLargestStore)
         return false;
     data = file.readAll();
     return file.error() == QFile::NoError;

@@ -8,7 +8,9 @@
 // A save never endangers what was saved before: the new content is written beside (es.dat.new), brought safely to disk,
 // the former one gets the second name es.dat.old, and only then does the new one take the name in one step. A whole
 // file ends with code 2: a reader that finds es.dat missing or without it takes the former content where there is one.
-// An empty list is an empty file without a former one beside it. All of them are readable by their owner alone.
+// An empty list is an empty file without a former one beside it. All of them are readable by their owner alone. A store
+// that cannot be read whole (cut, too large, no permission) is never replaced without a trace: a save sets it aside as
+// es.dat.unread.
 
 #include "data/clsConns.h"
 #include <QByteArray>
@@ -39,7 +41,9 @@ enum class StoreStep
 };
 using StoreHook = std::function<bool(StoreStep step)>;
 
-// Reads the store into the list; false when there is no store at all. Larger than 64 MB is not read.
+constexpr qint64 kLargestStore = 64 * 1024 * 1024; // bytes; what is larger is not read
+
+// Reads the store into the list; false when there is no store that can be read.
 bool LoadConnections(const QString &path, clsConns &into);
 // False when it could not be saved; what was saved before is then still readable.
 bool SaveConnections(const QString &path, const clsConns &conns, const StoreHook &before = {});

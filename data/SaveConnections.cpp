@@ -48,6 +48,21 @@ public:
         return file.open(QIODevice::ReadOnly) && WriteSafely(second, file.readAll());
     }
 
+    // What no reader could take whole keeps a name of its own: whoever mends it finds all of it.
+    void SetAside(const QByteArray &path) const
+    {
+        for (int copy = 1; copy < 100; ++copy) {
+            const QByteArray kept = path + (copy == 1 ? QByteArray(".unread") : ".unread" + QByteArray::number(copy));
+            if (QFile::exists(QFile::decodeName(kept)))
+                continue;
+            if (!May(StoreStep::Link) || ::link(path.constData(), kept.constData()) != 0)
+                Rename(path, kept); // a file system without second names
+            if (May(StoreStep::Mode))
+                ::chmod(kept.constData(), 0600);
+            return;
+        }
+    }
+
     bool Rename(const QByteArray &from, const QByteArray &to) const
     {
         return May(StoreStep::Rename) && ::rename(from.constData(), to.constData()) == 0;
@@ -87,12 +102,22 @@ private:
     const StoreHook &m_before;
 };
 
-bool EndsWhole(const QString &path)
+enum class Former
+{
+    Nothing,
+    Whole,
+    Unread // holds something that a reader cannot take, or not to its end
+};
+
+Former LookAt(const QString &path)
 {
     QFile file(path);
+    if (!file.exists() || file.size() == 0)
+        return Former::Nothing;
     char last = 0;
-    return file.open(QIODevice::ReadOnly) && file.size() > 0 && file.seek(file.size() - 1) && file.getChar(&last) &&
-           last == 2;
+    const bool whole = file.size() <= kLargestStore && file.open(QIODevice::ReadOnly) && file.seek(file.size() - 1) &&
+                       file.getChar(&last) && last == 2;
+    return whole ? Former::Whole : Former::Unread;
 }
 
 } // namespace
@@ -111,10 +136,18 @@ bool SaveConnections(const QString &path, const clsConns &conns, const StoreHook
     const QByteArray data = WriteConnections(conns);
     if (!saver.WriteSafely(fresh, data))
         return false;
-    // Only a whole store is worth keeping: a hollow one must not push the good former one away. Should the keeping
-    // fail, the step below still replaces the store in one go.
-    if (EndsWhole(real))
+    // A hollow store must not push the good former one away. Should the keeping fail, the step below still replaces the
+    // store in one go.
+    switch (LookAt(real)) {
+    case Former::Whole:
         saver.KeepAs(store, former);
+        break;
+    case Former::Unread:
+        saver.SetAside(store);
+        break;
+    case Former::Nothing:
+        break;
+    }
     if (!saver.Rename(fresh, store)) {
         saver.Remove(fresh);
         return false;

@@ -274,6 +274,35 @@ TEST_F(StoreTest, AHugeStoreIsNotRead)
     EXPECT_FALSE(LoadConnections(Store(), conns));
 }
 
+TEST_F(StoreTest, WhatCouldNotBeReadWholeIsSetAside)
+{
+    const QByteArray whole = WriteConnections(Three());
+    const QString aside = Store() + ".unread";
+    Write(Store(), whole.left(whole.size() - 3));
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    EXPECT_EQ(Read(aside), whole.left(whole.size() - 3));
+    EXPECT_EQ(Read(Store()), whole);
+    const auto owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    EXPECT_EQ(QFile::permissions(aside) & ~owner, QFile::Permissions());
+
+    // A second one does not push the first away, and a good store makes none.
+    ASSERT_TRUE(QFile::resize(Store(), kLargestStore + 1));
+    ASSERT_TRUE(SaveConnections(Store(), clsConns()));
+    EXPECT_EQ(QFileInfo(aside + "2").size(), kLargestStore + 1);
+    EXPECT_EQ(Read(aside).size(), whole.size() - 3);
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    EXPECT_FALSE(QFile::exists(aside + "3"));
+}
+
+TEST_F(StoreTest, WithoutSecondNamesTheUnreadStoreIsMoved)
+{
+    Write(Store(), "cut");
+    ASSERT_TRUE(SaveConnections(Store(), Three(), [](StoreStep at) { return at != StoreStep::Link; }));
+    EXPECT_EQ(Read(Store() + ".unread"), "cut");
+    EXPECT_EQ(Loaded(), Names(Three()));
+}
+
 TEST_F(StoreTest, AStoreThatIsALinkStaysOne)
 {
     const QString real = Path("real.dat");
