@@ -3,6 +3,7 @@
 
 #include "ado/BaseTable.h"
 #include "ado/Guard.h"
+#include "ado/TableKey.h"
 
 namespace ADODB {
 
@@ -143,6 +144,14 @@ void Recordset::Body::Send(const std::vector<std::uint32_t> &rows)
     Connection::Turn turn(connection, source);
     turn.Begin();
     Session &session = turn.Driver();
+    if (!keyAsked) { // an insertion alone needs no key
+        for (const std::uint32_t row : rows) {
+            const auto found = pending.find(row);
+            keyAsked = keyAsked || (found != pending.end() && found->second.kind != Pending::Inserted);
+        }
+        if (keyAsked)
+            MarkKey(session, BaseTableOf(source, infos, session.IdentifierQuote()), infos);
+    }
     Writer writer(infos, source, session);
     // Deletions first and insertions last, so that a key that moves from one row to another is free when it is needed.
     for (const Pending::Kind kind : {Pending::Deleted, Pending::Modified, Pending::Inserted}) {

@@ -97,6 +97,7 @@ void Recordset::Body::Clear()
     lockType = adLockReadOnly;
     items.clear();
     infos.clear();
+    keyAsked = false;
     stores.clear();
     storeRows = 0;
     gone.clear();

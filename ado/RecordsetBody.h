@@ -30,6 +30,7 @@ struct Recordset::Body
     class Fields fields;
     std::vector<std::unique_ptr<Field>> items;
     std::vector<ColumnInfo> infos;
+    bool keyAsked = false; // infos have what the catalogue knows of the key
     std::vector<ColumnStore> stores;
     int state = adStateClosed;
     int lockType = adLockReadOnly;

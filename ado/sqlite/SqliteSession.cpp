@@ -1,4 +1,5 @@
 #include "ado/sqlite/SqliteSession.h"
+#include "lang/Text.h"
 
 #include "ado/sqlite/SqliteResult.h"
 #include "ado/sqlite/SqliteText.h"
@@ -131,9 +132,24 @@ std::optional<bool> SqliteSession::InTransaction() const
     return sqlite3_get_autocommit(m_db) == 0;
 }
 
-std::unique_ptr<ResultSet> SqliteSession::Catalogue(SchemaEnum, const QStringList &)
+// A column's own description does not say whether the rest of its key is shown too: this does. The other rowsets come
+// from queries of the catalogue.
+std::unique_ptr<ResultSet> SqliteSession::Catalogue(SchemaEnum schema, const QStringList &restrictions)
 {
-    return nullptr; // the library has no catalogue calls; its pragmas are plain statements
+    if (schema != adSchemaPrimaryKeys || restrictions.size() < 3)
+        return nullptr;
+    const auto literal = [](const QString &text) {
+        return u'\'' + lang::Replace(text, QStringLiteral("'"), QStringLiteral("''")) + u'\'';
+    };
+    const QString table = literal(restrictions[2]);
+    const QString &database = restrictions[0];
+    return Execute(
+               QStringLiteral("SELECT %1 AS TABLE_CATALOG, NULL AS TABLE_SCHEMA, %2 AS TABLE_NAME, name AS COLUMN_NAME,"
+                              " NULL AS COLUMN_GUID, NULL AS COLUMN_PROPID, pk AS ORDINAL, NULL AS PK_NAME"
+                              " FROM pragma_table_info(%2%3) WHERE pk > 0 ORDER BY pk")
+                   .arg(database.isEmpty() ? QStringLiteral("NULL") : literal(database), table,
+                        database.isEmpty() ? QString() : QStringLiteral(", ") + literal(database)))
+        .Rows;
 }
 
 DatabaseFamily SqliteSession::Family() const
