@@ -177,12 +177,24 @@ TEST_P(Conformance, ATypedTransactionIsNotTakenOver)
 TEST_P(Conformance, AFailingStatementDoesNotLoseATransaction)
 {
     Run(QStringLiteral("CREATE TABLE t (a INTEGER PRIMARY KEY)"));
-    m_connection->BeginTrans();
-    Run(QStringLiteral("INSERT INTO t VALUES (1)"));
-    ErrorOf(QStringLiteral("INSERT INTO t VALUES (1)"));
-    Run(QStringLiteral("INSERT INTO t VALUES (2)"));
-    m_connection->CommitTrans();
-    EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 2);
+    for (const bool typed : {false, true}) {
+        SCOPED_TRACE(typed);
+        Run(QStringLiteral("DELETE FROM t"));
+        if (typed)
+            Run(QStringLiteral("BEGIN"));
+        else
+            m_connection->BeginTrans();
+        Run(QStringLiteral("INSERT INTO t VALUES (1)"));
+        ErrorOf(QStringLiteral("INSERT INTO t VALUES (1)"));
+        ErrorOf(QStringLiteral("SELECT no_such_column FROM t"));
+        Run(QStringLiteral("INSERT INTO t VALUES (2)"));
+        EXPECT_EQ(NewConnection()->Execute(QStringLiteral("SELECT * FROM t"))->RecordCount(), 0);
+        if (typed)
+            Run(QStringLiteral("COMMIT"));
+        else
+            m_connection->CommitTrans();
+        EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 2);
+    }
 }
 
 TEST_P(Conformance, ClosingRollsBackWhatIsOpen)
