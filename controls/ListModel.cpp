@@ -65,6 +65,7 @@ void ListModel::AddColumn(const QString &text)
 
 void ListModel::ClearColumns()
 {
+    ++m_changes;
     beginResetModel();
     m_heads.clear();
     endResetModel();
@@ -114,7 +115,7 @@ QString ListModel::EntryText(quint32 entry, int column) const
 
 QString ListModel::Tag(qint64 row) const
 {
-    const quint32 entry = m_order[size_t(row)];
+    const quint32 entry = Entry(row);
     const auto own = m_own.constFind(entry);
     if (own != m_own.cend())
         return own->tag;
@@ -126,7 +127,7 @@ QString ListModel::Tag(qint64 row) const
 
 int ListModel::Image(qint64 row) const
 {
-    const quint32 entry = m_order[size_t(row)];
+    const quint32 entry = Entry(row);
     const auto own = m_own.constFind(entry);
     if (own != m_own.cend())
         return own->image;
@@ -137,7 +138,8 @@ int ListModel::Image(qint64 row) const
 
 ListModel::Own &ListModel::Write(qint64 row)
 {
-    const quint32 entry = m_order[size_t(row)];
+    ++m_changes;
+    const quint32 entry = Entry(row);
     const auto there = m_own.find(entry);
     if (there != m_own.end())
         return *there;
@@ -156,10 +158,12 @@ void ListModel::Changed(qint64 row)
 
 qint64 ListModel::Append(const QString &text, const QString &tag)
 {
+    ++m_changes;
     const quint32 entry = m_next++;
     m_own.insert(entry, {{text}, tag, 0});
     qint64 at = Count();
-    if (sorted) { // its place behind its equals
+    if (sorted && m_count > 0) { // its place behind its equals
+        MakeOrder();
         const QString folded = EntryText(entry, key).toCaseFolded();
         const auto place =
             std::upper_bound(m_order.begin(), m_order.end(), folded, [this](const QString &value, quint32 other) {
@@ -169,7 +173,9 @@ qint64 ListModel::Append(const QString &text, const QString &tag)
         at = place - m_order.begin();
     }
     beginInsertRows({}, int(at), int(at));
-    m_order.insert(m_order.begin() + at, entry);
+    if (!m_order.empty())
+        m_order.insert(m_order.begin() + at, entry);
+    ++m_count;
     endInsertRows();
     return at;
 }
@@ -181,65 +187,62 @@ void ListModel::AppendBlock(ListBlock block)
     block.Count = std::min(block.Count, block.Recordset->RowCount() - block.First);
     if (block.Count <= 0)
         return;
+    ++m_changes;
     const quint32 first = m_next;
     const qint64 at = Count(), count = block.Count;
     m_next += quint32(count);
-    beginInsertRows({}, int(at), int(at + count - 1));
+    const bool all = at == 0; // the header takes a new list in faster than so many new rows
+    if (all)
+        beginResetModel();
+    else
+        beginInsertRows({}, int(at), int(at + count - 1));
     m_blocks.emplace_back(first, std::move(block));
-    m_order.resize(size_t(at + count));
-    std::iota(m_order.begin() + at, m_order.end(), first);
-    endInsertRows();
+    if (!m_order.empty()) {
+        m_order.resize(size_t(at + count));
+        std::iota(m_order.begin() + at, m_order.end(), first);
+    }
+    m_count += count;
+    if (all)
+        endResetModel();
+    else
+        endInsertRows();
     if (sorted)
         Arrange();
 }
 
 void ListModel::Remove(qint64 row)
 {
+    ++m_changes;
     beginRemoveRows({}, int(row), int(row));
-    m_own.remove(m_order[size_t(row)]);
+    MakeOrder();
+    m_own.remove(Entry(row));
     m_order.erase(m_order.begin() + row);
+    if (--m_count == 0)
+        Forget();
     endRemoveRows();
 }
 
 void ListModel::Clear()
 {
+    ++m_changes;
     beginResetModel();
+    Forget();
+    endResetModel();
+}
+
+void ListModel::Forget()
+{
+    m_count = 0;
     m_order.clear();
     m_own.clear();
     m_blocks.clear();
     m_next = 0;
-    endResetModel();
 }
 
-void ListModel::Arrange()
+void ListModel::MakeOrder()
 {
-    if (!sorted || m_order.size() < 2)
+    if (!m_order.empty())
         return;
-    emit layoutAboutToBeChanged({}, VerticalSortHint);
-    std::vector<QString> keys(m_order.size()); // made once, by place
-    for (size_t i = 0; i < m_order.size(); ++i)
-        keys[i] = EntryText(m_order[i], key).toCaseFolded();
-    std::vector<quint32> places(m_order.size());
-    std::iota(places.begin(), places.end(), 0);
-    std::stable_sort(places.begin(), places.end(), [&](quint32 a, quint32 b) {
-        const int order = keys[a].compare(keys[b]);
-        return direction == lvwAscending ? order < 0 : order > 0;
-    });
-    std::vector<quint32> arranged(m_order.size());
-    for (size_t i = 0; i < places.size(); ++i)
-        arranged[i] = m_order[places[i]];
-    const QModelIndexList former = persistentIndexList();
-    if (!former.isEmpty()) { // the selection stays on its rows
-        std::vector<quint32> now(places.size());
-        for (size_t i = 0; i < places.size(); ++i)
-            now[places[i]] = quint32(i);
-        QModelIndexList moved;
-        for (const QModelIndex &index : former)
-            moved << createIndex(int(now[size_t(index.row())]), index.column());
-        m_order = std::move(arranged);
-        changePersistentIndexList(former, moved);
-    } else {
-        m_order = std::move(arranged);
-    }
-    emit layoutChanged({}, VerticalSortHint);
+    m_order.resize(size_t(m_count));
+    std::iota(m_order.begin(), m_order.end(), 0U);
 }

@@ -24,7 +24,7 @@ public:
 
     QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
     QModelIndex parent(const QModelIndex &) const override { return {}; }
-    int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : int(m_order.size()); }
+    int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : int(m_count); }
     int columnCount(const QModelIndex &parent = {}) const override
     {
         return parent.isValid() ? 0 : int(m_heads.size());
@@ -40,8 +40,8 @@ public:
     QString Head(int column) const { return m_heads.at(column); }
 
     void Check(qint64 row) const;
-    qint64 Count() const { return qint64(m_order.size()); }
-    QString Text(qint64 row, int column) const { return EntryText(m_order[size_t(row)], column); }
+    qint64 Count() const { return m_count; }
+    QString Text(qint64 row, int column) const { return EntryText(Entry(row), column); }
     QString Tag(qint64 row) const;
     int Image(qint64 row) const;
     Own &Write(qint64 row); // the row's own texts, made when it has none yet
@@ -52,16 +52,26 @@ public:
     void Clear();
 
     void Arrange(); // sorts anew, when it is sorted
+    // Sorts by another column or order; false and nothing changed when keepOn gave up or the rows changed meanwhile.
+    bool SortBy(int column, ListSortOrder order, const std::function<bool()> &keepOn);
     bool sorted = false;
     int key = 0;
     ListSortOrder direction = lvwAscending;
     std::vector<QIcon> images;
 
 private:
+    struct Places;
+    Places Sort(int column, ListSortOrder order, const std::function<bool()> &keepOn) const;
+    void Arrange(const Places &places);
+    quint32 Entry(qint64 row) const { return m_order.empty() ? quint32(row) : m_order[size_t(row)]; }
+    void Forget();    // all rows, with nobody told
+    void MakeOrder(); // before rows leave the order in which they came
     QString EntryText(quint32 entry, int column) const;
     const ListBlock *BlockOf(quint32 entry, qint64 *record) const;
-    quint32 m_next = 0; // entries made so far
-    std::vector<quint32> m_order;
+    quint32 m_next = 0;    // entries made so far
+    quint64 m_changes = 0; // of rows and texts, so that a sort that lets events in sees them
+    qint64 m_count = 0;
+    std::vector<quint32> m_order; // entries by row; none as long as row N is entry N
     QStringList m_heads;
     QHash<quint32, Own> m_own;
     std::vector<std::pair<quint32, ListBlock>> m_blocks; // first entry, block; ascending

@@ -5,30 +5,56 @@
 #include "controls/Twips.h"
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
 #include <QScrollBar>
+#include <QStyleOptionFocusRect>
 #include <algorithm>
 
-ListView::ListView(QWidget *parent) : QTreeView(parent), m_model(new ListModel(this))
+namespace {
+
+// The frame of the focus is drawn round the whole row, by the list; a cell has none of its own.
+class ListRowDelegate : public RowDelegate
+{
+public:
+    using RowDelegate::RowDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        RowDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_HasFocus;
+    }
+};
+
+} // namespace
+
+ListView::ListView(QWidget *parent) : QTableView(parent), m_model(new ListModel(this))
 {
     setModel(m_model);
-    setUniformRowHeights(true);
-    setRootIsDecorated(false);
-    setItemsExpandable(false);
-    setAllColumnsShowFocus(true);
+    setShowGrid(false);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setTabKeyNavigation(false);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setVerticalScrollMode(ScrollPerItem);
     setHorizontalScrollMode(ScrollPerPixel);
     setFrameShape(QFrame::NoFrame);
-    setItemDelegate(new RowDelegate(this));
+    setItemDelegate(new ListRowDelegate(this));
     setAccessibleName(QStringLiteral("List"));
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     header()->setStretchLastSection(false);
     header()->setSectionsClickable(true);
     header()->setSectionsMovable(false);
+    header()->setHighlightSections(false);
     header()->setMinimumSectionSize(8);
+    FitRows();
+    disconnect(header(), &QHeaderView::sectionPressed, this, nullptr); // a head sorts; it selects nothing
     connect(header(), &QHeaderView::sectionClicked, this, &ListView::ColumnClick);
-    connect(this, &QTreeView::clicked, this, [this](const QModelIndex &index) { emit ItemClick(index.row()); });
+    connect(this, &QTableView::clicked, this, [this](const QModelIndex &index) { emit ItemClick(index.row()); });
 }
 
 ListView::~ListView() = default;
@@ -84,6 +110,23 @@ void ListView::SetColumnWidth(int column, int twips)
 int ListView::ListWidth() const
 {
     return ToTwips(viewport()->width());
+}
+
+void ListView::setHeaderHidden(bool hidden)
+{
+    header()->setHidden(hidden);
+}
+
+bool ListView::isHeaderHidden() const
+{
+    return header()->isHidden();
+}
+
+void ListView::FitRows()
+{
+    const int icon = style()->pixelMetric(QStyle::PM_ListViewIconSize, nullptr, this);
+    verticalHeader()->setMinimumSectionSize(8);
+    verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height() + 5, icon + 2));
 }
 
 qint64 ListView::Count() const
@@ -200,6 +243,16 @@ void ListView::SetSortOrder(ListSortOrder order)
     ShowSortMark();
 }
 
+bool ListView::SortBy(int column, ListSortOrder order, const std::function<bool()> &keepOn)
+{
+    CheckColumn(this, column);
+    const QPointer<ListView> alive(this);
+    if (!m_model->SortBy(column, order, keepOn) || !alive)
+        return false;
+    ShowSortMark();
+    return true;
+}
+
 bool ListView::MultiSelect() const
 {
     return selectionMode() == ExtendedSelection;
@@ -259,6 +312,7 @@ void ListView::SelectAllRows()
 void ListView::EnsureVisible(qint64 row)
 {
     m_model->Check(row);
+    executeDelayedItemsLayout(); // rows that have just come have no place yet
     scrollTo(m_model->index(int(row), 0));
 }
 
@@ -273,15 +327,64 @@ qint64 ListView::FindItem(const QString &text, qint64 from, bool partial) const
     return -1;
 }
 
+QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const auto scroll = [this](int sign) {
+        QScrollBar *const bar = horizontalScrollBar();
+        bar->setValue(bar->value() + sign * bar->singleStep());
+        return currentIndex();
+    };
+    switch (action) {
+    case MoveHome:
+        return m_model->index(0, 0);
+    case MoveEnd:
+        return m_model->index(int(Count()) - 1, 0);
+    case MoveLeft:
+        return scroll(-1);
+    case MoveRight:
+        return scroll(1);
+    default:
+        return QTableView::moveCursor(action, modifiers);
+    }
+}
+
+void ListView::changeEvent(QEvent *event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        FitRows();
+}
+
+void ListView::paintEvent(QPaintEvent *event)
+{
+    QTableView::paintEvent(event);
+    const QModelIndex current = currentIndex();
+    if (!hasFocus() || !current.isValid())
+        return;
+    QStyleOptionFocusRect frame;
+    frame.initFrom(this);
+    frame.state |= QStyle::State_KeyboardFocusChange | QStyle::State_HasFocus;
+    frame.backgroundColor = palette().color(IsSelected(current.row()) ? QPalette::Highlight : QPalette::Base);
+    frame.rect = QRect(0, rowViewportPosition(current.row()), viewport()->width(), rowHeight(current.row()));
+    QPainter painter(viewport());
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
+}
+
 void ListView::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    QTreeView::mouseDoubleClickEvent(event);
+    QTableView::mouseDoubleClickEvent(event);
     if (event->button() == Qt::LeftButton)
         emit DblClick();
 }
 
 void ListView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
-    QTreeView::selectionChanged(selected, deselected);
+    QTableView::selectionChanged(selected, deselected);
     emit SelectionChange();
+}
+
+void ListView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QTableView::currentChanged(current, previous);
+    viewport()->update(); // the frame goes round the row, not the cell
 }

@@ -4,10 +4,13 @@
 // Rows and columns count from 0; column 0 is the row's own text, sub-items are columns 1 and up. Widths are twips.
 // Rows that come from a recordset keep no text: the recordset answers when a cell is shown, so a million rows are there
 // at once. The list shares ownership of such recordsets. Rows or columns out of range raise ControlError 35600.
+//
+// It is built on the toolkit's table and not on its tree: a tree visits every row whenever the rows change, a table
+// only those that are visible. Keys act as in a list: Home and End go to the first and last row, Left and Right scroll.
 
 #include "ado/Recordset.h"
 #include <QStringList>
-#include <QTreeView>
+#include <QTableView>
 #include <functional>
 #include <memory>
 
@@ -29,8 +32,9 @@ struct ListBlock
 };
 
 class ListModel;
+class QHeaderView;
 
-class ListView : public QTreeView
+class ListView : public QTableView
 {
     Q_OBJECT
 public:
@@ -45,6 +49,9 @@ public:
     int ColumnWidth(int column) const;
     void SetColumnWidth(int column, int twips);
     int ListWidth() const; // inner width in twips, without the scroll bar
+    QHeaderView *header() const { return horizontalHeader(); }
+    void setHeaderHidden(bool hidden);
+    bool isHeaderHidden() const;
 
     qint64 Count() const;
     qint64 AddItem(const QString &text, const QString &tag = {}); // at the end, or at its place in a sorted list
@@ -68,6 +75,9 @@ public:
     void SetSortKey(int column);
     ListSortOrder SortOrder() const;
     void SetSortOrder(ListSortOrder order);
+    // All three at once, with one sort. `keepOn` is asked every few thousand steps and may process events; when it
+    // gives false, or the rows change meanwhile, the list stays as it was and false is returned.
+    bool SortBy(int column, ListSortOrder order, const std::function<bool()> &keepOn = {});
 
     bool MultiSelect() const;
     void SetMultiSelect(bool on);
@@ -89,10 +99,15 @@ signals:
     void SelectionChange();
 
 protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
 
 private:
     void ShowSortMark();
+    void FitRows(); // their height, by the font
     ListModel *m_model;
 };

@@ -68,8 +68,12 @@ void frmGetSelection::SpanColomns(bool Force)
 void frmGetSelection::showEvent(QShowEvent *event)
 {
     ModalForm::showEvent(event);
-    if (m_span)
-        QTimer::singleShot(0, this, [this] { SpanListColumns(lvResults, m_spanForced); });
+    QTimer::singleShot(0, this, [this] {
+        if (m_span)
+            SpanListColumns(lvResults, m_spanForced);
+        if (const qint64 row = lvResults->SelectedRow(); row >= 0) // what was chosen before has its place now
+            lvResults->EnsureVisible(row);
+    });
 }
 
 void frmGetSelection::SelectText(const QString &text)
@@ -104,7 +108,7 @@ void frmGetSelection::Move(int key)
     const qint64 last = lvResults->Count() - 1;
     if (last < 0)
         return;
-    const int height = std::max(1, lvResults->sizeHintForRow(0));
+    const int height = std::max(1, lvResults->rowHeight(0));
     const qint64 page = std::max(1, lvResults->viewport()->height() / height - 1);
     const qint64 row = lvResults->SelectedRow();
     qint64 next = row;

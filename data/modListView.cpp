@@ -1,12 +1,13 @@
 #include "data/modListView.h"
 #include "controls/Attempt.h"
 #include "controls/ListView.h"
+#include "data/Pump.h"
 #include "data/Shell.h"
 #include "data/frmGrid.h"
 #include "data/modMain.h"
 #include "lang/Text.h"
 #include "sqltext/modSQLMaipulation.h"
-#include <QSet>
+#include <QCoreApplication>
 #include <algorithm>
 #include <vector>
 
@@ -110,6 +111,9 @@ void FillList(ListView *List, const ADODB::RecordsetPtr &Recordset, const FillOp
     });
     if (options.Progress)
         options.Progress(added, count);
+    // The rows come all at once: the list asks for a cell when it paints it. So nothing goes on between two of them.
+    if (options.DoEvents)
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 double SpannedWidth(double listWidth, int columns)
@@ -129,10 +133,9 @@ void SpanListColumns(ListView *List, bool Force)
 
 void SortListBy(ListView *List, int column)
 {
-    const bool ascending = List->SortOrder() == lvwAscending;
-    Attempt([&] { List->SetSortKey(column); });
-    Attempt([&] { List->SetSortOrder(ascending ? lvwDescending : lvwAscending); });
-    Attempt([&] { List->SetSorted(true); });
+    Breather breather(QStringLiteral("Sorting ... (Esc stops)"));
+    const ListSortOrder order = List->SortOrder() == lvwAscending ? lvwDescending : lvwAscending;
+    Attempt([&] { List->SortBy(column, order, [&] { return breather.Breathe(); }); });
 }
 
 frmGrid *ShowRecordset(const ADODB::RecordsetPtr &Recordset, const QString &Title)

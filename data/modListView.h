@@ -23,7 +23,7 @@ struct FillOptions
     QString FormatFields;  // ... through Format, in which "%1" is the value
     QString Format = QStringLiteral("%1");
     bool Clear = false;    // removes the rows that are there
-    bool DoEvents = false; // lets windows breathe between rows; Escape then ends the filling
+    bool DoEvents = false; // lets the windows paint when the rows are there
     int Image = -1;
     std::function<void(qint64 done, qint64 count)> Progress;
 };
@@ -36,7 +36,8 @@ void SpanListColumns(ListView *List, bool Force);
 // The width, in twips, that each of `columns` gets in a list of this width.
 double SpannedWidth(double listWidth, int columns);
 
-// A click on a column header: sorts by it, and turns the order round (first to descending).
+// A click on a column header: sorts by it, and turns the order round (first to descending). The windows paint while a
+// long list is sorted; Escape leaves it as it was.
 void SortListBy(ListView *List, int column);
 
 // A new "Results" window of a recordset, shown; null when there is no connection (which it says).

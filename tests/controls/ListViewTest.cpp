@@ -2,6 +2,7 @@
 #include "MakeRecordset.h"
 #include "controls/ControlError.h"
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -186,4 +187,125 @@ TEST(ListView, AMillionRowsFillAndScroll)
     EXPECT_EQ(list.SelectedRows(), (QList<qint64>{999999}));
     list.EnsureVisible(999999);
     EXPECT_FALSE(list.grab().isNull());
+}
+
+TEST(ListView, KeysActAsInAList)
+{
+    ListView list;
+    Fill(list, fruits);
+    list.resize(200, 200); // narrower than its columns
+    list.show();
+    list.SelectRow(1);
+    QTest::keyClick(&list, Qt::Key_End);
+    EXPECT_EQ(list.SelectedRow(), 3);
+    QTest::keyClick(&list, Qt::Key_Home);
+    EXPECT_EQ(list.SelectedRow(), 0);
+    QTest::keyClick(&list, Qt::Key_Right);
+    EXPECT_EQ(list.SelectedRow(), 0); // it scrolls
+    EXPECT_GT(list.horizontalScrollBar()->value(), 0);
+    QTest::keyClick(&list, Qt::Key_Left);
+    EXPECT_EQ(list.horizontalScrollBar()->value(), 0);
+    QTest::keyClick(&list, Qt::Key_P);
+    EXPECT_EQ(list.Text(list.SelectedRow()), QStringLiteral("pear"));
+}
+
+TEST(ListView, AHeadSelectsNothing)
+{
+    ListView list;
+    Fill(list, fruits);
+    list.SetMultiSelect(true);
+    list.resize(500, 200);
+    list.show();
+    list.SelectRow(1);
+    QTest::mouseClick(list.header()->viewport(), Qt::LeftButton, {}, {150, 8});
+    EXPECT_EQ(list.SelectedRows(), (QList<qint64>{1}));
+}
+
+TEST(ListView, TheFocusIsSeenRoundTheWholeRow)
+{
+    ListView list;
+    Fill(list, fruits);
+    list.resize(400, 200);
+    list.show();
+    list.SelectRow(1);
+    list.SelectRow(-1); // no selection hides the frame
+    list.selectionModel()->setCurrentIndex(list.model()->index(1, 1), QItemSelectionModel::NoUpdate);
+    const auto row = [&] {
+        const int y = list.visualRect(list.model()->index(1, 0)).bottom();
+        return list.viewport()->grab(QRect(0, y, list.viewport()->width(), 1)).toImage();
+    };
+    list.clearFocus();
+    ASSERT_FALSE(list.hasFocus());
+    const QImage without = row();
+    list.activateWindow();
+    list.setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list.hasFocus(); }));
+    const QImage with = row();
+    for (const int x : {20, 150, 250}) // first column, second column
+        EXPECT_NE(with.pixel(x, 0), without.pixel(x, 0)) << x;
+}
+
+TEST(ListView, SortsOnceByColumnAndOrder)
+{
+    ListView list;
+    Fill(list, fruits);
+    list.SelectRow(2);
+    EXPECT_TRUE(list.SortBy(1, lvwDescending));
+    EXPECT_TRUE(list.Sorted());
+    EXPECT_EQ(list.SortKey(), 1);
+    EXPECT_EQ(list.SortOrder(), lvwDescending);
+    EXPECT_EQ(Texts(list), QStringLiteral("pear,banana,apricot,Apple"));
+    EXPECT_EQ(list.Text(list.SelectedRow()), QStringLiteral("banana"));
+    EXPECT_TRUE(list.header()->isSortIndicatorShown());
+    EXPECT_THROW(list.SortBy(2, lvwAscending), ControlError);
+    list.Clear();
+    EXPECT_TRUE(list.SortBy(0, lvwAscending)); // nothing to do, and remembered
+    EXPECT_EQ(list.SortKey(), 0);
+}
+
+TEST(ListView, EqualRowsKeepTheirOrderAndLongStartsAreToldApart)
+{
+    ListView list;
+    list.AddColumn(QStringLiteral("a"));
+    list.AddColumn(QStringLiteral("b"));
+    int number = 0;
+    for (const char *const text : {"abcdef", "ABCDEE", "abcd", "abc", "", "abcdef", "abd"})
+        list.SetSubItem(list.AddItem(QString::fromLatin1(text)), 1, QString::number(++number));
+    EXPECT_TRUE(list.SortBy(0, lvwAscending));
+    EXPECT_EQ(Texts(list), QStringLiteral(",abc,abcd,ABCDEE,abcdef,abcdef,abd"));
+    EXPECT_EQ(Texts(list, 1), QStringLiteral("5,4,3,2,1,6,7"));
+    EXPECT_TRUE(list.SortBy(0, lvwDescending));
+    EXPECT_EQ(Texts(list, 1), QStringLiteral("7,1,6,2,3,4,5"));
+}
+
+TEST(ListView, ASortThatIsGivenUpLeavesTheListAsItWas)
+{
+    ListView list;
+    list.AddColumn(QStringLiteral("Id"));
+    list.AddColumn(QStringLiteral("Name"));
+    list.AddBlock({MakeRows(20000), 0, 20000, {}, {}, 0});
+    ASSERT_TRUE(list.SortBy(0, lvwDescending));
+    const QString first = list.Text(0);
+    int asked = 0;
+    EXPECT_FALSE(list.SortBy(1, lvwAscending, [&] { return ++asked < 3; }));
+    EXPECT_EQ(asked, 3);
+    EXPECT_EQ(list.SortKey(), 0);
+    EXPECT_EQ(list.SortOrder(), lvwDescending);
+    EXPECT_EQ(list.Text(0), first);
+    // The rows change, or the list goes, while events are let in.
+    EXPECT_FALSE(list.SortBy(1, lvwAscending, [&] {
+        list.RemoveItem(5);
+        return true;
+    }));
+    EXPECT_EQ(list.Count(), 19999);
+    EXPECT_EQ(list.Text(0), first);
+    auto *const doomed = new ListView;
+    doomed->AddColumn(QStringLiteral("Id"));
+    doomed->AddBlock({MakeRows(20000), 0, 20000, {}, {}, 0});
+    EXPECT_FALSE(doomed->SortBy(0, lvwAscending, [&] {
+        delete doomed;
+        return true;
+    }));
+    EXPECT_TRUE(list.SortBy(1, lvwAscending, [] { return true; }));
+    EXPECT_EQ(list.SortKey(), 1);
 }
