@@ -2,7 +2,9 @@
 #include "data/AppPath.h"
 #include "data/Pump.h"
 #include <QFileInfo>
+#include <QPointer>
 #include <QSaveFile>
+#include <QWidget>
 
 namespace {
 
@@ -28,25 +30,40 @@ QString AskSavePath(QWidget *parent, const QString &title, const QString &filter
 
 bool WriteTextLines(QWidget *parent, const QString &path, qint64 lines, const std::function<QString(qint64 line)> &line)
 {
+    const QPointer<QWidget> owner(parent); // events run meanwhile
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        return Refused(parent, file.errorString());
+        return Refused(owner, file.errorString());
     {
-        Breather breather;
+        Breather breather(QStringLiteral("Saving ... (Esc stops)"));
         for (qint64 i = 0; i < lines; ++i) {
-            if (file.write(line(i).toUtf8() + "\r\n") < 0)
-                return Refused(parent, file.errorString());
+            const QByteArray bytes = line(i).toUtf8() + "\r\n";
+            if (file.write(bytes) != bytes.size())
+                return Refused(owner, WriteFailure(file));
             if (!breather.Breathe())
                 return false; // given up: the former file stands
         }
     }
-    return file.commit() || Refused(parent, file.errorString());
+    if (!file.flush())
+        return Refused(owner, WriteFailure(file));
+    return file.commit() || Refused(owner, file.errorString());
 }
 
 bool WriteTextFile(QWidget *parent, const QString &path, const QString &text)
 {
+    const QByteArray bytes = text.toUtf8();
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit())
+    if (!file.open(QIODevice::WriteOnly))
         return Refused(parent, file.errorString());
-    return true;
+    if (file.write(bytes) != bytes.size() || !file.flush())
+        return Refused(parent, WriteFailure(file));
+    return file.commit() || Refused(parent, file.errorString());
+}
+
+QString WriteFailure(QSaveFile &file)
+{
+    if (file.flush()) // nothing was left over: the bytes that did not fit were never taken
+        file.write("\n");
+    file.flush();
+    return file.errorString();
 }

@@ -1,10 +1,12 @@
 #include "data/frmGrid.h"
 #include "controls/Attempt.h"
+#include "controls/ControlError.h"
 #include "controls/Dialogs.h"
 #include "controls/ListView.h"
 #include "controls/RedrawLock.h"
 #include "controls/Skin.h"
 #include "controls/StatusBar.h"
+#include "data/Pump.h"
 #include "data/SaveDialog.h"
 #include "data/Shell.h"
 #include "data/frmTextOutput.h"
@@ -175,21 +177,31 @@ QStringList Cells(const ListView *list, qint64 row)
 
 } // namespace
 
-QString frmGrid::CopyText() const
+std::optional<QString> frmGrid::CopyText(const std::function<bool()> &keepOn) const
 {
     const auto comma = QStringLiteral(", ");
-    QString text = Captions(lvResults).join(comma);
+    const QPointer<const ListView> list(lvResults);
+    QString text = Captions(list).join(comma);
+    bool going = true;
     Attempt([&] {
-        for (const qint64 row : lvResults->SelectedRows())
-            text += QStringLiteral("\r\n") + Cells(lvResults, row).join(comma);
+        for (const qint64 row : list->SelectedRows()) {
+            text += QStringLiteral("\r\n") + Cells(list, row).join(comma);
+            going = (!keepOn || keepOn()) && list;
+            if (!going)
+                return;
+        }
     });
-    return text;
+    return going ? std::optional(text) : std::nullopt;
 }
 
 void frmGrid::mnuCopy()
 {
+    Breather breather(QStringLiteral("Copying ... (Esc stops)"));
+    const std::optional<QString> text = CopyText([&] { return breather.Breathe(); });
+    if (!text)
+        return; // stopped: the clipboard keeps what it had
     QGuiApplication::clipboard()->clear();
-    QGuiApplication::clipboard()->setText(CopyText());
+    QGuiApplication::clipboard()->setText(*text);
 }
 
 void frmGrid::mnuSave()
@@ -205,8 +217,13 @@ bool frmGrid::SaveFile(const QString &Path)
 {
     const QPointer<ListView> list(lvResults);
     Shell::Current().SetHourglass(true);
-    const bool saved = WriteTextLines(this, Path, 1 + lvResults->Count(), [list](qint64 line) {
-        return list ? ListLine(line == 0 ? Captions(list) : Cells(list, line - 1)) : QString();
+    bool saved = false;
+    Attempt([&] { // a row that went away meanwhile ends it, and the former file stands
+        saved = WriteTextLines(this, Path, 1 + list->Count(), [&](qint64 line) {
+            if (!list)
+                throw ControlError(ctlErrIndex, QStringLiteral("The list has gone."));
+            return ListLine(line == 0 ? Captions(list) : Cells(list, line - 1));
+        });
     });
     Shell::Current().SetHourglass(false);
     return saved;

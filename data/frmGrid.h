@@ -4,6 +4,8 @@
 
 #include "ado/UARecordset.h"
 #include "data/ChildWindow.h"
+#include <functional>
+#include <optional>
 
 class ListView;
 class StatusBar;
@@ -24,7 +26,8 @@ public:
     UARecordset *gUARec() const { return m_uaRec; }
     bool UnloadOnError = true;
 
-    QString CopyText() const;           // what mnuCopy puts on the clipboard
+    // What mnuCopy puts on the clipboard; nothing when keepOn, asked between rows, gave false.
+    std::optional<QString> CopyText(const std::function<bool()> &keepOn = {}) const;
     bool SaveFile(const QString &Path); // false when it could not be written; the former file then stands
     void SpanColomns(bool Force);
 

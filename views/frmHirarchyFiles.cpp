@@ -40,9 +40,12 @@ bool WriteLines(QWidget *window, const QString &fileName, const std::function<vo
         file.cancelWriting();
         return false;
     }
-    whole = whole && file.write(block) == block.size() && file.commit();
+    whole = whole && file.write(block) == block.size() && file.flush();
+    const QString why = whole ? QString() : WriteFailure(file);
+    whole = whole && file.commit();
     if (!whole)
-        MsgBox(fileName + QStringLiteral("\n\n") + file.errorString(), mbExclamation, QStringLiteral("Save"), window);
+        MsgBox(fileName + QStringLiteral("\n\n") + (why.isEmpty() ? file.errorString() : why), mbExclamation,
+               QStringLiteral("Save"), window);
     return whole;
 }
 
