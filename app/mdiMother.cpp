@@ -26,6 +26,7 @@
 namespace {
 
 constexpr int s_splitterWidth = 5; // pixels
+constexpr int s_dropTwips = 150;   // what a drag of the splitter bar adds
 constexpr int s_settle = 60;       // ms after which the window is painted and has its size
 
 // The part between command bar and status bar; it tells the window when its size changes.
@@ -105,6 +106,9 @@ void mdiMother::BuildFrame()
     };
     connect(picSplit, &Splitter::Moving, this, moved);
     connect(picSplit, &Splitter::Moved, this, moved);
+    connect(picSplit, &Splitter::Dropped, this, [this, moved](int former, int travel) {
+        moved(picSplit->Within(former + travel + s_dropTwips)); // the side bar ends behind the pointer: it is meant
+    });
     connect(Area, &WorkArea::ActiveChildChanged, this, &mdiMother::OnActiveChild);
     connect(Area, &WorkArea::ContextMenu, this,
             [this](const QPoint &at) { menus->Popup(QStringLiteral("mnuFile"), at); });

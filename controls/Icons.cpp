@@ -153,17 +153,20 @@ QIcon StateIcon(int number)
     }
 }
 
+// The same drawing as the one that the desktop gets (packaging/brindlewick.svg), with lines for small sizes.
 QIcon AppIcon()
 {
     static const QIcon icon = DrawnIcon([](Ink &i) {
-        i.Block({0.5, 0.5, 15, 15}, QColor(38, 62, 21), 3.2);
-        i.Frame({0.9, 0.9, 14.2, 14.2}, QColor(90, 110, 80), 2.9, 0.7);
-        i.Arc({3.2, 2.6, 9.6, 3.8}, 0, 360, Ink::Leaf(), 1.2);
-        i.Line({{3.2, 4.5}, {3.2, 11.4}}, Ink::Leaf(), 1.2);
-        i.Line({{12.8, 4.5}, {12.8, 11.4}}, Ink::Leaf(), 1.2);
-        i.Arc({3.2, 9.5, 9.6, 3.8}, 180, 180, Ink::Leaf(), 1.2);
-        i.Line({{5.6, 7.2}, {7.4, 8.8}, {5.6, 10.4}}, QColor(255, 255, 0), 1.2);
-        i.Line({{8.4, 10.6}, {10.6, 10.6}}, QColor(255, 255, 0), 1.2);
+        i.Block({0.5, 0.5, 15, 15}, QColor(38, 62, 21), 2.8);
+        i.Frame({0.9, 0.9, 14.2, 14.2}, QColor(130, 160, 110), 2.4, 0.5);
+        const auto side = [&i](double x) { i.Line({{x, 4.5}, {x, 11.5}}, Ink::Leaf(), 0.9); };
+        i.Arc({3.25, 2.9, 8.5, 3.2}, 0, 360, Ink::Leaf(), 0.9);
+        side(3.25);
+        side(11.75);
+        for (const double top : {5.3, 7.6, 9.9})
+            i.Arc({3.25, top, 8.5, 3.2}, 180, 180, Ink::Leaf(), 0.9);
+        i.Fill({{9.1, 7.2}, {14.4, 10.25}, {9.1, 13.3}}, QColor(0, 20, 0));
+        i.Fill({{9.7, 8}, {13.6, 10.25}, {9.7, 12.5}}, QColor(255, 255, 0));
     });
     return icon;
 }

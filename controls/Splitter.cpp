@@ -3,7 +3,6 @@
 #include "controls/Twips.h"
 #include <QKeyEvent>
 #include <QPainter>
-#include <algorithm>
 
 namespace {
 constexpr int keyStep = 10 * TwipsPerPixel;
@@ -11,6 +10,7 @@ constexpr int keyStep = 10 * TwipsPerPixel;
 
 Splitter::Splitter(QWidget *parent, SplitOrientation orientation) : QWidget(parent)
 {
+    m_split.SetSplitObject(this);
     setFocusPolicy(Qt::TabFocus);
     setAccessibleName(QStringLiteral("Splitter"));
     SetOrientation(orientation);
@@ -18,72 +18,42 @@ Splitter::Splitter(QWidget *parent, SplitOrientation orientation) : QWidget(pare
 
 void Splitter::SetOrientation(SplitOrientation orientation)
 {
-    m_orientation = orientation;
+    m_split.SetOrientation(orientation);
     setCursor(orientation == spltVertical ? Qt::SplitHCursor : Qt::SplitVCursor);
     update();
 }
 
-int Splitter::Border(int edge) const
+int Splitter::Pointer(const QMouseEvent *event) const
 {
-    return edge >= 1 && edge <= 4 ? m_borders[size_t(edge)] : 0;
-}
-
-void Splitter::SetBorder(int edge, int twips)
-{
-    if (edge >= 1 && edge <= 4)
-        m_borders[size_t(edge)] = twips;
-}
-
-int Splitter::Position() const
-{
-    return ToTwips(Along(pos()));
-}
-
-int Splitter::Within(int twips) const
-{
-    const bool standing = m_orientation == spltVertical;
-    const int least = m_borders[standing ? 1 : 2];
-    int most = twips;
-    if (const QWidget *const area = parentWidget())
-        most = ToTwips(standing ? area->width() - width() : area->height() - height()) - m_borders[standing ? 3 : 4];
-    return std::max(least, std::min(twips, most));
-}
-
-void Splitter::SetPosition(int twips)
-{
-    const int at = ToPixels(Within(twips));
-    if (m_orientation == spltVertical)
-        move(at, y());
-    else
-        move(x(), at);
+    const QPoint at = mapToParent(event->position().toPoint());
+    return ToTwips(Orientation() == spltVertical ? at.x() : at.y());
 }
 
 void Splitter::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        m_grip = Along(event->position().toPoint());
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_former = Position();
+    m_split.SplitterMouseDown(Pointer(event));
 }
 
 void Splitter::mouseMoveEvent(QMouseEvent *event)
 {
-    if (m_grip < 0)
-        return;
-    const int wanted = Along(mapToParent(event->position().toPoint())) - m_grip;
-    SetPosition(ToTwips(wanted));
-    emit Moving(Position());
+    if (m_split.SplitterFormMouseMove(Pointer(event)))
+        emit Moving(Position());
 }
 
 void Splitter::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton || m_grip < 0)
+    if (event->button() != Qt::LeftButton || !m_split.SplitterFormMouseUp(Pointer(event)))
         return;
-    m_grip = -1;
     emit Moved(Position());
+    emit Dropped(m_former, m_split.Travel());
 }
 
 void Splitter::keyPressEvent(QKeyEvent *event)
 {
-    const bool standing = m_orientation == spltVertical;
+    const bool standing = Orientation() == spltVertical;
     int step = 0;
     if (event->key() == (standing ? Qt::Key_Left : Qt::Key_Up))
         step = -keyStep;
@@ -102,7 +72,7 @@ void Splitter::paintEvent(QPaintEvent *)
     const QColor grip = hasFocus() ? SkinColour(SkinRole::Focus) : palette().color(QPalette::Mid);
     const QPoint middle = rect().center();
     for (int i = -2; i <= 2; ++i) {
-        const QPoint dot = m_orientation == spltVertical ? QPoint(0, i * 5) : QPoint(i * 5, 0);
+        const QPoint dot = Orientation() == spltVertical ? QPoint(0, i * 5) : QPoint(i * 5, 0);
         painter.fillRect(QRect(middle + dot, QSize(2, 2)), grip);
     }
 }

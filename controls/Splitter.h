@@ -2,16 +2,9 @@
 // The bar between two parts of a window: dragged, or moved with the arrow keys, it says where it went, and the window
 // lays out its parts. Owned by its parent, in whose coordinates it moves. Interface thread; nothing is raised.
 //
-// All lengths are twips. Borders are the least distances to the parent's edges: 1 left, 2 top, 3 right, 4 bottom.
+// All lengths are twips. Where it may go and how it is dragged are cSplitDDC's rules.
 
-#include <QWidget>
-#include <array>
-
-enum SplitOrientation
-{
-    spltVertical = 1,
-    spltHorizontal = 2
-}; // 1: a standing bar that moves left and right
+#include "controls/cSplitDDC.h"
 
 class Splitter : public QWidget
 {
@@ -19,18 +12,21 @@ class Splitter : public QWidget
 public:
     explicit Splitter(QWidget *parent = nullptr, SplitOrientation orientation = spltVertical);
 
-    SplitOrientation Orientation() const { return m_orientation; }
+    SplitOrientation Orientation() const { return m_split.Orientation(); }
     void SetOrientation(SplitOrientation orientation);
-    int Border(int edge) const;
-    void SetBorder(int edge, int twips);
+    int Border(int edge) const { return m_split.Border(edge); }
+    void SetBorder(int edge, int twips) { m_split.SetBorder(edge, twips); }
 
-    int Position() const;        // Left, or Top of a lying bar
-    void SetPosition(int twips); // kept within the borders; raises no signal
-    int Within(int twips) const; // the nearest position that the borders allow
+    int Position() const { return m_split.Position(); }           // Left, or Top of a lying bar
+    void SetPosition(int twips) { m_split.SetPosition(twips); }   // kept within the borders; raises no signal
+    int Within(int twips) const { return m_split.Within(twips); } // the nearest position that the borders allow
 
 signals:
     void Moving(int position); // while it is dragged
     void Moved(int position);  // when it was let go, or moved by a key
+    // After Moved, when a drag has ended elsewhere than it began: where the bar stood, and how far from there the
+    // pointer was when it let go.
+    void Dropped(int former, int travel);
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
@@ -40,8 +36,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    int Along(const QPoint &point) const { return m_orientation == spltVertical ? point.x() : point.y(); }
-    SplitOrientation m_orientation;
-    std::array<int, 5> m_borders{};
-    int m_grip = -1; // pixels from the bar's own edge to the pointer while it is dragged, else -1
+    int Pointer(const QMouseEvent *event) const;
+    cSplitDDC m_split;
+    int m_former = 0;
 };

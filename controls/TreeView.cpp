@@ -1,7 +1,7 @@
 #include "controls/TreeView.h"
 #include "controls/ControlError.h"
-#include "controls/Icons.h"
 #include "controls/RowDelegate.h"
+#include "controls/ucIconMaker.h"
 #include <QMimeData>
 #include <QPainter>
 #include <algorithm>
@@ -285,8 +285,10 @@ int TreeView::ImageIndex(const QString &key) const
 
 void TreeView::AddSchemaImages()
 {
-    for (const char *const letter : {"C", "T", "V", "P", "N", "F", "R", "L"})
-        AddImage(QString::fromLatin1(letter), TreeIcon(QString::fromLatin1(letter)));
+    ucIconMaker icons;
+    const int count = icons.MakeIcons();
+    for (int image = 1; image <= count; ++image)
+        AddImage(icons.Key(image), icons.Image(image));
 }
 
 QMimeData *TreeView::mimeData(const QList<QTreeWidgetItem *> &items) const

@@ -117,6 +117,25 @@ TEST_F(MenusTest, TheSideBarsPopupIsTheFileMenuWithTagP)
     EXPECT_TRUE(Enabled(QStringLiteral("mnuSave")));
 }
 
+TEST_F(MenusTest, TheRightButtonOnTheWorkAreaPopsTheFileMenuUpWithoutATag)
+{
+    FakeChild *child = Child(QStringLiteral("frmSQL"));
+    child->Can.CanSave = true;
+    bool popped = false;
+    InPopup([&](QMenu *popup) {
+        popped = true;
+        EXPECT_EQ(popup->objectName(), QStringLiteral("mnuFile"));
+        EXPECT_EQ(Window->menus->Tag(QStringLiteral("mnuFile")), QString());
+        EXPECT_TRUE(Enabled(QStringLiteral("mnuSave"))); // the states are those of the active child
+        EXPECT_FALSE(Enabled(QStringLiteral("mnuOpen")));
+    });
+    QWidget *ground = Window->Area->viewport();
+    const QPoint at(ground->width() - 3, ground->height() - 3);
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, at, ground->mapToGlobal(at));
+    QApplication::sendEvent(ground, &menu);
+    EXPECT_TRUE(popped);
+}
+
 TEST_F(MenusTest, ToolEntriesHaveNoPopup)
 {
     Window->SideBarRightClick(Window->eb->Bar(QStringLiteral("TB"))->Items().Find(QStringLiteral("CONN")), QPoint());

@@ -156,6 +156,31 @@ TEST_F(StartTest, PlaceSizeAndSplitterAreReadInTwips)
     EXPECT_EQ(Window->picSplit->Position(), 3000);
 }
 
+TEST_F(StartTest, ADragOfTheSplitterMakesTheSideBarWider)
+{
+    AConnection();
+    Start(QStringLiteral("TestMode"), true);
+    Splitter *split = Window->picSplit;
+    EXPECT_EQ(split->Border(1), 10);
+    EXPECT_EQ(split->Border(3), 150);
+    EXPECT_EQ(split->Orientation(), spltVertical);
+    const int before = Window->eb->width();
+    QTest::mousePress(split, Qt::LeftButton, {}, {2, 50});
+    QMouseEvent move(QEvent::MouseMove, QPoint(42, 50), split->mapToGlobal(QPoint(42, 50)), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(split, &move);
+    EXPECT_EQ(Window->eb->width(), before + 40); // under the pointer while it is dragged
+    QTest::mouseRelease(split, Qt::LeftButton, {}, {2, 50});
+    EXPECT_EQ(Window->eb->width(), before + 42 + 10); // old width, pointer, 150 twips
+    QTest::mouseClick(split, Qt::LeftButton, {}, {2, 50});
+    EXPECT_EQ(Window->eb->width(), before + 42 + 10); // a click is no move
+    split->setFocus();
+    QTest::keyClick(split, Qt::Key_Left);
+    EXPECT_EQ(Window->eb->width(), before + 42);
+    Window->close();
+    EXPECT_EQ(GetSetting(QStringLiteral("WindowSplit")), QString::number((before + 42) * 15));
+}
+
 TEST_F(StartTest, A4000TwipsWideWindowStaysAsDesigned)
 {
     const QSize designed = mdiMother().size();

@@ -9,6 +9,7 @@
 #include "controls/Splitter.h"
 #include "controls/Twips.h"
 #include "controls/WaitCursor.h"
+#include "controls/ucIconMaker.h"
 #include "tests/support/DialogDouble.h"
 #include <QApplication>
 #include <QFileDialog>
@@ -221,6 +222,60 @@ TEST(Splitter, KeepsItsBordersAndSaysWhereItWent)
     EXPECT_EQ(split->y(), 50);
 }
 
+TEST(Splitter, ADragTellsWhereTheBarStoodAndHowFarThePointerWent)
+{
+    QWidget window;
+    window.resize(400, 200);
+    auto *const split = new Splitter(&window);
+    split->resize(6, 200);
+    window.show();
+    split->SetPosition(1500);
+    QSignalSpy moved(split, &Splitter::Moved), dropped(split, &Splitter::Dropped);
+    QTest::mouseClick(split, Qt::LeftButton, {}, {3, 50}); // a click alone moves nothing
+    EXPECT_EQ(moved.size() + dropped.size(), 0);
+    QTest::mousePress(split, Qt::LeftButton, {}, {3, 50});
+    QMouseEvent move(QEvent::MouseMove, QPoint(43, 50), split->mapToGlobal(QPoint(43, 50)), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(split, &move);
+    QTest::mouseRelease(split, Qt::LeftButton, {}, {3, 50}); // the bar has followed
+    ASSERT_EQ(dropped.size(), 1);
+    EXPECT_EQ(dropped[0][0].toInt(), 1500);
+    EXPECT_EQ(dropped[0][1].toInt(), ToTwips(43));
+    EXPECT_EQ(moved[0][0].toInt(), 1500 + ToTwips(40));
+}
+
+TEST(Splitter, ItsRulesNeedNoMouse)
+{
+    QWidget area;
+    area.resize(400, 200);
+    auto *const bar = new QWidget(&area);
+    bar->setGeometry(100, 0, 6, 200);
+    cSplitDDC rules;
+    rules.SetPosition(300); // without a bar nothing happens
+    EXPECT_EQ(rules.Position(), 0);
+    rules.SetSplitObject(bar);
+    EXPECT_EQ(rules.SplitObject(), bar);
+    rules.SetOrientation(spltVertical);
+    rules.SetBorder(1, 150);
+    rules.SetBorder(3, 300);
+    EXPECT_EQ(rules.Border(1), 150);
+    EXPECT_EQ(rules.Border(3), 300);
+    EXPECT_FALSE(rules.SplitterFormMouseMove(3000)); // not held
+    EXPECT_FALSE(rules.SplitterFormMouseUp(3000));
+    EXPECT_EQ(rules.Position(), 1500);
+    rules.SplitterMouseDown(1530);
+    EXPECT_TRUE(rules.SplitterFormMouseMove(15));
+    EXPECT_EQ(rules.Position(), 150);
+    EXPECT_TRUE(rules.SplitterFormMouseMove(99999));
+    EXPECT_EQ(rules.Position(), ToTwips(394) - 300);
+    EXPECT_TRUE(rules.SplitterFormMouseUp(1230));
+    EXPECT_EQ(rules.Travel(), 1230 - 1500);
+    EXPECT_FALSE(rules.SplitterFormMouseMove(2000));
+    delete bar;
+    EXPECT_EQ(rules.SplitObject(), nullptr);
+    EXPECT_EQ(rules.Position(), 0);
+}
+
 TEST(BusyIndicator, RunsOnlyWhileItPlays)
 {
     QWidget window;
@@ -269,4 +324,19 @@ TEST(Icons, EveryDrawingShowsSomethingOfItsOwnAtEveryScale)
     }
     EXPECT_TRUE(HasToolIcon(S("MTBOPEN")));
     EXPECT_FALSE(HasToolIcon(S("Unknown")));
+}
+
+TEST(Icons, TheMakerCountsItsImages)
+{
+    ucIconMaker maker;
+    EXPECT_EQ(maker.Count(), 0);
+    const int count = maker.MakeIcons();
+    EXPECT_EQ(count, 8);
+    EXPECT_EQ(maker.MakeIcons(), count); // not twice
+    for (int image = 1; image <= count; ++image) {
+        EXPECT_FALSE(maker.Key(image).isEmpty());
+        EXPECT_FALSE(maker.Image(image).pixmap(16, 16).isNull());
+    }
+    EXPECT_TRUE(maker.Image(0).isNull());
+    EXPECT_TRUE(maker.Image(count + 1).isNull());
 }
