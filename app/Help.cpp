@@ -1,7 +1,9 @@
-// Help: F1 goes to the widget with the focus first; where nobody takes it, the manual opens.
+// Help: F1, and "Contents", go to the widget with the focus first; where nobody takes them, the manual opens at the
+// page of the active window. Shift+F1 opens it also from an editor, which has a use of its own for F1.
 
 #include "app/frmHelp.h"
 #include "app/mdiMother.h"
+#include "data/ChildWindow.h"
 #include <QApplication>
 #include <QKeyEvent>
 
@@ -20,7 +22,8 @@ void mdiMother::mnuShowHelp()
 
 void mdiMother::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() != Qt::Key_F1 || event->modifiers() != Qt::NoModifier) {
+    if (event->key() != Qt::Key_F1 ||
+        (event->modifiers() != Qt::NoModifier && event->modifiers() != Qt::ShiftModifier)) {
         QMainWindow::keyPressEvent(event);
         return;
     }
@@ -28,5 +31,6 @@ void mdiMother::keyPressEvent(QKeyEvent *event)
     auto *help = findChild<frmHelp *>(QString(), Qt::FindDirectChildrenOnly);
     if (!help)
         help = new frmHelp(this);
-    help->ShowPage();
+    const ChildWindow *active = ActiveChild();
+    help->ShowPage(frmHelp::PageOf(active ? active->FormName() : QString()));
 }

@@ -1,8 +1,19 @@
 #include "app/frmAbout.h"
+#include "ado/odbc/OdbcDriver.h"
+#include "ado/sqlite/SqliteDriver.h"
 #include "controls/Icons.h"
+#include "controls/ListView.h"
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+static const int s_shownDrivers = 5; // rows of the list without scrolling
+
+QStringList frmAbout::Drivers()
+{
+    return QStringList{QStringLiteral("SQLite %1 (built in)").arg(ADODB::SqliteVersion())} + ADODB::OdbcDrivers();
+}
 
 frmAbout::frmAbout(QWidget *parent) : ModalForm(QStringLiteral("About Us"), parent)
 {
@@ -21,6 +32,15 @@ frmAbout::frmAbout(QWidget *parent) : ModalForm(QStringLiteral("About Us"), pare
                             this);
     rest->setObjectName(QStringLiteral("lblVersion"));
     rest->setTextFormat(Qt::PlainText);
+    auto *drivers = new ListView(this);
+    drivers->setObjectName(QStringLiteral("lvDrivers"));
+    drivers->setAccessibleName(QStringLiteral("Database drivers"));
+    drivers->AddColumn(QStringLiteral("Database drivers"));
+    drivers->header()->setStretchLastSection(true);
+    for (const QString &driver : Drivers())
+        drivers->AddItem(driver);
+    drivers->setFixedHeight(drivers->header()->sizeHint().height() +
+                            s_shownDrivers * drivers->verticalHeader()->defaultSectionSize());
     auto *ok = new QPushButton(QStringLiteral("OK"), this);
     ok->setObjectName(QStringLiteral("cmdOK"));
     ok->setDefault(true);
@@ -32,5 +52,8 @@ frmAbout::frmAbout(QWidget *parent) : ModalForm(QStringLiteral("About Us"), pare
         column->addWidget(label);
     }
     column->addSpacing(8);
+    column->addWidget(drivers);
+    column->addSpacing(8);
     column->addWidget(ok, 0, Qt::AlignRight);
+    ok->setFocus();
 }

@@ -2,6 +2,7 @@
 
 #include "ado/ConnectionString.h"
 #include "ado/sqlite/SqliteSession.h"
+#include <sqlite3.h>
 
 namespace ADODB {
 
@@ -29,6 +30,11 @@ Driver &SqliteDriver()
 {
     static BuiltIn driver;
     return driver;
+}
+
+QString SqliteVersion()
+{
+    return QString::fromLatin1(sqlite3_libversion());
 }
 
 } // namespace ADODB

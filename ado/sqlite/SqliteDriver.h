@@ -9,6 +9,7 @@
 
 namespace ADODB {
 
-Driver &SqliteDriver(); // lives as long as the program; any thread
+Driver &SqliteDriver();  // lives as long as the program; any thread
+QString SqliteVersion(); // of the library: "3.40.1"
 
 } // namespace ADODB

@@ -1,8 +1,11 @@
 // Welcome, about and help.
+#include "ado/odbc/OdbcDriver.h"
+#include "ado/sqlite/SqliteDriver.h"
 #include "app/Menus.h"
 #include "app/frmAbout.h"
 #include "app/frmHelp.h"
 #include "app/frmRookie.h"
+#include "controls/ListView.h"
 #include "controls/Skin.h"
 #include "tests/app/ShellFixture.h"
 #include <QAction>
@@ -119,12 +122,131 @@ TEST_F(Help, F1GoesToTheFocusFirst)
     auto *help = Window->findChild<frmHelp *>();
     ASSERT_TRUE(help);
     EXPECT_TRUE(help->isVisible());
-    EXPECT_TRUE(help->txtPage->toPlainText().contains(QStringLiteral("Brindlewick")));
+    EXPECT_TRUE(help->txtPage->toPlainText().contains(QStringLiteral("The SQL Analyzer")));
     QTest::keyClick(help, Qt::Key_Escape);
     EXPECT_FALSE(help->isVisible());
     QTest::keyClick(Window.get(), Qt::Key_F1);
     EXPECT_EQ(Window->findChildren<frmHelp *>().size(), 1); // the same window again
     EXPECT_TRUE(help->isVisible());
+}
+
+TEST_F(Help, TheManualOpensAtThePageOfTheActiveWindow)
+{
+    gConns().Add(QStringLiteral("s"), QStringLiteral("n"), QString());
+    Start(QStringLiteral("TestMode"), true);
+    Window->menus->Item(QStringLiteral("mnuShowHelp"))->trigger();
+    auto *help = Window->findChild<frmHelp *>();
+    ASSERT_TRUE(help);
+    EXPECT_EQ(help->Page(), QStringLiteral("index")); // no window, no page of its own
+    const struct
+    {
+        const char *form, *page;
+    } rows[] = {{"frmSQL", "analyzer"}, {"frmHirarchy", "results"},   {"frmGrid", "results"},
+                {"frmTree", "schema"},  {"frmTextOutput", "results"}, {"frmScriptMask", "analyzer"},
+                {"frmOther", "index"}};
+    for (const auto &each : rows) {
+        Child(QString::fromLatin1(each.form));
+        Window->menus->Item(QStringLiteral("mnuShowHelp"))->trigger();
+        EXPECT_EQ(help->Page(), QString::fromLatin1(each.page)) << each.form;
+        EXPECT_TRUE(frmHelp::Pages().contains(help->Page()));
+        EXPECT_EQ(help->lvPages->Tag(help->lvPages->SelectedRow()), help->Page());
+    }
+}
+
+TEST_F(Help, ShiftF1OpensTheManualFromAnEditorThatHasAUseForF1)
+{
+    gConns().Add(QStringLiteral("s"), QStringLiteral("n"), QString());
+    Start(QStringLiteral("TestMode"), true);
+    FakeChild *child = Child(QStringLiteral("frmSQL"));
+    QTest::keyClick(child, Qt::Key_F1, Qt::ShiftModifier);
+    auto *help = Window->findChild<frmHelp *>();
+    ASSERT_TRUE(help);
+    EXPECT_EQ(help->Page(), QStringLiteral("analyzer"));
+    help->close();
+    QTest::keyClick(child, Qt::Key_F1, Qt::ControlModifier);
+    EXPECT_FALSE(help->isVisible());
+}
+
+TEST_F(Help, TheManualIsSearched)
+{
+    frmHelp help;
+    help.ShowPage();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&help));
+    const qint64 all = help.lvPages->Count();
+    EXPECT_EQ(all, frmHelp::Pages().size());
+    EXPECT_EQ(help.lvPages->Text(0), frmHelp::Title(QStringLiteral("index")));
+    QTest::keyClick(&help, Qt::Key_F, Qt::ControlModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return help.txtSearch->hasFocus(); }));
+    QTest::keyClicks(help.txtSearch, QStringLiteral("KEY")); // without regard to case
+    ASSERT_GT(help.lvPages->Count(), 1);
+    EXPECT_LT(help.lvPages->Count(), all);
+    const QString page = help.Page();
+    const qsizetype hits = help.Hits(QStringLiteral("key")).size();
+    ASSERT_GT(hits, 0);
+    EXPECT_EQ(help.lvPages->Text(help.lvPages->SelectedRow()),
+              frmHelp::Title(page) + QStringLiteral(" (%1)").arg(hits));
+    EXPECT_EQ(help.txtPage->extraSelections().size(), hits);
+    // One hit after another, then the next page's first, and back again.
+    const auto at = [&] { return help.txtPage->textCursor().position(); };
+    EXPECT_EQ(at(), help.Hits(QStringLiteral("key"))[0]);
+    for (qsizetype i = 1; i < hits; ++i) {
+        QTest::keyClick(help.txtSearch, Qt::Key_Return);
+        EXPECT_EQ(help.Page(), page);
+        EXPECT_EQ(at(), help.Hits(QStringLiteral("key"))[i]);
+    }
+    QTest::keyClick(&help, Qt::Key_F3);
+    EXPECT_NE(help.Page(), page);
+    EXPECT_EQ(at(), help.Hits(QStringLiteral("key"))[0]);
+    QTest::keyClick(&help, Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(help.Page(), page);
+    EXPECT_EQ(at(), help.Hits(QStringLiteral("key"))[hits - 1]);
+    // All the way round.
+    qsizetype steps = 0;
+    do
+        QTest::keyClick(&help, Qt::Key_F3);
+    while ((help.Page() != page || at() != help.Hits(QStringLiteral("key"))[hits - 1]) && ++steps < 1000);
+    EXPECT_LT(steps, 1000);
+    // Nothing found: no page is listed, what is shown stays.
+    QTest::keyClicks(help.txtSearch, QStringLiteral("zzzz"));
+    EXPECT_EQ(help.lvPages->Count(), 0);
+    EXPECT_EQ(help.Page(), page);
+    EXPECT_TRUE(help.txtPage->extraSelections().isEmpty());
+    QTest::keyClick(help.txtSearch, Qt::Key_Return);
+    // Escape empties the search first.
+    QTest::keyClick(help.txtSearch, Qt::Key_Escape);
+    EXPECT_TRUE(help.isVisible());
+    EXPECT_EQ(help.lvPages->Count(), all);
+    QTest::keyClick(help.txtSearch, Qt::Key_Escape);
+    EXPECT_FALSE(help.isVisible());
+}
+
+TEST_F(Help, APageIsChosenInTheList)
+{
+    frmHelp help;
+    help.ShowPage();
+    const auto row = help.lvPages->visualRect(help.lvPages->model()->index(2, 0));
+    QTest::mouseClick(help.lvPages->viewport(), Qt::LeftButton, {}, row.center());
+    EXPECT_EQ(help.Page(), frmHelp::Pages()[2]);
+    EXPECT_TRUE(help.txtPage->toPlainText().startsWith(frmHelp::Title(help.Page())));
+    QTest::keyClick(help.lvPages, Qt::Key_Up);
+    EXPECT_EQ(help.Page(), frmHelp::Pages()[1]);
+}
+
+TEST_F(Help, AboutListsTheToolkitAndTheDrivers)
+{
+    frmAbout about;
+    const auto *list = about.findChild<ListView *>(QStringLiteral("lvDrivers"));
+    ASSERT_TRUE(list);
+    ASSERT_GT(list->Count(), 0);
+    EXPECT_EQ(list->Text(0), QStringLiteral("SQLite %1 (built in)").arg(ADODB::SqliteVersion()));
+    EXPECT_GT(ADODB::SqliteVersion().count(QLatin1Char('.')), 1);
+    QStringList rest;
+    for (qint64 row = 1; row < list->Count(); ++row)
+        rest << list->Text(row);
+    EXPECT_EQ(rest, ADODB::OdbcDrivers());
+    EXPECT_TRUE(about.findChild<QLabel *>(QStringLiteral("lblVersion"))
+                    ->text()
+                    .contains(QStringLiteral("Qt ") + QString::fromLatin1(qVersion())));
 }
 
 TEST_F(Help, EveryPageOfTheManualOpensAndEveryLinkLeadsToOne)
