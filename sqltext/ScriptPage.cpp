@@ -6,11 +6,13 @@
 
 namespace {
 
-// A VBScript string. Line ends cannot stand inside of one, and the end mark of the page would end the page.
+// A VBScript string. No kind of line end can stand inside of one, and the end mark of the page would end the page.
 QString Quoted(const QString &text)
 {
     QString body = lang::Replace(text, QStringLiteral("\""), QStringLiteral("\"\""));
     body = lang::Replace(body, QStringLiteral("\r\n"), QStringLiteral("\" & vbCrLf & \""));
+    body = lang::Replace(body, QStringLiteral("\r"), QStringLiteral("\" & vbCr & \""));
+    body = lang::Replace(body, QStringLiteral("\n"), QStringLiteral("\" & vbLf & \""));
     body = lang::Replace(body, QStringLiteral("%>"), QStringLiteral("%\" & \">"));
     return u'"' + body + u'"';
 }

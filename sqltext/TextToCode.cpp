@@ -18,29 +18,25 @@ constexpr const char16_t *QuoteColor = u"C";
 constexpr const char16_t *TextColor = u"DQ";
 constexpr const char16_t *PrefixColor = u"KW";
 
+// The blanks beside a text count as its own: where it begins with the signs that are taken out, one of them goes too.
 std::vector<Stretch> Compose(const QString &text, const QString &quote, const QString &prefix, const QString &postfix)
 {
     const QString blank = QStringLiteral(" ");
     const QString crLf = QStringLiteral("\r\n");
     const bool defaults = quote == CodeQuote && prefix == CodePrefix && postfix == CodePostfix;
-    QStringList lines;
+    std::vector<Stretch> code{{QuoteColor, quote}};
     for (const QString &line : lang::Split(lang::Trim(text), crLf)) {
-        if (!lang::Trim(line).isEmpty())
-            lines += line;
-    }
-    std::vector<Stretch> code{{QuoteColor, quote + blank}};
-    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (lang::Trim(line).isEmpty())
+            continue;
         // Meant for the dangling continuation, this takes the same signs out of the text itself as well.
-        code.push_back({TextColor, lang::Replace(lines.at(i), QStringLiteral(" _\""), {}) + blank});
+        code.push_back({TextColor, lang::Replace(blank + line + blank, QStringLiteral(" _\""), {})});
         code.push_back({QuoteColor, quote + postfix + crLf});
         code.push_back({PrefixColor, prefix + blank});
-        code.push_back({QuoteColor, quote + blank});
+        code.push_back({QuoteColor, quote});
     }
-    if (defaults && !lines.isEmpty()) {
+    if (defaults && code.size() > 1) {
         code.resize(code.size() - 2);
         code.back().text.chop(postfix.size() + crLf.size());
-    } else {
-        code.back().text.chop(1);
     }
     return code;
 }
@@ -51,12 +47,12 @@ QString Switch(const char16_t *color)
     return cell ? cell->Code : QString();
 }
 
+// RTF's own signs as signs of the text.
 QString Escaped(const QString &text)
 {
     QString result = lang::Replace(text, QStringLiteral("\\"), QStringLiteral("\\\\"));
     result = lang::Replace(result, QStringLiteral("{"), QStringLiteral("\\{"));
-    result = lang::Replace(result, QStringLiteral("}"), QStringLiteral("\\}"));
-    return lang::Replace(result, QStringLiteral("\r\n"), QStringLiteral("\\par"));
+    return lang::Replace(result, QStringLiteral("}"), QStringLiteral("\\}"));
 }
 
 QString Document(const QString &body)
@@ -80,17 +76,18 @@ QString TextToCode(const QString &text, const QString &quote, const QString &pre
 {
     QString body;
     for (const Stretch &stretch : Compose(text, quote, prefix, postfix))
-        body += Switch(stretch.color) + Escaped(stretch.text);
+        body += Switch(stretch.color) +
+                lang::Replace(Escaped(stretch.text), QStringLiteral("\r\n"), QStringLiteral("\\par"));
     return Document(body);
 }
 
 QString MaskToCode(const QString &mask, const QStringList &fields)
 {
+    const QString line = Escaped(mask);
     QString body;
     for (const QString &field : fields) {
-        body += QStringLiteral("\\cf1") +
-                lang::Replace(mask, QStringLiteral("@"), QStringLiteral("\\cf3") + field + QStringLiteral("\\cf1")) +
-                QStringLiteral("\\par");
+        const QString name = QStringLiteral("\\cf3") + Escaped(field) + QStringLiteral("\\cf1");
+        body += QStringLiteral("\\cf1") + lang::Replace(line, QStringLiteral("@"), name) + QStringLiteral("\\par");
     }
     return Document(body);
 }

@@ -20,6 +20,6 @@ QString TextToPlainCode(const QString &text, const QString &quote = CodeQuote, c
 QString TextToCode(const QString &text, const QString &quote, const QString &prefix, const QString &postfix);
 
 // One line of code per field: the mask with each "@" replaced by the field's name, as a whole RTF document. The
-// switches have no blank behind them and nothing is escaped, so a name that begins with a digit is taken for part of
-// its switch.
+// switches have no blank behind them, so a name that begins with a digit is taken for part of its switch, and a blank
+// behind a name for the end of the next one. It is meant.
 QString MaskToCode(const QString &mask, const QStringList &fields);
