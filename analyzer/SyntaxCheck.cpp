@@ -4,6 +4,7 @@
 #include "data/modMain.h"
 #include "lang/Text.h"
 #include "sqltext/Statements.h"
+#include "sqltext/TransactionWords.h"
 #include "sqltext/clsColorTable.h"
 #include <QScopeGuard>
 #include <utility>
@@ -104,6 +105,8 @@ QString SyntaxCheck::CheckOne(const QString &runText, const QString &statement)
     // The whole text, for each statement again: one that is wrong marks them all.
     QString words = CheckSyntaxSQL(runText);
     if (words == Mark && !Cancelled()) {
+        if (statement.contains(u';') && EndsTransaction(statement)) // the roll-back would come too late
+            return Entry(cannotCheck, statement);
         QString probe = altering ? alteringWrapper : readingWrapper;
         probe.replace(u'@', statement);
         words = CheckSyntaxTrans(probe);

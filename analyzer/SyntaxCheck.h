@@ -8,6 +8,8 @@
 //
 // Inside of a transaction of the user's own PostgreSQL is not asked at all: a statement that fails would end it.
 //
+// A statement that ends the transaction itself, as one with a COMMIT behind its semicolon, is not tried by 2 and 3.
+//
 // Any thread, one check at a time; nothing is raised. What a server commits by itself
 // (definitions on MariaDB, tables without transactions) the second way cannot take back.
 

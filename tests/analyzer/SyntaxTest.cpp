@@ -201,6 +201,24 @@ TEST_F(Syntax, WithoutTransactionsAnUpdateCannotBeCheckedAndIsNotSent)
     EXPECT_EQ(driver.Log(), QStringList({on, begin}));
 }
 
+// Whatever the server, the roll-back would come too late.
+TEST_F(Syntax, AStatementThatEndsTheTransactionIsNotTried)
+{
+    refused << on;
+    for (const char *sql : {"delete from t; commit", "select 1; rollback; select 2"}) {
+        driver.ClearLog();
+        EXPECT_EQ(Report(QString::fromLatin1(sql)), Entry(cannot, QString::fromLatin1(sql)));
+        EXPECT_EQ(driver.Log(), QStringList(on)) << sql;
+    }
+    driver.ClearLog();
+    EXPECT_EQ(Report(QStringLiteral("commit")), QString()); // alone it is wrapped, and harmless
+    EXPECT_EQ(driver.Log(), QStringList({on, begin, Wrapped(QStringLiteral("commit")), rollback}));
+    driver.ClearLog();
+    refused.clear(); // the first way parses alone
+    EXPECT_EQ(Report(QStringLiteral("delete from t; commit")), QString());
+    EXPECT_EQ(driver.Log(), QStringList({on, QStringLiteral("delete from t; commit"), off}));
+}
+
 TEST_F(Syntax, EachStatementGoesItsOwnWay)
 {
     refused << on << QStringLiteral("drop x");
