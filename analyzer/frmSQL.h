@@ -17,6 +17,7 @@
 #include <QPointer>
 #include <QSet>
 #include <QTimer>
+#include <memory>
 
 class ListView;
 class Node;
@@ -115,8 +116,8 @@ private:
     void PickNode(Node *node);                   // into the history
     void TreeSearch();
 
-    bool Ready(const QString &sql); // asks before a run that alters
-    bool RunStatements(const QString &sql);
+    std::shared_ptr<void> BeginRun(); // none other starts while what it gives lives, though events come in
+    QString TextToRun(bool whole);    // asks before a run that alters; "" when nothing shall run
     void ShowResult(const RunStep &step);
     void ShareWorkArea(frmHirarchy *result);
     bool StopRuns(); // of the result windows that this window started; false when none runs
@@ -165,7 +166,7 @@ private:
 
     FixTextState m_fixState;
     QElapsedTimer m_clock;  // since the window was made
-    bool m_running = false; // events come in during a run: no second one inside
+    bool m_running = false; // a run or a check is under way
     bool m_active = false;
     bool m_unloading = false;
     int m_treeWidth = 0;  // pixels

@@ -12,7 +12,6 @@
 #include "views/frmHirarchy.h"
 #include <QApplication>
 #include <QMdiSubWindow>
-#include <QScopeGuard>
 
 namespace {
 
@@ -47,37 +46,44 @@ void MakeNormal(QWidget *frame)
 
 } // namespace
 
-// What comes before any run: the log of the former one goes, and a run that alters is confirmed.
-bool frmSQL::Ready(const QString &sql)
-{
-    if (sql.isEmpty() || lang::Trim(sql).isEmpty())
-        return false;
-    if (!IsAlteringSQL(sql))
-        return true;
-    const QPointer<frmSQL> self(this);
-    if (MsgBox(alterQuestion, mbYesNo | mbExclamation, QStringLiteral("SQL"), this) != mbYes || !self)
-        return false;
-    ShowLog();
-    return true;
-}
-
-bool frmSQL::RunSQL()
+// What comes before any run: the log of the former one goes, and a run that alters is confirmed. The text to run; ""
+// when nothing shall run.
+QString frmSQL::TextToRun(bool whole)
 {
     if (m_running || RunIsOff())
-        return true;
+        return {};
     const QPointer<frmSQL> self(this);
     EndBracketShow();
     ClearLog();
     if (!IsConnected(true) || !self)
-        return true;
-    const QString sql = RunText();
-    if (!Ready(sql))
-        return true;
+        return {};
+    const QString sql = whole ? txtSQL->Text() : RunText();
+    if (lang::Trim(sql).isEmpty())
+        return {};
+    if (!IsAlteringSQL(sql))
+        return sql;
+    if (MsgBox(alterQuestion, mbYesNo | mbExclamation, QStringLiteral("SQL"), this) != mbYes || !self)
+        return {};
+    ShowLog();
+    return sql;
+}
+
+std::shared_ptr<void> frmSQL::BeginRun()
+{
     m_running = true;
-    const auto done = qScopeGuard([self] {
-        if (self)
-            self->m_running = false;
-    });
+    return {nullptr, [self = QPointer<frmSQL>(this)](void *) {
+                if (self)
+                    self->m_running = false;
+            }};
+}
+
+bool frmSQL::RunSQL()
+{
+    const QPointer<frmSQL> self(this);
+    const QString sql = TextToRun(false);
+    if (sql.isEmpty())
+        return true;
+    const auto running = BeginRun();
 
     bool result = true;
     qint64 affected = 0; // a statement that fails leaves the count of the one before it, and that is logged
@@ -108,21 +114,11 @@ bool frmSQL::RunSQL()
 
 bool frmSQL::RunSQL_Trans()
 {
-    if (m_running || RunIsOff())
-        return true;
     const QPointer<frmSQL> self(this);
-    EndBracketShow();
-    ClearLog();
-    if (!IsConnected(true) || !self)
+    const QString sql = TextToRun(true);
+    if (sql.isEmpty())
         return true;
-    const QString sql = txtSQL->Text();
-    if (!Ready(sql))
-        return true;
-    m_running = true;
-    const auto done = qScopeGuard([self] {
-        if (self)
-            self->m_running = false;
-    });
+    const auto running = BeginRun();
 
     const ADODB::ConnectionPtr connection = gConn;
     QString why;

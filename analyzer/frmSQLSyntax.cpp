@@ -9,9 +9,9 @@
 #include "data/Shell.h"
 #include "data/frmTextOutput.h"
 #include "data/modMain.h"
-#include <QScopeGuard>
 
 // Input is held back meanwhile: what another window altered inside of the check's transaction would be rolled back.
+// While another's statement holds the connection, Escape stops that one and the check goes on.
 void frmSQL::CheckSyntax()
 {
     if (m_running)
@@ -20,20 +20,17 @@ void frmSQL::CheckSyntax()
     EndBracketShow();
     if (!IsConnected(true) || !self)
         return;
-    m_running = true;
-    const auto done = qScopeGuard([self] {
-        if (self)
-            self->m_running = false;
-    });
+    const auto running = BeginRun();
     Shell::Current().SetHourglass(true);
-    const QString sql = GetSQLText(txtSQL->Text(), txtSQL->SelStart(), txtSQL->SelLength());
-    SyntaxCheck check(gConn);
+    const QString sql = RunText();
+    const ADODB::ConnectionPtr connection = gConn;
+    SyntaxCheck check(connection);
     QString report, why;
     const bool ran = Attempt(
         [&] {
-            RunPumped(
-                QStringLiteral("Checking the syntax ... (Esc cancels)"), [&] { report = check.Report(sql); },
-                [&] { check.Cancel(); }, PumpInput::EscapeOnly);
+            RunPumpedOn(
+                connection, QStringLiteral("Checking the syntax ... (Esc cancels)"),
+                [&] { report = check.Report(sql); }, [&] { check.Cancel(); }, PumpInput::EscapeOnly);
         },
         &why);
     Shell::Current().SetHourglass(false);

@@ -3,6 +3,7 @@
 #include "data/frmTextOutput.h"
 #include "tests/support/ScriptedDriver.h"
 #include <QTimer>
+#include <thread>
 
 namespace {
 
@@ -137,22 +138,114 @@ TEST_F(SyntaxWindow, EscapeStopsTheCheckAndTheKeysAreHeldBackMeanwhile)
     gConn.reset();
 }
 
-// The connection stays as the server left it: later texts are parsed and not run, and that is meant.
-TEST_F(SyntaxWindow, AfterAnErrorTheServerStaysSwitchedOff)
+// Escape is for what is waited for; the check itself then goes on.
+TEST_F(SyntaxWindow, WhileAnothersStatementRunsEscapeStopsThatOne)
 {
     gConn.reset();
     ScriptedDriver driver;
-    driver.OnExecute = [](const QString &sql) -> ADODB::ExecuteResult {
-        if (sql == QLatin1String("selct"))
-            throw ADODB::Error(-1, QStringLiteral("Incorrect syntax near 'selct'."));
+    std::atomic<bool> stopped = false;
+    driver.OnExecute = [&](const QString &sql) -> ADODB::ExecuteResult {
+        if (sql == QLatin1String("slow")) {
+            try {
+                driver.RunUntilCancelled(30);
+            } catch (const ADODB::Error &) {
+                stopped = true;
+            }
+        }
         return {};
     };
     gConn = ADODB::Connection::Create();
     gConn->Open(QStringLiteral("Scripted"));
-    window->SetText(QStringLiteral("selct"));
+    std::thread other([connection = gConn] { connection->Execute(QStringLiteral("slow")); });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return driver.Log().size() == 1; }));
+    window->SetText(QStringLiteral("delete from t"));
+    QTimer press;
+    QObject::connect(&press, &QTimer::timeout, window.data(), [&] {
+        if (shell.Status().startsWith(QLatin1String("Waiting for: slow")))
+            QTest::keyClick(window->txtSQL, Qt::Key_Escape);
+    });
+    press.start(20);
     Press(Qt::Key_F7);
-    EXPECT_EQ(driver.Log(), QStringList({QStringLiteral("SET NOEXEC ON"), QStringLiteral("selct")}));
-    ASSERT_TRUE(Output());
-    EXPECT_EQ(Output()->PlainText().toStdString(), " Incorrect syntax near 'selct'.\r\n selct\r\n");
+    press.stop();
+    other.join();
+    EXPECT_TRUE(stopped);
+    EXPECT_EQ(driver.Cancels, 1);
+    EXPECT_EQ(driver.Log(), QStringList({QStringLiteral("slow"), QStringLiteral("SET NOEXEC ON"),
+                                         QStringLiteral("delete from t"), QStringLiteral("SET NOEXEC OFF")}));
+    EXPECT_EQ(dialogs.LastText(), allIsWell);
     gConn.reset();
+}
+
+namespace {
+
+// SQL Server's way with NOEXEC: a connection that has it on reads what comes and does nothing of it.
+struct NoExec : SyntaxWindow
+{
+    ScriptedDriver driver;
+    bool off = false; // the connection does nothing
+    int rows = 2;
+    void SetUp() override
+    {
+        SyntaxWindow::SetUp();
+        driver.FamilyIs = ADODB::DatabaseFamily::SQLServer;
+        driver.OnConnect = [this](const QString &, const QString &, const QString &) { off = false; };
+        driver.OnExecute = [this](const QString &sql) -> ADODB::ExecuteResult {
+            if (sql.startsWith(QLatin1String("SET NOEXEC")))
+                off = sql.endsWith(QLatin1String("ON"));
+            else if (sql.contains(QLatin1String("delet ")))
+                throw ADODB::Error(-1, QStringLiteral("Incorrect syntax near 'delet'."));
+            else if (sql.contains(QLatin1String("delete")) && !off)
+                rows = 0;
+            return {};
+        };
+        driver.OnTransaction = [](const QString &) {};
+        ASSERT_TRUE(OpenConnection(QStringLiteral("Scripted")));
+        driver.ClearLog();
+    }
+    void TearDown() override
+    {
+        gConn.reset();
+        SyntaxWindow::TearDown();
+    }
+};
+
+const QString noExecOn = QStringLiteral("SET NOEXEC ON");
+const QString noExecOff = QStringLiteral("SET NOEXEC OFF");
+
+} // namespace
+
+TEST_F(NoExec, WhatIsRightIsReadAndTheServerGoesOn)
+{
+    window->SetText(QStringLiteral("delete from t\r\n\r\nselect 1"));
+    window->mnuSelectAll();
+    const QString text = window->Text();
+    Press(Qt::Key_F7);
+    EXPECT_EQ(driver.Log(), QStringList({noExecOn, text, noExecOff, noExecOn, text, noExecOff}));
+    EXPECT_EQ(dialogs.LastText(), allIsWell);
+    EXPECT_EQ(rows, 2);
+    EXPECT_FALSE(off);
+    window->SetText(QStringLiteral("delete from t"));
+    Press(Qt::Key_F5);
+    EXPECT_EQ(rows, 0);
+}
+
+// It stays switched on, and that is meant: later runs do nothing until somebody connects again.
+TEST_F(NoExec, WhatIsWrongLeavesTheServerDoingNothingUntilTheNextConnection)
+{
+    window->SetText(QStringLiteral("select 1\r\n\r\ndelet from t"));
+    window->mnuSelectAll();
+    const QString text = window->Text();
+    window->ToolBar(QStringLiteral("SQLSyntax"));
+    EXPECT_EQ(driver.Log(), QStringList({noExecOn, text, noExecOn, text}));
+    ASSERT_TRUE(Output());
+    EXPECT_EQ(Output()->PlainText().toStdString(), " Incorrect syntax near 'delet'.\r\n select 1\r\n\r\n"
+                                                   " Incorrect syntax near 'delet'.\r\n delet from t\r\n");
+    EXPECT_TRUE(dialogs.Boxes.isEmpty());
+    EXPECT_EQ(window->Text(), text);
+    window->SetText(QStringLiteral("delete from t"));
+    Press(Qt::Key_F5);
+    EXPECT_EQ(rows, 2);
+    ASSERT_TRUE(OpenConnection(QStringLiteral("Scripted")));
+    Press(Qt::Key_F5);
+    EXPECT_EQ(rows, 0);
 }
