@@ -104,6 +104,7 @@ bool frmScriptMask::Generate(QString *trouble)
 {
     const QPointer<frmScriptMask> self(this);
     QStringList names;
+    const int turn = ++m_turn;
     m_running = true;
     const QString sql = QStringLiteral("Select * FROM ") + QuoteName(m_table) + QStringLiteral(" WHERE 1=0");
     const bool read = Attempt(
@@ -116,6 +117,8 @@ bool frmScriptMask::Generate(QString *trouble)
         trouble);
     if (!self)
         return false;
+    if (turn != m_turn) // a new connection has been read meanwhile
+        return true;
     m_running = false;
     if (!read)
         return false;

@@ -36,5 +36,6 @@ private:
     void Copy();
 
     QString m_table;
-    bool m_running = false; // events come in meanwhile: no second one inside
+    bool m_running = false; // events come in meanwhile: the button starts no second one inside
+    int m_turn = 0;         // of the reading that began last: an older one's answer comes too late
 };

@@ -6,6 +6,7 @@
 #include "app/mdiMother.h"
 #include "data/modMain.h"
 #include "sqltext/EditAssist.h"
+#include "sqltext/Statements.h"
 #include "sqltext/modTemplates.h"
 #include "views/frmHirarchy.h"
 
@@ -60,6 +61,10 @@ void mdiMother::mnuASP()
         sql = result->Statement();
     else {
         ::SetStatus(QStringLiteral("Generate ASP needs an Analyzer or a result."));
+        return;
+    }
+    if (SplitStatements(sql).isEmpty()) {
+        ::SetStatus(QStringLiteral("Generate ASP needs a statement."));
         return;
     }
     auto *page = new frmTextManipulation(this);
