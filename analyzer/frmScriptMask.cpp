@@ -35,6 +35,7 @@ frmScriptMask::frmScriptMask(QWidget *parent) : ChildWindow(parent)
 {
     Tag = QStringLiteral("1");
     SetCaption(QStringLiteral("Mask Script"));
+    // The letters are ones that no menu of the main window has: Alt with one of both would do neither.
     auto *label = new QLabel(QStringLiteral("&Mask"), this);
     cmbMask = new QComboBox(this);
     cmbMask->setObjectName(QStringLiteral("cmbMask"));
@@ -58,7 +59,7 @@ frmScriptMask::frmScriptMask(QWidget *parent) : ChildWindow(parent)
     txtCode->setTabChangesFocus(true);
     cmdRun = new QPushButton(QStringLiteral("&Run"), this);
     cmdRun->setObjectName(QStringLiteral("cmdRun"));
-    cmdClipBoard = new QPushButton(QStringLiteral("&Clipboard"), this);
+    cmdClipBoard = new QPushButton(QStringLiteral("C&lipboard"), this);
     cmdClipBoard->setObjectName(QStringLiteral("cmdClipBoard"));
 
     auto *column = new QVBoxLayout(this);

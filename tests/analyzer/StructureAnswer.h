@@ -17,12 +17,15 @@ public:
             if (!ask || !ask->isVisible())
                 return;
             ++shown;
+            m_timer.stop(); // what a user does may take its time
             if (m_use)
                 m_use(*ask);
             else
                 QTest::keyClick(ask, Qt::Key_Return);
+            m_timer.start();
         });
-        m_timer.start(5);
+        m_timer.setInterval(5);
+        m_timer.start();
     }
     int shown = 0;
 

@@ -1,6 +1,7 @@
 // The dialog of statement types, and what a table becomes in the text by it.
 #include "AnalyzerFixture.h"
 #include "StructureAnswer.h"
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDragEnterEvent>
@@ -179,6 +180,88 @@ TEST_F(Structure, EachTypeOfStatement)
         else
             EXPECT_EQ(window->Text().simplified(), wanted[type]);
     }
+}
+
+namespace {
+
+// What a choice of boxes makes of "customers", by its rule; one blank for each stretch of them.
+QString Wanted(int type, bool fields, bool group, bool having, bool order)
+{
+    const QString list = S("id, name");
+    switch (type) {
+    case 0:
+        return S("SELECT ") + (fields ? list : S("*")) + S(" FROM customers") +
+               (group ? S(" GROUP BY ") + list : S("")) + (group && having ? S(" HAVING [Expression]=''") : S("")) +
+               (order ? S(" ORDER BY ") + list : S(""));
+    case 1:
+        return S("INSERT INTO customers (") + (fields ? list : S("")) + S(") VALUES ( [Values])");
+    case 2:
+        return S("UPDATE customers SET WHERE [Expression]");
+    case 3:
+        return S("DELETE FROM customers WHERE [Expression]");
+    default:
+        return S("DROP TABLE customers");
+    }
+}
+
+void ByMouse(frmGetSQLStructure &ask, int type, const QList<QCheckBox *> &boxes)
+{
+    QTest::mouseClick(ask.cmbType, Qt::LeftButton);
+    QAbstractItemView *list = ask.cmbType->view();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list->isVisible(); }));
+    QTest::qWait(QApplication::doubleClickInterval() + 50); // the list takes a quick release for the opening click's
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(type, 0)).center());
+    for (QCheckBox *box : boxes)
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    QTest::mouseClick(ask.cmdOK, Qt::LeftButton);
+}
+
+void ByKeys(frmGetSQLStructure &ask, int type, const QList<QCheckBox *> &boxes)
+{
+    ask.cmdOK->setFocus();
+    QTest::keyClick(&ask, Qt::Key_T, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget(), ask.cmbType);
+    for (QCheckBox *box : boxes) { // a box shows its press before it turns
+        const QString caption = box->text();
+        QTest::keyClick(&ask, Qt::Key(caption.at(caption.indexOf(u'&') + 1).toUpper().unicode()), Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return box->isChecked(); })) << qPrintable(caption);
+    }
+    QTest::keyClick(&ask, Qt::Key_T, Qt::AltModifier);
+    for (int i = 0; i < type; ++i)
+        QTest::keyClick(ask.cmbType, Qt::Key_Down);
+    QTest::keyClick(ask.cmbType, Qt::Key_Return);
+}
+
+} // namespace
+
+// Select with every choice of boxes, by keys; every type with all boxes by keys and by mouse.
+TEST_F(Structure, EveryChoiceReachesTheEditor)
+{
+    const auto choose = [&](int type, int boxes, bool mouse) {
+        SCOPED_TRACE(testing::Message() << type << ' ' << boxes << ' ' << mouse);
+        for (const char *setting : {"FieldNames", "GroupBy", "Having", "OrderBy"})
+            SaveSetting(S(setting), S("0"));
+        window->SetText(QString());
+        StructureAnswer answer([&](frmGetSQLStructure &ask) {
+            ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == ask.cmbType; }));
+            QList<QCheckBox *> chosen;
+            int bit = 1;
+            for (QCheckBox *box : {ask.chkFields, ask.chkGroupBy, ask.chkHaving, ask.chkOrderBy}) {
+                if (boxes & bit)
+                    chosen += box;
+                bit *= 2;
+            }
+            (mouse ? ByMouse : ByKeys)(ask, type, chosen);
+        });
+        Drop("customers");
+        EXPECT_EQ(answer.shown, 1);
+        EXPECT_EQ(window->Text().simplified(), Wanted(type, boxes & 1, boxes & 2, boxes & 4, boxes & 8));
+    };
+    for (int boxes = 0; boxes < 16; ++boxes)
+        choose(0, boxes, false);
+    for (int type = 0; type < 5; ++type)
+        for (const bool mouse : {false, true})
+            choose(type, 15, mouse);
 }
 
 TEST_F(Structure, CancelLeavesTextAndHistoryAlone)

@@ -149,6 +149,34 @@ TEST_F(TextManipulation, EscapeClosesOnlyWhileNothingWouldBeLost)
     EXPECT_FALSE(page);
 }
 
+TEST_F(TextManipulation, TheMenuByKeys)
+{
+    const QString path = folder.filePath(S("p.txt"));
+    dialogs.Files << path << folder.filePath(S("q.txt"));
+    QTest::keyClick(page->etb, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(Content(path).startsWith("one"));
+    QTest::keyClick(page->etb, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(dialogs.FileDialogs.size(), 2);
+    EXPECT_TRUE(Content(folder.filePath(S("q.txt"))).startsWith("one"));
+    bool found = false;
+    QTimer::singleShot(20, page, [&] {
+        auto *find = qobject_cast<frmFind *>(QApplication::activeModalWidget());
+        ASSERT_TRUE(find);
+        found = true;
+        QTest::keyClick(find, Qt::Key_Escape);
+    });
+    QTest::keyClick(page->etb, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(found);
+    page->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(page));
+    QMenu *menu = page->menuBar()->actions().first()->menu();
+    QTest::keyClick(page, Qt::Key_F, Qt::AltModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return menu->isVisible(); }));
+    QTest::keyClick(menu, Qt::Key_X);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(page);
+}
+
 TEST_F(TextManipulation, ExitCloses)
 {
     page->mnuExit->trigger();
