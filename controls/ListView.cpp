@@ -124,7 +124,7 @@ bool ListView::isHeaderHidden() const
 
 void ListView::FitRows()
 {
-    const int icon = style()->pixelMetric(QStyle::PM_ListViewIconSize, nullptr, this);
+    const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     verticalHeader()->setMinimumSectionSize(8);
     verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height() + 5, icon + 2));
 }

@@ -6,6 +6,9 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QImage>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -115,6 +118,36 @@ TEST(FileAssociation, AFolderWithOddLettersIsQuotedForTheDesktop)
     FileAssociation record = Record();
     record.Commands[0].Program = QStringLiteral("/o\"d%d");
     EXPECT_TRUE(Content(record, s_entry).contains(QLatin1String("\nExec=\"/o\\\\\"d%%d\" %f\n")));
+}
+
+// The desktop's own validators read what is written, for a plain folder and for one with odd letters.
+TEST(FileAssociation, TheDesktopsValidatorsAccept)
+{
+    const QString desktop = QStandardPaths::findExecutable(QStringLiteral("desktop-file-validate"));
+    const QString mime = QStandardPaths::findExecutable(QStringLiteral("update-mime-database"));
+    if (desktop.isEmpty() || mime.isEmpty())
+        GTEST_SKIP() << "the validators are not installed";
+    for (const char *const program : {"/opt/b w/Brindlewick", "/o\"d%d`$\\/Brindlewick"}) {
+        const QTemporaryDir folder;
+        for (const AssociationFile &each : AssociationFiles(BrindlewickAssociation(QString::fromLatin1(program)))) {
+            const QString path = folder.filePath(each.Path);
+            ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+            QFile file(path);
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+            file.write(each.Content);
+        }
+        QProcess process;
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(desktop, {folder.filePath(s_entry)});
+        ASSERT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), 0) << process.readAll().toStdString();
+        process.start(mime, {folder.filePath(QStringLiteral("mime"))});
+        ASSERT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), 0) << process.readAll().toStdString();
+        QFile globs(folder.filePath(QStringLiteral("mime/globs2")));
+        ASSERT_TRUE(globs.open(QIODevice::ReadOnly));
+        EXPECT_TRUE(globs.readAll().contains("application/sql:*.sql\n"));
+    }
 }
 
 TEST(FileAssociation, TheProgramsOwnRecord)
