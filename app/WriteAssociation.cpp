@@ -3,6 +3,7 @@
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
 #include "controls/WaitCursor.h"
+#include "controls/WholeFile.h"
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QDir>
@@ -10,7 +11,6 @@
 #include <QImage>
 #include <QPainter>
 #include <QProcess>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QSvgRenderer>
 #include <cerrno>
@@ -58,10 +58,10 @@ static bool WriteFile(const QString &path, const QByteArray &content, QString &w
         why = folder + QStringLiteral("\r\n") + qt_error_string(errno);
         return false;
     }
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
+    QString reason;
+    if (WriteWholeFile(path, content, reason))
         return true;
-    why = path + QStringLiteral("\r\n") + file.errorString();
+    why = path + QStringLiteral("\r\n") + reason;
     return false;
 }
 

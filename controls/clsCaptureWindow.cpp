@@ -1,11 +1,12 @@
 #include "controls/clsCaptureWindow.h"
+#include "controls/WholeFile.h"
 #include <QAbstractScrollArea>
+#include <QBuffer>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImageWriter>
 #include <QMdiSubWindow>
 #include <QPainter>
-#include <QSaveFile>
 #include <QScreen>
 #include <QWidget>
 
@@ -67,18 +68,12 @@ bool clsCaptureWindow::SaveBitmap(const QPixmap &picture, const QString &path, Q
     bits.setDevicePixelRatio(1);
     QPainter(&flat).drawImage(0, 0, bits);
 
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        why = file.errorString();
-        return false;
-    }
-    QImageWriter writer(&file, "BMP");
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "BMP");
     if (!writer.write(flat)) {
-        why = file.error() == QFileDevice::NoError ? writer.errorString() : file.errorString();
+        why = writer.errorString();
         return false;
     }
-    if (file.commit())
-        return true;
-    why = file.errorString();
-    return false;
+    return WriteWholeFile(path, buffer.data(), why);
 }

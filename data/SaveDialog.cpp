@@ -1,4 +1,5 @@
 #include "data/SaveDialog.h"
+#include "controls/WholeFile.h"
 #include "data/AppPath.h"
 #include "data/Pump.h"
 #include <QFileInfo>
@@ -51,19 +52,6 @@ bool WriteTextLines(QWidget *parent, const QString &path, qint64 lines, const st
 
 bool WriteTextFile(QWidget *parent, const QString &path, const QString &text)
 {
-    const QByteArray bytes = text.toUtf8();
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return Refused(parent, file.errorString());
-    if (file.write(bytes) != bytes.size() || !file.flush())
-        return Refused(parent, WriteFailure(file));
-    return file.commit() || Refused(parent, file.errorString());
-}
-
-QString WriteFailure(QSaveFile &file)
-{
-    if (file.flush()) // nothing was left over: the bytes that did not fit were never taken
-        file.write("\n");
-    file.flush();
-    return file.errorString();
+    QString why;
+    return WriteWholeFile(path, text.toUtf8(), why) || Refused(parent, why);
 }

@@ -5,7 +5,6 @@
 #include <QString>
 #include <functional>
 
-class QSaveFile;
 class QWidget;
 
 // The chosen path, or "" when the user cancelled or would not overwrite. `icon` is that of the question.
@@ -17,6 +16,3 @@ bool WriteTextLines(QWidget *parent, const QString &path, qint64 lines,
 // Writes the whole text as UTF-8, as it is; the former file stands until the new one is whole. On failure the system's
 // words are shown and false is returned.
 bool WriteTextFile(QWidget *parent, const QString &path, const QString &text);
-// Why a write into the file, or its flush, has failed. A disk that fills up takes a part of the bytes first and has no
-// reason to give for that; so the rest is tried once more.
-QString WriteFailure(QSaveFile &file);

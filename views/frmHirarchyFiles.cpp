@@ -4,6 +4,7 @@
 #include "controls/Dialogs.h"
 #include "controls/FlexGrid.h"
 #include "controls/StatusBar.h"
+#include "controls/WholeFile.h"
 #include "data/Pump.h"
 #include "data/SaveDialog.h"
 #include "data/modMain.h"

@@ -1,7 +1,9 @@
 // Pictures of windows: what is on them, the clipboard and the bitmap file.
 #include "controls/clsCaptureWindow.h"
+#include "tests/support/SmallDisk.h"
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QFile>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -152,6 +154,27 @@ TEST(Capture, ABitmapThatCannotBeWrittenLeavesTheOldFileWhole)
     picture.fill(Qt::red);
     EXPECT_FALSE(clsCaptureWindow::SaveBitmap(picture, folder.filePath(QStringLiteral("none/a.bmp")), why));
     EXPECT_EQ(why, qt_error_string(ENOENT));
+}
+
+TEST(Capture, ABitmapThatDoesNotFitOnTheDiskLeavesTheOldFileWhole)
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.bmp"));
+    QString why;
+    QPixmap small(2, 2);
+    small.fill(Qt::red);
+    ASSERT_TRUE(clsCaptureWindow::SaveBitmap(small, path, why));
+    QPixmap large(600, 400);
+    large.fill(Qt::blue);
+    for (const rlim_t bytes : {1000, 65536, 600 * 400 * 3}) { // the last lacks the head alone
+        const SmallDisk disk(bytes);
+        EXPECT_FALSE(clsCaptureWindow::SaveBitmap(large, path, why));
+        EXPECT_EQ(why, qt_error_string(EFBIG));
+    }
+    EXPECT_EQ(QImage(path).size(), QSize(2, 2));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"a.bmp"});
+    EXPECT_TRUE(clsCaptureWindow::SaveBitmap(large, path, why)) << why.toStdString();
+    EXPECT_EQ(QImage(path).size(), QSize(600, 400));
 }
 
 } // namespace

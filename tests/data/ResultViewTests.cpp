@@ -12,15 +12,14 @@
 #include "tests/data/House.h"
 #include "tests/support/ExpectCases.h"
 #include "tests/support/ScriptedDriver.h"
+#include "tests/support/SmallDisk.h"
 #include <QClipboard>
 #include <QDialog>
 #include <QHeaderView>
 #include <QJsonArray>
 #include <QPdfWriter>
 #include <QPrinter>
-#include <csignal>
 #include <sys/fsuid.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace {
@@ -308,28 +307,6 @@ public:
 private:
     QByteArray m_path;
     int m_user;
-};
-
-// No file may grow past this while it lives: as a full disk.
-class SmallDisk
-{
-public:
-    explicit SmallDisk(rlim_t bytes)
-    {
-        m_signal = std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_former);
-        const rlimit small{bytes, m_former.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_former);
-        std::signal(SIGXFSZ, m_signal);
-    }
-
-private:
-    rlimit m_former{};
-    void (*m_signal)(int);
 };
 
 const char s_thousands[] = "with recursive c(i) as (select 1 union all select i + 1 from c where i < %1)"

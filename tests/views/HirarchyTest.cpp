@@ -7,6 +7,7 @@
 #include "samples/Sample.h"
 #include "tests/support/DialogDouble.h"
 #include "tests/support/ShellDouble.h"
+#include "tests/support/SmallDisk.h"
 #include "views/ResultOwner.h"
 #include "views/drReport.h"
 #include "views/frmHirarchy.h"
@@ -376,6 +377,27 @@ TEST_F(Hirarchy, SavingAsksBeforeItOverwritesAndSaysWhyItCannot)
     EXPECT_FALSE(window.SaveFile(QStringLiteral("/nowhere/at/all.csv")));
     EXPECT_TRUE(dialogs.LastText().contains("/nowhere/at/all.csv"));
     EXPECT_EQ(dialogs.Boxes.last().Icon, mbExclamation);
+}
+
+TEST_F(Hirarchy, AFullDiskLeavesTheFormerFileWholeAndIsSaid)
+{
+    ASSERT_TRUE(Run(Counting(300000))); // more than one block of the file
+    QFile old(folder.filePath("old.csv"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("keep");
+    old.close();
+    {
+        const SmallDisk disk(1500000);
+        EXPECT_FALSE(window.SaveFile(old.fileName()));
+        EXPECT_EQ(dialogs.LastText(), old.fileName() + "\n\n" + qt_error_string(EFBIG));
+    }
+    {
+        const SmallDisk disk(1000);
+        EXPECT_FALSE(window.SaveHTMLFile(old.fileName()));
+        EXPECT_EQ(dialogs.LastText(), old.fileName() + "\n\n" + qt_error_string(EFBIG));
+    }
+    EXPECT_EQ(Bytes("old.csv"), "keep");
+    EXPECT_TRUE(window.SaveFile(old.fileName()));
 }
 
 TEST_F(Hirarchy, AReportSavesAsPdf)
