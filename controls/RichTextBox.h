@@ -29,7 +29,8 @@ public:
     // and puts the caret at 0.
     QString Text() const override;
     void SetText(const QString &text) override;
-    // Another text: what it has in common with the present one at both ends keeps its formats, caret and view as well.
+    // Another text: what it has in common with the present one at both ends keeps its formats; caret and view stay as
+    // well unless most of it is new.
     void ChangeText(const QString &text);
     // The whole content as RTF. Writing a document with the present text only changes formats: caret and view stay.
     // Otherwise the caret goes to 0.
@@ -109,7 +110,8 @@ private:
     void SetCursor(const QTextCursor &cursor);
     void ReplaceText(qsizetype position, qsizetype length, const QString &text);
     void WriteWhole(const QString &text);
-    void Rewrite(const QString &text);
+    void Rewrite(const QString &text, bool keepFormats);
+    std::vector<RtfRun> Runs() const;
 
     void OnContentsChange(int position, int removed, int added);
     void OnTextChanged();

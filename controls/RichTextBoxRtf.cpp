@@ -37,7 +37,37 @@ Difference Compare(QStringView before, QStringView after)
     return {start, before.size() - start - tail, after.size() - start - tail};
 }
 
+// What of the runs lies beside the middle, at its places in the new text.
+std::vector<RtfRun> Beside(const std::vector<RtfRun> &runs, const Difference &middle)
+{
+    std::vector<RtfRun> kept;
+    const qsizetype behind = middle.start + middle.oldLength;
+    const auto keep = [&](RtfRun run, qsizetype from, qsizetype to, qsizetype shift) {
+        run.length = std::min(run.start + run.length, to) - std::max(run.start, from);
+        run.start = std::max(run.start, from) + shift;
+        if (run.length > 0)
+            kept.push_back(run);
+    };
+    for (const RtfRun &run : runs) {
+        keep(run, 0, middle.start, 0);
+        keep(run, behind, run.start + run.length, middle.newLength - middle.oldLength);
+    }
+    return kept;
+}
+
 } // namespace
+
+std::vector<RtfRun> RichTextBox::Runs() const
+{
+    std::vector<RtfRun> runs;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        const int line = block.blockNumber();
+        for (const EditorRun &run : m_content.Line(line))
+            runs.push_back(
+                {block.position() + line + run.start, run.length, run.style.colour, run.style.bold, run.style.italic});
+    }
+    return runs;
+}
 
 QString RichTextBox::TextRTF() const
 {
@@ -46,12 +76,7 @@ QString RichTextBox::TextRTF() const
     whole.colours = m_colours;
     whole.fontName = m_fontName;
     whole.fontHalfPoints = m_fontHalfPoints;
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        const int line = block.blockNumber();
-        for (const EditorRun &run : m_content.Line(line))
-            whole.runs.push_back(
-                {block.position() + line + run.start, run.length, run.style.colour, run.style.bold, run.style.italic});
-    }
+    whole.runs = Runs();
     return WriteRtf(whole);
 }
 
@@ -80,14 +105,18 @@ bool RichTextBox::TakeColoured(const ColouredText &coloured)
 }
 
 // Another text with as little of the document touched as there is need; nobody is told.
-void RichTextBox::Rewrite(const QString &text)
+void RichTextBox::Rewrite(const QString &text, bool keepFormats)
 {
     const Difference middle = Compare(m_content.Text(), text);
     const bool telling = std::exchange(m_telling, true);
-    if (middle.newLength > text.size() / inPlaceShare)
+    if (middle.newLength > text.size() / inPlaceShare) {
+        const std::vector<RtfRun> kept = keepFormats ? Beside(Runs(), middle) : std::vector<RtfRun>();
         WriteWhole(text);
-    else
+        if (!kept.empty())
+            TakeRuns(kept, 0, text.size(), {});
+    } else {
         ReplaceText(middle.start, middle.oldLength, text.mid(middle.start, middle.newLength));
+    }
     m_telling = telling;
 }
 
@@ -96,7 +125,7 @@ void RichTextBox::ChangeText(const QString &text)
     const QString wanted = EditorText::Normalised(text);
     if (wanted == m_content.Text())
         return;
-    Rewrite(wanted);
+    Rewrite(wanted, true);
     m_pending = true;
     OnTextChanged();
 }
@@ -112,7 +141,7 @@ void RichTextBox::TakeDocument(const RtfDocument &document)
     m_fontHalfPoints = document.fontHalfPoints;
     if (!sameText) {
         const LockUpdate lock(this);
-        Rewrite(text);
+        Rewrite(text, false); // they come with the document
         SetSelStart(0);
         m_pending = true;
     }

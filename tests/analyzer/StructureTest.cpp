@@ -8,6 +8,7 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QPushButton>
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -152,6 +153,9 @@ TEST_F(Structure, ADroppedTableStandsBehindABlankLine)
     EXPECT_EQ(text.mid(12).simplified(), S("SELECT * FROM names"));
     EXPECT_EQ(window->txtSQL->SelStart(), 12);
     EXPECT_EQ(window->txtSQL->SelText(), text.mid(12));
+    EXPECT_EQ(Colours(0), "11111100"); // the old text keeps its colours
+    const std::string first = Colours(2);
+    EXPECT_EQ(std::count(first.begin(), first.end(), '1'), 10) << first; // and the new one has its own
 }
 
 TEST_F(Structure, EachTypeOfStatement)

@@ -46,6 +46,24 @@ TEST(RichTextBoxRtf, GivesBackWhatItRead)
     EXPECT_EQ(Shown(box, 1), second);
 }
 
+TEST(RichTextBoxRtf, AnotherTextKeepsTheFormatsOfWhatItHasInCommon)
+{
+    for (const int added : {1, 3, 500}) {
+        RichTextBox box;
+        box.SetTextRTF(Rtf(QStringLiteral("\\cf1 select\\cf0  a\r\n\\par x \\cf2 y\\cf0 ")));
+        const QString line(added, u'z');
+        box.ChangeText(QStringLiteral("select a\r\n") + line + QStringLiteral("\r\nx y"));
+        EXPECT_EQ(Shown(box, 0), std::string("0-6 ") + keyword) << added;
+        EXPECT_EQ(Shown(box, 1), "") << added;
+        EXPECT_EQ(Shown(box, 2), "2-3 #ff0000") << added;
+        // Inside of a coloured word: its two ends stay.
+        box.ChangeText(QStringLiteral("sel") + line + QStringLiteral("ect a\r\nx y"));
+        EXPECT_EQ(Shown(box, 1), "2-3 #ff0000") << added;
+        box.ChangeText(QStringLiteral("y"));
+        EXPECT_EQ(Shown(box, 0), "0-1 #ff0000") << added;
+    }
+}
+
 TEST(RichTextBoxRtf, TheFrameIsThatOfTheWholeText)
 {
     RichTextBox box;
