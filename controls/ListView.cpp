@@ -3,6 +3,7 @@
 #include "controls/ListModel.h"
 #include "controls/RowDelegate.h"
 #include "controls/Twips.h"
+#include <QApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
@@ -355,18 +356,25 @@ void ListView::changeEvent(QEvent *event)
         FitRows();
 }
 
+// Beyond the last column: a selected row is marked to the edge, and the focus is a frame round the whole row.
 void ListView::paintEvent(QPaintEvent *event)
 {
     QTableView::paintEvent(event);
+    QPainter painter(viewport());
+    const int end = header()->length() - header()->offset();
+    const bool live = hasFocus() || QApplication::activeWindow() == window();
+    const QColor mark = palette().color(live ? QPalette::Active : QPalette::Inactive, QPalette::Highlight);
+    for (int row = rowAt(0); row >= 0 && row < Count() && rowViewportPosition(row) < viewport()->height(); ++row)
+        if (end < viewport()->width() && IsSelected(row))
+            painter.fillRect(end, rowViewportPosition(row), viewport()->width() - end, rowHeight(row), mark);
     const QModelIndex current = currentIndex();
     if (!hasFocus() || !current.isValid())
         return;
     QStyleOptionFocusRect frame;
     frame.initFrom(this);
     frame.state |= QStyle::State_KeyboardFocusChange | QStyle::State_HasFocus;
-    frame.backgroundColor = palette().color(IsSelected(current.row()) ? QPalette::Highlight : QPalette::Base);
+    frame.backgroundColor = IsSelected(current.row()) ? mark : palette().color(QPalette::Base);
     frame.rect = QRect(0, rowViewportPosition(current.row()), viewport()->width(), rowHeight(current.row()));
-    QPainter painter(viewport());
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
 }
 
@@ -380,6 +388,7 @@ void ListView::mouseDoubleClickEvent(QMouseEvent *event)
 void ListView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
     QTableView::selectionChanged(selected, deselected);
+    viewport()->update(); // the mark goes on beyond the cells
     emit SelectionChange();
 }
 

@@ -245,6 +245,28 @@ TEST(ListView, TheFocusIsSeenRoundTheWholeRow)
         EXPECT_NE(with.pixel(x, 0), without.pixel(x, 0)) << x;
 }
 
+TEST(ListView, ASelectedRowIsMarkedToTheEdge)
+{
+    ListView list;
+    Fill(list, fruits);
+    list.resize(500, 200); // 300 pixels of columns
+    list.show();
+    QPalette palette = list.palette();
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+        palette.setColor(group, QPalette::Highlight, Qt::red);
+    list.setPalette(palette);
+    const auto at = [&](int row) {
+        const QImage picture = list.viewport()->grab().toImage();
+        return picture.pixelColor(450, list.visualRect(list.model()->index(row, 0)).center().y());
+    };
+    list.SelectRow(1);
+    EXPECT_EQ(at(1), QColor(Qt::red));
+    EXPECT_NE(at(0), QColor(Qt::red));
+    EXPECT_NE(at(2), QColor(Qt::red));
+    list.SelectRow(-1);
+    EXPECT_NE(at(1), QColor(Qt::red));
+}
+
 TEST(ListView, SortsOnceByColumnAndOrder)
 {
     ListView list;
