@@ -22,6 +22,12 @@ ModalForm::ModalForm(const QString &title, QWidget *parent) : QDialog(OwnerOf(pa
     setWindowTitle(title);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setModal(true);
+    // Dialogs live on their callers' stack: a window that goes while its dialog is up must not take it along.
+    if (QWidget *owner = parentWidget())
+        connect(owner, &QObject::destroyed, this, [this] {
+            setParent(nullptr, windowFlags());
+            reject();
+        });
 }
 
 void ModalForm::ShowModal()

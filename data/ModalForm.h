@@ -2,8 +2,9 @@
 // The base of the program's modal dialogs. Cancelled is true from the making on, and only the buttons that end a dialog
 // with a result make it false: Escape and the close box cancel. The public fields stay readable after ShowModal.
 //
-// A fresh object is made for each use, so no field or row of the last time is left over. Each control's object name is
-// its member name ("cmdOK"). Interface thread; nothing raises.
+// The window that a dialog belongs to may go while it is up; that cancels it. A fresh object is made for each use, so
+// no field or row of the last time is left over. Each control's object name is its member name ("cmdOK"). Interface
+// thread; nothing raises.
 
 #include <QDialog>
 

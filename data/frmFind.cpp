@@ -1,7 +1,7 @@
 #include "data/frmFind.h"
 #include "controls/Twips.h"
 #include "data/Settings.h"
-#include "lang/Text.h"
+#include "sqltext/FindText.h"
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -12,6 +12,8 @@
 #include <QVBoxLayout>
 
 namespace {
+
+constexpr double farthest = 1e6; // twips; no screen is as wide
 
 const auto kFindList = QStringLiteral("FindList");
 const auto kReplaceList = QStringLiteral("ReplaceList");
@@ -40,7 +42,7 @@ QStringList Entries(const QComboBox *combo)
 void PushInto(QComboBox *combo)
 {
     const QString text = combo->currentText();
-    const QStringList entries = frmFind::Push(Entries(combo), text);
+    const QStringList entries = PushEntry(Entries(combo), text);
     combo->clear();
     combo->addItems(entries);
     combo->setCurrentIndex(0);
@@ -121,22 +123,6 @@ void frmFind::SetCriteria(const QString &text)
     cmbCri->setEditText(text);
 }
 
-QStringList frmFind::Push(QStringList entries, const QString &text)
-{
-    entries.removeAll(text);
-    entries.prepend(text);
-    return entries;
-}
-
-QList<QPair<QString, QString>> frmFind::SavedKeys(const QStringList &entries, const QString &suffix)
-{
-    QList<QPair<QString, QString>> keys;
-    const qsizetype last = entries.size() < 11 ? entries.size() - 1 : 10;
-    for (qsizetype i = 0; i <= last; ++i)
-        keys << qMakePair(lang::CStr(qint64(i)) + suffix, entries[i]);
-    return keys;
-}
-
 void frmFind::Take(bool replace, bool all)
 {
     PushInto(cmbCri);
@@ -155,9 +141,9 @@ void frmFind::Take(bool replace, bool all)
 
 void frmFind::SaveLists() const
 {
-    for (const auto &[key, value] : SavedKeys(Entries(cmbCri), kFindList))
+    for (const auto &[key, value] : SavedListKeys(Entries(cmbCri), kFindList))
         SaveSetting(key, value);
-    for (const auto &[key, value] : SavedKeys(Entries(cmbReplace), kReplaceList))
+    for (const auto &[key, value] : SavedListKeys(Entries(cmbReplace), kReplaceList))
         SaveSetting(key, value);
     SaveSetting(QStringLiteral("SearchExact"), chkExact->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
     SaveSetting(QStringLiteral("SearchCase"), chkCase->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
@@ -168,9 +154,13 @@ void frmFind::showEvent(QShowEvent *event)
     ModalForm::showEvent(event);
     const double left = GetSettingNumber(QStringLiteral("FindLocX"), -1);
     const double top = GetSettingNumber(QStringLiteral("FindLocy"), -1); // the store tells no "y" from "Y"
-    if (left >= 1 && top >= 1 && left < 1e6 && top < 1e6) {
-        setGeometry(QRect(QPoint(ToPixels(qint64(left)), ToPixels(qint64(top))), size()));
-        return;
+    if (left >= 1 && top >= 1 && left < farthest && top < farthest) {
+        const QRect place(QPoint(ToPixels(qint64(left)), ToPixels(qint64(top))), size());
+        // A place on a screen that has been taken away since would put the dialog out of reach.
+        if (QGuiApplication::screenAt(place.center())) {
+            setGeometry(place);
+            return;
+        }
     }
     const QScreen *at = screen() ? screen() : QGuiApplication::primaryScreen();
     if (!at)

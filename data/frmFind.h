@@ -7,9 +7,7 @@
 // ...
 
 #include "data/ModalForm.h"
-#include <QPair>
 #include <QString>
-#include <QStringList>
 
 class QCheckBox;
 class QComboBox;
@@ -36,11 +34,6 @@ public:
     QComboBox *cmbCri = nullptr, *cmbReplace = nullptr, *cmbOpt = nullptr;
     QCheckBox *chkCase = nullptr, *chkExact = nullptr;
     QPushButton *cmdFind = nullptr, *cmdReplace = nullptr, *cmdReplaceAll = nullptr, *cmdCancel = nullptr;
-
-    // The list with `text` at its top and nowhere else, compared exactly.
-    static QStringList Push(QStringList entries, const QString &text);
-    // What is stored of a list: keys "0FindList" ... and values; eleven entries at most.
-    static QList<QPair<QString, QString>> SavedKeys(const QStringList &entries, const QString &suffix);
 
 protected:
     void showEvent(QShowEvent *event) override; // the stored place, else the middle of the screen

@@ -35,6 +35,22 @@ QString GetFieldList(const QString &Table, const QString &Separator)
     return list;
 }
 
+QString CreateTableStatement(const QString &Table)
+{
+    std::vector<FieldShape> shapes;
+    const bool read = Attempt([&] {
+        const auto empty = ADODB::Recordset::Create();
+        empty->Open(QStringLiteral("SELECT * FROM ") + QuoteName(Table) + QStringLiteral(" WHERE 1=0"), gConn);
+        const auto &fields = empty->Fields();
+        for (int i = 0; i < fields.Count(); ++i) {
+            const ADODB::Field &field = fields[i];
+            shapes.push_back(
+                {field.Name(), int(field.Type()), field.DefinedSize(), field.Precision(), field.NumericScale()});
+        }
+    });
+    return read ? CreateTableStatement(Table, shapes) : QString();
+}
+
 ADODB::RecordsetPtr ProbeSQL(const QString &SQLText)
 {
     ADODB::RecordsetPtr result;

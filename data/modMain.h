@@ -38,3 +38,5 @@ QString GetConnection(bool ShowOther);
 
 // The field names of a table of gConn, joined; what was read so far when it fails.
 QString GetFieldList(const QString &Table, const QString &Separator);
+// The statement that makes a table of gConn anew, with the program's own names of the types; "" when it cannot be read.
+QString CreateTableStatement(const QString &Table);

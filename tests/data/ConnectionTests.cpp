@@ -212,4 +212,23 @@ TEST_F(ConnectionTest, FieldLists)
     EXPECT_EQ(GetFieldList("t", ","), "");
 }
 
+TEST_F(ConnectionTest, CreateTableStatements)
+{
+    OpenSample(
+        {"create table t (a int, \"b c\" varchar(30), d decimal(10,2))", "create table [order details] (x text)"});
+    const QString made = CreateTableStatement("t");
+    const QStringList lines = made.split("\r\n");
+    ASSERT_EQ(lines.size(), 4) << qPrintable(made);
+    EXPECT_EQ(lines[0], "CREATE TABLE t (");
+    EXPECT_TRUE(lines[1].startsWith("\ta ")) << qPrintable(made);
+    EXPECT_TRUE(lines[2].startsWith("\t[b c] ")) << qPrintable(made);
+    EXPECT_TRUE(lines[2].endsWith("(30),")) << qPrintable(made);
+    EXPECT_TRUE(lines[3].endsWith("(10,2))")) << qPrintable(made);
+    EXPECT_TRUE(CreateTableStatement("order details").startsWith("CREATE TABLE order details (\r\n\tx "));
+    EXPECT_EQ(CreateTableStatement("missing"), "");
+    gConn.reset();
+    EXPECT_EQ(CreateTableStatement("t"), "");
+    EXPECT_TRUE(m_boxes.Boxes.isEmpty());
+}
+
 } // namespace

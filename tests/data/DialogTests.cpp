@@ -6,11 +6,9 @@
 #include "data/frmLogin.h"
 #include "data/frmNewConnection.h"
 #include "tests/data/House.h"
-#include "tests/support/ExpectCases.h"
 #include "tests/support/ScriptedDriver.h"
 #include <QCheckBox>
 #include <QComboBox>
-#include <QJsonArray>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -282,29 +280,6 @@ protected:
     }
 };
 
-TEST_F(FindTest, PushCases)
-{
-    ExpectCases("combo_push", [](const QJsonObject &args) {
-        QStringList entries;
-        for (const QJsonValue &entry : args["entries"].toArray())
-            entries << entry.toString();
-        return QJsonValue(QJsonArray::fromStringList(frmFind::Push(entries, args["text"].toString())));
-    });
-}
-
-TEST_F(FindTest, SavedKeyCases)
-{
-    ExpectCases("saved_list_keys", [](const QJsonObject &args) {
-        QStringList entries;
-        for (const QJsonValue &entry : args["entries"].toArray())
-            entries << entry.toString();
-        QJsonArray keys;
-        for (const auto &[key, value] : frmFind::SavedKeys(entries, args["suffix"].toString()))
-            keys << QJsonArray{key, value};
-        return QJsonValue(keys);
-    });
-}
-
 TEST_F(FindTest, TheWindowAsItStands)
 {
     frmFind form;
@@ -461,6 +436,51 @@ TEST_F(FindTest, APlaceBelowOneIsTheMiddleOfTheScreen)
         EXPECT_NEAR(find.y(), (screen.height() - find.height()) / 2, 1);
         find.close();
     });
+}
+
+TEST_F(FindTest, APlaceOnNoScreenIsTheMiddleOfTheScreen)
+{
+    SaveSetting("FindLocX", "300000");
+    SaveSetting("FindLocY", "300000");
+    Ask([](frmFind &find) {
+        EXPECT_TRUE(find.screen()->geometry().contains(find.geometry()));
+        find.close();
+    });
+}
+
+TEST_F(FindTest, AnyTextIsOfferedAgainAsItWas)
+{
+    for (const QString &text :
+         {QStringLiteral(" a b "), QStringLiteral("a,b;c"), QStringLiteral("%1 100%"), QStringLiteral("\"q\" 'q' \\"),
+          QStringLiteral("a\r\n\tb"), QStringLiteral("\u4F60 \U0001F600"), QStringLiteral("@Invalid()")}) {
+        const auto form = Ask([&](frmFind &find) {
+            find.cmbCri->setEditText(text);
+            Click(&find, "cmdFind");
+        });
+        EXPECT_EQ(form->Criteria, text);
+        frmFind again;
+        EXPECT_EQ(again.cmbCri->currentText(), text);
+    }
+}
+
+TEST_F(FindTest, AnEmptyCriteriaIsTakenAndNotOffered)
+{
+    const auto form = Ask([](frmFind &find) { Click(&find, "cmdFind"); });
+    EXPECT_FALSE(form->Cancelled);
+    EXPECT_EQ(form->Criteria, "");
+    frmFind again;
+    EXPECT_EQ(again.cmbCri->count(), 0);
+}
+
+TEST_F(FindTest, TheWindowItBelongsToMayGo)
+{
+    auto *owner = new QWidget;
+    owner->show();
+    frmFind form(owner);
+    WithDialog([&](QWidget *) { delete owner; });
+    form.ShowModal();
+    EXPECT_TRUE(form.Cancelled);
+    EXPECT_FALSE(form.isVisible());
 }
 
 } // namespace
