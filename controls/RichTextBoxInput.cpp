@@ -116,7 +116,12 @@ void RichTextBox::dropEvent(QDropEvent *event)
         QPlainTextEdit::dropEvent(event);
         return;
     }
-    event->acceptProposedAction();
+    // The toolkit drops nothing and so ends its own part: else its mark of the place would stay for good.
+    const QMimeData nothing;
+    QDropEvent done(event->position(), event->possibleActions(), &nothing, event->buttons(), event->modifiers());
+    QPlainTextEdit::dropEvent(&done);
+    event->setDropAction(Qt::CopyAction); // whoever gave it keeps it
+    event->accept();
     if (IsNode(data)) {
         setTextCursor(cursorForPosition(event->position().toPoint()));
         emit nodeDropped(data->data(QLatin1String(NodeMime)));
