@@ -10,6 +10,7 @@
 #include "data/ChildWindow.h"
 #include "sqltext/BraceShow.h"
 #include "sqltext/FixText.h"
+#include "sqltext/QuickList.h"
 #include "sqltext/Statements.h"
 #include "sqltext/clsStringHistory.h"
 #include "views/ResultOwner.h"
@@ -25,6 +26,7 @@ class RichTextBox;
 class Splitter;
 class TreeView;
 class frmHirarchy;
+struct EditText;
 
 class frmSQL : public ChildWindow, public ResultOwner
 {
@@ -133,7 +135,9 @@ private:
     void EndBracketShow(); // the text as it was before the show
     void KeepHistory();
     double Seconds() const;
-    void BulkEdit(const QString &text, qsizetype selStart, qsizetype selLength);
+    EditText Edited(); // text and selection, with no show of brackets in them
+    void BulkEdit(const EditText &edit);
+    void ReplaceSelection(const QString &text);
     void OpenFiles(const QStringList &files);
     bool ReadFile(const QString &path, QString &text);
 
@@ -157,11 +161,11 @@ private:
     clsStringHistory m_History;
     QPointer<frmHirarchy> m_ResultWindow;
     bool m_CtrlDown = false;
-    bool m_TabPressed = false; // cancels the next change of focus
     QString m_FileName;
     bool m_TreeHasFocus = false;
     bool m_CommitRun = false; // errors then stop the run
     BraceShow m_Brace;
+    QuickNames m_quickNames; // of the list, so that opening it reads neither list nor server
     QList<PickedNode> m_NodeHistory;
 
     FixTextState m_fixState;

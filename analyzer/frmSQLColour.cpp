@@ -43,6 +43,7 @@ void frmSQL::FixText(bool all, bool checkLength, int mode)
 
 void frmSQL::mnuUndo()
 {
+    EndBracketShow();
     m_InParse = true;
     if (const clsStringHistory::Entry entry = m_History.GetUndo()) {
         txtSQL->SetTextRTF(entry->Key);

@@ -9,69 +9,75 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
-namespace {
-
-EditText Edited(const RichTextBox &box)
-{
-    return {box.Text(), box.SelStart(), box.SelLength()};
-}
-
-} // namespace
-
-// The text anew and its selection, without the colouring of a key press; then the colouring of a bulk edit.
-void frmSQL::BulkEdit(const QString &text, qsizetype selStart, qsizetype selLength)
+// The editor's own text, with the show of bracket pairs put to an end: that one writes into it.
+EditText frmSQL::Edited()
 {
     EndBracketShow();
+    return {txtSQL->Text(), txtSQL->SelStart(), txtSQL->SelLength()};
+}
+
+// The text anew and its selection, without the colouring of a key press; then the colouring of a bulk edit. What stood
+// there before is a state of the history.
+void frmSQL::BulkEdit(const EditText &edit)
+{
+    if (edit.text != txtSQL->Text())
+        KeepHistory();
     {
         const RichTextBox::LockUpdate lock(txtSQL);
         m_InParse = true;
-        txtSQL->ChangeText(text);
-        txtSQL->SetSelStart(selStart);
-        txtSQL->SetSelLength(selLength);
+        txtSQL->ChangeText(edit.text);
+        txtSQL->SetSelStart(edit.selStart);
+        txtSQL->SetSelLength(edit.selLength);
         m_InParse = false;
     }
     FixText(true, true, 2);
 }
 
+// Several lines are coloured as a bulk edit, since the colouring of a key press looks at one line only.
+void frmSQL::ReplaceSelection(const QString &text)
+{
+    const bool lines = text.contains(u'\n') || text.contains(u'\r');
+    m_InParse = lines;
+    txtSQL->SetSelText(text);
+    m_InParse = false;
+    if (lines)
+        FixText(true, true, 2);
+}
+
 void frmSQL::CommentIn()
 {
-    const EditText edit = ::CommentIn(Edited(*txtSQL));
-    BulkEdit(edit.text, edit.selStart, edit.selLength);
+    BulkEdit(::CommentIn(Edited()));
 }
 
 void frmSQL::RemoveComment()
 {
-    const EditText edit = ::RemoveComment(Edited(*txtSQL));
-    BulkEdit(edit.text, edit.selStart, edit.selLength);
+    BulkEdit(::RemoveComment(Edited()));
 }
 
 void frmSQL::Indent(int shift)
 {
-    const EditText edit = ::Indent(Edited(*txtSQL), shift);
-    BulkEdit(edit.text, edit.selStart, edit.selLength);
+    BulkEdit(::Indent(Edited(), shift));
 }
 
 void frmSQL::InsertString(const QString &text)
 {
-    const EditText edit = ::InsertString(Edited(*txtSQL), text);
-    BulkEdit(edit.text, edit.selStart, edit.selLength);
+    BulkEdit(::InsertString(Edited(), text));
 }
 
 void frmSQL::InsertText(const QString &text)
 {
-    const EditText edit = ::InsertText(Edited(*txtSQL), text);
-    BulkEdit(edit.text, edit.selStart, edit.selLength);
+    BulkEdit(::InsertText(Edited(), text));
 }
 
 void frmSQL::FormatSQL()
 {
-    EditText edit = Edited(*txtSQL);
+    EditText edit = Edited();
     const bool whole = edit.selLength == 0;
     const QString formatted = FormatStatement(whole ? edit.text : txtSQL->SelText());
     if (whole)
-        BulkEdit(formatted, 0, 0);
+        BulkEdit({formatted, 0, 0});
     else
-        BulkEdit(edit.text.replace(edit.selStart, edit.selLength, formatted), edit.selStart + formatted.size(), 0);
+        BulkEdit({edit.text.replace(edit.selStart, edit.selLength, formatted), edit.selStart + formatted.size(), 0});
 }
 
 void frmSQL::BreakText()
@@ -81,16 +87,17 @@ void frmSQL::BreakText()
                                    QStringLiteral("Line feed break"), QString(), nullptr, this);
     if (token.isEmpty() || !self)
         return;
-    const QString broken = BreakOnToken(txtSQL->Text(), token);
-    BulkEdit(broken, 0, broken.size());
+    const QString broken = BreakOnToken(Edited().text, token);
+    BulkEdit({broken, 0, broken.size()});
 }
 
 // The colouring follows from the change.
 void frmSQL::ChangeCase(bool upper)
 {
+    EndBracketShow();
     const QString text = txtSQL->SelText();
     if (!text.isEmpty())
-        txtSQL->SetSelText(upper ? lang::UCase(text) : lang::LCase(text));
+        ReplaceSelection(upper ? lang::UCase(text) : lang::LCase(text));
 }
 
 void frmSQL::mnuCopy()
@@ -101,6 +108,7 @@ void frmSQL::mnuCopy()
 
 void frmSQL::mnuCut()
 {
+    EndBracketShow();
     if (txtSQL->SelLength() == 0)
         return;
     txtSQL->copy();
@@ -108,19 +116,14 @@ void frmSQL::mnuCut()
     txtSQL->SetSelText(QString());
 }
 
-// Several lines are coloured as a bulk edit, since the colouring of a key press looks at one line only.
 void frmSQL::mnuPaste()
 {
     const QString text = QGuiApplication::clipboard()->text();
     if (text.isEmpty())
         return;
+    EndBracketShow();
     KeepHistory();
-    const bool lines = text.contains(u'\n') || text.contains(u'\r');
-    m_InParse = lines;
-    txtSQL->SetSelText(text);
-    m_InParse = false;
-    if (lines)
-        FixText(true, true, 2);
+    ReplaceSelection(text);
     txtSQL->ensureCursorVisible();
 }
 

@@ -73,7 +73,10 @@ void frmSQL::OpenFiles(const QStringList &files)
         if (!self)
             return;
     }
-    const QString before = txtSQL->Text();
+    if (contents.isEmpty())
+        return;
+    const QString before = Edited().text;
+    KeepHistory();
     m_InParse = true;
     txtSQL->SetText(::DropFiles(before, contents));
     m_InParse = false;

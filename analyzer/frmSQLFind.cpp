@@ -5,6 +5,7 @@
 #include "controls/RichTextBox.h"
 #include "controls/TreeView.h"
 #include "data/frmFind.h"
+#include "sqltext/EditAssist.h"
 #include "sqltext/FindText.h"
 
 namespace {
@@ -48,35 +49,32 @@ void frmSQL::mnuReplace()
     mnuFind();
 }
 
-// The window may be closed while the dialog is up; the search then answers itself with "cancelled".
+// The window may be closed while the dialog is up; the search then answers itself with "cancelled". Only the first
+// showing offers the selection: at a hit the criteria that found it stands there, wildcards and all.
 void frmSQL::TextSearch()
 {
     const QPointer<frmSQL> self(this);
-    const auto carryOut = [&](const FindEdit &edit) {
+    const auto ask = [&](const FindHit &hit) {
+        if (!self)
+            return FindAnswer{};
+        if (!hit.first) {
+            txtSQL->SetSelStart(hit.selStart);
+            txtSQL->SetSelLength(hit.selLength);
+        }
+        return Ask(this, true, hit.first ? txtSQL->SelText() : QString());
+    };
+    const auto replace = [&](const FindEdit &edit) {
         txtSQL->SetSelStart(edit.start);
         txtSQL->SetSelLength(edit.length);
-        txtSQL->SetSelText(edit.with);
+        KeepHistory();
+        ReplaceSelection(edit.with);
+        return txtSQL->Text();
     };
-    const FindResult result =
-        FindInText(txtSQL->Text(), txtSQL->SelStart(), txtSQL->SelLength(), [&](const FindHit &hit) {
-            if (!self)
-                return FindAnswer{};
-            if (hit.edit)
-                carryOut(*hit.edit);
-            if (!hit.first) {
-                txtSQL->SetSelStart(hit.selStart);
-                txtSQL->SetSelLength(hit.selLength);
-            }
-            return Ask(this, true, txtSQL->SelText());
-        });
+    const FindResult result = FindInText(txtSQL->Text(), txtSQL->SelStart(), txtSQL->SelLength(), ask, replace);
     if (!self)
         return;
-    if (result.replacedAll) {
-        KeepHistory();
-        BulkEdit(result.text, result.selStart, result.selLength);
-    } else if (result.edit) {
-        carryOut(*result.edit);
-    }
+    if (result.replacedAll)
+        BulkEdit({result.text, result.selStart, result.selLength});
     txtSQL->SetSelStart(result.selStart);
     txtSQL->SetSelLength(result.selLength);
     txtSQL->setFocus();

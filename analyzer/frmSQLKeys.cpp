@@ -4,6 +4,7 @@
 #include "controls/ListView.h"
 #include "controls/RichTextBox.h"
 #include "controls/TreeView.h"
+#include "sqltext/EditAssist.h"
 #include "sqltext/Keywords.h"
 #include "sqltext/QuickList.h"
 #include <QKeyEvent>
@@ -62,6 +63,10 @@ bool frmSQL::eventFilter(QObject *watched, QEvent *event)
         if (KeyUp(watched, static_cast<QKeyEvent *>(event)))
             return true;
         break;
+    case QEvent::InputMethod:
+        if (watched == txtSQL)
+            EndBracketShow();
+        break;
     case QEvent::FocusIn:
         if (watched == TV)
             m_TreeHasFocus = true;
@@ -111,6 +116,9 @@ double frmSQL::Seconds() const
 
 bool frmSQL::EditorKeyDown(QKeyEvent *event)
 {
+    // The show writes the text as it was when it began: what is typed into it would be gone at its next step.
+    if (!event->text().isEmpty() || event->key() == Qt::Key_Delete)
+        EndBracketShow();
     const bool selected = txtSQL->SelLength() > 0;
     if (event->matches(QKeySequence::Paste)) {
         mnuPaste();
@@ -125,12 +133,12 @@ bool frmSQL::EditorKeyDown(QKeyEvent *event)
     case Qt::Key_Backtab:
         if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
             return false;
-        KeepHistory();
-        m_TabPressed = true;
-        if (selected)
+        if (selected) {
             Indent(event->key() == Qt::Key_Backtab || event->modifiers() & Qt::ShiftModifier ? 1 : 0);
-        else
+        } else {
+            KeepHistory();
             txtSQL->SetSelText(QStringLiteral("\t"));
+        }
         return true;
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
@@ -186,11 +194,8 @@ bool frmSQL::KeyUp(QObject *watched, QKeyEvent *event)
 // Tab stays in the editor; from the tree it goes on to the next control.
 bool frmSQL::focusNextPrevChild(bool next)
 {
-    if (m_TabPressed || !TV->hasFocus()) {
-        m_TabPressed = false;
-        return true;
-    }
-    txtSQL->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    if (TV->hasFocus())
+        txtSQL->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
 }
 
@@ -199,18 +204,17 @@ void frmSQL::KeepHistory()
     m_History.AddChange(txtSQL->TextRTF(), txtSQL->SelStart(), txtSQL->SelLength());
 }
 
-// The item of the longest beginning of the word at the caret, beside the editor.
+// The item of the longest beginning of the word at the caret, beside the editor. Without one the list stands at its
+// top, with nothing selected.
 void frmSQL::ShowQuickList()
 {
-    QStringList names;
-    for (qint64 row = 0; row < lvQuickList->Count(); ++row)
-        names += lvQuickList->Text(row);
-    const qsizetype found = QuickNames(names).Select(GetWordAtCaret(txtSQL->Text(), txtSQL->SelStart()));
+    const EditText edit = Edited();
+    const qsizetype found = m_quickNames.Select(GetWordAtCaret(edit.text, edit.selStart));
     lvQuickList->show();
     LayOut();
     lvQuickList->SelectRow(found);
-    if (found >= 0)
-        lvQuickList->EnsureVisible(found);
+    if (lvQuickList->Count() > 0)
+        lvQuickList->EnsureVisible(std::max<qsizetype>(0, found));
     lvQuickList->setFocus();
 }
 
@@ -232,6 +236,8 @@ bool frmSQL::ListKeyDown(QKeyEvent *event)
         HideQuickList();
         return true;
     }
+    if (event->key() == Qt::Key_Space && event->modifiers() & Qt::ControlModifier)
+        return true; // the key that opened it is still held; the list would drop its selection
     const QString typed = event->text();
     const bool delimiter = typed.size() == 1 && IsPlain(event) && IsWordEnd(typed[0]);
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter && !delimiter)
@@ -245,7 +251,8 @@ void frmSQL::TakeFromQuickList()
     const qint64 row = lvQuickList->SelectedRow();
     if (row >= 0) {
         qsizetype caret = 0;
-        const QString text = ReplaceWordAtCaret(txtSQL->Text(), txtSQL->SelStart(), lvQuickList->Text(row), caret);
+        const EditText edit = Edited();
+        const QString text = ReplaceWordAtCaret(edit.text, edit.selStart, lvQuickList->Text(row), caret);
         KeepHistory();
         txtSQL->ChangeText(text);
         txtSQL->SetSelStart(caret);

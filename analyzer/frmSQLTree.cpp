@@ -83,8 +83,8 @@ void frmSQL::DropNode(const QString &key)
         InsertString(text);
         return;
     }
-    const EditText placed = PlaceStatement(txtSQL->Text(), text);
-    BulkEdit(placed.text, placed.selStart, placed.selLength);
+    BulkEdit(PlaceStatement(Edited().text, text));
+    txtSQL->ensureCursorVisible();
     txtSQL->setFocus();
 }
 
@@ -125,13 +125,17 @@ void frmSQL::FillTree()
 // The names of tables and views in upper case; both roots are opened.
 void frmSQL::FillQuickList()
 {
+    QStringList names;
     lvQuickList->Clear();
     for (const char *key : {"Tables", "Views"}) {
         Node *root = TV->Nodes().Find(QString::fromLatin1(key));
         if (!root)
             continue;
-        for (Node *node = root->Child(); node; node = node->Next())
-            lvQuickList->AddItem(lang::UCase(node->Text()));
+        for (int number = 1; number <= root->Children(); ++number) {
+            names += lang::UCase(root->Child(number)->Text());
+            lvQuickList->AddItem(names.back());
+        }
         root->SetExpanded(true);
     }
+    m_quickNames = QuickNames(names);
 }

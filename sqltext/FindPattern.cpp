@@ -1,13 +1,10 @@
 #include "sqltext/FindPattern.h"
 
+#include "sqltext/Keywords.h"
+
 #include <algorithm>
 
 namespace {
-
-bool IsDelimiter(QChar c)
-{
-    return QStringView(u" \r\n,)(:$&\u00EE\t").contains(c);
-}
 
 QString Reversed(const QString &text)
 {
@@ -85,8 +82,8 @@ bool FindPattern::Hits(const GapText &text, qsizetype position, qsizetype textLe
 bool FindPattern::Stands(const GapText &text, qsizetype position, qsizetype textLength) const
 {
     const qsizetype before = position - 2;
-    if (position > 1 && before < text.Size() && !IsDelimiter(text.At(before)))
+    if (position > 1 && before < text.Size() && !IsWordEnd(text.At(before)))
         return false;
     const qsizetype behind = position + m_length;
-    return position >= textLength || behind >= text.Size() || IsDelimiter(text.At(behind));
+    return position >= textLength || behind >= text.Size() || IsWordEnd(text.At(behind));
 }

@@ -11,8 +11,9 @@ constexpr int Passes = 2; // further passes without a hit
 class TextSearch
 {
 public:
-    TextSearch(const QString &text, qsizetype selStart, qsizetype selLength, const FindAsk &ask)
-        : m_text(text), m_saved(selStart), m_ask(ask)
+    TextSearch(const QString &text, qsizetype selStart, qsizetype selLength, const FindAsk &ask,
+               const FindReplace &replace)
+        : m_text(text), m_saved(selStart), m_ask(ask), m_replace(replace)
     {
         m_result.selStart = selStart;
         m_result.selLength = selLength;
@@ -36,21 +37,21 @@ private:
     // Shows the dialog. False when it was cancelled.
     bool Ask(bool first)
     {
-        FindHit hit{first, m_result.selStart, m_result.selLength, m_result.edit};
-        m_answer = m_ask(hit);
-        m_result.edit.reset();
+        m_answer = m_ask({first, m_result.selStart, m_result.selLength});
         if (!m_answer.cancelled)
             m_pattern.emplace(m_answer.criteria, m_answer.exactMatch, m_answer.caseSensitive);
         return !m_answer.cancelled;
     }
 
-    void ReplaceSelection()
+    void ReplaceSelection(bool single)
     {
-        const qsizetype length =
-            std::min(m_result.selLength, std::max<qsizetype>(0, m_text.Size() - m_result.selStart));
-        m_result.edit = FindEdit{m_result.selStart, length, m_answer.replaceWith};
-        m_text.Replace(m_result.selStart, length, m_answer.replaceWith);
-        m_result.selStart += m_answer.replaceWith.size();
+        const qsizetype room = std::max<qsizetype>(0, m_text.Size() - m_result.selStart);
+        const FindEdit edit{m_result.selStart, std::min(m_result.selLength, room), m_answer.replaceWith};
+        if (single && m_replace)
+            m_text = GapText(m_replace(edit));
+        else
+            m_text.Replace(edit.start, edit.length, edit.with);
+        m_result.selStart += edit.with.size();
         m_result.selLength = 0;
     }
 
@@ -72,14 +73,14 @@ private:
                 m_result.selStart = std::min(p, m_text.Size());
                 m_result.selLength = std::min(m_pattern->Length(), m_text.Size() - m_result.selStart);
                 if (all) {
-                    ReplaceSelection();
+                    ReplaceSelection(false);
                     m_result.replacedAll = true;
                     continue;
                 }
                 if (!Ask(false))
                     return true;
                 if (m_answer.doReplace)
-                    ReplaceSelection();
+                    ReplaceSelection(true);
                 if (m_answer.doReplaceAll)
                     return false;
                 pass = 0;
@@ -97,6 +98,7 @@ private:
     GapText m_text;
     qsizetype m_saved;
     const FindAsk &m_ask;
+    const FindReplace &m_replace;
     FindAnswer m_answer;
     std::optional<FindPattern> m_pattern;
     FindResult m_result;
@@ -104,7 +106,8 @@ private:
 
 } // namespace
 
-FindResult FindInText(const QString &text, qsizetype selStart, qsizetype selLength, const FindAsk &ask)
+FindResult FindInText(const QString &text, qsizetype selStart, qsizetype selLength, const FindAsk &ask,
+                      const FindReplace &replace)
 {
-    return TextSearch(text, std::clamp<qsizetype>(selStart, 0, text.size()), selLength, ask).Run();
+    return TextSearch(text, std::clamp<qsizetype>(selStart, 0, text.size()), selLength, ask, replace).Run();
 }

@@ -4,14 +4,13 @@
 // is not well formed ends a search silently.
 //
 // Text positions count from 0, tree nodes from 1. The criteria may hold wildcards; they match within as many characters
-// as the criteria has. The text is never copied at a hit, so a replacement of many hits stays linear.
+// as the criteria has. Replacing all copies the text at no hit, so a replacement of many hits stays linear.
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
-#include <optional>
 
 struct FindAnswer
 {
@@ -24,7 +23,7 @@ struct FindAnswer
     bool doReplaceAll = false;
 };
 
-// One replacement in the text: `length` characters at `start` gave way to `with`.
+// One replacement in the text: `length` characters at `start` give way to `with`.
 struct FindEdit
 {
     qsizetype start = 0;
@@ -35,12 +34,14 @@ struct FindEdit
 // What the dialog is shown over.
 struct FindHit
 {
-    bool first = false;           // the opening question: nothing has been found yet
-    qsizetype selStart = 0;       // the hit, to select before asking
-    qsizetype selLength = 0;      //
-    std::optional<FindEdit> edit; // a replacement since the last question, to carry out before selecting
+    bool first = false;     // the opening question: nothing has been found yet
+    qsizetype selStart = 0; // the hit, to select before asking
+    qsizetype selLength = 0;
 };
 using FindAsk = std::function<FindAnswer(const FindHit &)>;
+// Carries out a single replacement, and gives the text as it then stands: the window's colouring may change it further,
+// and the search goes on in what there is.
+using FindReplace = std::function<QString(const FindEdit &)>;
 
 struct FindResult
 {
@@ -48,12 +49,13 @@ struct FindResult
     QString text;         // as it now is
     qsizetype selStart = 0;
     qsizetype selLength = 0;
-    QList<qsizetype> hits;        // places of all hits, in the text as it was at each
-    std::optional<FindEdit> edit; // a single replacement since the last question, when `replacedAll` is not set
-    bool replacedAll = false;     // the text was changed at many places: load it anew
+    QList<qsizetype> hits;    // places of all hits, in the text as it was at each
+    bool replacedAll = false; // the text was changed at many places, and nobody was told: load it anew
 };
 
-FindResult FindInText(const QString &text, qsizetype selStart, qsizetype selLength, const FindAsk &ask);
+// Without `replace` single replacements are made in `text` of the result only.
+FindResult FindInText(const QString &text, qsizetype selStart, qsizetype selLength, const FindAsk &ask,
+                      const FindReplace &replace = {});
 
 // The tree search: node texts in order, the selected node (0: none, the search ends silently). It never replaces.
 struct TreeFindResult

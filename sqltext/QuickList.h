@@ -9,14 +9,14 @@
 #include <vector>
 
 // The part of the word in front of the caret. It begins behind the nearest of ";", ",", "(", ")", blank, CR, LF, "*"
-// and
-// "?"; a first character below "A" is left out.
+// and "?"; a first character below "A" is left out.
 QString GetWordAtCaret(const QString &text, qsizetype selStart);
 // The text with that word replaced. `newCaret` becomes the place behind the new word. A delimiter at the first
 // character of the text goes with the word.
 QString ReplaceWordAtCaret(const QString &text, qsizetype selStart, const QString &newWord, qsizetype &newCaret);
 
-// The names of the list, kept so that a search over many of them is one walk through one text.
+// The names of the list, kept so that a search over many of them is one walk through one text. Opening the list takes
+// as many walks as halving the word does, so 20,000 names open as quickly as a hundred.
 class QuickNames
 {
 public:
@@ -30,6 +30,7 @@ public:
 private:
     QString m_names; // upper case, each followed by a line end
     std::vector<qsizetype> m_starts;
+    qsizetype m_longest = 0; // letters of the longest name
 };
 
 qsizetype FindInQuickList(const QStringList &items, const QString &word);

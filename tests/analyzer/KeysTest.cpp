@@ -1,6 +1,5 @@
 // The keys of the Analyzer.
 #include "AnalyzerFixture.h"
-#include "controls/ListView.h"
 #include <QClipboard>
 #include <QGuiApplication>
 
@@ -159,49 +158,6 @@ TEST_F(Analyzer, ThePauseKeyBreaksTheText)
     EXPECT_EQ(window->txtSQL->SelText(), window->Text());
     Press(Qt::Key_Pause); // cancelled
     EXPECT_EQ(window->Text(), QStringLiteral("a \r\nand b \r\nand c"));
-}
-
-TEST_F(Analyzer, TheQuickListCompletesAWord)
-{
-    ListView *list = window->lvQuickList;
-    window->SetText(QStringLiteral("select * from cust"));
-    window->txtSQL->SetSelStart(18);
-    const int width = window->txtSQL->width();
-    Press(Qt::Key_F1);
-    ASSERT_TRUE(list->isVisible());
-    EXPECT_EQ(window->focusWidget(), list);
-    EXPECT_EQ(list->Text(list->SelectedRow()), QStringLiteral("CUSTOMERS"));
-    EXPECT_EQ(window->txtSQL->width(), width * 70 / 100);
-    EXPECT_EQ(list->x(), window->txtSQL->width());
-    EXPECT_EQ(list->width(), width * 30 / 100);
-    QTest::keyClick(list, Qt::Key_Return);
-    EXPECT_EQ(window->Text(), QStringLiteral("select * from CUSTOMERS"));
-    EXPECT_EQ(window->txtSQL->SelStart(), 23);
-    EXPECT_FALSE(list->isVisible());
-    EXPECT_EQ(window->txtSQL->width(), width);
-    EXPECT_EQ(window->focusWidget(), window->txtSQL);
-}
-
-TEST_F(Analyzer, EscapeInTheQuickListLeavesTheText)
-{
-    window->SetText(QStringLiteral("zzz"));
-    window->txtSQL->SetSelStart(3);
-    QTest::keyClick(window->txtSQL, Qt::Key_Space, Qt::ControlModifier);
-    ASSERT_TRUE(window->lvQuickList->isVisible());
-    EXPECT_EQ(window->lvQuickList->SelectedRow(), -1); // no name has a "z"
-    QTest::keyClick(window->lvQuickList, Qt::Key_Escape);
-    EXPECT_EQ(window->Text(), QStringLiteral("zzz"));
-    EXPECT_FALSE(window->lvQuickList->isVisible());
-    EXPECT_EQ(window->focusWidget(), window->txtSQL);
-}
-
-TEST_F(Analyzer, ADelimiterTakesTheChosenName)
-{
-    window->SetText(QStringLiteral("ord"));
-    window->txtSQL->SetSelStart(3);
-    Press(Qt::Key_F1);
-    QTest::keyClick(window->lvQuickList, Qt::Key_Comma);
-    EXPECT_EQ(window->Text(), QStringLiteral("ORDERS"));
 }
 
 TEST_F(Analyzer, TheRightButtonOpensTheEditMenu)

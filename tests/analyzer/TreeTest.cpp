@@ -1,63 +1,11 @@
-// The schema's tree, the history of picked nodes, the stored text, and the searches.
+// The schema's tree, the history of picked nodes, the stored text.
 #include "AnalyzerFixture.h"
 #include "StructureAnswer.h"
 #include "controls/ListView.h"
 #include "controls/Splitter.h"
-#include "data/frmFind.h"
-#include <QApplication>
-#include <QComboBox>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QPushButton>
-#include <QTimer>
-#include <functional>
 #include <memory>
-
-namespace {
-
-// Answers each showing of the search dialog in turn; one that is not foreseen is cancelled.
-class FindAnswers : public QObject
-{
-public:
-    explicit FindAnswers(QList<std::function<void(frmFind &)>> answers) : m_answers(std::move(answers))
-    {
-        connect(&m_timer, &QTimer::timeout, this, [this] {
-            auto *find = qobject_cast<frmFind *>(QApplication::activeModalWidget());
-            if (!find || !find->isVisible())
-                return;
-            ++shown;
-            criteria += find->cmbCri->currentText();
-            replacing += find->cmdReplace->isEnabled();
-            if (m_answers.isEmpty())
-                find->cmdCancel->click();
-            else
-                m_answers.takeFirst()(*find);
-        });
-        m_timer.start(5);
-    }
-    int shown = 0;
-    QStringList criteria;
-    QList<bool> replacing;
-
-private:
-    QList<std::function<void(frmFind &)>> m_answers;
-    QTimer m_timer;
-};
-
-void FindNext(frmFind &find)
-{
-    find.cmdFind->click();
-}
-
-std::function<void(frmFind &)> Find(const QString &what)
-{
-    return [what](frmFind &find) {
-        find.cmbCri->setEditText(what);
-        find.cmdFind->click();
-    };
-}
-
-} // namespace
 
 TEST_F(Analyzer, TheTreeHoldsTheSchema)
 {
@@ -227,90 +175,4 @@ TEST_F(Analyzer, TheSplitterSharesTheWidthAndTheTreeKeepsIts)
     EXPECT_LT(window->picSplit->x(), left);
     EXPECT_EQ(window->txtSQL->width(), window->picSplit->x());
     EXPECT_GT(window->TV->width(), tree);
-}
-
-TEST_F(Analyzer, FindGoesFromHitToHit)
-{
-    window->SetText(QStringLiteral("one two one"));
-    FindAnswers answers({Find(QStringLiteral("one")), FindNext});
-    window->mnuFind();
-    EXPECT_EQ(answers.shown, 3); // asked, first hit, second hit: cancelled
-    EXPECT_EQ(window->txtSQL->SelStart(), 8);
-    EXPECT_EQ(window->txtSQL->SelLength(), 3);
-    EXPECT_TRUE(answers.replacing.front());
-    EXPECT_TRUE(dialogs.Boxes.isEmpty());
-}
-
-TEST_F(Analyzer, FindStartsWithTheSelection)
-{
-    window->SetText(QStringLiteral("one two one"));
-    window->txtSQL->SetSelStart(4);
-    window->txtSQL->SetSelLength(3);
-    FindAnswers answers({});
-    window->mnuReplace();
-    EXPECT_EQ(answers.criteria, QStringList{QStringLiteral("two")});
-    EXPECT_EQ(window->Text(), QStringLiteral("one two one"));
-}
-
-TEST_F(Analyzer, FindSaysWhenThereIsNothing)
-{
-    window->SetText(QStringLiteral("one two"));
-    window->txtSQL->SetSelStart(2);
-    FindAnswers answers({Find(QStringLiteral("zebra"))});
-    window->mnuFind();
-    EXPECT_EQ(dialogs.LastText(), QStringLiteral("No match has been found."));
-    EXPECT_EQ(dialogs.LastTitle(), QStringLiteral("Find"));
-    EXPECT_EQ(dialogs.Boxes.last().Icon, int(mbInformation));
-    EXPECT_EQ(window->txtSQL->SelStart(), 2);
-}
-
-TEST_F(Analyzer, ReplaceAndReplaceAll)
-{
-    const auto replace = [](bool all) {
-        return [all](frmFind &find) {
-            find.cmbCri->setEditText(QStringLiteral("a"));
-            find.cmbReplace->setEditText(QStringLiteral("xy"));
-            (all ? find.cmdReplaceAll : find.cmdReplace)->click();
-        };
-    };
-    {
-        window->SetText(QStringLiteral("a b a"));
-        FindAnswers answers({Find(QStringLiteral("a")), replace(false)});
-        window->mnuFind();
-        EXPECT_EQ(window->Text(), QStringLiteral("xy b a"));
-    }
-    {
-        window->SetText(QStringLiteral("select a, a, a"));
-        window->txtSQL->SetSelStart(9);
-        FindAnswers answers({replace(true)});
-        window->mnuFind();
-        EXPECT_EQ(answers.shown, 1);
-        EXPECT_TRUE(window->Text().startsWith(QStringLiteral("select xy, xy")));
-        EXPECT_EQ(Colours().substr(0, 6), "111111");
-    }
-}
-
-TEST_F(Analyzer, TheTreeIsSearchedWhenItHadTheFocus)
-{
-    window->TV->setFocus();
-    window->TV->SetSelectedItem(window->TV->Nodes().Item(1));
-    {
-        FindAnswers answers({Find(QStringLiteral("NAME"))});
-        window->mnuFind();
-        EXPECT_EQ(answers.shown, 2);
-        EXPECT_EQ(window->TV->SelectedItem()->Key(), QStringLiteral("customers-name"));
-        EXPECT_FALSE(answers.replacing.front());
-    }
-    {
-        FindAnswers none({Find(QStringLiteral("zebra"))});
-        window->mnuFind();
-        EXPECT_EQ(dialogs.LastText(), QStringLiteral("No match has been found."));
-    }
-    window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
-    window->txtSQL->setFocus(); // the editor takes over again
-    window->SetText(QStringLiteral("name"));
-    FindAnswers text({Find(QStringLiteral("name"))});
-    window->mnuFind();
-    EXPECT_EQ(window->txtSQL->SelText(), QStringLiteral("name"));
 }

@@ -3,6 +3,7 @@
 #include "tests/support/ExpectCases.h"
 
 #include <QJsonArray>
+#include <random>
 
 namespace {
 
@@ -67,6 +68,31 @@ TEST(QuickList, CaretGoesBehindTheNewWord)
     EXPECT_EQ(caret, 1);
     EXPECT_EQ(ReplaceWordAtCaret(S(""), 0, S("X"), caret), S("X"));
     EXPECT_EQ(caret, 1);
+}
+
+// By halving as well as by cutting letter after letter.
+TEST(QuickList, TheLongestBeginningIsFound)
+{
+    std::mt19937 random(7);
+    const auto text = [&](int most) {
+        QString word;
+        for (int i = int(random() % unsigned(most)) + 1; i > 0; --i)
+            word += QLatin1Char("abc"[random() % 3]);
+        return word;
+    };
+    for (int round = 0; round < 400; ++round) {
+        QStringList items;
+        for (int i = 0; i < 12; ++i)
+            items += text(7);
+        const QuickNames names(items);
+        const QString word = text(12);
+        qsizetype wanted = -1;
+        for (QString prefix = word; !prefix.isEmpty() && wanted < 0; prefix.chop(1))
+            wanted = names.Find(prefix);
+        ASSERT_EQ(names.Select(word), wanted) << qPrintable(word);
+    }
+    // A word far longer than any name costs no more than the longest name does.
+    EXPECT_EQ(QuickNames({S("b"), S("AB")}).Select(S("ab") + QString(1'000'000, u'b')), 1);
 }
 
 TEST(QuickList, LooksInsideOfNamesInOrder)
