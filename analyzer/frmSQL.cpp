@@ -10,6 +10,7 @@
 #include "data/Shell.h"
 #include "data/clsConns.h"
 #include "views/frmHirarchy.h"
+#include <QHeaderView>
 #include <QResizeEvent>
 
 namespace {
@@ -35,6 +36,7 @@ frmSQL::frmSQL(QWidget *parent) : ChildWindow(parent)
     lvQuickList->setObjectName(QStringLiteral("lvQuickList"));
     lvQuickList->AddColumn(QString());
     lvQuickList->setHeaderHidden(true);
+    lvQuickList->header()->setStretchLastSection(true); // its one column is as wide as the list
     lvQuickList->hide();
     tmrParseBrackets = new QTimer(this);
     tmrParseBrackets->setInterval(BraceShow::FirstInterval);
@@ -72,7 +74,6 @@ void frmSQL::LayOut()
     if (lvQuickList->isVisibleTo(this)) {
         textWidth = left * 70 / 100;
         lvQuickList->setGeometry(textWidth, 0, left * 30 / 100, height());
-        lvQuickList->SetColumnWidth(0, lvQuickList->ListWidth());
     }
     txtSQL->setGeometry(0, 0, textWidth, height());
     picSplit->setGeometry(left, 0, splitWidth, height());

@@ -26,11 +26,17 @@ void frmSQL::BulkEdit(const EditText &edit)
         const RichTextBox::LockUpdate lock(txtSQL);
         m_InParse = true;
         txtSQL->ChangeText(edit.text);
+        m_InParse = false;
+        // With a selection only that is coloured. The edit of its first line may have begun at the line's start.
+        const qsizetype lineStart = edit.selStart > 0 && edit.selLength > 0
+                                        ? edit.text.lastIndexOf(u'\n', edit.selStart - 1) + 1
+                                        : edit.selStart;
+        txtSQL->SetSelStart(lineStart);
+        txtSQL->SetSelLength(edit.selStart + edit.selLength - lineStart);
+        FixText(true, true, 2);
         txtSQL->SetSelStart(edit.selStart);
         txtSQL->SetSelLength(edit.selLength);
-        m_InParse = false;
     }
-    FixText(true, true, 2);
 }
 
 // Several lines are coloured as a bulk edit, since the colouring of a key press looks at one line only.

@@ -4,42 +4,25 @@
 
 #include <algorithm>
 
-namespace {
-
-QString Reversed(const QString &text)
-{
-    QString result = text;
-    std::reverse(result.begin(), result.end());
-    return result;
-}
-
-} // namespace
-
-GapText::GapText(const QString &text) : m_right(Reversed(text)) {}
-
 void GapText::Replace(qsizetype position, qsizetype length, const QString &with)
 {
-    MoveGap(position);
-    m_right.chop(length);
-    m_left += with;
+    // A hit may lie in what was put in last: then the end of the first part gives way.
+    const qsizetype ahead = position - m_done.size();
+    if (ahead >= 0) {
+        m_done += QStringView(m_rest).mid(m_from, ahead);
+        m_from += ahead + length;
+        m_done += with;
+        return;
+    }
+    const qsizetype inDone = std::min(length, -ahead);
+    m_done.replace(position, inDone, with);
+    m_from += length - inDone;
 }
 
 QString GapText::Text() const
 {
-    return m_left + Reversed(m_right);
-}
-
-void GapText::MoveGap(qsizetype position)
-{
-    position = std::clamp<qsizetype>(position, 0, Size());
-    while (m_left.size() < position) {
-        m_left += m_right.back();
-        m_right.chop(1);
-    }
-    while (m_left.size() > position) {
-        m_right += m_left.back();
-        m_left.chop(1);
-    }
+    QString text = m_done;
+    return text.append(Rest());
 }
 
 FindPattern::FindPattern(const QString &criteria, bool exactMatch, bool caseSensitive)
@@ -54,6 +37,37 @@ FindPattern::FindPattern(const QString &criteria, bool exactMatch, bool caseSens
     } catch (const lang::BadPattern &) {
         // Told when the pattern is first used.
     }
+}
+
+qsizetype FindPattern::Next(const GapText &text, qsizetype from, qsizetype last, qsizetype textLength) const
+{
+    for (qsizetype at = Candidate(text, from, last); at >= 0; at = Candidate(text, at + 1, last)) {
+        if (Hits(text, at, textLength))
+            return at;
+    }
+    return -1;
+}
+
+// The first place that begins as a plain criteria does, any place for another one.
+qsizetype FindPattern::Candidate(const GapText &text, qsizetype from, qsizetype last) const
+{
+    if (m_wild || m_pattern.isEmpty())
+        return from <= last ? from : -1;
+    const QChar wanted = m_pattern.front();
+    for (; from <= last && from < text.Done(); ++from) {
+        if (Folded(text.At(from)) == wanted)
+            return from;
+    }
+    if (from > last)
+        return -1;
+    const QStringView rest = text.Rest();
+    const QChar other = m_caseSensitive ? wanted : wanted.toLower();
+    const auto begin = rest.begin() + (from - text.Done());
+    const auto end = rest.begin() + std::min(rest.size(), last + 1 - text.Done());
+    const auto hit = std::find_if(begin, std::max(begin, end), [&](QChar c) {
+        return c == wanted || c == other || (c.unicode() > 127 && Folded(c) == wanted);
+    });
+    return hit < end ? hit - rest.begin() + text.Done() : -1;
 }
 
 bool FindPattern::Hits(const GapText &text, qsizetype position, qsizetype textLength) const

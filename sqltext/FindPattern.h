@@ -1,6 +1,7 @@
 #pragma once
 // What the text search tests at each place: the chunk against the criteria, and the characters around an exact match.
-// The text is a gap buffer, so that a replacement moves only what lies between two hits. One search's own; one thread.
+// The text is kept in two parts, so that a replacement moves only what lies between two hits. One search's own; one
+// thread.
 
 #include "lang/Like.h"
 
@@ -8,23 +9,27 @@
 
 #include <optional>
 
-// A text in two halves, the right one in reverse order: both grow and shrink at the gap. Positions count from 0.
+// A text in two parts: what the search has put together so far, and the rest of the text that it began with. Replacing
+// from the start to the end is linear. Positions count from 0.
 class GapText
 {
 public:
-    explicit GapText(const QString &text);
-    qsizetype Size() const { return m_left.size() + m_right.size(); }
+    explicit GapText(const QString &text) : m_rest(text) {}
+    qsizetype Size() const { return m_done.size() + m_rest.size() - m_from; }
     QChar At(qsizetype position) const
     {
-        return position < m_left.size() ? m_left.at(position) : m_right.at(Size() - 1 - position);
+        return position < m_done.size() ? m_done.at(position) : m_rest.at(m_from + position - m_done.size());
     }
+    // The first part's length, and all that lies behind it.
+    qsizetype Done() const { return m_done.size(); }
+    QStringView Rest() const { return QStringView(m_rest).mid(m_from); }
     void Replace(qsizetype position, qsizetype length, const QString &with);
     QString Text() const;
 
 private:
-    void MoveGap(qsizetype position);
-    QString m_left;
-    QString m_right;
+    QString m_done;
+    QString m_rest;
+    qsizetype m_from = 0; // of m_rest, what lies before went into m_done
 };
 
 class FindPattern
@@ -32,11 +37,14 @@ class FindPattern
 public:
     FindPattern(const QString &criteria, bool exactMatch, bool caseSensitive);
     qsizetype Length() const { return m_length; }
-    // Is there a hit at this place? `textLength` is the length that the pass began with. Raises lang::BadPattern for a
-    // criteria that is not well formed, at the first place whose surroundings pass.
-    bool Hits(const GapText &text, qsizetype position, qsizetype textLength) const;
+    // The first hit at a place from `from` to `last`; -1 when there is none. `textLength` is the length that the pass
+    // began with. Raises lang::BadPattern for a criteria that is not well formed, at the first place whose surroundings
+    // pass.
+    qsizetype Next(const GapText &text, qsizetype from, qsizetype last, qsizetype textLength) const;
 
 private:
+    bool Hits(const GapText &text, qsizetype position, qsizetype textLength) const;
+    qsizetype Candidate(const GapText &text, qsizetype from, qsizetype last) const;
     bool Stands(const GapText &text, qsizetype position, qsizetype textLength) const;
     QChar Folded(QChar c) const { return m_caseSensitive ? c : c.toUpper(); }
 

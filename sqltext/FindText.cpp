@@ -62,13 +62,16 @@ private:
         if (all) {
             m_result.selStart = 0;
             m_result.selLength = 0;
+            m_text = GapText(m_text.Text());
         }
         // The length stays that of the start of the search, also when replacements change the text.
         const qsizetype textLength = m_text.Size();
         for (int pass = 0; pass <= Passes;) {
-            for (qsizetype p = m_result.selStart; p <= textLength - m_pattern->Length(); ++p) {
-                if (!m_pattern->Hits(m_text, p, textLength))
-                    continue;
+            for (qsizetype from = m_result.selStart;;) {
+                const qsizetype p = m_pattern->Next(m_text, from, textLength - m_pattern->Length(), textLength);
+                if (p < 0)
+                    break;
+                from = p + 1;
                 m_result.hits += p;
                 m_result.selStart = std::min(p, m_text.Size());
                 m_result.selLength = std::min(m_pattern->Length(), m_text.Size() - m_result.selStart);

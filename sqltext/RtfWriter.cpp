@@ -8,6 +8,8 @@ void AppendEscaped(QString &out, QStringView text)
     const auto flush = [&](qsizetype to) { out.append(text.mid(from, to - from)); };
     for (qsizetype at = 0; at < text.size(); ++at) {
         const char16_t c = text[at].unicode();
+        if (c > u'\r' && c < u'\\') // most of a text: neither a line end nor a sign of the notation
+            continue;
         if (c != u'\\' && c != u'{' && c != u'}' && c != u'\t' && c != u'\r' && c != u'\n')
             continue;
         flush(at);

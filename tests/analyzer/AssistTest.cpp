@@ -3,6 +3,7 @@
 #include "StructureAnswer.h"
 #include "controls/ListView.h"
 #include <QClipboard>
+#include <QComboBox>
 #include <QDragLeaveEvent>
 #include <QDropEvent>
 #include <QFile>
@@ -178,6 +179,34 @@ TEST_F(Assist, AllLinesOfAChangedCaseKeepTheirColours)
     window->txtSQL->SetSelStart(0);
     window->ToolBar(S("SQLLCase")); // nothing selected
     EXPECT_EQ(window->Text(), S("SELECT A\r\nFROM T\r\nWHERE C"));
+}
+
+// Only the selection is coloured anew; what was not touched must keep the colours that it has.
+TEST_F(Assist, WhatABulkEditLeavesKeepsItsColours)
+{
+    window->SetText(S("select a\r\nfrom t"));
+    {
+        StructureAnswer answer([](frmGetSQLStructure &ask) {
+            ask.cmbType->setCurrentIndex(5); // longer than all there was
+            QTest::keyClick(&ask, Qt::Key_Return);
+        });
+        DropNode("orders", QPoint(5, 5));
+    }
+    EXPECT_EQ(Colours(0), "11111100");
+    EXPECT_EQ(Colours(1), "111100");
+    window->SetText(S("select a\r\n1\r\n2\r\n3\r\n4\r\nfrom t"));
+    Select(10, 10);
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(window->Text(), S("select a\r\n\t1\r\n\t2\r\n\t3\r\n\t4\r\nfrom t"));
+    EXPECT_EQ(Colours(0), "11111100");
+    EXPECT_EQ(Colours(5), "111100");
+    window->SetText(S("from t\r\nselect a, b\r\n1\r\n2 from"));
+    Select(15, 10); // from the middle of its first line to the middle of its last
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(window->Text(), S("from t\r\n\tselect a, b\r\n\t1\r\n\t2 from"));
+    EXPECT_EQ(Colours(0), "111100");
+    EXPECT_EQ(Colours(1), "011111100000");
+    EXPECT_EQ(Colours(3), "0001111");
 }
 
 // The show of curly brackets writes into the text what a bulk edit must not take for the user's.
