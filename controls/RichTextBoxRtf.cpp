@@ -60,11 +60,11 @@ std::vector<RtfRun> Beside(const std::vector<RtfRun> &runs, const Difference &mi
 std::vector<RtfRun> RichTextBox::Runs() const
 {
     std::vector<RtfRun> runs;
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        const int line = block.blockNumber();
+    qsizetype start = 0; // of the line
+    for (int line = 0; line < m_content.LineCount(); ++line) {
         for (const EditorRun &run : m_content.Line(line))
-            runs.push_back(
-                {block.position() + line + run.start, run.length, run.style.colour, run.style.bold, run.style.italic});
+            runs.push_back({start + run.start, run.length, run.style.colour, run.style.bold, run.style.italic});
+        start = m_content.Text().indexOf(u'\n', start) + 1;
     }
     return runs;
 }
