@@ -202,6 +202,7 @@ TEST_F(NameList, TheListStandsAtItsTopWhenNothingIsFound)
     OpenBehind("t199");
     EXPECT_EQ(Chosen(), S("T199"));
     EXPECT_TRUE(list->viewport()->rect().contains(Place(int(list->SelectedRow()))));
+    EXPECT_EQ(list->columnWidth(0), list->viewport()->width()); // beside the scroll bar
     QTest::keyClick(list, Qt::Key_Escape);
     OpenBehind("?");
     EXPECT_EQ(Chosen(), QString());
@@ -227,8 +228,4 @@ TEST_F(NameList, ItsColumnFillsItsWidth)
     EXPECT_EQ(list->y(), window->txtSQL->y());
     EXPECT_EQ(list->height(), window->txtSQL->height());
     EXPECT_EQ(list->columnWidth(0), list->viewport()->width());
-    window->resize(900, 60); // a scroll bar takes its part
-    QCoreApplication::processEvents();
-    EXPECT_EQ(list->columnWidth(0), list->viewport()->width());
-    EXPECT_LT(list->viewport()->width(), list->width());
 }
