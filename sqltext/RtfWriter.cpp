@@ -1,5 +1,7 @@
 #include "sqltext/Rtf.h"
 
+#include <array>
+
 namespace {
 
 void AppendEscaped(QString &out, QStringView text)
@@ -59,15 +61,26 @@ public:
             m_out.append(run.bold ? u"\\b " : u"\\b0 ");
         if (run.italic != m_now.italic)
             m_out.append(run.italic ? u"\\i " : u"\\i0 ");
-        if (run.colour != m_now.colour) {
-            m_out.append(u"\\cf");
-            m_out.append(QString::number(run.colour));
-            m_out.append(u' ');
-        }
+        if (run.colour != m_now.colour)
+            m_out.append(Colour(run.colour));
         m_now = run;
     }
 
 private:
+    // A long text changes its colour a hundred thousand times, between a handful of colours.
+    const QString &Colour(int colour)
+    {
+        if (colour < 0 || colour >= most)
+            return m_other = QStringLiteral("\\cf%1 ").arg(colour);
+        QString &known = m_colours[size_t(colour)];
+        if (known.isEmpty())
+            known = QStringLiteral("\\cf%1 ").arg(colour);
+        return known;
+    }
+
+    static constexpr int most = 16;
+    std::array<QString, most> m_colours;
+    QString m_other;
     QString &m_out;
     RtfRun m_now;
 };
