@@ -170,15 +170,15 @@ TEST_F(Assist, BulkEditsKeepTheSelectionOverTheChange)
 TEST_F(Assist, AllLinesOfAChangedCaseKeepTheirColours)
 {
     window->SetText(S("select a\r\nfrom t\r\nwhere c"));
-    window->mnuSelectAll();
+    Select(0, 16); // a keyword behind it keeps its colour meanwhile
     window->ToolBar(S("SQLUCase"));
-    EXPECT_EQ(window->Text(), S("SELECT A\r\nFROM T\r\nWHERE C"));
+    EXPECT_EQ(window->Text(), S("SELECT A\r\nFROM T\r\nwhere c"));
     EXPECT_EQ(Colours(0), "11111100");
     EXPECT_EQ(Colours(1), "111100");
     EXPECT_EQ(Colours(2), "1111100");
     window->txtSQL->SetSelStart(0);
     window->ToolBar(S("SQLLCase")); // nothing selected
-    EXPECT_EQ(window->Text(), S("SELECT A\r\nFROM T\r\nWHERE C"));
+    EXPECT_EQ(window->Text(), S("SELECT A\r\nFROM T\r\nwhere c"));
 }
 
 // Only the selection is coloured anew; what was not touched must keep the colours that it has.
@@ -291,8 +291,12 @@ TEST_F(Assist, NoMarkOfTheDropStays)
     DropNode("customers-id", end);
     window->activateWindow();
     window->txtSQL->setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    window->txtSQL->SetSelStart(5);
+    const QImage elsewhere = window->txtSQL->grab().toImage();
     window->txtSQL->SetSelStart(2);
     const QImage shown = window->txtSQL->grab().toImage();
+    EXPECT_NE(shown, elsewhere); // the caret is drawn
     QDragLeaveEvent leave;
     QCoreApplication::sendEvent(window->txtSQL->viewport(), &leave);
     EXPECT_EQ(shown, window->txtSQL->grab().toImage());
