@@ -79,13 +79,12 @@ void frmSQL::DropNode(const QString &key)
     if (!ComposeNode(node, text))
         return;
     PickNode(TV->Nodes().Find(key));
-    if (!table) {
+    if (table)
+        BulkEdit(PlaceStatement(Edited().text, text));
+    else
         InsertString(text);
-        return;
-    }
-    BulkEdit(PlaceStatement(Edited().text, text));
     txtSQL->ensureCursorVisible();
-    txtSQL->setFocus();
+    txtSQL->setFocus(); // the user goes on with what was dropped
 }
 
 void frmSQL::TakeNode(Node *node)

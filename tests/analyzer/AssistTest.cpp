@@ -277,9 +277,11 @@ TEST_F(Assist, AFieldGoesInWhereItIsDropped)
     window->txtSQL->SetSelStart(7);
     const QPoint middle = window->txtSQL->cursorRect().center();
     window->txtSQL->SetSelStart(0);
+    window->TV->setFocus();
     DropNode("customers-id", middle);
     EXPECT_EQ(window->Text(), S("select  id from"));
     EXPECT_EQ(window->txtSQL->SelStart(), 11);
+    EXPECT_EQ(window->focusWidget(), window->txtSQL);
 }
 
 TEST_F(Assist, NoMarkOfTheDropStays)
