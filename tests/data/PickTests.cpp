@@ -120,6 +120,40 @@ TEST_F(PickTest, TheDefaultIsSelected)
     EXPECT_EQ(GetTable(false, true, "< All Tables >", "&OK", "&Cancel", {}, {}, "gamma"), "gamma");
 }
 
+TEST_F(PickTest, ADefaultFarDownIsInSight)
+{
+    for (int i = 0; i < 200; ++i)
+        gConn->Execute(QStringLiteral("create table t%1 (a int)").arg(i, 3, 10, QLatin1Char('0')));
+    Picker([](frmGetSelection *form) {
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            const QRect row =
+                form->lvResults->visualRect(form->lvResults->model()->index(int(form->lvResults->SelectedRow()), 0));
+            return form->lvResults->viewport()->rect().contains(row.center());
+        }));
+        QTest::keyClicks(form->txtCri, "t190"); // and so is what the search finds
+        const QRect row =
+            form->lvResults->visualRect(form->lvResults->model()->index(int(form->lvResults->SelectedRow()), 0));
+        EXPECT_TRUE(form->lvResults->viewport()->rect().contains(row.center()));
+        Click(form, "cmdOK");
+    });
+    EXPECT_EQ(GetTable(false, true, {}, "&OK", "&Cancel", {}, {}, "t150"), "t190");
+}
+
+TEST_F(PickTest, ADoubleClickOnAnEmptyListKeepsTheWindow)
+{
+    gConn->Execute("drop view vista");
+    Picker([](frmGetSelection *form) {
+        EXPECT_EQ(form->lvResults->Count(), 0);
+        QTest::mouseDClick(form->lvResults->viewport(), Qt::LeftButton, {}, QPoint(20, 10));
+        EXPECT_TRUE(form->isVisible());
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageUp, Qt::Key_Return})
+            QTest::keyClick(form->txtCri, key);
+        EXPECT_TRUE(form->isVisible());
+        Click(form, "cmdCancel");
+    });
+    EXPECT_EQ(GetTable(true, false), "");
+}
+
 TEST_F(PickTest, AConnectionStringThatFailsShowsNoDialog)
 {
     EXPECT_EQ(GetTable(false, true, {}, "&OK", "&Cancel", "Driver=SQLite;Database=/no/such/folder/x.db"), "");

@@ -319,6 +319,16 @@ TEST_F(SchemaTest, TheTreeWindowLoadsSavesAndFollows)
     m_boxes.Files << Path("tree.csv");
     tree->mnuSave();
     EXPECT_EQ(Read(Path("tree.csv")), "Table,Field,\r\na,x,\r\na,y,\r\nb,z,\r\n");
+    EXPECT_EQ(m_boxes.FileDialogs.last().Title, "Save CSV File");
+    EXPECT_EQ(m_boxes.FileDialogs.last().DefaultExt, "CSV");
+    EXPECT_EQ(m_boxes.FileDialogs.last().Filter, "Comma Seperated File [*.csv]|*.csv|Text File [*.txt]|*.txt");
+    Write(Path("tree.csv"), "former");
+    m_boxes.Files << Path("tree.csv");
+    m_boxes.Answers << mbNo;
+    tree->mnuSave();
+    EXPECT_EQ(m_boxes.LastText(), "This file name already exists. Are you sure you want to overwrite this file?");
+    EXPECT_EQ(m_boxes.Boxes.last().Buttons, mbYesNo);
+    EXPECT_EQ(Read(Path("tree.csv")), "former");
     gConn->Execute("drop table b");
     tree->RefreshForm("again");
     EXPECT_EQ(tree->tvTree->Nodes().Count(), 3);
