@@ -2,7 +2,10 @@
 // One query a rowset and database family. Its columns bear the rowset's names (in any case and order); what a family
 // does not know is left out and becomes null. Some names are not the rowset's own and are worked out by the reader:
 // TYPE_NAME becomes DATA_TYPE with lengths (BASE_TYPE_NAME wins where it is not null), any column's default tells
-// COLUMN_HASDEFAULT, and a row with CHECKED_TABLE becomes a row for each check in the table's text CHECKS_IN.
+// COLUMN_HASDEFAULT, a row with CHECKED_TABLE becomes a row for each check in the table's text CHECKS_IN, and a row
+// with USES_IN, the text of a view, a row for each table or column that the view uses.
+//
+// Where a family has two queries of a rowset, the second stands in when the server refuses the first.
 
 #include "ado/Driver.h"
 #include <span>
@@ -11,20 +14,28 @@ namespace ADODB {
 
 struct CatalogueQuery
 {
-    DatabaseFamily Family;
     SchemaEnum Schema;
     const char *Select;
-    const char
-        *UserOnly; // joined to Select unless a schema or a table is asked for by name; "" where nothing is hidden
+    // Joined to Select unless a schema or a table is asked for by name; "" where nothing is hidden.
+    const char *UserOnly = "";
 };
 
-// What is not asked every day, by family.
-std::span<const CatalogueQuery> SqliteQueries();
+// By family: what is asked every day, and the rest.
+std::span<const CatalogueQuery> SqliteObjects();
+std::span<const CatalogueQuery> SqliteConstraints();
+std::span<const CatalogueQuery> PostgresObjects();
 std::span<const CatalogueQuery> PostgresQueries();
 std::span<const CatalogueQuery> PostgresGrants();
+std::span<const CatalogueQuery> MySQLObjects();
 std::span<const CatalogueQuery> MySQLQueries();
+std::span<const CatalogueQuery> SqlServerQueries();
+std::span<const CatalogueQuery> OracleQueries();
 
-const CatalogueQuery *FindCatalogueQuery(DatabaseFamily family, SchemaEnum schema); // null for no such notion
+// In the order in which they are tried; none for no such notion.
+std::vector<const CatalogueQuery *> FindCatalogueQueries(DatabaseFamily family, SchemaEnum schema);
 bool HasCatalogueQueries(DatabaseFamily family);
+
+// The query as the server takes it. SQLite's may ask it for the attached databases first.
+QString TextOf(const CatalogueQuery &query, Session &session);
 
 } // namespace ADODB

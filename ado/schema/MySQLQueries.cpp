@@ -6,8 +6,6 @@ namespace ADODB {
 
 namespace {
 
-constexpr DatabaseFamily kFamily = DatabaseFamily::MySQL;
-
 #define MY_CONSTRAINT "CONSTRAINT_SCHEMA AS CONSTRAINT_CATALOG, CONSTRAINT_NAME"
 
 constexpr char kCatalogs[] = "SELECT SCHEMA_NAME AS CATALOG_NAME FROM information_schema.SCHEMATA";
@@ -29,7 +27,8 @@ constexpr char kConstraintColumns[] =
     " FROM information_schema.KEY_COLUMN_USAGE WHERE CONSTRAINT_SCHEMA = DATABASE()";
 
 constexpr char kConstraintTables[] =
-    "SELECT t.TABLE_SCHEMA AS TABLE_CATALOG, COALESCE(r.REFERENCED_TABLE_NAME, t.TABLE_NAME) AS TABLE_NAME, "
+    "SELECT COALESCE(r.UNIQUE_CONSTRAINT_SCHEMA, t.TABLE_SCHEMA) AS TABLE_CATALOG, "
+    "COALESCE(r.REFERENCED_TABLE_NAME, t.TABLE_NAME) AS TABLE_NAME, "
     "t.CONSTRAINT_SCHEMA AS CONSTRAINT_CATALOG, t.CONSTRAINT_NAME FROM information_schema.TABLE_CONSTRAINTS t "
     "LEFT JOIN information_schema.REFERENTIAL_CONSTRAINTS r ON t.CONSTRAINT_TYPE = 'FOREIGN KEY' "
     "AND r.CONSTRAINT_SCHEMA = t.CONSTRAINT_SCHEMA AND r.CONSTRAINT_NAME = t.CONSTRAINT_NAME AND r.TABLE_NAME = "
@@ -77,6 +76,11 @@ constexpr char kParameters[] =
     "1 AS IS_NULLABLE, DTD_IDENTIFIER AS TYPE_NAME, DATA_TYPE AS LOCAL_TYPE_NAME, CHARACTER_MAXIMUM_LENGTH, "
     "CHARACTER_OCTET_LENGTH FROM information_schema.PARAMETERS WHERE SPECIFIC_SCHEMA = DATABASE()";
 
+// The server keeps no record of what a view uses, but its text with every name in full: the reader takes it from there.
+constexpr char kViewUsage[] =
+    "SELECT TABLE_SCHEMA AS VIEW_CATALOG, TABLE_NAME AS VIEW_NAME, VIEW_DEFINITION AS USES_IN "
+    "FROM information_schema.VIEWS WHERE TABLE_SCHEMA = DATABASE()";
+
 constexpr char kKeywords[] = "SELECT WORD AS `Keyword` FROM information_schema.KEYWORDS";
 
 // Accounts, as the grants name them, and roles. Who may not read mysql.user gets the server's refusal.
@@ -86,23 +90,25 @@ constexpr char kTrustees[] =
     "mysql.user";
 
 constexpr CatalogueQuery kQueries[] = {
-    {kFamily, adSchemaCatalogs, kCatalogs, ""},
-    {kFamily, adSchemaCharacterSets, kCharacterSets, ""},
-    {kFamily, adSchemaCollations, kCollations, ""},
-    {kFamily, adSchemaCheckConstraints, kChecks, ""},
-    {kFamily, adSchemaConstraintColumnUsage, kConstraintColumns, ""},
-    {kFamily, adSchemaConstraintTableUsage, kConstraintTables, ""},
-    {kFamily, adSchemaKeyColumnUsage, kKeyColumns, ""},
-    {kFamily, adSchemaReferentialConstraints, kReferential, ""},
-    {kFamily, adSchemaTableConstraints, kTableConstraints, ""},
-    {kFamily, adSchemaColumnPrivileges, kColumnPrivileges, ""},
-    {kFamily, adSchemaTablePrivileges, kTablePrivileges, ""},
-    {kFamily, adSchemaUsagePrivileges, kUsagePrivileges, ""},
-    {kFamily, adSchemaSchemata, kSchemata, ""},
-    {kFamily, adSchemaStatistics, kStatistics, ""},
-    {kFamily, adSchemaProcedureParameters, kParameters, ""},
-    {kFamily, adSchemaDBInfoKeywords, kKeywords, ""},
-    {kFamily, adSchemaTrustees, kTrustees, ""},
+    {adSchemaCatalogs, kCatalogs},
+    {adSchemaCharacterSets, kCharacterSets},
+    {adSchemaCollations, kCollations},
+    {adSchemaCheckConstraints, kChecks},
+    {adSchemaConstraintColumnUsage, kConstraintColumns},
+    {adSchemaConstraintTableUsage, kConstraintTables},
+    {adSchemaKeyColumnUsage, kKeyColumns},
+    {adSchemaReferentialConstraints, kReferential},
+    {adSchemaTableConstraints, kTableConstraints},
+    {adSchemaColumnPrivileges, kColumnPrivileges},
+    {adSchemaTablePrivileges, kTablePrivileges},
+    {adSchemaUsagePrivileges, kUsagePrivileges},
+    {adSchemaSchemata, kSchemata},
+    {adSchemaStatistics, kStatistics},
+    {adSchemaViewColumnUsage, kViewUsage},
+    {adSchemaViewTableUsage, kViewUsage},
+    {adSchemaProcedureParameters, kParameters},
+    {adSchemaDBInfoKeywords, kKeywords},
+    {adSchemaTrustees, kTrustees},
 };
 
 } // namespace

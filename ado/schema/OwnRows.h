@@ -12,5 +12,7 @@ namespace ADODB {
 bool HasOwnRows(DatabaseFamily family, SchemaEnum schema);
 // Puts the rows that meet the restrictions; `writer` is one of a rowset that HasOwnRows.
 void WriteOwnRows(Session &session, RowsetWriter &writer, const QStringList &restrictions);
+// The types alone; of a family for which they are known here.
+void WriteTypes(DatabaseFamily family, RowsetWriter &writer, const QStringList &restrictions);
 
 } // namespace ADODB

@@ -1,16 +1,11 @@
 // Who may do what on PostgreSQL: the access lists of tables, columns, and of what one can use. An object without a list
 // has its kind's default one, which gives its owner everything.
-#include "ado/schema/CatalogueQueries.h"
+#include "ado/schema/PostgresParts.h"
 
 namespace ADODB {
 
 namespace {
 
-constexpr DatabaseFamily kFamily = DatabaseFamily::PostgreSQL;
-
-#define PG_USER                                                                                                        \
-    " AND n.nspname <> 'information_schema' AND (left(n.nspname, 3) <> 'pg_' OR n.oid = "                              \
-    "pg_catalog.pg_my_temp_schema())"
 #define PG_WHO                                                                                                         \
     "pg_catalog.pg_get_userbyid(g.grantor) AS GRANTOR, CASE WHEN g.grantee = 0 THEN 'PUBLIC' ELSE "                    \
     "pg_catalog.pg_get_userbyid(g.grantee) END AS GRANTEE, "
@@ -55,9 +50,9 @@ constexpr char kUsersUsage[] = " AND (n.oid IS NULL OR n.nspname <> 'information
                                "'pg_')";
 
 constexpr CatalogueQuery kQueries[] = {
-    {kFamily, adSchemaColumnPrivileges, kColumns, PG_USER},
-    {kFamily, adSchemaTablePrivileges, kTables, PG_USER},
-    {kFamily, adSchemaUsagePrivileges, kUsage, kUsersUsage},
+    {adSchemaColumnPrivileges, kColumns, PG_USER},
+    {adSchemaTablePrivileges, kTables, PG_USER},
+    {adSchemaUsagePrivileges, kUsage, kUsersUsage},
 };
 
 } // namespace

@@ -1,23 +1,12 @@
 // PostgreSQL's constraints, texts, types, routines: from its own catalogue, which shows them whoever owns them.
-#include "ado/schema/CatalogueQueries.h"
+#include "ado/schema/PostgresParts.h"
 
 namespace ADODB {
 
 namespace {
 
-constexpr DatabaseFamily kFamily = DatabaseFamily::PostgreSQL;
-
-#define PG_USER                                                                                                        \
-    " AND n.nspname <> 'information_schema' AND (left(n.nspname, 3) <> 'pg_' OR n.oid = "                              \
-    "pg_catalog.pg_my_temp_schema())"
-#define PG_RULE(column)                                                                                                \
-    "CASE con." column " WHEN 'c' THEN 'CASCADE' WHEN 'n' THEN 'SET NULL' WHEN 'd' THEN 'SET DEFAULT' "                \
-    "WHEN 'r' THEN 'RESTRICT' ELSE 'NO ACTION' END"
 #define PG_CONSTRAINT                                                                                                  \
     "current_database() AS CONSTRAINT_CATALOG, n.nspname AS CONSTRAINT_SCHEMA, con.conname AS CONSTRAINT_NAME"
-#define PG_TABLE(schema, table)                                                                                        \
-    "current_database() AS TABLE_CATALOG, " schema ".nspname AS TABLE_SCHEMA, " table ".relname AS TABLE_NAME"
-
 // A check of a domain has no table; its clause stands in its definition alone, between "CHECK (" and ")".
 constexpr char kChecks[] =
     "SELECT " PG_CONSTRAINT ", CASE WHEN con.conrelid <> 0 THEN pg_catalog.pg_get_expr(con.conbin, con.conrelid) "
@@ -197,27 +186,27 @@ constexpr char kTrustees[] = "SELECT r.rolname AS TRUSTEE_NAME, CASE WHEN r.rolc
                              "TRUSTEE_TYPE FROM pg_catalog.pg_roles r";
 
 constexpr CatalogueQuery kQueries[] = {
-    {kFamily, adSchemaCatalogs, kCatalogs, ""},
-    {kFamily, adSchemaCharacterSets, kCharacterSets, ""},
-    {kFamily, adSchemaCollations, kCollations, ""},
-    {kFamily, adSchemaCheckConstraints, kChecks, PG_USER},
-    {kFamily, adSchemaConstraintColumnUsage, kConstraintColumns, PG_USER},
-    {kFamily, adSchemaConstraintTableUsage, kConstraintTables, PG_USER},
-    {kFamily, adSchemaKeyColumnUsage, kKeyColumns, PG_USER},
-    {kFamily, adSchemaReferentialConstraints, kReferential, PG_USER},
-    {kFamily, adSchemaTableConstraints, kTableConstraints, PG_USER},
-    {kFamily, adSchemaColumnsDomainUsage, kDomainColumns, PG_USER},
-    {kFamily, adSchemaSchemata, kSchemata, ""},
-    {kFamily, adSchemaSQLLanguages, kLanguages, ""},
-    {kFamily, adSchemaStatistics, kStatistics, PG_USER},
-    {kFamily, adSchemaTranslations, kTranslations, ""},
-    {kFamily, adSchemaProviderTypes, kTypes, ""},
-    {kFamily, adSchemaViewColumnUsage, kViewColumns, PG_USER},
-    {kFamily, adSchemaViewTableUsage, kViewTables, PG_USER},
-    {kFamily, adSchemaProcedureParameters, kParameters, PG_USER},
-    {kFamily, adSchemaProcedureColumns, kProcedureColumns, PG_USER},
-    {kFamily, adSchemaDBInfoKeywords, kKeywords, ""},
-    {kFamily, adSchemaTrustees, kTrustees, ""},
+    {adSchemaCatalogs, kCatalogs},
+    {adSchemaCharacterSets, kCharacterSets},
+    {adSchemaCollations, kCollations},
+    {adSchemaCheckConstraints, kChecks, PG_USER},
+    {adSchemaConstraintColumnUsage, kConstraintColumns, PG_USER},
+    {adSchemaConstraintTableUsage, kConstraintTables, PG_USER},
+    {adSchemaKeyColumnUsage, kKeyColumns, PG_USER},
+    {adSchemaReferentialConstraints, kReferential, PG_USER},
+    {adSchemaTableConstraints, kTableConstraints, PG_USER},
+    {adSchemaColumnsDomainUsage, kDomainColumns, PG_USER},
+    {adSchemaSchemata, kSchemata},
+    {adSchemaSQLLanguages, kLanguages},
+    {adSchemaStatistics, kStatistics, PG_USER},
+    {adSchemaTranslations, kTranslations},
+    {adSchemaProviderTypes, kTypes},
+    {adSchemaViewColumnUsage, kViewColumns, PG_USER},
+    {adSchemaViewTableUsage, kViewTables, PG_USER},
+    {adSchemaProcedureParameters, kParameters, PG_USER},
+    {adSchemaProcedureColumns, kProcedureColumns, PG_USER},
+    {adSchemaDBInfoKeywords, kKeywords},
+    {adSchemaTrustees, kTrustees},
 };
 
 } // namespace

@@ -73,18 +73,14 @@ void RowsetWriter::EndRow(const QStringList &restrictions)
 
 void RowsetWriter::Sort()
 {
-    std::vector<std::pair<int, bool>> keys;
-    for (const char *name : m_rowset.Order) {
-        const bool descending = name[0] == '-';
-        keys.emplace_back(RowsetIndex(m_rowset, QString::fromLatin1(descending ? name + 1 : name)), descending);
-    }
+    std::vector<size_t> keys;
+    for (const char *name : m_rowset.Order)
+        keys.push_back(size_t(RowsetIndex(m_rowset, QString::fromLatin1(name))));
     std::stable_sort(m_rows.begin(), m_rows.end(),
                      [&](const std::vector<Value> &left, const std::vector<Value> &right) {
-                         for (const auto &[column, descending] : keys) {
-                             const int order = Compare(left[size_t(column)], right[size_t(column)]);
-                             if (order != 0)
-                                 return descending ? order > 0 : order < 0;
-                         }
+                         for (const size_t column : keys)
+                             if (const int order = Compare(left[column], right[column]))
+                                 return order < 0;
                          return false;
                      });
 }

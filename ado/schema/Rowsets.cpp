@@ -1,24 +1,24 @@
-#include "ado/schema/Rowsets.h"
+#include "ado/schema/RowsetParts.h"
 
 namespace ADODB {
 
 namespace {
 
 constexpr RowsetColumn kTables[] = {
-    {"TABLE_CATALOG", adVarWChar},   {"TABLE_SCHEMA", adVarWChar}, {"TABLE_NAME", adVarWChar},
-    {"TABLE_TYPE", adVarWChar},      {"TABLE_GUID", adGUID},       {"DESCRIPTION", adVarWChar},
-    {"TABLE_PROPID", adUnsignedInt}, {"DATE_CREATED", adDate},     {"DATE_MODIFIED", adDate},
+    ROWSET_TABLE,
+    {"TABLE_TYPE", adVarWChar},
+    {"TABLE_GUID", adGUID},
+    {"DESCRIPTION", adVarWChar},
+    {"TABLE_PROPID", adUnsignedInt},
+    {"DATE_CREATED", adDate},
+    {"DATE_MODIFIED", adDate},
 };
 constexpr const char *kTablesBy[] = {"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME", "TABLE_TYPE"};
 constexpr const char *kTablesOrder[] = {"TABLE_TYPE", "TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME"};
 
 constexpr RowsetColumn kColumns[] = {
-    {"TABLE_CATALOG", adVarWChar},
-    {"TABLE_SCHEMA", adVarWChar},
-    {"TABLE_NAME", adVarWChar},
-    {"COLUMN_NAME", adVarWChar},
-    {"COLUMN_GUID", adGUID},
-    {"COLUMN_PROPID", adUnsignedInt},
+    ROWSET_TABLE,
+    ROWSET_COLUMN,
     {"ORDINAL_POSITION", adUnsignedInt},
     {"COLUMN_HASDEFAULT", adBoolean},
     {"COLUMN_DEFAULT", adVarWChar},
@@ -26,32 +26,18 @@ constexpr RowsetColumn kColumns[] = {
     {"IS_NULLABLE", adBoolean},
     {"DATA_TYPE", adUnsignedSmallInt},
     {"TYPE_GUID", adGUID},
-    {"CHARACTER_MAXIMUM_LENGTH", adUnsignedInt},
-    {"CHARACTER_OCTET_LENGTH", adUnsignedInt},
-    {"NUMERIC_PRECISION", adUnsignedSmallInt},
-    {"NUMERIC_SCALE", adSmallInt},
+    ROWSET_SIZES,
     {"DATETIME_PRECISION", adUnsignedInt},
-    {"CHARACTER_SET_CATALOG", adVarWChar},
-    {"CHARACTER_SET_SCHEMA", adVarWChar},
-    {"CHARACTER_SET_NAME", adVarWChar},
-    {"COLLATION_CATALOG", adVarWChar},
-    {"COLLATION_SCHEMA", adVarWChar},
-    {"COLLATION_NAME", adVarWChar},
-    {"DOMAIN_CATALOG", adVarWChar},
-    {"DOMAIN_SCHEMA", adVarWChar},
-    {"DOMAIN_NAME", adVarWChar},
+    ROWSET_NAME("CHARACTER_SET"),
+    ROWSET_NAME("COLLATION"),
+    ROWSET_NAME("DOMAIN"),
     {"DESCRIPTION", adVarWChar},
 };
-constexpr const char *kColumnsBy[] = {"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME", "COLUMN_NAME"};
 constexpr const char *kColumnsOrder[] = {"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME", "ORDINAL_POSITION"};
 
 constexpr RowsetColumn kIndexes[] = {
-    {"TABLE_CATALOG", adVarWChar},
-    {"TABLE_SCHEMA", adVarWChar},
-    {"TABLE_NAME", adVarWChar},
-    {"INDEX_CATALOG", adVarWChar},
-    {"INDEX_SCHEMA", adVarWChar},
-    {"INDEX_NAME", adVarWChar},
+    ROWSET_TABLE,
+    ROWSET_NAME("INDEX"),
     {"PRIMARY_KEY", adBoolean},
     {"UNIQUE", adBoolean},
     {"CLUSTERED", adBoolean},
@@ -63,9 +49,7 @@ constexpr RowsetColumn kIndexes[] = {
     {"AUTO_UPDATE", adBoolean},
     {"NULL_COLLATION", adInteger},
     {"ORDINAL_POSITION", adUnsignedInt},
-    {"COLUMN_NAME", adVarWChar},
-    {"COLUMN_GUID", adGUID},
-    {"COLUMN_PROPID", adUnsignedInt},
+    ROWSET_COLUMN,
     {"COLLATION", adSmallInt},
     {"CARDINALITY", adUnsignedBigInt},
     {"PAGES", adInteger},
@@ -73,13 +57,11 @@ constexpr RowsetColumn kIndexes[] = {
     {"INTEGRATED", adBoolean},
 };
 constexpr const char *kIndexesBy[] = {"TABLE_CATALOG", "TABLE_SCHEMA", "INDEX_NAME", "TYPE", "TABLE_NAME"};
-constexpr const char *kIndexesOrder[] = {"-UNIQUE",    "TYPE",       "INDEX_CATALOG",   "INDEX_SCHEMA",
+constexpr const char *kIndexesOrder[] = {"UNIQUE",     "TYPE",       "INDEX_CATALOG",   "INDEX_SCHEMA",
                                          "TABLE_NAME", "INDEX_NAME", "ORDINAL_POSITION"};
 
 constexpr RowsetColumn kProcedures[] = {
-    {"PROCEDURE_CATALOG", adVarWChar},
-    {"PROCEDURE_SCHEMA", adVarWChar},
-    {"PROCEDURE_NAME", adVarWChar},
+    ROWSET_PROCEDURE,
     {"PROCEDURE_TYPE", adSmallInt},
     {"PROCEDURE_DEFINITION", adVarWChar},
     {"DESCRIPTION", adVarWChar},
@@ -90,19 +72,23 @@ constexpr const char *kProceduresBy[] = {"PROCEDURE_CATALOG", "PROCEDURE_SCHEMA"
 constexpr const char *kProceduresOrder[] = {"PROCEDURE_CATALOG", "PROCEDURE_SCHEMA", "PROCEDURE_NAME"};
 
 constexpr RowsetColumn kViews[] = {
-    {"TABLE_CATALOG", adVarWChar},   {"TABLE_SCHEMA", adVarWChar}, {"TABLE_NAME", adVarWChar},
-    {"VIEW_DEFINITION", adVarWChar}, {"CHECK_OPTION", adBoolean},  {"IS_UPDATABLE", adBoolean},
-    {"DESCRIPTION", adVarWChar},     {"DATE_CREATED", adDate},     {"DATE_MODIFIED", adDate},
+    ROWSET_TABLE,
+    {"VIEW_DEFINITION", adVarWChar},
+    {"CHECK_OPTION", adBoolean},
+    {"IS_UPDATABLE", adBoolean},
+    {"DESCRIPTION", adVarWChar},
+    {"DATE_CREATED", adDate},
+    {"DATE_MODIFIED", adDate},
 };
-constexpr const char *kViewsBy[] = {"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME"};
 
 constexpr RowsetColumn kForeignKeys[] = {
-    {"PK_TABLE_CATALOG", adVarWChar}, {"PK_TABLE_SCHEMA", adVarWChar}, {"PK_TABLE_NAME", adVarWChar},
-    {"PK_COLUMN_NAME", adVarWChar},   {"PK_COLUMN_GUID", adGUID},      {"PK_COLUMN_PROPID", adUnsignedInt},
-    {"FK_TABLE_CATALOG", adVarWChar}, {"FK_TABLE_SCHEMA", adVarWChar}, {"FK_TABLE_NAME", adVarWChar},
-    {"FK_COLUMN_NAME", adVarWChar},   {"FK_COLUMN_GUID", adGUID},      {"FK_COLUMN_PROPID", adUnsignedInt},
-    {"ORDINAL", adUnsignedInt},       {"UPDATE_RULE", adVarWChar},     {"DELETE_RULE", adVarWChar},
-    {"PK_NAME", adVarWChar},          {"FK_NAME", adVarWChar},         {"DEFERRABILITY", adSmallInt},
+    ROWSET_NAME("PK_TABLE"),     {"PK_COLUMN_NAME", adVarWChar},
+    {"PK_COLUMN_GUID", adGUID},  {"PK_COLUMN_PROPID", adUnsignedInt},
+    ROWSET_NAME("FK_TABLE"),     {"FK_COLUMN_NAME", adVarWChar},
+    {"FK_COLUMN_GUID", adGUID},  {"FK_COLUMN_PROPID", adUnsignedInt},
+    {"ORDINAL", adUnsignedInt},  {"UPDATE_RULE", adVarWChar},
+    {"DELETE_RULE", adVarWChar}, {"PK_NAME", adVarWChar},
+    {"FK_NAME", adVarWChar},     {"DEFERRABILITY", adSmallInt},
 };
 constexpr const char *kForeignKeysBy[] = {"PK_TABLE_CATALOG", "PK_TABLE_SCHEMA", "PK_TABLE_NAME",
                                           "FK_TABLE_CATALOG", "FK_TABLE_SCHEMA", "FK_TABLE_NAME"};
@@ -110,20 +96,21 @@ constexpr const char *kForeignKeysOrder[] = {"FK_TABLE_CATALOG", "FK_TABLE_SCHEM
                                              "ORDINAL"};
 
 constexpr RowsetColumn kPrimaryKeys[] = {
-    {"TABLE_CATALOG", adVarWChar}, {"TABLE_SCHEMA", adVarWChar}, {"TABLE_NAME", adVarWChar},
-    {"COLUMN_NAME", adVarWChar},   {"COLUMN_GUID", adGUID},      {"COLUMN_PROPID", adUnsignedInt},
-    {"ORDINAL", adUnsignedInt},    {"PK_NAME", adVarWChar},
+    ROWSET_TABLE,
+    ROWSET_COLUMN,
+    {"ORDINAL", adUnsignedInt},
+    {"PK_NAME", adVarWChar},
 };
 constexpr const char *kPrimaryKeysOrder[] = {"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME", "ORDINAL"};
 
 constexpr Rowset kRowsets[] = {
     {adSchemaTables, kTables, kTablesBy, kTablesOrder},
-    {adSchemaColumns, kColumns, kColumnsBy, kColumnsOrder},
+    {adSchemaColumns, kColumns, kByTableColumn, kColumnsOrder},
     {adSchemaIndexes, kIndexes, kIndexesBy, kIndexesOrder},
     {adSchemaProcedures, kProcedures, kProceduresBy, kProceduresOrder},
-    {adSchemaViews, kViews, kViewsBy, kViewsBy},
+    {adSchemaViews, kViews, kByTable, kByTable},
     {adSchemaForeignKeys, kForeignKeys, kForeignKeysBy, kForeignKeysOrder},
-    {adSchemaPrimaryKeys, kPrimaryKeys, kViewsBy, kPrimaryKeysOrder},
+    {adSchemaPrimaryKeys, kPrimaryKeys, kByTable, kPrimaryKeysOrder},
 };
 
 } // namespace

@@ -21,7 +21,7 @@ struct Rowset
     SchemaEnum Schema;
     std::span<const RowsetColumn> Columns;
     std::span<const char *const> Restrictions; // names of columns, in the order in which callers give them
-    std::span<const char *const> Order;        // the columns that the rows are sorted by, "-" before a descending one
+    std::span<const char *const> Order;        // the columns that the rows are sorted by; yes before no
 };
 
 std::span<const Rowset> RowsetsOfConstraints();

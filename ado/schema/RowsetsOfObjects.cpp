@@ -1,38 +1,33 @@
 // The shapes of the rowsets about what lies below tables, views and procedures.
-#include "ado/schema/Rowsets.h"
+#include "ado/schema/RowsetParts.h"
 
 namespace ADODB {
 
 namespace {
 
 constexpr RowsetColumn kStatistics[] = {
-    {"TABLE_CATALOG", adVarWChar},
-    {"TABLE_SCHEMA", adVarWChar},
-    {"TABLE_NAME", adVarWChar},
+    ROWSET_TABLE,
     {"CARDINALITY", adUnsignedBigInt},
 };
-constexpr const char *kTableBy[] = {"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME"};
 
 constexpr RowsetColumn kViewColumns[] = {
-    {"VIEW_CATALOG", adVarWChar},  {"VIEW_SCHEMA", adVarWChar},  {"VIEW_NAME", adVarWChar},
-    {"TABLE_CATALOG", adVarWChar}, {"TABLE_SCHEMA", adVarWChar}, {"TABLE_NAME", adVarWChar},
-    {"COLUMN_NAME", adVarWChar},   {"COLUMN_GUID", adGUID},      {"COLUMN_PROPID", adUnsignedInt},
+    ROWSET_NAME("VIEW"),
+    ROWSET_TABLE,
+    ROWSET_COLUMN,
 };
 constexpr const char *kViewBy[] = {"VIEW_CATALOG", "VIEW_SCHEMA", "VIEW_NAME"};
 constexpr const char *kViewColumnsOrder[] = {"VIEW_CATALOG", "VIEW_SCHEMA", "VIEW_NAME",  "TABLE_CATALOG",
                                              "TABLE_SCHEMA", "TABLE_NAME",  "COLUMN_NAME"};
 
 constexpr RowsetColumn kViewTables[] = {
-    {"VIEW_CATALOG", adVarWChar},  {"VIEW_SCHEMA", adVarWChar},  {"VIEW_NAME", adVarWChar},
-    {"TABLE_CATALOG", adVarWChar}, {"TABLE_SCHEMA", adVarWChar}, {"TABLE_NAME", adVarWChar},
+    ROWSET_NAME("VIEW"),
+    ROWSET_TABLE,
 };
 constexpr const char *kViewTablesOrder[] = {"VIEW_CATALOG",  "VIEW_SCHEMA",  "VIEW_NAME",
                                             "TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME"};
 
 constexpr RowsetColumn kParameters[] = {
-    {"PROCEDURE_CATALOG", adVarWChar},
-    {"PROCEDURE_SCHEMA", adVarWChar},
-    {"PROCEDURE_NAME", adVarWChar},
+    ROWSET_PROCEDURE,
     {"PARAMETER_NAME", adVarWChar},
     {"ORDINAL_POSITION", adUnsignedSmallInt},
     {"PARAMETER_TYPE", adUnsignedSmallInt},
@@ -40,10 +35,7 @@ constexpr RowsetColumn kParameters[] = {
     {"PARAMETER_DEFAULT", adVarWChar},
     {"IS_NULLABLE", adBoolean},
     {"DATA_TYPE", adUnsignedSmallInt},
-    {"CHARACTER_MAXIMUM_LENGTH", adUnsignedInt},
-    {"CHARACTER_OCTET_LENGTH", adUnsignedInt},
-    {"NUMERIC_PRECISION", adUnsignedSmallInt},
-    {"NUMERIC_SCALE", adSmallInt},
+    ROWSET_SIZES,
     {"DESCRIPTION", adVarWChar},
     {"TYPE_NAME", adVarWChar},
     {"LOCAL_TYPE_NAME", adVarWChar},
@@ -53,21 +45,14 @@ constexpr const char *kParametersOrder[] = {"PROCEDURE_CATALOG", "PROCEDURE_SCHE
                                             "ORDINAL_POSITION"};
 
 constexpr RowsetColumn kProcedureColumns[] = {
-    {"PROCEDURE_CATALOG", adVarWChar},
-    {"PROCEDURE_SCHEMA", adVarWChar},
-    {"PROCEDURE_NAME", adVarWChar},
-    {"COLUMN_NAME", adVarWChar},
-    {"COLUMN_GUID", adGUID},
-    {"COLUMN_PROPID", adUnsignedInt},
+    ROWSET_PROCEDURE,
+    ROWSET_COLUMN,
     {"ROWSET_NUMBER", adUnsignedInt},
     {"ORDINAL_POSITION", adUnsignedInt},
     {"IS_NULLABLE", adBoolean},
     {"DATA_TYPE", adUnsignedSmallInt},
     {"TYPE_GUID", adGUID},
-    {"CHARACTER_MAXIMUM_LENGTH", adUnsignedInt},
-    {"CHARACTER_OCTET_LENGTH", adUnsignedInt},
-    {"NUMERIC_PRECISION", adUnsignedSmallInt},
-    {"NUMERIC_SCALE", adSmallInt},
+    ROWSET_SIZES,
     {"DESCRIPTION", adVarWChar},
 };
 constexpr const char *kProcedureColumnsBy[] = {"PROCEDURE_CATALOG", "PROCEDURE_SCHEMA", "PROCEDURE_NAME",
@@ -76,7 +61,7 @@ constexpr const char *kProcedureColumnsOrder[] = {"PROCEDURE_CATALOG", "PROCEDUR
                                                   "ROWSET_NUMBER", "ORDINAL_POSITION"};
 
 constexpr Rowset kRowsets[] = {
-    {adSchemaStatistics, kStatistics, kTableBy, kTableBy},
+    {adSchemaStatistics, kStatistics, kByTable, kByTable},
     {adSchemaViewColumnUsage, kViewColumns, kViewBy, kViewColumnsOrder},
     {adSchemaViewTableUsage, kViewTables, kViewBy, kViewTablesOrder},
     {adSchemaProcedureParameters, kParameters, kParametersBy, kParametersOrder},

@@ -1,5 +1,5 @@
 // The shapes of the rowsets about the server itself: its databases, texts, types, words and people, and what they may.
-#include "ado/schema/Rowsets.h"
+#include "ado/schema/RowsetParts.h"
 
 namespace ADODB {
 
@@ -9,25 +9,23 @@ constexpr RowsetColumn kCatalogs[] = {{"CATALOG_NAME", adVarWChar}, {"DESCRIPTIO
 constexpr const char *kCatalogsBy[] = {"CATALOG_NAME"};
 
 constexpr RowsetColumn kCharacterSets[] = {
-    {"CHARACTER_SET_CATALOG", adVarWChar},  {"CHARACTER_SET_SCHEMA", adVarWChar},
-    {"CHARACTER_SET_NAME", adVarWChar},     {"FORM_OF_USE", adVarWChar},
-    {"NUMBER_OF_CHARACTERS", adBigInt},     {"DEFAULT_COLLATE_CATALOG", adVarWChar},
-    {"DEFAULT_COLLATE_SCHEMA", adVarWChar}, {"DEFAULT_COLLATE_NAME", adVarWChar},
+    ROWSET_NAME("CHARACTER_SET"),
+    {"FORM_OF_USE", adVarWChar},
+    {"NUMBER_OF_CHARACTERS", adBigInt},
+    ROWSET_NAME("DEFAULT_COLLATE"),
 };
 constexpr const char *kCharacterSetsBy[] = {"CHARACTER_SET_CATALOG", "CHARACTER_SET_SCHEMA", "CHARACTER_SET_NAME"};
 
 constexpr RowsetColumn kCollations[] = {
-    {"COLLATION_CATALOG", adVarWChar},     {"COLLATION_SCHEMA", adVarWChar},     {"COLLATION_NAME", adVarWChar},
-    {"CHARACTER_SET_CATALOG", adVarWChar}, {"CHARACTER_SET_SCHEMA", adVarWChar}, {"CHARACTER_SET_NAME", adVarWChar},
+    ROWSET_NAME("COLLATION"),
+    ROWSET_NAME("CHARACTER_SET"),
     {"PAD_ATTRIBUTE", adVarWChar},
 };
 constexpr const char *kCollationsBy[] = {"COLLATION_CATALOG", "COLLATION_SCHEMA", "COLLATION_NAME"};
 
 constexpr RowsetColumn kColumnPrivileges[] = {
-    {"GRANTOR", adVarWChar},      {"GRANTEE", adVarWChar},          {"TABLE_CATALOG", adVarWChar},
-    {"TABLE_SCHEMA", adVarWChar}, {"TABLE_NAME", adVarWChar},       {"COLUMN_NAME", adVarWChar},
-    {"COLUMN_GUID", adGUID},      {"COLUMN_PROPID", adUnsignedInt}, {"PRIVILEGE_TYPE", adVarWChar},
-    {"IS_GRANTABLE", adBoolean},
+    {"GRANTOR", adVarWChar}, {"GRANTEE", adVarWChar},        ROWSET_TABLE,
+    ROWSET_COLUMN,           {"PRIVILEGE_TYPE", adVarWChar}, {"IS_GRANTABLE", adBoolean},
 };
 constexpr const char *kColumnPrivilegesBy[] = {"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME",
                                                "COLUMN_NAME",   "GRANTOR",      "GRANTEE"};
@@ -35,18 +33,16 @@ constexpr const char *kColumnPrivilegesOrder[] = {"TABLE_CATALOG", "TABLE_SCHEMA
                                                   "COLUMN_NAME",   "PRIVILEGE_TYPE", "GRANTEE"};
 
 constexpr RowsetColumn kTablePrivileges[] = {
-    {"GRANTOR", adVarWChar},      {"GRANTEE", adVarWChar},    {"TABLE_CATALOG", adVarWChar},
-    {"TABLE_SCHEMA", adVarWChar}, {"TABLE_NAME", adVarWChar}, {"PRIVILEGE_TYPE", adVarWChar},
-    {"IS_GRANTABLE", adBoolean},
+    {"GRANTOR", adVarWChar},        {"GRANTEE", adVarWChar},     ROWSET_TABLE,
+    {"PRIVILEGE_TYPE", adVarWChar}, {"IS_GRANTABLE", adBoolean},
 };
 constexpr const char *kTablePrivilegesBy[] = {"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME", "GRANTOR", "GRANTEE"};
 constexpr const char *kTablePrivilegesOrder[] = {"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME", "PRIVILEGE_TYPE",
                                                  "GRANTEE"};
 
 constexpr RowsetColumn kUsagePrivileges[] = {
-    {"GRANTOR", adVarWChar},        {"GRANTEE", adVarWChar},     {"OBJECT_CATALOG", adVarWChar},
-    {"OBJECT_SCHEMA", adVarWChar},  {"OBJECT_NAME", adVarWChar}, {"OBJECT_TYPE", adVarWChar},
-    {"PRIVILEGE_TYPE", adVarWChar}, {"IS_GRANTABLE", adBoolean},
+    {"GRANTOR", adVarWChar},     {"GRANTEE", adVarWChar},        ROWSET_NAME("OBJECT"),
+    {"OBJECT_TYPE", adVarWChar}, {"PRIVILEGE_TYPE", adVarWChar}, {"IS_GRANTABLE", adBoolean},
 };
 constexpr const char *kUsagePrivilegesBy[] = {"OBJECT_CATALOG", "OBJECT_SCHEMA", "OBJECT_NAME",
                                               "OBJECT_TYPE",    "GRANTOR",       "GRANTEE"};
@@ -57,9 +53,7 @@ constexpr RowsetColumn kSchemata[] = {
     {"CATALOG_NAME", adVarWChar},
     {"SCHEMA_NAME", adVarWChar},
     {"SCHEMA_OWNER", adVarWChar},
-    {"DEFAULT_CHARACTER_SET_CATALOG", adVarWChar},
-    {"DEFAULT_CHARACTER_SET_SCHEMA", adVarWChar},
-    {"DEFAULT_CHARACTER_SET_NAME", adVarWChar},
+    ROWSET_NAME("DEFAULT_CHARACTER_SET"),
 };
 constexpr const char *kSchemataBy[] = {"CATALOG_NAME", "SCHEMA_NAME", "SCHEMA_OWNER"};
 
@@ -81,15 +75,9 @@ constexpr const char *kLanguagesOrder[] = {"SQL_LANGUAGE_SOURCE",
                                            "SQL_LANGUAGE_PROGRAMMING_LANGUAGE"};
 
 constexpr RowsetColumn kTranslations[] = {
-    {"TRANSLATION_CATALOG", adVarWChar},
-    {"TRANSLATION_SCHEMA", adVarWChar},
-    {"TRANSLATION_NAME", adVarWChar},
-    {"SOURCE_CHARACTER_SET_CATALOG", adVarWChar},
-    {"SOURCE_CHARACTER_SET_SCHEMA", adVarWChar},
-    {"SOURCE_CHARACTER_SET_NAME", adVarWChar},
-    {"TARGET_CHARACTER_SET_CATALOG", adVarWChar},
-    {"TARGET_CHARACTER_SET_SCHEMA", adVarWChar},
-    {"TARGET_CHARACTER_SET_NAME", adVarWChar},
+    ROWSET_NAME("TRANSLATION"),
+    ROWSET_NAME("SOURCE_CHARACTER_SET"),
+    ROWSET_NAME("TARGET_CHARACTER_SET"),
 };
 constexpr const char *kTranslationsBy[] = {"TRANSLATION_CATALOG", "TRANSLATION_SCHEMA", "TRANSLATION_NAME"};
 

@@ -5,6 +5,7 @@
 #include "ado/schema/OwnRows.h"
 #include "ado/schema/Rowsets.h"
 #include "ado/schema/TypeNames.h"
+#include "ado/schema/ViewReader.h"
 
 namespace ADODB {
 
@@ -52,53 +53,82 @@ void PutType(RowsetWriter &writer, DatabaseFamily family, const Value &name)
         writer.Put(u"NUMERIC_SCALE", Value(type.Scale));
 }
 
+// The columns of a query that are not the rowset's own (CatalogueQueries.h); null where the query has none.
+struct WorkedOut
+{
+    const ColumnStore *TypeName = nullptr, *BaseTypeName = nullptr, *Default = nullptr, *CheckedTable = nullptr,
+                      *ChecksIn = nullptr, *UsesIn = nullptr, *ViewDatabase = nullptr;
+
+    explicit WorkedOut(const Held &held)
+    {
+        const struct
+        {
+            QLatin1String Name;
+            const ColumnStore *&Store;
+        } all[] = {{QLatin1String("TYPE_NAME"), TypeName},       {QLatin1String("BASE_TYPE_NAME"), BaseTypeName},
+                   {QLatin1String("COLUMN_DEFAULT"), Default},   {QLatin1String("CHECKED_TABLE"), CheckedTable},
+                   {QLatin1String("CHECKS_IN"), ChecksIn},       {QLatin1String("USES_IN"), UsesIn},
+                   {QLatin1String("VIEW_CATALOG"), ViewDatabase}};
+        for (size_t column = 0; column < held.Columns.size(); ++column)
+            for (const auto &one : all)
+                if (held.Columns[column].Name.compare(one.Name, Qt::CaseInsensitive) == 0)
+                    one.Store = &held.Stores[column];
+    }
+};
+
+QString TextAt(const ColumnStore *store, qint64 row)
+{
+    return !store || store->IsNull(row) ? QString() : store->Text(row);
+}
+
 RecordsetPtr FromQuery(Session &session, const Rowset &rowset, const CatalogueQuery &query,
                        const QStringList &restrictions)
 {
-    QString sql = QString::fromLatin1(query.Select);
+    QString sql = TextOf(query, session);
     if (!NamesAnObject(rowset, restrictions))
         sql += QString::fromLatin1(query.UserOnly);
     const ExecuteResult result = session.Execute(sql);
+    if (!result.Rows)
+        RaiseNotCapable();
     const Held held = ReadWhole(*result.Rows);
+    const WorkedOut worked(held);
     RowsetWriter writer(rowset);
     std::vector<int> targets;
-    const ColumnStore *type = nullptr, *base = nullptr, *standard = nullptr, *checked = nullptr, *checks = nullptr;
-    const struct
-    {
-        const char16_t *Name;
-        const ColumnStore *&Store;
-    } special[] = {{u"TYPE_NAME", type},
-                   {u"BASE_TYPE_NAME", base},
-                   {u"COLUMN_DEFAULT", standard},
-                   {u"CHECKED_TABLE", checked},
-                   {u"CHECKS_IN", checks}};
-    for (size_t column = 0; column < held.Columns.size(); ++column) {
-        const QString &name = held.Columns[column].Name;
-        targets.push_back(RowsetIndex(rowset, name));
-        for (const auto &one : special)
-            if (name.compare(QStringView(one.Name), Qt::CaseInsensitive) == 0)
-                one.Store = &held.Stores[column];
-    }
-    const int hasDefault = RowsetIndex(rowset, u"COLUMN_HASDEFAULT");
+    for (const ColumnInfo &column : held.Columns)
+        targets.push_back(RowsetIndex(rowset, column.Name));
+    const int hasDefault = RowsetIndex(rowset, u"COLUMN_HASDEFAULT"), usedColumn = RowsetIndex(rowset, u"COLUMN_NAME");
     for (qint64 row = 0; row < held.Rows(); ++row) {
         const auto put = [&] {
-            if (type)
-                PutType(writer, query.Family, (base && !base->IsNull(row) ? base : type)->At(row));
+            if (worked.TypeName)
+                PutType(
+                    writer, session.Family(),
+                    (worked.BaseTypeName && !worked.BaseTypeName->IsNull(row) ? worked.BaseTypeName : worked.TypeName)
+                        ->At(row));
             for (size_t column = 0; column < targets.size(); ++column)
                 if (targets[column] >= 0 && !held.Stores[column].IsNull(row))
                     writer.Put(targets[column], held.Stores[column].At(row));
-            if (standard)
-                writer.Put(hasDefault, Value(!standard->IsNull(row)));
+            if (worked.Default)
+                writer.Put(hasDefault, Value(!worked.Default->IsNull(row)));
         };
-        if (!checked || checked->IsNull(row)) {
+        if (worked.UsesIn) {
+            for (const UsedName &used : ReadUsage(TextAt(worked.ViewDatabase, row), TextAt(worked.UsesIn, row))) {
+                if (used.Column.isEmpty() != (usedColumn < 0))
+                    continue;
+                put();
+                writer.Put(u"TABLE_CATALOG", Value(used.Database));
+                writer.Put(u"TABLE_NAME", Value(used.Table));
+                writer.Put(usedColumn, Value(used.Column));
+                writer.EndRow(restrictions);
+            }
+        } else if (worked.CheckedTable && !worked.CheckedTable->IsNull(row)) {
+            for (const Check &check : ReadChecks(TextAt(worked.CheckedTable, row), TextAt(worked.ChecksIn, row))) {
+                put();
+                writer.Put(u"CONSTRAINT_NAME", Value(check.Name));
+                writer.Put(u"CHECK_CLAUSE", Value(check.Clause));
+                writer.EndRow(restrictions);
+            }
+        } else {
             put();
-            writer.EndRow(restrictions);
-            continue;
-        }
-        for (const Check &check : ReadChecks(checked->Text(row), checks->IsNull(row) ? QString() : checks->Text(row))) {
-            put();
-            writer.Put(u"CONSTRAINT_NAME", Value(check.Name));
-            writer.Put(u"CHECK_CLAUSE", Value(check.Clause));
             writer.EndRow(restrictions);
         }
     }
@@ -173,7 +203,7 @@ RowsetSource SourceOf(DatabaseFamily family, int schema)
         return RowsetSource::Refused;
     if (HasOwnRows(family, rowset->Schema))
         return RowsetSource::Native;
-    return FindCatalogueQuery(family, rowset->Schema) ? RowsetSource::Catalogue : RowsetSource::Refused;
+    return FindCatalogueQueries(family, rowset->Schema).empty() ? RowsetSource::Refused : RowsetSource::Catalogue;
 }
 
 RecordsetPtr OpenSchemaRowset(Session &session, int schema, const QStringList &restrictions)
@@ -189,16 +219,19 @@ RecordsetPtr OpenSchemaRowset(Session &session, int schema, const QStringList &r
     }
     std::optional<Error> refused;
     if (HasCatalogueQueries(session.Family())) {
-        const CatalogueQuery *query = FindCatalogueQuery(session.Family(), rowset->Schema);
-        if (!query)
+        const std::vector<const CatalogueQuery *> queries = FindCatalogueQueries(session.Family(), rowset->Schema);
+        if (queries.empty())
             RaiseNotCapable();
-        try {
-            return FromQuery(session, *rowset, *query, restrictions);
-        } catch (const Error &error) {
-            // An older server may not have all that the query asks for; the driver's own way is poorer but there.
-            if (error.Number == adErrOperationCancelled || !session.IsAlive())
-                throw;
-            refused = error;
+        for (const CatalogueQuery *query : queries) {
+            try {
+                return FromQuery(session, *rowset, *query, restrictions);
+            } catch (const Error &error) {
+                // An older server may not have all that the query asks for; the next query or the driver's own way is
+                // poorer but there.
+                if (error.Number == adErrOperationCancelled || !session.IsAlive())
+                    throw;
+                refused = error;
+            }
         }
     }
     try {

@@ -20,11 +20,41 @@ struct FamilyTypeName
 };
 
 constexpr FamilyTypeName kOwn[] = {
-    {DatabaseFamily::SQLite, {"integer", adInteger, 19}}, {DatabaseFamily::SQLite, {"real", adDouble, 15}},
-    {DatabaseFamily::SQLite, {"float", adDouble, 15}},    {DatabaseFamily::PostgreSQL, {"bit", adVarWChar}},
-    {DatabaseFamily::PostgreSQL, {"real", adSingle, 7}},  {DatabaseFamily::MySQL, {"real", adDouble, 15}},
-    {DatabaseFamily::MySQL, {"float", adSingle, 7}},      {DatabaseFamily::MySQL, {"float unsigned", adSingle, 7}},
-    {DatabaseFamily::MySQL, {"time", adDBTime}},          {DatabaseFamily::PostgreSQL, {"\"char\"", adChar}},
+    {DatabaseFamily::SQLite, {"integer", adInteger, 19}},
+    {DatabaseFamily::SQLite, {"real", adDouble, 15}},
+    {DatabaseFamily::SQLite, {"float", adDouble, 15}},
+    {DatabaseFamily::PostgreSQL, {"bit", adVarWChar}},
+    {DatabaseFamily::PostgreSQL, {"real", adSingle, 7}},
+    {DatabaseFamily::PostgreSQL, {"\"char\"", adChar}},
+    {DatabaseFamily::MySQL, {"real", adDouble, 15}},
+    {DatabaseFamily::MySQL, {"float", adSingle, 7}},
+    {DatabaseFamily::MySQL, {"float unsigned", adSingle, 7}},
+    {DatabaseFamily::MySQL, {"time", adDBTime}},
+    {DatabaseFamily::SQLServer, {"tinyint", adUnsignedTinyInt, 3}},
+    {DatabaseFamily::SQLServer, {"money", adCurrency, 19}},
+    {DatabaseFamily::SQLServer, {"smallmoney", adCurrency, 10}},
+    {DatabaseFamily::SQLServer, {"timestamp", adBinary}}, // counts changes, and is no moment
+    {DatabaseFamily::SQLServer, {"rowversion", adBinary}},
+    {DatabaseFamily::SQLServer, {"image", adBinary}},
+    {DatabaseFamily::SQLServer, {"ntext", adLongVarWChar}},
+    {DatabaseFamily::SQLServer, {"smalldatetime", adDBTimeStamp}},
+    {DatabaseFamily::SQLServer, {"datetime2", adDBTimeStamp}},
+    {DatabaseFamily::SQLServer, {"datetimeoffset", adDBTimeStamp}},
+    {DatabaseFamily::SQLServer, {"uniqueidentifier", adGUID}},
+    {DatabaseFamily::SQLServer, {"sql_variant", adVariant}},
+    {DatabaseFamily::Oracle, {"number", adNumeric}},
+    {DatabaseFamily::Oracle, {"float", adNumeric}},
+    {DatabaseFamily::Oracle, {"binary_float", adSingle, 7}},
+    {DatabaseFamily::Oracle, {"binary_double", adDouble, 15}},
+    {DatabaseFamily::Oracle, {"varchar2", adVarChar}},
+    {DatabaseFamily::Oracle, {"nvarchar2", adVarWChar}},
+    {DatabaseFamily::Oracle, {"nclob", adLongVarWChar}},
+    {DatabaseFamily::Oracle, {"long", adLongVarWChar}},
+    {DatabaseFamily::Oracle, {"raw", adBinary}},
+    {DatabaseFamily::Oracle, {"long raw", adBinary}},
+    {DatabaseFamily::Oracle, {"rowid", adChar}},
+    {DatabaseFamily::Oracle, {"date", adDBTimeStamp}}, // with a time of day
+    {DatabaseFamily::Oracle, {"timestamp with local time zone", adDBTimeStamp}},
 };
 
 constexpr TypeName kNames[] = {

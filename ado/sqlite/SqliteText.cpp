@@ -51,4 +51,16 @@ QString SqliteState(int extendedCode, const QString &words)
     return QStringLiteral("HY000");
 }
 
+QStringList SqliteKeywords()
+{
+    QStringList words;
+    for (int number = 0; number < sqlite3_keyword_count(); ++number) {
+        const char *text = nullptr;
+        int length = 0;
+        if (sqlite3_keyword_name(number, &text, &length) == SQLITE_OK)
+            words += QString::fromLatin1(text, length);
+    }
+    return words;
+}
+
 } // namespace ADODB

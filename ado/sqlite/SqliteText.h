@@ -3,12 +3,14 @@
 
 #include <QByteArrayView>
 #include <QString>
+#include <QStringList>
 
 namespace ADODB {
 
 bool SqliteIsBlank(QByteArrayView sql); // nothing but blanks, semicolons and comments
 bool SqliteChangesRows(
-    QByteArrayView sql); // INSERT, UPDATE, DELETE, REPLACE, WITH: statements that the library counts for
+    QByteArrayView sql);      // INSERT, UPDATE, DELETE, REPLACE, WITH: statements that the library counts for
+QStringList SqliteKeywords(); // all that the library has
 QString SqliteState(int extendedCode, const QString &words); // the five characters of SQLSTATE
 
 } // namespace ADODB

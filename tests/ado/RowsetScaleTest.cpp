@@ -1,5 +1,6 @@
 // One query a rowset, whatever the number of tables: every rowset of a wide schema is opened with its statements
-// counted, the driver's own catalogue functions not called.
+// counted, the driver's own catalogue functions not called. SQLite takes a second one where the names of the attached
+// databases must be known first, and where a query stands in for another.
 #include "ado/schema/Schema.h"
 #include "tests/ado/RowsetSample.h"
 #include <QMap>
@@ -52,6 +53,23 @@ INSTANTIATE_TEST_SUITE_P(Over, RowsetScale, testing::ValuesIn(kServers),
                              return std::string(rowsets::NameOf(info.param));
                          });
 
+// How many statements each rowset takes.
+std::vector<int> StatementsOf(Counter &counter)
+{
+    std::vector<int> counts;
+    for (int schema = adSchemaAsserts; schema <= adSchemaTrustees; ++schema) {
+        SCOPED_TRACE(schema);
+        const int before = counter.Statements;
+        if (SourceOf(counter.Family(), schema) == RowsetSource::Refused)
+            EXPECT_EQ(conformance::ErrorFrom([&] { OpenSchemaRowset(counter, schema, {}); }).Number,
+                      adErrFeatureNotAvailable);
+        else
+            EXPECT_GT(OpenSchemaRowset(counter, schema, {})->RecordCount(), 0);
+        counts.push_back(counter.Statements - before);
+    }
+    return counts;
+}
+
 TEST_P(RowsetScale, OneQueryARowset)
 {
     const std::unique_ptr<Sample> sample = Sample::Make(GetParam());
@@ -59,38 +77,29 @@ TEST_P(RowsetScale, OneQueryARowset)
         FAIL() << "this server was promised, and its connection string is missing";
     if (!sample)
         GTEST_SKIP() << "no connection string for this server";
+    const auto counted = [&] {
+        Connection::Turn turn(sample->m_connection, QStringLiteral("counting"));
+        turn.Begin();
+        Counter counter(turn.Driver());
+        return StatementsOf(counter);
+    };
+    const std::vector<int> few = counted();
     for (int table = 0; table < 20; ++table)
         sample->Run(QStringLiteral("CREATE TABLE wide%1 (id INTEGER NOT NULL PRIMARY KEY, up INTEGER, CHECK (up > 0), "
                                    "FOREIGN KEY (up) REFERENCES helper (id))")
                         .arg(table));
-    Connection::Turn turn(sample->m_connection, QStringLiteral("counting"));
-    turn.Begin();
-    Counter counter(turn.Driver());
+    EXPECT_EQ(counted(), few);
     for (int schema = adSchemaAsserts; schema <= adSchemaTrustees; ++schema) {
         SCOPED_TRACE(schema);
-        const int before = counter.Statements;
-        switch (SourceOf(counter.Family(), schema)) {
-        case RowsetSource::Refused:
-            EXPECT_EQ(conformance::ErrorFrom([&] { OpenSchemaRowset(counter, schema, {}); }).Number,
-                      adErrFeatureNotAvailable);
-            EXPECT_EQ(counter.Statements - before, 0);
-            break;
-        case RowsetSource::Native:
-            EXPECT_GT(OpenSchemaRowset(counter, schema, {})->RecordCount(), 0);
-            EXPECT_EQ(counter.Statements - before, 0);
-            break;
-        case RowsetSource::Catalogue:
-            EXPECT_GT(OpenSchemaRowset(counter, schema, {})->RecordCount(), 0);
-            EXPECT_EQ(counter.Statements - before, 1);
-            break;
-        }
+        const RowsetSource source = SourceOf(sample->Family(), schema);
+        const bool isSecond =
+            sample->IsSqlite() &&
+            (schema == adSchemaViews || schema == adSchemaCheckConstraints || schema == adSchemaConstraintTableUsage ||
+             schema == adSchemaTableConstraints || schema == adSchemaStatistics);
+        EXPECT_EQ(few[size_t(schema)], source != RowsetSource::Catalogue ? 0 : isSecond ? 2 : 1);
     }
-    EXPECT_EQ(OpenSchemaRowset(counter, adSchemaReferentialConstraints, sample->Mine(adSchemaReferentialConstraints))
-                  ->RecordCount(),
-              22);
-    EXPECT_EQ(
-        OpenSchemaRowset(counter, adSchemaCheckConstraints, sample->Mine(adSchemaCheckConstraints))->RecordCount(),
-        sample->Is(Server::Postgres) ? 23 : 22);
+    EXPECT_EQ(sample->Rows(adSchemaReferentialConstraints)->RecordCount(), 22);
+    EXPECT_EQ(sample->Rows(adSchemaCheckConstraints)->RecordCount(), sample->Is(Server::Postgres) ? 23 : 22);
 }
 
 } // namespace

@@ -1,0 +1,26 @@
+#pragma once
+// What the queries of SQLite's catalogue share. Only attached databases have a schema; the main one has none, as over
+// ODBC.
+
+#include "ado/schema/CatalogueQueries.h"
+
+#define SQLITE_SCHEMA "CASE WHEN t.schema IN ('main', 'temp') THEN NULL ELSE t.schema END"
+#define SQLITE_USER " AND t.name NOT LIKE 'sqlite!_%' ESCAPE '!'"
+// Stands for the catalogues of all attached databases, with a column "schema". Their names have to be known before they
+// can stand in a query, so TextOf asks for them.
+#define SQLITE_MASTERS "%MASTERS%"
+
+// The target of a foreign key as it is spelled where it was made, not as the key `f` spells it; and the column there,
+// which is the primary key's where the key leaves it out.
+#define SQLITE_TARGET                                                                                                  \
+    "COALESCE((SELECT p.name FROM pragma_table_list(f.\"table\") p WHERE p.schema = t.schema), f.\"table\")"
+#define SQLITE_TARGET_COLUMN                                                                                           \
+    "COALESCE((SELECT c.name FROM pragma_table_info(f.\"table\", t.schema) c WHERE lower(c.name) = lower(f.\"to\")), " \
+    "f.\"to\", (SELECT c.name FROM pragma_table_info(f.\"table\", t.schema) c WHERE c.pk = f.seq + 1))"
+
+namespace ADODB {
+
+// The text that stands for SQLITE_MASTERS on this connection.
+QString SqliteMasters(Session &session);
+
+} // namespace ADODB
