@@ -99,7 +99,7 @@ void frmSQL::TakeNode(Node *node)
     InsertString(text);
 }
 
-// All four roots and what stands below them. Loading lets events through.
+// All four roots and what stands below them. Loading lets events through; a user who stops it stops all of it.
 void frmSQL::FillTree()
 {
     const QPointer<frmSQL> self(this);
@@ -107,6 +107,7 @@ void frmSQL::FillTree()
     TV->Nodes().Clear();
     const int folder = TV->ImageIndex(QStringLiteral("C"));
     const int field = TV->ImageIndex(QStringLiteral("F"));
+    bool stopped = false;
     for (const RootRow &row : roots) {
         Node *root = nullptr;
         Attempt([&] {
@@ -114,8 +115,8 @@ void frmSQL::FillTree()
             root = TV->Nodes().Add(nullptr, tvwLast, name, name, folder, folder);
         });
         const int image = TV->ImageIndex(QString::fromLatin1(row.image));
-        if (root)
-            LoadStructure(TV, root, QString::fromLatin1(row.objectType), image, image, field);
+        if (root && !stopped)
+            stopped = !LoadStructure(TV, root, QString::fromLatin1(row.objectType), image, image, field);
         if (!self || m_unloading)
             return;
     }

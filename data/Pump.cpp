@@ -132,6 +132,13 @@ void RunPumped(const QString &status, const std::function<void()> &work, const s
 void RunPumpedOn(const ADODB::ConnectionPtr &connection, const QString &status, const std::function<void()> &work,
                  const std::function<void()> &cancel, PumpInput input)
 {
+    RunPumpedOn(
+        connection, [&] { return status; }, work, cancel, input);
+}
+
+void RunPumpedOn(const ADODB::ConnectionPtr &connection, const std::function<QString()> &status,
+                 const std::function<void()> &work, const std::function<void()> &cancel, PumpInput input)
+{
     const auto job = std::make_shared<Job>();
     std::thread thread = Start(job, work);
     const auto other = [&, own = thread.get_id()] { return connection->BusyWith(own); };
@@ -139,7 +146,7 @@ void RunPumpedOn(const ADODB::ConnectionPtr &connection, const QString &status, 
         PumpUntil(
             [&] {
                 const QString sql = other();
-                return sql.isEmpty() ? status : WaitText(sql);
+                return sql.isEmpty() ? status() : WaitText(sql);
             },
             [&] { return job->Done(); },
             [&] {

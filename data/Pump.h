@@ -25,6 +25,10 @@ void RunPumped(const QString &status, const std::function<void()> &work, const s
 // waited for, and Escape and Stop cancel that statement alone; `cancel` is called once the work itself is under way.
 void RunPumpedOn(const ADODB::ConnectionPtr &connection, const QString &status, const std::function<void()> &work,
                  const std::function<void()> &cancel, PumpInput input = PumpInput::All);
+// `status` is asked again and again, on the interface thread, for work that tells how far it has come.
+void RunPumpedOn(const ADODB::ConnectionPtr &connection, const std::function<QString()> &status,
+                 const std::function<void()> &work, const std::function<void()> &cancel,
+                 PumpInput input = PumpInput::All);
 
 // The program ends: whatever is under way or begins from now on is cancelled until it has ended. False takes it back.
 void EndPumps(bool ending);

@@ -12,7 +12,8 @@
 
 namespace {
 
-constexpr size_t kFewObjects = 3; // up to here a SELECT each costs less than reading all columns
+constexpr qint64 kShownEvery = 100; // objects between two words of progress while the tree is filled
+constexpr size_t kFewObjects = 3;   // up to here a SELECT each costs less than reading all columns
 
 // The rowset of the last pass, whichever it was. A pass whose OpenSchema fails walks it on from where it stands: its
 // end.
@@ -72,9 +73,20 @@ void OpenRowset(ADODB::Connection &connection, const QString &type)
         });
 }
 
+// How far a pass has come. Written on the worker, read on the interface thread.
+struct Progress
+{
+    std::atomic<qint64> done = 0, of = 0;
+    QString Text() const
+    {
+        return of > 0 ? QStringLiteral("Loading Structure... %1 of %2 (Esc cancels)").arg(done.load()).arg(of.load())
+                      : QStringLiteral("Loading Structure... (Esc cancels)");
+    }
+};
+
 // The whole pass, on a worker. What is read so far stands in `objects` when it is stopped.
 void Read(const ADODB::ConnectionPtr &connection, const QString &type, const std::atomic<bool> &stop,
-          std::vector<Object> &objects)
+          Progress &progress, std::vector<Object> &objects)
 {
     OpenRowset(*connection, type);
     if (!g_rowset)
@@ -99,9 +111,12 @@ void Read(const ADODB::ConnectionPtr &connection, const QString &type, const std
     SchemaFields fields(connection, stop);
     if (objects.size() > kFewObjects)
         fields.ReadAll();
-    for (Object &object : objects)
+    progress.of = qint64(objects.size());
+    for (Object &object : objects) {
         if (!object.name.contains(QLatin1Char('$'))) // nobody can select from those
             object.fields = fields.Of(object.owner, object.name);
+        ++progress.done;
+    }
 }
 
 struct Images
@@ -128,42 +143,50 @@ void AddObject(TreeView *tree, Node *parent, const Object &object, const Images 
 
 } // namespace
 
-void LoadStructure(TreeView *Tree, Node *Parent, const QString &ObjectType, int ObjectImage, int SelectedImage,
+bool LoadStructure(TreeView *Tree, Node *Parent, const QString &ObjectType, int ObjectImage, int SelectedImage,
                    int FieldImage)
 {
     if (!IsConnected(true))
-        return;
+        return true;
     SetStatus(QStringLiteral("Loading Structure..."));
     const ADODB::ConnectionPtr connection = gConn;
     const QPointer<TreeView> tree(Tree);
     connection->SetCursorLocation(ADODB::adUseServer);
     const QString type = lang::UCase(ObjectType);
+    std::atomic<bool> stop = false;
     if (IsTable(type) || IsRoutine(type)) {
         std::vector<Object> objects;
-        std::atomic<bool> stop = false;
+        Progress progress;
         Attempt([&] {
             RunPumpedOn(
-                connection, QStringLiteral("Loading Structure... (Esc cancels)"),
-                [&] { Read(connection, type, stop, objects); },
+                connection, [&] { return progress.Text(); }, [&] { Read(connection, type, stop, progress, objects); },
                 [&] {
                     stop = true;
                     connection->Cancel();
                 },
                 PumpInput::EscapeOnly);
         });
-        qint64 counter = 0;
         Node *at = nullptr;
         const Images images{ObjectImage, SelectedImage, FieldImage};
+        progress.done = 0;
+        progress.of = qint64(objects.size());
         Breather breather;
         for (const Object &object : objects) {
-            if (!tree || !breather.Breathe() || !tree)
+            if (!tree)
                 break;
+            if (progress.done > 0 && progress.done % kShownEvery == 0)
+                SetStatus(progress.Text());
+            if (!breather.Breathe() || !tree) {
+                stop = true;
+                break;
+            }
             AddObject(tree, Parent, object, images, at);
-            ++counter;
+            ++progress.done;
         }
         if (tree && Parent)
-            Parent->SetTag(lang::CStr(counter));
+            Parent->SetTag(lang::CStr(progress.done.load()));
     }
     connection->SetCursorLocation(ADODB::adUseClient);
     SetStatus(QStringLiteral("Structure Loaded."));
+    return !stop;
 }

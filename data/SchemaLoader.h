@@ -16,5 +16,6 @@ class Node;
 class TreeView;
 
 // ObjectType: "TABLE", "VIEW", "PROCEDURE" or "FUNCTION", in any case. Images are indices into the tree's image list.
-void LoadStructure(TreeView *Tree, Node *Parent, const QString &ObjectType, int ObjectImage, int SelectedImage,
+// False when the user has stopped it.
+bool LoadStructure(TreeView *Tree, Node *Parent, const QString &ObjectType, int ObjectImage, int SelectedImage,
                    int FieldImage);

@@ -4,6 +4,7 @@
 #include "data/frmTree.h"
 #include "tests/data/House.h"
 #include "tests/support/ScriptedDriver.h"
+#include <QRegularExpression>
 
 namespace {
 
@@ -286,6 +287,52 @@ TEST_F(SchemaTest, WindowsPaintAndEscapeStops)
     EXPECT_EQ(m_shell.Status(), "Structure Loaded.");
     EXPECT_EQ(gConn->CursorLocation(), 3);
     EXPECT_EQ(gConn->State(), ADODB::adStateOpen);
+}
+
+// 2,000 tables of 10 columns: the windows go on, what is done of it is told, and Escape leaves what is there.
+TEST_F(SchemaTest, AWideSchemaFillsWithProgressWhileTheWindowsPaint)
+{
+    QList<QStringList> tables;
+    QStringList fields;
+    for (int i = 0; i < 2000; ++i)
+        tables << QStringList{"", "", QStringLiteral("t%1").arg(i), "TABLE"};
+    for (int i = 0; i < 10; ++i)
+        fields << QStringLiteral("field %1").arg(i);
+    Script(tables);
+    m_driver.OnExecute = [fields](const QString &) {
+        ADODB::ExecuteResult result;
+        result.Rows = std::make_unique<ScriptedRows>(fields, QList<QStringList>{});
+        return result;
+    };
+    m_tree.show();
+    int rounds = 0; // of the event loop; bench/bench_tree.cpp measures the time between them
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] { ++rounds; });
+    timer.start(0);
+    EXPECT_TRUE(LoadStructure(&m_tree, m_root, "TABLE", 2, 3, 6));
+    EXPECT_GT(rounds, 5);
+    timer.stop();
+    EXPECT_EQ(m_root->Tag(), "2000");
+    EXPECT_EQ(m_tree.Nodes().Count(), 1 + 2000 * 11);
+    const QStringList told =
+        m_shell.Statuses.filter(QRegularExpression("^Loading Structure\\.\\.\\. \\d+ of 2000 \\(Esc cancels\\)$"));
+    EXPECT_GE(told.size(), 19); // while the tree is built; and while the tables are asked
+    EXPECT_EQ(m_shell.Status(), "Structure Loaded.");
+
+    // Again, stopped while it is built.
+    m_tree.Nodes().Clear();
+    m_root = m_tree.Nodes().Add(nullptr, tvwLast, "Tables", "Tables");
+    QTimer stop;
+    QObject::connect(&stop, &QTimer::timeout, [&] {
+        if (m_tree.Nodes().Count() > 1000)
+            QTest::keyClick(&m_tree, Qt::Key_Escape);
+    });
+    stop.start(0);
+    EXPECT_FALSE(LoadStructure(&m_tree, m_root, "TABLE", 2, 3, 6));
+    EXPECT_GT(m_root->Tag().toInt(), 50);
+    EXPECT_LT(m_root->Tag().toInt(), 2000);
+    EXPECT_EQ(m_root->Tag().toInt(), m_root->Children());
+    EXPECT_EQ(m_shell.Status(), "Structure Loaded.");
 }
 
 TEST_F(SchemaTest, ATreeThatGoesMeanwhileIsSurvived)
