@@ -161,9 +161,9 @@ void SchemaCommands::mnuTableList()
 
 void SchemaCommands::mnuViews()
 {
-    SetStatus(QStringLiteral("Loading View..."));
     if (!IsConnected(true))
         return;
+    SetStatus(QStringLiteral("Loading View..."));
     ADODB::RecordsetPtr rowset;
     if (!Attempt([&] { rowset = OpenSchemaPumped(ADODB::adSchemaViews); }))
         if (!Told([&] {

@@ -33,6 +33,7 @@ static constexpr SchemaRow s_rows[] = {
     {"mnuStatistics", adSchemaStatistics, "Statistics", ""},
     {"mnuTableConstraints", adSchemaTableConstraints, "TableConstraints", ""},
     {"mnuTablePrivileges", adSchemaTablePrivileges, "TablePrivileges", ""},
+    {"mnuTables", adSchemaTables, "Tables", ""}, // no menu item leads here
     {"mnuTranslations", adSchemaTranslations, "Translations", ""},
     {"mnuTrustees", adSchemaTrustees, "Trustees", ""},
     {"mnuUsagePrivileges", adSchemaUsagePrivileges, "UsagePrivileges", ""},

@@ -1,83 +1,25 @@
-// The schema menus for real: the main window, a SQLite file, pickers answered by keys.
-#include "app/MenuTable.h"
-#include "app/Menus.h"
-#include "app/SchemaCommands.h"
-#include "app/SchemaTable.h"
-#include "controls/FlexGrid.h"
-#include "controls/ListView.h"
-#include "data/frmGetSelection.h"
-#include "data/frmGrid.h"
-#include "data/frmTree.h"
-#include "tests/app/ShellFixture.h"
-#include "views/frmHirarchy.h"
-#include <QAction>
-#include <QApplication>
-#include <QLineEdit>
-#include <QTimer>
+// The schema menus over a SQLite file.
+#include "tests/app/SchemaFixture.h"
 
 namespace {
 
-class SchemaMenus : public ShellTest
+class SchemaMenusOfAFile : public SchemaMenus
 {
 protected:
     void SetUp() override
     {
-        ShellTest::SetUp();
-        AnalyzerFactory::Current().SetFileFilter = [this](ChildWindow *, const QString &filter) { Filter = filter; };
-        Start();
-        ASSERT_TRUE(OpenConnection(Database()));
-        for (const char *sql :
-             {"create table \"two words\"(\"a b\" varchar(30), n numeric(10,2), i bigint)",
-              "create table \"it's\"(x integer)", "create view v as select a from t", "insert into t values (1),(2)"})
-            gConn->Execute(QString::fromLatin1(sql));
+        SchemaMenus::SetUp();
+        OpenSample();
     }
-    void Do(const char *menu)
-    {
-        const MenuRow *row = FindMenuRow(menu);
-        ASSERT_TRUE(row) << menu;
-        Window->Run(*row);
-    }
-    // Answers the next picker with this row, or with Escape for "".
-    void Pick(const QString &row)
-    {
-        auto *timer = new QTimer(&m_context);
-        QObject::connect(timer, &QTimer::timeout, &m_context, [this, timer, row] {
-            auto *picker = qobject_cast<frmGetSelection *>(QApplication::activeModalWidget());
-            if (!picker || !picker->isVisible())
-                return;
-            timer->deleteLater();
-            timer->stop();
-            const qint64 chosen = picker->lvResults->SelectedRow();
-            Preselected = chosen < 0 ? QString() : picker->lvResults->Text(chosen);
-            if (row.isEmpty()) {
-                QTest::keyClick(picker, Qt::Key_Escape);
-                return;
-            }
-            QTest::keyClicks(picker->txtCri, row);
-            QTest::keyClick(picker->txtCri, Qt::Key_Return);
-        });
-        timer->start(10);
-    }
-    template <class Form> Form *Newest()
-    {
-        const QList<ChildWindow *> children = Window->Children();
-        for (auto i = children.size(); i-- > 0;)
-            if (auto *form = qobject_cast<Form *>(children[i]))
-                return form;
-        return nullptr;
-    }
-
-    QString Filter, Preselected;
-    QObject m_context;
 };
 
-TEST_F(SchemaMenus, AWholeRowsetShowsUnderItsName)
+TEST_F(SchemaMenusOfAFile, AWholeRowsetShowsUnderItsName)
 {
     for (const SchemaRow &row : SchemaTable()) {
         if (*row.FilterField)
             continue;
         const auto before = Window->Children().size();
-        Do(row.Menu);
+        EXPECT_TRUE(Window->schema->Run(row.Menu));
         if (Window->Children().size() == before)
             continue; // this database has no such notion
         ASSERT_TRUE(Newest<frmHirarchy>());
@@ -85,14 +27,14 @@ TEST_F(SchemaMenus, AWholeRowsetShowsUnderItsName)
     }
 }
 
-TEST_F(SchemaMenus, ARefusedRowsetIsToldInTheStatusBarAndOpensNothing)
+TEST_F(SchemaMenusOfAFile, ARefusedRowsetIsToldInTheStatusBarAndOpensNothing)
 {
     Do("mnuCubes");
     EXPECT_TRUE(Window->Children().isEmpty());
     EXPECT_TRUE(LastStatus().contains("not capable of performing requested operation")) << LastStatus().toStdString();
 }
 
-TEST_F(SchemaMenus, FieldsOfAChosenTable)
+TEST_F(SchemaMenusOfAFile, FieldsOfAChosenTable)
 {
     Pick("two words");
     Do("mnuTableFields");
@@ -107,7 +49,7 @@ TEST_F(SchemaMenus, FieldsOfAChosenTable)
     EXPECT_EQ(Newest<frmGrid>()->lvResults->Count(), 1);
 }
 
-TEST_F(SchemaMenus, AllTablesStandsInTheTitleAsItIs)
+TEST_F(SchemaMenusOfAFile, AllTablesStandsInTheTitleAsItIs)
 {
     Pick("< All");
     Do("mnuTableFields");
@@ -117,7 +59,44 @@ TEST_F(SchemaMenus, AllTablesStandsInTheTitleAsItIs)
     EXPECT_GE(grid->lvResults->Count(), 5);
 }
 
-TEST_F(SchemaMenus, AQuoteInTheNameBreaksTheFilter)
+TEST_F(SchemaMenusOfAFile, KeysOfAChosenTable)
+{
+    gConn->Execute(QStringLiteral("create table child(id integer primary key, up integer references parent(id))"));
+    gConn->Execute(QStringLiteral("create table parent(id integer primary key)"));
+    Pick("child");
+    Do("mnuTableForeginKeyList");
+    ASSERT_TRUE(Newest<frmGrid>());
+    EXPECT_EQ(Newest<frmGrid>()->Caption(), "Table child Foreign Keys");
+    EXPECT_EQ(Newest<frmGrid>()->lvResults->Count(), 1);
+    Pick("parent");
+    Do("mnuTableForeginKeyList"); // what refers to it is another's key
+    EXPECT_EQ(Newest<frmGrid>()->Caption(), "Table parent Foreign Keys");
+    EXPECT_EQ(Newest<frmGrid>()->lvResults->Count(), 0);
+    Pick("< All");
+    Do("mnuTablePrimaryKeyList");
+    EXPECT_EQ(Newest<frmGrid>()->Caption(), "Table < All Tables > Primary Keys");
+    EXPECT_EQ(Newest<frmGrid>()->lvResults->Count(), 2);
+}
+
+// Signs of patterns and brackets stand for themselves in the filter of a chosen table.
+TEST_F(SchemaMenusOfAFile, AnOddNameFindsItsOwnFields)
+{
+    for (const char *name : {"a%b", "axxb", "a_c", "axc", "[in]", "*", "two  blanks", "say \"\"x\"\"", "#TABLE#"})
+        gConn->Execute(QStringLiteral("create table \"%1\"(\"%1 1\" int, \"%1 2\" int)").arg(QLatin1String(name)));
+    for (const char *name : {"a%b", "axxb", "a_c", "axc", "[in]", "*", "two  blanks", "say \"x\"", "#TABLE#"}) {
+        SCOPED_TRACE(name);
+        Pick(QString::fromLatin1(name));
+        Do("mnuTableFields");
+        auto *grid = Newest<frmGrid>();
+        ASSERT_TRUE(grid);
+        EXPECT_EQ(grid->Caption(), QStringLiteral("Table ") + name + QStringLiteral(" Fields"));
+        ASSERT_EQ(grid->lvResults->Count(), 2);
+        EXPECT_EQ(grid->lvResults->SubItem(0, 3), QLatin1String(name) + QStringLiteral(" 1"));
+        EXPECT_EQ(grid->lvResults->SubItem(1, 3), QLatin1String(name) + QStringLiteral(" 2"));
+    }
+}
+
+TEST_F(SchemaMenusOfAFile, AQuoteInTheNameBreaksTheFilter)
 {
     Pick("it's");
     Do("mnuTableFields");
@@ -125,7 +104,7 @@ TEST_F(SchemaMenus, AQuoteInTheNameBreaksTheFilter)
     EXPECT_TRUE(LastStatus().startsWith("Error: "));
 }
 
-TEST_F(SchemaMenus, ACancelledPickerEndsTheCommand)
+TEST_F(SchemaMenusOfAFile, ACancelledPickerEndsTheCommand)
 {
     Pick("");
     Do("mnuTablePrimaryKeyList");
@@ -133,7 +112,7 @@ TEST_F(SchemaMenus, ACancelledPickerEndsTheCommand)
     EXPECT_EQ(Window->menus->Tag("mnuDBTables"), "");
 }
 
-TEST_F(SchemaMenus, ListsOfTablesAndViews)
+TEST_F(SchemaMenusOfAFile, ListsOfTablesAndViews)
 {
     Do("mnuTableList");
     ASSERT_TRUE(Newest<frmGrid>());
@@ -147,7 +126,7 @@ TEST_F(SchemaMenus, ListsOfTablesAndViews)
     EXPECT_TRUE(Newest<frmTree>());
 }
 
-TEST_F(SchemaMenus, TheIndexListFallsBackToItsRowset)
+TEST_F(SchemaMenusOfAFile, TheIndexListFallsBackToItsRowset)
 {
     gConn->Execute(QStringLiteral("create index ti on t(a)"));
     Pick("t");
@@ -161,7 +140,7 @@ TEST_F(SchemaMenus, TheIndexListFallsBackToItsRowset)
     EXPECT_EQ(Dialogs.LastText(), "Your database either does not support this feature or is encountering an error.");
 }
 
-TEST_F(SchemaMenus, ClearingAsksAndCounts)
+TEST_F(SchemaMenusOfAFile, ClearingAsksAndCounts)
 {
     Pick("t");
     Dialogs.Answers << mbNo;
@@ -178,7 +157,7 @@ TEST_F(SchemaMenus, ClearingAsksAndCounts)
     EXPECT_EQ(Dialogs.LastText(), "0 rows where affected.");
 }
 
-TEST_F(SchemaMenus, DroppingAsksAndAFailureIsTold)
+TEST_F(SchemaMenusOfAFile, DroppingAsksAndAFailureIsTold)
 {
     Pick("two words");
     Do("mnuDropTable");
@@ -194,7 +173,7 @@ TEST_F(SchemaMenus, DroppingAsksAndAFailureIsTold)
     EXPECT_TRUE(Dialogs.LastText().startsWith("Error: "));
 }
 
-TEST_F(SchemaMenus, TheDefinitionOpensInAScratchWindow)
+TEST_F(SchemaMenusOfAFile, TheDefinitionOpensInAScratchWindow)
 {
     Pick("two words");
     Do("mnuDDL");
@@ -210,7 +189,7 @@ TEST_F(SchemaMenus, TheDefinitionOpensInAScratchWindow)
     EXPECT_FALSE(Analyzer->Body.contains("CREATE TABLE v"));
 }
 
-TEST_F(SchemaMenus, WithoutAnAnalyzerATemplateGoesNowhere)
+TEST_F(SchemaMenusOfAFile, WithoutAnAnalyzerATemplateGoesNowhere)
 {
     Do("mnuAddTable");
     Do("mnuAddView");

@@ -29,7 +29,7 @@ public:
         setObjectName(m_form);
         SetCaption(QStringLiteral("SQL Analyzer"));
     }
-    QString ConnName, Body;
+    QString ConnName, Body, Inserted;
     clsMenuSettings Can;
     QStringList Answers;
 
@@ -62,6 +62,7 @@ public:
         Note(QStringLiteral("Dyna ") + key + QLatin1Char('/') + text);
     }
     void SaveState() override { Note(QStringLiteral("SaveState")); }
+    void InsertString(const QString &text) override { Inserted += text; }
     void RefreshForm(const QString &name) override { Note(QStringLiteral("RefreshForm ") + name); }
 
 private:

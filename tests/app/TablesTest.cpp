@@ -84,6 +84,10 @@ TEST(MenuTable, EveryRowLeadsSomewhere)
 TEST(MenuTable, EverySchemaCommandHasARow)
 {
     for (const SchemaRow &row : SchemaTable()) {
+        if (!std::strcmp(row.Menu, "mnuTables")) { // has no item
+            EXPECT_FALSE(FindMenuRow(row.Menu));
+            continue;
+        }
         const MenuRow *item = FindMenuRow(row.Menu);
         ASSERT_TRUE(item) << row.Menu;
         EXPECT_EQ(item->Route, MenuRoute::Schema);
