@@ -4,10 +4,7 @@
 
 namespace ADODB {
 
-namespace {
-
-// Catalogues give numbers as text, flags as numbers, and so on; the rowset has its own types.
-Value AsType(Value value, DataTypeEnum type)
+Value AsRowsetType(Value value, DataTypeEnum type)
 {
     if (value.IsNull())
         return value;
@@ -30,6 +27,8 @@ Value AsType(Value value, DataTypeEnum type)
     }
 }
 
+namespace {
+
 int Compare(const Value &left, const Value &right)
 {
     if (left.IsNull() || right.IsNull())
@@ -48,7 +47,7 @@ RowsetWriter::RowsetWriter(const Rowset &rowset) : m_rowset(rowset), m_row(rowse
 void RowsetWriter::Put(int column, Value value)
 {
     if (column >= 0)
-        m_row[size_t(column)] = AsType(std::move(value), m_rowset.Columns[size_t(column)].Type);
+        m_row[size_t(column)] = AsRowsetType(std::move(value), m_rowset.Columns[size_t(column)].Type);
 }
 
 void RowsetWriter::Put(QStringView column, Value value)
@@ -85,10 +84,10 @@ void RowsetWriter::Sort()
                      });
 }
 
-std::vector<ColumnInfo> RowsetWriter::Columns() const
+std::vector<ColumnInfo> ColumnsOf(const Rowset &rowset)
 {
     std::vector<ColumnInfo> columns;
-    for (const RowsetColumn &column : m_rowset.Columns) {
+    for (const RowsetColumn &column : rowset.Columns) {
         ColumnInfo info;
         info.Name = QString::fromLatin1(column.Name);
         info.Type = column.Type;

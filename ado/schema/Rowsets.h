@@ -30,6 +30,10 @@ std::span<const Rowset> RowsetsOfObjects();
 const Rowset *FindRowset(int schema);                      // null for one that is not answered
 int RowsetIndex(const Rowset &rowset, QStringView column); // from 0, without regard to case; -1 when there is none
 
+std::vector<ColumnInfo> ColumnsOf(const Rowset &rowset);
+// Catalogues give numbers as text, flags as numbers, and so on; the rowset has its own types.
+Value AsRowsetType(Value value, DataTypeEnum type);
+
 // Collects rows of a rowset by column names; what is not set is null.
 class RowsetWriter
 {
@@ -42,7 +46,7 @@ public:
     void EndRow(const QStringList &restrictions);
     void Sort();
     qint64 Size() const { return qint64(m_rows.size()); }
-    std::vector<ColumnInfo> Columns() const;
+    std::vector<ColumnInfo> Columns() const { return ColumnsOf(m_rowset); }
     std::vector<ColumnStore> Stores() const;
 
 private:

@@ -3,31 +3,15 @@
 #include "ado/schema/CatalogueQueries.h"
 #include "ado/schema/CheckReader.h"
 #include "ado/schema/OwnRows.h"
+#include "ado/schema/QueryRows.h"
 #include "ado/schema/Rowsets.h"
 #include "ado/schema/TypeNames.h"
 #include "ado/schema/ViewReader.h"
+#include <QHash>
 
 namespace ADODB {
 
 namespace {
-
-struct Held
-{
-    std::vector<ColumnInfo> Columns;
-    std::vector<ColumnStore> Stores;
-    qint64 Rows() const { return Stores.empty() ? 0 : Stores.front().Size(); }
-};
-
-Held ReadWhole(ResultSet &rows)
-{
-    Held held;
-    for (const ColumnInfo &column : rows.Columns())
-        held.Stores.emplace_back(column.Type);
-    while (rows.Fetch(held.Stores, 4096) > 0) {
-    }
-    held.Columns = rows.Columns();
-    return held;
-}
 
 // Restrictions that name a schema or a table lift the veil from the server's own objects.
 bool NamesAnObject(const Rowset &rowset, const QStringList &restrictions)
@@ -41,44 +25,82 @@ bool NamesAnObject(const Rowset &rowset, const QStringList &restrictions)
     return false;
 }
 
-void PutType(RowsetWriter &writer, DatabaseFamily family, const Value &name)
+// The declared type of each row as a data type with its lengths. The names of types are few.
+void SetTypes(QueryRows &rows, const Rowset &rowset, DatabaseFamily family, const HeldResult &held,
+              const ColumnStore &names)
 {
-    const DeclaredType type = ReadTypeName(family, name.ToText());
-    writer.Put(u"DATA_TYPE", Value(int(type.Type)));
-    if (type.Length >= 0)
-        writer.Put(u"CHARACTER_MAXIMUM_LENGTH", Value(type.Length));
-    if (type.Precision >= 0)
-        writer.Put(u"NUMERIC_PRECISION", Value(type.Precision));
-    if (type.Scale >= 0)
-        writer.Put(u"NUMERIC_SCALE", Value(type.Scale));
-}
-
-// The columns of a query that are not the rowset's own (CatalogueQueries.h); null where the query has none.
-struct WorkedOut
-{
-    const ColumnStore *TypeName = nullptr, *BaseTypeName = nullptr, *Default = nullptr, *CheckedTable = nullptr,
-                      *ChecksIn = nullptr, *UsesIn = nullptr, *ViewDatabase = nullptr;
-
-    explicit WorkedOut(const Held &held)
+    const ColumnStore *bases = held.Find(QLatin1String("BASE_TYPE_NAME"));
+    const int dataType = RowsetIndex(rowset, u"DATA_TYPE");
+    const struct
     {
-        const struct
-        {
-            QLatin1String Name;
-            const ColumnStore *&Store;
-        } all[] = {{QLatin1String("TYPE_NAME"), TypeName},       {QLatin1String("BASE_TYPE_NAME"), BaseTypeName},
-                   {QLatin1String("COLUMN_DEFAULT"), Default},   {QLatin1String("CHECKED_TABLE"), CheckedTable},
-                   {QLatin1String("CHECKS_IN"), ChecksIn},       {QLatin1String("USES_IN"), UsesIn},
-                   {QLatin1String("VIEW_CATALOG"), ViewDatabase}};
-        for (size_t column = 0; column < held.Columns.size(); ++column)
-            for (const auto &one : all)
-                if (held.Columns[column].Name.compare(one.Name, Qt::CaseInsensitive) == 0)
-                    one.Store = &held.Stores[column];
+        const char *Column;
+        qint64 DeclaredType::*Member;
+    } lengths[] = {{"CHARACTER_MAXIMUM_LENGTH", &DeclaredType::Length},
+                   {"NUMERIC_PRECISION", &DeclaredType::Precision},
+                   {"NUMERIC_SCALE", &DeclaredType::Scale}};
+    QHash<QString, DeclaredType> known;
+    std::vector<DeclaredType> types;
+    types.reserve(size_t(held.Rows()));
+    for (qint64 row = 0; row < held.Rows(); ++row) {
+        const QString name = (bases && !bases->IsNull(row) ? *bases : names).Text(row);
+        auto found = known.constFind(name);
+        if (found == known.constEnd())
+            found = known.insert(name, ReadTypeName(family, name));
+        types.push_back(*found);
     }
-};
+    ColumnStore numbers(rowset.Columns[size_t(dataType)].Type);
+    for (const DeclaredType &type : types)
+        numbers.AppendInt64(type.Type);
+    rows.SetSource(dataType, std::move(numbers));
+    for (const auto &length : lengths) { // a length that the catalogue gives itself is better
+        const int column = RowsetIndex(rowset, QString::fromLatin1(length.Column));
+        if (column < 0)
+            continue;
+        const ColumnStore *given = held.Find(QLatin1String(length.Column));
+        ColumnStore store(rowset.Columns[size_t(column)].Type);
+        for (qint64 row = 0; row < held.Rows(); ++row) {
+            const qint64 declared = types[size_t(row)].*length.Member;
+            if (given && !given->IsNull(row))
+                store.Append(AsRowsetType(given->At(row), store.Type()));
+            else if (declared >= 0)
+                store.AppendInt64(declared);
+            else
+                store.AppendNull();
+        }
+        rows.SetSource(column, std::move(store));
+    }
+}
 
 QString TextAt(const ColumnStore *store, qint64 row)
 {
     return !store || store->IsNull(row) ? QString() : store->Text(row);
+}
+
+// A row for each table or column that the row's view uses.
+void AddUses(QueryRows &rows, const Rowset &rowset, const HeldResult &held, const ColumnStore &texts)
+{
+    const ColumnStore *databases = held.Find(QLatin1String("VIEW_CATALOG"));
+    const int catalogue = RowsetIndex(rowset, u"TABLE_CATALOG"), table = RowsetIndex(rowset, u"TABLE_NAME"),
+              column = RowsetIndex(rowset, u"COLUMN_NAME");
+    for (qint64 row = 0; row < held.Rows(); ++row)
+        for (const UsedName &used : ReadUsage(TextAt(databases, row), TextAt(&texts, row)))
+            if (used.Column.isEmpty() == (column < 0))
+                rows.Add(row,
+                         {{catalogue, Value(used.Database)}, {table, Value(used.Table)}, {column, Value(used.Column)}});
+}
+
+// A row for each check of the row's table, where it has one; else the row itself.
+void AddChecks(QueryRows &rows, const Rowset &rowset, const HeldResult &held, const ColumnStore &tables)
+{
+    const ColumnStore *texts = held.Find(QLatin1String("CHECKS_IN"));
+    const int name = RowsetIndex(rowset, u"CONSTRAINT_NAME"), clause = RowsetIndex(rowset, u"CHECK_CLAUSE");
+    for (qint64 row = 0; row < held.Rows(); ++row) {
+        if (tables.IsNull(row))
+            rows.Add(row);
+        else
+            for (const Check &check : ReadChecks(TextAt(&tables, row), TextAt(texts, row)))
+                rows.Add(row, {{name, Value(check.Name)}, {clause, Value(check.Clause)}});
+    }
 }
 
 RecordsetPtr FromQuery(Session &session, const Rowset &rowset, const CatalogueQuery &query,
@@ -90,53 +112,31 @@ RecordsetPtr FromQuery(Session &session, const Rowset &rowset, const CatalogueQu
     const ExecuteResult result = session.Execute(sql);
     if (!result.Rows)
         RaiseNotCapable();
-    const Held held = ReadWhole(*result.Rows);
-    const WorkedOut worked(held);
-    RowsetWriter writer(rowset);
-    std::vector<int> targets;
-    for (const ColumnInfo &column : held.Columns)
-        targets.push_back(RowsetIndex(rowset, column.Name));
-    const int hasDefault = RowsetIndex(rowset, u"COLUMN_HASDEFAULT"), usedColumn = RowsetIndex(rowset, u"COLUMN_NAME");
-    for (qint64 row = 0; row < held.Rows(); ++row) {
-        const auto put = [&] {
-            if (worked.TypeName)
-                PutType(
-                    writer, session.Family(),
-                    (worked.BaseTypeName && !worked.BaseTypeName->IsNull(row) ? worked.BaseTypeName : worked.TypeName)
-                        ->At(row));
-            for (size_t column = 0; column < targets.size(); ++column)
-                if (targets[column] >= 0 && !held.Stores[column].IsNull(row))
-                    writer.Put(targets[column], held.Stores[column].At(row));
-            if (worked.Default)
-                writer.Put(hasDefault, Value(!worked.Default->IsNull(row)));
-        };
-        if (worked.UsesIn) {
-            for (const UsedName &used : ReadUsage(TextAt(worked.ViewDatabase, row), TextAt(worked.UsesIn, row))) {
-                if (used.Column.isEmpty() != (usedColumn < 0))
-                    continue;
-                put();
-                writer.Put(u"TABLE_CATALOG", Value(used.Database));
-                writer.Put(u"TABLE_NAME", Value(used.Table));
-                writer.Put(usedColumn, Value(used.Column));
-                writer.EndRow(restrictions);
-            }
-        } else if (worked.CheckedTable && !worked.CheckedTable->IsNull(row)) {
-            for (const Check &check : ReadChecks(TextAt(worked.CheckedTable, row), TextAt(worked.ChecksIn, row))) {
-                put();
-                writer.Put(u"CONSTRAINT_NAME", Value(check.Name));
-                writer.Put(u"CHECK_CLAUSE", Value(check.Clause));
-                writer.EndRow(restrictions);
-            }
-        } else {
-            put();
-            writer.EndRow(restrictions);
-        }
+    HeldResult held = ReadWhole(*result.Rows);
+    QueryRows rows(rowset, held);
+    if (const ColumnStore *types = held.Find(QLatin1String("TYPE_NAME"));
+        types && RowsetIndex(rowset, u"DATA_TYPE") >= 0)
+        SetTypes(rows, rowset, session.Family(), held, *types);
+    if (const ColumnStore *defaults = held.Find(QLatin1String("COLUMN_DEFAULT"))) {
+        ColumnStore has(adBoolean);
+        for (qint64 row = 0; row < held.Rows(); ++row)
+            has.AppendBool(!defaults->IsNull(row));
+        rows.SetSource(RowsetIndex(rowset, u"COLUMN_HASDEFAULT"), std::move(has));
     }
-    writer.Sort();
-    return Recordset::FromColumns(writer.Columns(), writer.Stores());
+    if (const ColumnStore *views = held.Find(QLatin1String("USES_IN"))) {
+        AddUses(rows, rowset, held, *views);
+    } else if (const ColumnStore *tables = held.Find(QLatin1String("CHECKED_TABLE"))) {
+        AddChecks(rows, rowset, held, *tables);
+    } else {
+        for (qint64 row = 0; row < held.Rows(); ++row)
+            rows.Add(row);
+    }
+    rows.Restrict(restrictions);
+    rows.Sort();
+    return Recordset::FromColumns(ColumnsOf(rowset), rows.TakeStores());
 }
 
-void Copy(RowsetWriter &writer, const Held &held, const QStringList &restrictions)
+void Copy(RowsetWriter &writer, const HeldResult &held, const QStringList &restrictions)
 {
     for (qint64 row = 0; row < held.Rows(); ++row) {
         for (size_t column = 0; column < held.Columns.size(); ++column)
@@ -166,7 +166,7 @@ RecordsetPtr FromDriver(Session &session, const Rowset &rowset, const QStringLis
     const std::unique_ptr<ResultSet> tableRows = session.Catalogue(adSchemaTables, {});
     if (!tableRows)
         RaiseNotCapable();
-    const Held tables = ReadWhole(*tableRows);
+    const HeldResult tables = ReadWhole(*tableRows);
     const bool isForeign = rowset.Schema == adSchemaForeignKeys;
     for (qint64 row = 0; row < tables.Rows(); ++row) {
         if (tables.Stores[3].Text(row) != u"TABLE")

@@ -7,12 +7,12 @@ namespace ADODB {
 
 namespace {
 
-#define SQLITE_TABLES "FROM pragma_table_list t "
 #define SQLITE_OWN "t.type = 'table' AND t.name NOT LIKE 'sqlite!_%' ESCAPE '!'"
-// The texts of the tables.
+// The texts of the tables that may hold a check.
 #define SQLITE_TEXTS                                                                                                   \
-    "FROM " SQLITE_MASTERS " t WHERE t.type = 'table' AND t.name NOT LIKE 'sqlite!_%' ESCAPE '!' AND t.sql NOT LIKE "  \
-    "'CREATE VIRTUAL %'"
+    "FROM " SQLITE_MASTERS                                                                                             \
+    " t WHERE t.type = 'table' AND t.sql LIKE '%CHECK%' AND t.name NOT LIKE 'sqlite!_%' ESCAPE "                       \
+    "'!' AND t.sql NOT LIKE 'CREATE VIRTUAL %'"
 
 constexpr char kChecks[] =
     "SELECT " SQLITE_SCHEMA " AS CONSTRAINT_SCHEMA, t.name AS CHECKED_TABLE, t.sql AS CHECKS_IN " SQLITE_TEXTS;

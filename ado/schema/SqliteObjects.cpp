@@ -14,8 +14,7 @@ constexpr char kTables[] =
 constexpr char kColumns[] =
     "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, c.name AS COLUMN_NAME, "
     "c.cid + 1 AS ORDINAL_POSITION, c.dflt_value AS COLUMN_DEFAULT, c.\"notnull\" = 0 AS IS_NULLABLE, c.type AS "
-    "TYPE_NAME "
-    "FROM pragma_table_list t CROSS JOIN pragma_table_xinfo(t.name, t.schema) c WHERE c.hidden <> 1";
+    "TYPE_NAME " SQLITE_TABLES "CROSS JOIN pragma_table_xinfo(t.name, t.schema) c WHERE c.hidden <> 1";
 
 constexpr char kIndexes[] =
     "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, " SQLITE_SCHEMA " AS INDEX_SCHEMA, "
@@ -37,8 +36,9 @@ constexpr char kForeignKeys[] =
     "3 AS DEFERRABILITY FROM pragma_table_list t CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE 1=1";
 
 constexpr char kPrimaryKeys[] =
-    "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, c.name AS COLUMN_NAME, c.pk AS ORDINAL "
-    "FROM pragma_table_list t CROSS JOIN pragma_table_info(t.name, t.schema) c WHERE c.pk > 0 AND t.type <> 'view'";
+    "SELECT " SQLITE_SCHEMA
+    " AS TABLE_SCHEMA, t.name AS TABLE_NAME, c.name AS COLUMN_NAME, c.pk AS ORDINAL " SQLITE_TABLES
+    "CROSS JOIN pragma_table_info(t.name, t.schema) c WHERE c.pk > 0 AND t.type <> 'view'";
 
 // ANALYZE counts: the first number of each of a table's rows in sqlite_stat1 is how many rows that index or the table
 // has, a partial index has fewer. Before the first ANALYZE the catalogue has no such table, and nobody knows the

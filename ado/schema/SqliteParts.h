@@ -6,6 +6,11 @@
 
 #define SQLITE_SCHEMA "CASE WHEN t.schema IN ('main', 'temp') THEN NULL ELSE t.schema END"
 #define SQLITE_USER " AND t.name NOT LIKE 'sqlite!_%' ESCAPE '!'"
+// The tables in the order of most rowsets, so that what is joined to them comes sorted. Without the LIMIT the library
+// would see no use in the order.
+#define SQLITE_TABLES                                                                                                  \
+    "FROM (SELECT * FROM pragma_table_list ORDER BY CASE WHEN schema NOT IN ('main', 'temp') THEN schema END, name "   \
+    "LIMIT -1) t "
 // Stands for the catalogues of all attached databases, with a column "schema". Their names have to be known before they
 // can stand in a query, so TextOf asks for them.
 #define SQLITE_MASTERS "%MASTERS%"
