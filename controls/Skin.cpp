@@ -8,7 +8,7 @@ constexpr int roleColours[] = {
     /* Form */ 4,         /* FormText */ 7,   /* DisabledText */ 3,   /* List */ 8,
     /* ListText */ 7,
     /* Editor */ 12,      /* EditorText */ 7, /* Fixed */ 1,          /* FixedText */ 14,
-    /* Button */ 13,
+    /* Button */ 16,
     /* ButtonText */ 14,  /* Selection */ 7,  /* SelectionText */ 12, /* Border */ 1,
     /* Focus */ 15,
     /* BarTop */ 8,       /* BarBottom */ 4,  /* BarHeader */ 12,     /* BarHeaderText */ 14,

@@ -5,6 +5,7 @@
 #include "controls/ExplorerBar.h"
 #include "controls/FlexGrid.h"
 #include "controls/Skin.h"
+#include "controls/SkinStyle.h"
 #include "controls/StatusBar.h"
 #include "sqltext/clsColorTable.h"
 #include <QAbstractItemView>
@@ -37,7 +38,7 @@ constexpr RoleRow formRoles[] = {
     {QPalette::AlternateBase, SkinRole::NullGround, SkinRole::Form},
     {QPalette::Text, SkinRole::ListText, SkinRole::DisabledText},
     {QPalette::PlaceholderText, SkinRole::ListText, SkinRole::DisabledText},
-    {QPalette::Button, SkinRole::Button, SkinRole::Form},
+    {QPalette::Button, SkinRole::Button, SkinRole::List}, // the style lightens it
     {QPalette::ButtonText, SkinRole::ButtonText, SkinRole::DisabledText},
     {QPalette::BrightText, SkinRole::FixedText, SkinRole::DisabledText},
     {QPalette::Highlight, SkinRole::Selection, SkinRole::DisabledText},
@@ -73,7 +74,8 @@ QPalette GroundedOn(SkinRole ground, SkinRole text)
     QPalette palette = FormPalette();
     for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Base, QPalette::Button})
         Set(palette, role, ground, SkinRole::Form);
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText})
         Set(palette, role, text, SkinRole::DisabledText);
     return palette;
 }
@@ -170,6 +172,13 @@ constexpr Painter kinds[] = {
     },
 };
 
+void PaintByKind(QWidget *control)
+{
+    for (const Painter &kind : kinds)
+        if (kind(control))
+            break;
+}
+
 // Every colour of the control's look, fixed, so that the window's does not reach it.
 QPalette Frozen(const QPalette &look)
 {
@@ -199,9 +208,15 @@ bool Under(const QWidget *control, const QList<QWidget *> &tops)
 
 } // namespace
 
+bool IsSkinned(const QWidget *window)
+{
+    return window && window->palette().color(QPalette::Active, QPalette::Window) == SkinColour(SkinRole::Form);
+}
+
 void InitColours()
 {
     InitColorTable();
+    SkinStyle::Use();
 }
 
 void ApplySkin(QWidget *form, const QString &excludedNames)
@@ -218,7 +233,10 @@ void ApplySkin(QWidget *form, const QString &excludedNames)
     }
     for (QWidget *const control : skipped)
         control->setPalette(Frozen(control->palette()));
-    form->setPalette(FormPalette());
+    if (qobject_cast<QMenu *>(form))
+        PaintByKind(form);
+    else
+        form->setPalette(FormPalette());
     if (!form->isWindow())
         form->setAutoFillBackground(true);
     for (QWidget *const control : controls) {
@@ -228,9 +246,7 @@ void ApplySkin(QWidget *form, const QString &excludedNames)
         const bool part = control->objectName().startsWith(QStringLiteral("qt_"));
         if (part && !qobject_cast<QMenu *>(control))
             continue;
-        for (const Painter &kind : kinds)
-            if (kind(control))
-                break;
+        PaintByKind(control);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "controls/Skin.h"
 #include <QHBoxLayout>
 #include <QLabel>
+#include <algorithm>
 
 frmAni::frmAni(QWidget *parent) : QWidget(parent, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::WindowTitleHint)
 {
@@ -20,18 +21,19 @@ frmAni::frmAni(QWidget *parent) : QWidget(parent, Qt::Tool | Qt::WindowStaysOnTo
     row->setSpacing(16);
     row->addWidget(m_busy);
     row->addWidget(text, 1);
-    resize(400, heightForWidth(400) > 0 ? heightForWidth(400) : sizeHint().height());
+    resize(400, sizeHint().height());
 }
 
 void frmAni::showEvent(QShowEvent *event)
 {
     ApplySkin(this);
+    m_busy->Play(); // first: it takes room from the text
+    resize(width(), std::max(heightForWidth(width()), sizeHint().height()));
     // In the upper part of its owner: a login that comes up meanwhile stands in the middle.
     if (const QWidget *owner = parentWidget() ? parentWidget()->window() : nullptr) {
         const QRect room = owner->geometry();
         move(room.center().x() - width() / 2, room.top() + room.height() / 5);
     }
-    m_busy->Play();
     QWidget::showEvent(event);
 }
 
