@@ -2,6 +2,7 @@
 
 #include "controls/RichTextBox.h"
 #include "controls/Skin.h"
+#include "data/RememberedSize.h"
 #include "data/Settings.h"
 #include "data/Shell.h"
 #include "sqltext/TextToCode.h"
@@ -109,6 +110,7 @@ frmCode::frmCode(QWidget *parent) : QDialog(parent)
     connect(cmdRun, &QPushButton::clicked, this, &frmCode::ShowAgain);
     connect(cmdClipBoard, &QPushButton::clicked, this, &frmCode::Copy);
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+    RememberSize(this);
     ApplySkin(this);
 }
 

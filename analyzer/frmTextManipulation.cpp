@@ -3,6 +3,7 @@
 #include "controls/Dialogs.h"
 #include "controls/RichTextBox.h"
 #include "controls/Skin.h"
+#include "data/RememberedSize.h"
 #include "data/SaveDialog.h"
 #include "data/frmFind.h"
 #include "sqltext/FindText.h"
@@ -38,6 +39,7 @@ frmTextManipulation::frmTextManipulation(QWidget *parent) : QMainWindow(parent)
     connect(mnuFind, &QAction::triggered, this, &frmTextManipulation::Find);
     connect(mnuExit, &QAction::triggered, this, &QWidget::close);
     resize(720, 520);
+    RememberSize(this);
     ApplySkin(this);
 }
 

@@ -1,10 +1,14 @@
 #include "app/WorkArea.h"
+#include "app/ChildPlaces.h"
 #include "data/ChildWindow.h"
+#include <QAction>
 #include <QContextMenuEvent>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <cmath>
 
-static constexpr int s_step = 28; // a title bar's height: each title stays readable
+static constexpr int s_step = 28;            // a title bar's height: each title stays readable
+static constexpr char s_chosen[] = "Chosen"; // of a child's frame: the place that the user gave it last
 
 WorkArea::WorkArea(QWidget *parent) : QMdiArea(parent)
 {
@@ -29,9 +33,17 @@ QRect WorkArea::FirstPlace(const QString &form, int same, const QSize &room)
         place = QRect(0, 0, most.width(), most.height() * 11 / 20);
     else if (form == QLatin1String("frmHirarchy") || form == QLatin1String("frmGrid"))
         place = QRect(0, most.height() * 11 / 20, most.width(), most.height() - most.height() * 11 / 20);
+    return Beside(place, same, most);
+}
+
+QRect WorkArea::Beside(QRect place, int same, const QSize &room)
+{
     const int away = s_step * (same % 6);
-    place.setLeft(place.left() + away);
-    place.moveTop(qMin(place.top() + away, qMax(0, most.height() - place.height())));
+    if (place.left() + away + place.width() > room.width())
+        place.setLeft(qMin(place.left() + away, qMax(0, room.width() - s_step)));
+    else
+        place.moveLeft(place.left() + away);
+    place.moveTop(qMin(place.top() + away, qMax(0, room.height() - place.height())));
     return place;
 }
 
@@ -43,13 +55,71 @@ void WorkArea::AddChild(ChildWindow *child)
     window->setWidget(child);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(windowIcon());
-    addSubWindow(window);
+    const QKeySequence close(Qt::CTRL | Qt::Key_F4); // not every desktop has it among its own
+    for (QAction *action : window->systemMenu()->actions())
+        if (action->shortcuts() == QKeySequence::keyBindings(QKeySequence::Close) &&
+            !action->shortcuts().contains(close))
+            action->setShortcuts(action->shortcuts() << close);
+    addSubWindow(window);                          // which makes this its event filter
     m_children.removeAll(QPointer<ChildWindow>()); // those that have gone
     m_children.append(child);
     int same = 0;
     for (const ChildWindow *other : Children())
         same += other != child && other->FormName() == child->FormName();
-    window->setGeometry(FirstPlace(child->FormName(), same, maximumViewportSize()));
+    const QSize room = maximumViewportSize();
+    const std::optional<QRect> known = ReadChildPlace(child->FormName(), room);
+    window->setGeometry(known ? Beside(*known, same, room) : FirstPlace(child->FormName(), same, room));
+    if (Children().size() <= 1 && ReadChildrenMaximised())
+        m_maximise = window; // when it shows; as long as it stays so, the toolkit maximises the next ones
+}
+
+void WorkArea::Remember(const QMdiSubWindow *window)
+{
+    const auto *child = qobject_cast<const ChildWindow *>(window->widget());
+    if (!child || window->isHidden() || window->isMinimized())
+        return;
+    if (child == m_active)
+        WriteChildrenMaximised(window->isMaximized());
+    if (!window->isMaximized() && window->property(s_chosen).toRect() == window->geometry())
+        WriteChildPlace(child->FormName(), window->geometry());
+}
+
+// A child that closes leaves its place to the next one of its kind.
+bool WorkArea::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *window = qobject_cast<QMdiSubWindow *>(watched);
+    switch (window ? event->type() : QEvent::None) {
+    case QEvent::MouseButtonPress:
+        m_held = window;
+        break;
+    case QEvent::MouseButtonRelease:
+        m_held = nullptr;
+        break;
+    case QEvent::Move:
+    case QEvent::Resize:
+        if ((m_held == window || QWidget::keyboardGrabber() == window) && !window->isMaximized() &&
+            !window->isMinimized())
+            window->setProperty(s_chosen, window->geometry());
+        break;
+    case QEvent::Close:
+        Remember(window);
+        break;
+    default:
+        break;
+    }
+    return QMdiArea::eventFilter(watched, event);
+}
+
+void WorkArea::FocusActive()
+{
+    if (m_active)
+        m_active->setFocus(Qt::ShortcutFocusReason);
+}
+
+void WorkArea::ShowSystemMenu()
+{
+    if (auto *window = m_active ? qobject_cast<QMdiSubWindow *>(m_active->parentWidget()) : nullptr)
+        window->showSystemMenu();
 }
 
 QList<ChildWindow *> WorkArea::Children() const
@@ -96,6 +166,10 @@ void WorkArea::OnActivated(QMdiSubWindow *window)
     QPointer<ChildWindow> child = window ? qobject_cast<ChildWindow *>(window->widget()) : nullptr;
     if (child == m_active)
         return;
+    if (window && window == m_maximise) {
+        m_maximise = nullptr;
+        window->showMaximized();
+    }
     QPointer<ChildWindow> former = m_active;
     m_active = child;
     if (former)

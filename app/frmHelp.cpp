@@ -1,6 +1,7 @@
 #include "app/frmHelp.h"
 #include "controls/ListView.h"
 #include "controls/Skin.h"
+#include "data/RememberedSize.h"
 #include <QDir>
 #include <QFile>
 #include <QHBoxLayout>
@@ -69,6 +70,7 @@ frmHelp::frmHelp(QWidget *parent) : QWidget(parent, Qt::Window)
     row->setSpacing(0);
     row->addLayout(left);
     row->addWidget(txtPage, 1);
+    RememberSize(this);
     ApplySkin(this);
     ListPages();
 

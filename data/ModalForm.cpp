@@ -1,5 +1,6 @@
 #include "data/ModalForm.h"
 #include "controls/Skin.h"
+#include "data/RememberedSize.h"
 #include "data/Shell.h"
 #include <QApplication>
 #include <QShowEvent>
@@ -22,6 +23,7 @@ ModalForm::ModalForm(const QString &title, QWidget *parent) : QDialog(OwnerOf(pa
     setWindowTitle(title);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setModal(true);
+    RememberSize(this);
     // Dialogs live on their callers' stack: a window that goes while its dialog is up must not take it along.
     if (QWidget *owner = parentWidget())
         connect(owner, &QObject::destroyed, this, [this] {
@@ -48,4 +50,23 @@ void ModalForm::showEvent(QShowEvent *event)
         ApplySkin(this);
     }
     QDialog::showEvent(event);
+    if (QWidget *owner = parentWidget() ? parentWidget()->window() : nullptr) {
+        m_middle = owner->geometry().center();
+        owner->installEventFilter(this);
+    }
+}
+
+// A dialog of the first moment is placed while the main window still has its former size: one that stands in the middle
+// of its owner stays there.
+bool ModalForm::eventFilter(QObject *watched, QEvent *event)
+{
+    const QWidget *owner = parentWidget() ? parentWidget()->window() : nullptr;
+    if (owner && watched == owner && (event->type() == QEvent::Resize || event->type() == QEvent::Move)) {
+        constexpr int near = 60; // pixels: a frame and a title bar
+        const QPoint former = m_middle;
+        m_middle = owner->geometry().center();
+        if (isVisible() && m_middle != former && (frameGeometry().center() - former).manhattanLength() < near)
+            move(pos() + m_middle - former);
+    }
+    return QDialog::eventFilter(watched, event);
 }

@@ -21,7 +21,9 @@ public:
 protected:
     void Finish(); // ends the dialog with a result: Cancelled becomes false, the window hides
     void showEvent(QShowEvent *event) override; // the skin, at the first show
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     bool m_shown = false;
+    QPoint m_middle; // of the owner, on the screen
 };
