@@ -2,6 +2,7 @@
 
 #include "sqltext/RtfWords.h"
 #include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
 
 QString DecodeQueryFile(const QByteArray &bytes)
@@ -18,14 +19,23 @@ QString DecodeQueryFile(const QByteArray &bytes)
 
 bool ReadQueryFile(const QString &path, QString &text, QString &why)
 {
+    if (const QFileInfo info(path); info.exists() && !info.isFile()) {
+        why = QStringLiteral("It is not a file."); // a folder, or what would be read without an end
+        return false;
+    }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         why = file.errorString();
         return false;
     }
-    const QByteArray bytes = file.readAll();
+    const bool plain = !file.peek(1 << 16).contains('\0'); // a large picture or archive is not read whole
+    const QByteArray bytes = plain ? file.readAll() : QByteArray();
     if (file.error() != QFileDevice::NoError) {
         why = file.errorString();
+        return false;
+    }
+    if (!plain || bytes.contains('\0')) {
+        why = QStringLiteral("It is not a text file.");
         return false;
     }
     text = DecodeQueryFile(bytes);

@@ -1,22 +1,25 @@
 // Files that come from outside: the command line and what is dropped on the window.
 
+#include "analyzer/QueryFile.h"
 #include "app/AnalyzerFactory.h"
 #include "app/CommandLine.h"
 #include "app/SideBar.h"
-#include "app/TextFile.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
 #include "data/ChildWindow.h"
 #include "data/modMain.h"
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QMimeData>
+#include <QScopeGuard>
+#include <QTimer>
 #include <QUrl>
 
 static bool ReadOrTell(const QString &path, QString &text, QWidget *parent)
 {
     QString why;
-    if (ReadTextFile(path, text, why))
+    if (ReadQueryFile(path, text, why))
         return true;
     MsgBox(path + QStringLiteral("\r\n") + why, mbExclamation, QStringLiteral("Open"), parent);
     return false;
@@ -25,6 +28,11 @@ static bool ReadOrTell(const QString &path, QString &text, QWidget *parent)
 ChildWindow *mdiMother::ProcessCommandLine(const QString &commandLine)
 {
     ChildWindow *window = nullptr;
+    ++m_opening;
+    const auto done = qScopeGuard([this] {
+        if (--m_opening == 0)
+            QTimer::singleShot(0, this, &mdiMother::Activate);
+    });
     Attempt([&] {
         const auto exists = [](const QString &name) { return !FileOfLine(name).isEmpty(); };
         const auto parts = ParseCommandLine(commandLine, exists);
@@ -47,6 +55,8 @@ ChildWindow *mdiMother::ProcessCommandLine(const QString &commandLine)
 void mdiMother::DropFiles(const QStringList &files)
 {
     if (files.isEmpty())
+        return;
+    if (QString text; !QFileInfo(files.front()).isFile() && !ReadOrTell(files.front(), text, this))
         return;
     const QPointer<ChildWindow> window = ProcessCommandLine(QuotedPath(files.front()));
     const AnalyzerFactory &factory = AnalyzerFactory::Current();

@@ -20,6 +20,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QResizeEvent>
+#include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -53,6 +54,7 @@ mdiMother::mdiMother(QWidget *parent) : QMainWindow(parent)
     setMinimumSize(480, 320);
     setAcceptDrops(true);
     BuildFrame();
+    BuildKeys();
     menus = new Menus(*this);
     schema = std::make_unique<SchemaCommands>();
     schema->LastTable = [this] { return menus->Tag(QStringLiteral("mnuDBTables")); };
@@ -116,6 +118,20 @@ void mdiMother::BuildFrame()
     connect(eb, &ExplorerBar::ItemRightClick, this, &mdiMother::SideBarRightClick);
     connect(cb, &CommandBar::ButtonClick, this, &mdiMother::CommandBarClick);
     connect(cb, &CommandBar::MenuItemClick, this, &mdiMother::CommandBarMenuClick);
+}
+
+// Tab belongs to the editor, so that the bars need keys of their own.
+void mdiMother::BuildKeys()
+{
+    const std::pair<int, std::function<void()>> keys[] = {
+        {Qt::Key_1, [this] { eb->setFocus(Qt::ShortcutFocusReason); }},
+        {Qt::Key_2, [this] { cb->FocusFirst(); }},
+        {Qt::Key_3, [this] { Area->FocusActive(); }},
+    };
+    for (const auto &[key, go] : keys)
+        connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(key)), this), &QShortcut::activated, this, go);
+    connect(new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Minus), this), &QShortcut::activated, Area,
+            &WorkArea::ShowSystemMenu);
 }
 
 void mdiMother::LayOut()
@@ -215,8 +231,8 @@ void mdiMother::OnActiveChild(ChildWindow *child)
 void mdiMother::Activate()
 {
     LayOut();
-    if (m_welcomed || m_ended)
-        return;
+    if (m_welcomed || m_ended || m_opening || QApplication::activeModalWidget())
+        return; // the welcome never covers a question; what asked it comes back here
     Attempt([&] {
         if (eb->Bar(QString::fromLatin1(BarConnections))->Items().Count() > 0)
             return;

@@ -108,14 +108,16 @@ protected:
 
 private:
     void BuildFrame();
-    void LayOut();   // side bar, splitter bar and work area by the splitter's place
-    void Activate(); // the layout, then the welcome once a run when there is no connection
+    void BuildKeys(); // those that lead to the bars and back
+    void LayOut();    // side bar, splitter bar and work area by the splitter's place
+    void Activate();  // the layout, then the welcome once a run when there is no connection
     void OnActiveChild(ChildWindow *child);
 
     bool m_testMode = false;
     bool m_exit = false;     // set by mnuExit: a popup that ends must not touch the menu again
     bool m_welcomed = false; // frmRookie has been shown in this run
     bool m_connecting = false;
+    int m_opening = 0; // files that are being opened
     bool m_ended = false;
     bool m_shown = false; // ShowAsStored has run
     int m_state = 2;      // 0 normal, 1 minimised, 2 maximised

@@ -1,11 +1,13 @@
 // Files from the command line and from a drop.
+#include "analyzer/QueryFile.h"
 #include "app/CommandLine.h"
-#include "app/TextFile.h"
 #include "controls/ListView.h"
 #include "data/frmGetSelection.h"
 #include "tests/app/ShellFixture.h"
 #include <QApplication>
+#include <QDialog>
 #include <QDropEvent>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QMimeData>
 #include <QPushButton>
@@ -141,7 +143,7 @@ TEST_F(OpenFiles, AnUnreadableFileGetsTheSystemsWordsAndChangesNothing)
 {
     const QString path = Write(QStringLiteral("q.sql"), "select 1");
     QString text, why;
-    EXPECT_FALSE(ReadTextFile(Folder.path(), text, why)); // a folder cannot be read, whoever asks
+    EXPECT_FALSE(ReadQueryFile(Folder.path(), text, why)); // a folder cannot be read, whoever asks
     EXPECT_FALSE(why.isEmpty());
     Choose(QStringLiteral("a"));
     Window->DropFiles({path, Folder.filePath(QStringLiteral("gone.sql"))});
@@ -151,14 +153,79 @@ TEST_F(OpenFiles, AnUnreadableFileGetsTheSystemsWordsAndChangesNothing)
     EXPECT_EQ(Analyzer->Body, QStringLiteral("select 1"));
 }
 
+TEST_F(OpenFiles, ABinaryFileIsRefusedWithAMessageAndChangesNothing)
+{
+    const QByteArray picture = QByteArray("\x89PNG\r\n\x1a\n", 8) + QByteArray(4, '\0') + "IHDR";
+    const QByteArray late = QByteArray(200000, 'x') + '\0'; // text to begin with
+    for (const QByteArray &bytes : {picture, late}) {
+        const QString binary = Write(QStringLiteral("b.sql"), bytes);
+        Dialogs.Boxes.clear();
+        Window->DropFiles({binary});
+        ASSERT_EQ(Dialogs.Boxes.size(), 1);
+        EXPECT_EQ(Dialogs.Boxes[0].Text, binary + QStringLiteral("\r\nIt is not a text file."));
+        EXPECT_EQ(Dialogs.Boxes[0].Icon, mbExclamation);
+        EXPECT_EQ(Asked, 0); // for no connection either
+        EXPECT_FALSE(Analyzer);
+        EXPECT_FALSE(gConn);
+    }
+    // Behind a good one the text stays as it was, and the next one follows it.
+    Dialogs.Boxes.clear();
+    Choose(QStringLiteral("a"));
+    Window->DropFiles({Write(QStringLiteral("1.sql"), "select 1"), Folder.filePath(QStringLiteral("b.sql")),
+                       Write(QStringLiteral("2.sql"), "select 2")});
+    EXPECT_EQ(Dialogs.Boxes.size(), 1);
+    ASSERT_TRUE(Analyzer);
+    EXPECT_EQ(Analyzer->Body, QStringLiteral("select 1\r\n\r\nselect 2"));
+}
+
+TEST_F(OpenFiles, AFolderAndWhatIsGoneGetAMessageToo)
+{
+    for (const QString &path :
+         {Folder.path(), Folder.filePath(QStringLiteral("gone.sql")), QStringLiteral("/dev/zero")}) {
+        Dialogs.Boxes.clear();
+        Window->DropFiles({path, Write(QStringLiteral("1.sql"), "select 1")});
+        ASSERT_EQ(Dialogs.Boxes.size(), 1) << qPrintable(path);
+        EXPECT_TRUE(Dialogs.Boxes[0].Text.startsWith(path + QStringLiteral("\r\n")));
+        EXPECT_EQ(Asked, 0);
+        EXPECT_FALSE(Analyzer);
+    }
+}
+
+// A start with a file and no connection yet: the question for the connection comes alone, the welcome after it.
+TEST_F(OpenFiles, TheWelcomeWaitsForTheQuestion)
+{
+    gConns().Clear();
+    Window.reset();
+    QStringList titles;
+    QTimer look;
+    look.setInterval(10);
+    QElapsedTimer open;
+    QObject::connect(&look, &QTimer::timeout, &look, [&] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        if (titles.isEmpty() || titles.last() != dialog->windowTitle()) {
+            titles << dialog->windowTitle();
+            open.start();
+        }
+        if (open.elapsed() > 300) // long enough for the window's activation to be told
+            dialog->reject();
+    });
+    look.start();
+    Start(QuotedPath(Write(QStringLiteral("q.sql"), "select 1")), true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return titles.size() == 2 && !QApplication::activeModalWidget(); }, 10000));
+    look.stop();
+    EXPECT_EQ(titles, QStringList({"Select Connection", "Add Connection"}));
+}
+
 TEST_F(OpenFiles, TextFilesAreUtf8OrElseWindows1252)
 {
     QString text, why;
-    ASSERT_TRUE(ReadTextFile(Write(QStringLiteral("a"), "\xEF\xBB\xBF\xC3\xA4\xE2\x82\xAC"), text, why));
+    ASSERT_TRUE(ReadQueryFile(Write(QStringLiteral("a"), "\xEF\xBB\xBF\xC3\xA4\xE2\x82\xAC"), text, why));
     EXPECT_EQ(text, QStringLiteral("\u00e4\u20ac"));
-    ASSERT_TRUE(ReadTextFile(Write(QStringLiteral("b"), "\xE4\x80 x"), text, why));
+    ASSERT_TRUE(ReadQueryFile(Write(QStringLiteral("b"), "\xE4\x80 x"), text, why));
     EXPECT_EQ(text, QStringLiteral("\u00e4\u20ac x"));
-    ASSERT_TRUE(ReadTextFile(Write(QStringLiteral("c"), ""), text, why));
+    ASSERT_TRUE(ReadQueryFile(Write(QStringLiteral("c"), ""), text, why));
     EXPECT_EQ(text, QString());
 }
 
