@@ -27,13 +27,16 @@ frmSQL::frmSQL(QWidget *parent) : ChildWindow(parent)
     SetCaption(QStringLiteral("SQL Analyzer: "));
     txtSQL = new RichTextBox(this);
     txtSQL->setObjectName(QStringLiteral("txtSQL"));
+    txtSQL->setAccessibleName(QStringLiteral("SQL"));
     picSplit = new Splitter(this, spltVertical);
     picSplit->setObjectName(QStringLiteral("picSplit"));
     picSplit->SetBorder(1, leastPart);
     picSplit->SetBorder(3, leastPart);
     BuildTree();
+    TV->setAccessibleName(QStringLiteral("Structure of the database"));
     lvQuickList = new ListView(this);
     lvQuickList->setObjectName(QStringLiteral("lvQuickList"));
+    lvQuickList->setAccessibleName(QStringLiteral("Names"));
     lvQuickList->AddColumn(QString());
     lvQuickList->setHeaderHidden(true);
     lvQuickList->header()->setStretchLastSection(true); // its one column is as wide as the list

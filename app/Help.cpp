@@ -1,6 +1,8 @@
-// Help: F1, and "Contents", go to the widget with the focus first; where nobody takes them, the manual opens at the
-// page of the active window. Shift+F1 opens it also from an editor, which has a use of its own for F1.
+// The keys that nobody takes. Help: F1, and "Contents", go to the widget with the focus first; where nobody takes them,
+// the manual opens at the page of the active window. Shift+F1 opens it also from an editor, which has a use of its own
+// for F1.
 
+#include "app/WorkArea.h"
 #include "app/frmHelp.h"
 #include "app/mdiMother.h"
 #include "data/ChildWindow.h"
@@ -22,6 +24,8 @@ void mdiMother::mnuShowHelp()
 
 void mdiMother::keyPressEvent(QKeyEvent *event)
 {
+    if (event->key() == Qt::Key_Escape && !Area->isAncestorOf(QApplication::focusWidget()))
+        return Area->FocusActive(); // back from the bars
     if (event->key() != Qt::Key_F1 ||
         (event->modifiers() != Qt::NoModifier && event->modifiers() != Qt::ShiftModifier)) {
         QMainWindow::keyPressEvent(event);

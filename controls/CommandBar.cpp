@@ -4,9 +4,11 @@
 #include "controls/Skin.h"
 #include <QAction>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QToolBar>
 #include <QToolButton>
+#include <algorithm>
 
 CommandBar::CommandBar(QWidget *parent) : QWidget(parent), m_layout(new QHBoxLayout(this))
 {
@@ -93,9 +95,13 @@ void CommandBar::AddButton(const QString &toolbarKey, const QString &key, const 
         face->setFocusPolicy(Qt::TabFocus);
         face->setAccessibleName(toolTip);
         face->setObjectName(key);
+        face->installEventFilter(this);
+        const QList<QToolButton *> faces = Faces(); // Tab goes as they stand, whenever a toolbar was made
+        if (const qsizetype here = faces.indexOf(face); here > 0)
+            QWidget::setTabOrder(faces[here - 1], face);
         if (kind == cbrDropDown) {
             button.menu = new QMenu(face);
-            ApplySkin(face); // and its menu: a toolbar may be made long after its window was painted
+            ApplySkin(button.menu); // a toolbar may be made long after its window was painted
             face->setMenu(button.menu);
             face->setPopupMode(QToolButton::MenuButtonPopup); // the button itself is clicked as any other
         }
@@ -184,6 +190,68 @@ void CommandBar::SetIcon(const QString &key, const QIcon &icon)
 void CommandBar::Press(const QString &key)
 {
     At(key).action->trigger();
+}
+
+QList<QToolButton *> CommandBar::Faces() const
+{
+    QList<QToolButton *> faces;
+    for (int i = 0; i < m_layout->count(); ++i)
+        if (const auto *const bar = qobject_cast<QToolBar *>(m_layout->itemAt(i)->widget()))
+            for (QAction *const action : bar->actions())
+                if (auto *const face = qobject_cast<QToolButton *>(bar->widgetForAction(action)))
+                    faces << face;
+    return faces;
+}
+
+bool CommandBar::FocusFirst()
+{
+    for (QToolButton *const face : Faces())
+        if (face->isVisible() && face->isEnabled()) {
+            face->setFocus(Qt::ShortcutFocusReason);
+            return true;
+        }
+    return false;
+}
+
+// To the next button that can take the focus; at either end it stays.
+bool CommandBar::MoveFocus(const QToolButton *from, int key)
+{
+    QList<QToolButton *> faces = Faces();
+    const bool left = key == Qt::Key_Left || key == Qt::Key_Home;
+    if (left != (layoutDirection() == Qt::RightToLeft && key != Qt::Key_Home && key != Qt::Key_End))
+        std::reverse(faces.begin(), faces.end());
+    const bool far = key == Qt::Key_Home || key == Qt::Key_End;
+    QToolButton *to = nullptr;
+    for (qsizetype i = far ? 0 : faces.indexOf(from) + 1; i < faces.size() && (far || !to); ++i)
+        if (faces[i]->isVisible() && faces[i]->isEnabled())
+            to = faces[i];
+    if (to)
+        to->setFocus(Qt::TabFocusReason);
+    return true;
+}
+
+bool CommandBar::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *const face = qobject_cast<QToolButton *>(watched);
+    if (face && event->type() == QEvent::KeyPress) {
+        const auto *const key = static_cast<QKeyEvent *>(event);
+        const bool alt = key->modifiers().testFlag(Qt::AltModifier);
+        switch (key->key()) {
+        case Qt::Key_Down:
+            if (!alt || !face->menu())
+                break;
+            face->showMenu();
+            return true;
+        case Qt::Key_Left:
+        case Qt::Key_Right:
+        case Qt::Key_Home:
+        case Qt::Key_End:
+            return !alt && MoveFocus(face, key->key());
+        default:
+            break;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 QRect CommandBar::ButtonRect(const QString &key) const

@@ -3,8 +3,8 @@
 // thread.
 //
 // Button keys are unique in the whole bar: one that is there raises ControlError 35602; asking for a toolbar or button
-// that is not there raises 35601. A button's image is ToolIcon of its key. Every button is reached with Tab and the
-// arrow keys.
+// that is not there raises 35601. A button's image is ToolIcon of its key. Every button is reached with Tab and,
+// from toolbar to toolbar, with the arrow keys; Alt+Down opens a drop-down button's menu.
 
 #include <QHash>
 #include <QIcon>
@@ -15,6 +15,7 @@ class QAction;
 class QHBoxLayout;
 class QMenu;
 class QToolBar;
+class QToolButton;
 
 enum CommandButtonKind
 {
@@ -57,7 +58,11 @@ public:
 
     void Press(const QString &key);                 // as a click; nothing on a disabled button
     QRect ButtonRect(const QString &key) const;     // pixels in the bar; empty when it is not shown
+    bool FocusFirst();                              // the keyboard to the first button that is on; false when none is
     QPoint PopupPosition(const QString &key) const; // global, below the button
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
     void ButtonClick(const QString &key);
@@ -80,6 +85,8 @@ private:
     const Button &At(const QString &key) const;
     const Toolbar &BarAt(const QString &key) const;
     void Arrange(const QString &toolbarKey);
+    QList<QToolButton *> Faces() const; // the buttons of all toolbars, from left to right
+    bool MoveFocus(const QToolButton *from, int key);
 
     QHash<QString, Toolbar> m_toolbars;
     QHash<QString, Button> m_buttons;

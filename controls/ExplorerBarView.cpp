@@ -282,6 +282,10 @@ void ExplorerBar::keyPressEvent(QKeyEvent *event)
     case Qt::Key_Return:
     case Qt::Key_Enter:
         return Press(m_focus);
+    case Qt::Key_F10: // keyboards without a menu key
+        if (event->modifiers() == Qt::ShiftModifier && m_focus.item)
+            emit ItemRightClick(m_focus.item, viewport()->mapToGlobal(ItemRect(m_focus.item).center()));
+        return;
     default:
         QAbstractScrollArea::keyPressEvent(event);
     }

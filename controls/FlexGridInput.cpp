@@ -247,7 +247,8 @@ void FlexGrid::keyPressEvent(QKeyEvent *event)
         m->SetBlock(m->FrozenRows(), m->FrozenCols(), m->rows - 1, m->cols - 1);
     } else if (row && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
         emit DoubleClick();
-    } else if (row && event->key() == Qt::Key_Menu) {
+    } else if (row && (event->key() == Qt::Key_Menu ||
+                       (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier))) {
         const QRect cell = CellRect(m->row, m->col);
         emit MouseUp(Qt::RightButton, cell.isNull() ? viewport()->rect().center() : cell.center());
     } else if (row && event->key() == Qt::Key_Plus && CanExpand(m->row)) {

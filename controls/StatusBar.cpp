@@ -16,6 +16,7 @@ public:
     {
         setFocusPolicy(style == sbrText ? Qt::TabFocus : Qt::NoFocus);
         setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);
+        SetName();
     }
 
     void Set(const QString &text)
@@ -23,7 +24,7 @@ public:
         if (text == Text)
             return;
         Text = text;
-        setAccessibleName(text);
+        SetName();
         if (Tip.isEmpty())
             setToolTip(text.left(1000));
         if (!Spring)
@@ -82,6 +83,8 @@ protected:
     }
 
 private:
+    void SetName() { setAccessibleName(Text.isEmpty() ? QStringLiteral("Panel %1").arg(m_number) : Text); }
+
     int m_number;
 };
 

@@ -6,6 +6,7 @@
 #include <QBoxLayout>
 #include <QFile>
 #include <QFileInfo>
+#include <QGraphicsView>
 #include <QLabel>
 #include <QLocale>
 #include <QPainter>
@@ -27,6 +28,8 @@ void drReport::Build()
     preview = new QPrintPreviewWidget(m_printer.get(), this);
     preview->setObjectName(QStringLiteral("preview"));
     preview->setAccessibleName(tr("Preview of the report"));
+    for (auto *pages : preview->findChildren<QGraphicsView *>()) // which takes the keyboard
+        pages->setAccessibleName(preview->accessibleName());
     connect(preview, &QPrintPreviewWidget::paintRequested, this,
             [this](QPrinter *printer) { Paint(*printer, PreviewPages); });
     lblPages = new QLabel(this);

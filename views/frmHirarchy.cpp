@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -145,11 +146,20 @@ ResultOwner *frmHirarchy::CallerSQLForm() const
     return m_ownerWidget ? m_owner : nullptr;
 }
 
+// The keyboard goes with the view: the toolkit would hand it to whatever follows the hidden one.
 void frmHirarchy::ShowTab(int tab)
 {
-    mfg->setVisible(tab == 1);
-    mfgMessge->setVisible(tab == 2);
-    txtData->setVisible(tab == 3);
+    const std::array<QWidget *, 3> views = {mfg, mfgMessge, txtData};
+    const bool focused = std::ranges::any_of(views, [](const QWidget *view) { return view->hasFocus(); });
+    for (size_t i = 0; i < views.size(); ++i)
+        if (int(i) + 1 == tab) {
+            views[i]->show();
+            if (focused)
+                views[i]->setFocus();
+        }
+    for (size_t i = 0; i < views.size(); ++i)
+        if (int(i) + 1 != tab)
+            views[i]->hide();
     if (tab == 2)
         FitLog();
 }
