@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr QLatin1String kOffered[] = {QLatin1String("mnuCopy"), QLatin1String("mnuSave")};
+constexpr QLatin1String kOffered[] = {QLatin1String("mnuCopy"), QLatin1String("mnuSave"), QLatin1String("RefreshForm")};
 constexpr int kWindow = 2; // the mode that this window passes
 
 double SecondsSinceMidnight()

@@ -35,7 +35,7 @@ clsMenuSettings frmTree::MenuSettings() const
 
 bool frmTree::Offers(const QString &name) const
 {
-    return name == QLatin1String("mnuSave");
+    return name == QLatin1String("mnuSave") || name == QLatin1String("RefreshForm");
 }
 
 void frmTree::Load()

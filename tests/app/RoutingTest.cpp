@@ -131,6 +131,28 @@ TEST_F(Routing, TheSqlToolbarLivesWithItsWindows)
     EXPECT_EQ(Window->cb->ButtonKeys(QStringLiteral("SQL")), keys);
 }
 
+// Its windows come later: the buttons are there, and none of them is a dead click.
+TEST_F(Routing, TheDiagramToolbarIsThereAndOff)
+{
+    EXPECT_FALSE(Window->cb->HasToolbar(QStringLiteral("DTB")));
+    Child(QStringLiteral("frmDiagram"));
+    ASSERT_TRUE(Window->cb->HasToolbar(QStringLiteral("DTB")));
+    EXPECT_FALSE(Window->cb->HasToolbar(QStringLiteral("SQL")));
+    QStringList keys;
+    for (const ButtonRow &row : DiagramToolbar()) {
+        keys << QString::fromLatin1(row.Key);
+        if (row.Kind == ButtonKind::Separator)
+            continue;
+        EXPECT_EQ(Window->cb->Enabled(keys.last()), !row.Later) << row.Key;
+        EXPECT_EQ(Window->cb->ToolTip(keys.last()), QString::fromLatin1(row.Tooltip));
+        Log.clear();
+        Window->cb->Press(keys.last());
+        EXPECT_EQ(Log.size(), row.Later ? 0 : 1) << row.Key;
+    }
+    EXPECT_EQ(Window->cb->ButtonKeys(QStringLiteral("DTB")), keys);
+    EXPECT_EQ(Window->cb->Kind(QStringLiteral("DTBB&W")), cbrCheck);
+}
+
 TEST_F(Routing, EntriesThatAWindowAddedGoBackToIt)
 {
     Child(QStringLiteral("frmSQL"));

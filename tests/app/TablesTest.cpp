@@ -194,6 +194,31 @@ TEST(SideBarTable, RowsStandInTheirOrderAndReachTheirItems)
                                  "HELP|Help|Help|mnuShowHelp"}));
 }
 
+TEST(ToolbarTable, TooltipsAreTheseAndTheChecksAreThree)
+{
+    const auto tips = [](std::span<const ButtonRow> rows) {
+        QStringList texts;
+        for (const ButtonRow &row : rows)
+            if (row.Kind != ButtonKind::Separator)
+                texts << QString::fromLatin1(row.Tooltip);
+        return texts;
+    };
+    EXPECT_EQ(tips(SQLToolbar()),
+              QStringList({"Run", "Run Transaction", "Wizzard", "Show Execution Plan", "Check Syntax", "Parser",
+                           "Break Text", "Text to Code", "Block Indent", "Remove Indent", "Block Comment",
+                           "Remove Comment", "Upper Case", "Lower Case", "Multiple Output windows",
+                           "Split window workarea between code and results", "Refresh"}));
+    EXPECT_EQ(tips(DiagramToolbar()),
+              QStringList({"Add Table", "Add Linked", "Add All Tables", "Remove Table", "Clear All Tables",
+                           "Bring To Front", "Send To Back", "Black and White"}));
+    QStringList checks;
+    for (const auto &rows : {SQLToolbar(), DiagramToolbar()})
+        for (const ButtonRow &row : rows)
+            if (row.Kind == ButtonKind::Check)
+                checks << QString::fromLatin1(row.Key);
+    EXPECT_EQ(checks, QStringList({"SQLMulti", "SQLSplit", "DTBB&W"}));
+}
+
 TEST(ToolbarTable, KeysStandInTheirOrderAndHaveImages)
 {
     QStringList sql, diagram;
