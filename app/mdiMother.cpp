@@ -10,6 +10,7 @@
 #include "controls/CommandBar.h"
 #include "controls/ExplorerBar.h"
 #include "controls/Icons.h"
+#include "controls/SkinStyle.h"
 #include "controls/Splitter.h"
 #include "controls/StatusBar.h"
 #include "controls/Twips.h"
@@ -47,6 +48,7 @@ private:
 
 mdiMother::mdiMother(QWidget *parent) : QMainWindow(parent)
 {
+    SkinStyle::Use(); // before any part of the window takes its pictures from another one
     setObjectName(QStringLiteral("mdiMother"));
     setWindowTitle(QStringLiteral("Brindlewick"));
     setWindowIcon(AppIcon());

@@ -36,6 +36,11 @@ const std::initializer_list<GlyphRow> &Glyphs()
              i.Line({{5.5, 4.5}, {5.5, 2.5}, {13.5, 2.5}, {13.5, 9.5}, {11.5, 9.5}}, s_glyph, 1.6);
              i.Frame({2.5, 6, 8, 7.5}, s_glyph, 0, 1.6);
          }},
+        {QStyle::SP_ToolBarHorizontalExtensionButton, // there is more than a narrow bar has room for
+         [](IconInk &i) {
+             i.Line({{2.5, 3}, {7, 8}, {2.5, 13}}, s_glyph, 2.4);
+             i.Line({{9, 3}, {13.5, 8}, {9, 13}}, s_glyph, 2.4);
+         }},
         {QStyle::SP_TitleBarCloseButton,
          [](IconInk &i) {
              i.Line({{3.5, 3.5}, {12.5, 12.5}}, s_glyph, 2);

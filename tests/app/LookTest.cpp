@@ -16,6 +16,7 @@
 #include <QRadioButton>
 #include <QStyle>
 #include <QStyleOptionTitleBar>
+#include <QToolButton>
 
 namespace {
 
@@ -77,6 +78,23 @@ TEST_F(Look, TheButtonsOfAMaximisedChildInTheMenuBar)
         const QRect rect(corner->x() + button * each + 4, corner->y() + 4, each - 8, corner->height() - 8);
         EXPECT_GE(ReadText(picture, rect).Ratio, s_shape) << button;
     }
+}
+
+// In a narrow window the bars have a mark behind which the rest is.
+TEST_F(Look, TheMarksOfBarsThatAreTooNarrow)
+{
+    Child(QStringLiteral("frmSQL"));
+    Window->resize(480, 400);
+    QCoreApplication::processEvents();
+    int looked = 0;
+    for (QToolButton *mark : Window->findChildren<QToolButton *>(QStringLiteral("qt_toolbar_ext_button")))
+        if (mark->isVisible()) {
+            EXPECT_GE(ReadText(PictureOf(*mark), mark->rect()).Ratio, s_shape)
+                << mark->parentWidget()->metaObject()->className() << mark->width() << 'x' << mark->height()
+                << mark->isEnabled() << mark->icon().actualSize(QSize(64, 64)).width();
+            ++looked;
+        }
+    EXPECT_GE(looked, 2); // the menu bar and a toolbar
 }
 
 TEST_F(Look, EveryControlOfEveryWindowGotColoursThatCanBeRead)

@@ -38,6 +38,7 @@ QString S(const char *text)
 
 void Keep(QWidget &window, const char *name, int leastColours)
 {
+    InitColours(); // and the program's style
     for (const int scale : {1, 2}) {
         QImage picture(window.size() * scale, QImage::Format_RGB32);
         picture.setDevicePixelRatio(scale);
