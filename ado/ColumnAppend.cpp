@@ -15,6 +15,17 @@ void ColumnStore::AppendNull()
     m->MarkNull(m->size - 1, true);
 }
 
+void ColumnStore::AppendNulls(qint64 rows)
+{
+    if (rows <= 0)
+        return;
+    m->ReserveNull(m->size + rows - 1);
+    for (qint64 i = 0; i < rows; ++i) {
+        m->PushBlank();
+        m->MarkNull(m->size - 1, true);
+    }
+}
+
 void ColumnStore::AppendInt64(qint64 value)
 {
     if (m->storage == Storage::Int64 || (m->storage == Storage::UInt64 && value >= 0)) {

@@ -31,6 +31,7 @@ public:
 
     // Appending, one call a row. Each may throw std::bad_alloc, and then leaves the store as it was.
     void AppendNull();
+    void AppendNulls(qint64 rows);
     void AppendInt64(qint64 value);
     void AppendUInt64(quint64 value);
     void AppendDouble(double value);

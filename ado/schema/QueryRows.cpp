@@ -208,6 +208,10 @@ ColumnStore QueryRows::StoreOf(int column) const
     const ColumnStore *source = m_sources[size_t(column)];
     ColumnStore store(type);
     store.Reserve(qint64(m_rows.size()));
+    if (!source && m_own.empty()) {
+        store.AppendNulls(qint64(m_rows.size()));
+        return store;
+    }
     for (const Row &row : m_rows) {
         const Value *own = OwnCell(row, column);
         if (own) {

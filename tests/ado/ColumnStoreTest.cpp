@@ -113,6 +113,21 @@ TEST(ColumnStore, ComparesAsTheValuesDo)
     }
 }
 
+TEST(ColumnStore, ManyNullsAtOnceAreAsManyOneByOne)
+{
+    for (const DataTypeEnum type : {adVarWChar, adBigInt, adDouble, adBoolean, adNumeric, adDBTimeStamp, adVariant}) {
+        ColumnStore store(type);
+        store.AppendNulls(0);
+        EXPECT_EQ(store.Size(), 0);
+        store.AppendNulls(130);
+        store.Append(Value(1));
+        store.AppendNulls(3);
+        ASSERT_EQ(store.Size(), 134) << type;
+        for (qint64 row = 0; row < store.Size(); ++row)
+            ASSERT_EQ(store.IsNull(row), row != 130) << type << " " << row;
+    }
+}
+
 TEST(ColumnStore, NullsComeFirstTextWithoutCaseNumbersByValue)
 {
     ColumnStore text(adVarWChar);
