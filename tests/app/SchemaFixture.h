@@ -8,6 +8,7 @@
 #include "controls/FlexGrid.h"
 #include "controls/ListView.h"
 #include "controls/StatusBar.h"
+#include "data/ConnectionStore.h"
 #include "data/frmGetSelection.h"
 #include "data/frmGrid.h"
 #include "data/frmTree.h"
@@ -25,6 +26,9 @@ protected:
     {
         ShellTest::SetUp();
         AnalyzerFactory::Current().SetFileFilter = [this](ChildWindow *, const QString &filter) { Filter = filter; };
+        clsConns stored; // without one the welcome would come up over a connection that takes its time
+        stored.Add(QString(), QStringLiteral("Stored"), QString());
+        ASSERT_TRUE(SaveConnections(AppFile(QStringLiteral("es.dat")), stored));
         Start();
     }
     // A SQLite file with a few tables and a view.
