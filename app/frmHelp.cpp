@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QHBoxLayout>
+#include <QHash>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -24,6 +25,19 @@ static QString Markdown(const QString &page)
 {
     QFile file(QString::fromLatin1(s_root) + page + QStringLiteral(".md"));
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+// What a reader sees of a page. The manual does not change while the program runs, and the search reads all of it at
+// every letter.
+static QString PlainText(const QString &page)
+{
+    static QHash<QString, QString> known;
+    const auto there = known.constFind(page);
+    if (there != known.cend())
+        return *there;
+    QTextDocument document;
+    document.setMarkdown(Markdown(page));
+    return *known.insert(page, document.toPlainText());
 }
 
 static QList<int> PlacesIn(const QString &text, const QString &what)
@@ -170,9 +184,7 @@ void frmHelp::ListPages()
     lvPages->Clear();
     const QString what = txtSearch->text();
     for (const QString &page : Pages()) {
-        QTextDocument document;
-        document.setMarkdown(Markdown(page));
-        const qsizetype hits = PlacesIn(document.toPlainText(), what).size();
+        const qsizetype hits = what.isEmpty() ? 0 : PlacesIn(PlainText(page), what).size();
         if (!what.isEmpty() && hits == 0)
             continue;
         const QString count = what.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(hits);

@@ -33,7 +33,6 @@ void Splitter::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    m_former = Position();
     m_split.SplitterMouseDown(Pointer(event));
 }
 
@@ -48,7 +47,7 @@ void Splitter::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton || !m_split.SplitterFormMouseUp(Pointer(event)))
         return;
     emit Moved(Position());
-    emit Dropped(m_former, m_split.Travel());
+    emit Dropped(m_split.Start(), m_split.Travel());
 }
 
 void Splitter::keyPressEvent(QKeyEvent *event)

@@ -38,5 +38,4 @@ protected:
 private:
     int Pointer(const QMouseEvent *event) const;
     cSplitDDC m_split;
-    int m_former = 0;
 };

@@ -32,6 +32,7 @@ public:
     void SplitterMouseDown(int pointer);
     bool SplitterFormMouseMove(int pointer); // moves the bar; false when it is not held
     bool SplitterFormMouseUp(int pointer);   // lets it go; true when that ends a move, false after a mere click
+    int Start() const { return m_start; }    // where the bar stood when it was taken hold of
     int Travel() const { return m_travel; }  // of the last move: from the bar's former edge to where it was let go
 
 private:

@@ -22,12 +22,19 @@ bool IsOracle()
     return gConn && gConn->ConnectionString().contains(QLatin1String("ORA"), Qt::CaseInsensitive);
 }
 
+// A table's fields without its rows. Raises.
+static ADODB::RecordsetPtr OpenEmpty(const QString &Table)
+{
+    const auto empty = ADODB::Recordset::Create();
+    empty->Open(QStringLiteral("SELECT * FROM ") + QuoteName(Table) + QStringLiteral(" WHERE 1=0"), gConn);
+    return empty;
+}
+
 QString GetFieldList(const QString &Table, const QString &Separator)
 {
     QString list;
     Attempt([&] {
-        const auto empty = ADODB::Recordset::Create();
-        empty->Open(QStringLiteral("SELECT * FROM ") + QuoteName(Table) + QStringLiteral(" WHERE 1=0"), gConn);
+        const auto empty = OpenEmpty(Table);
         const auto &fields = empty->Fields();
         for (int i = 0; i < fields.Count(); ++i)
             list += (list.isEmpty() ? QString() : Separator) + fields[i].Name();
@@ -39,8 +46,7 @@ QString CreateTableStatement(const QString &Table)
 {
     std::vector<FieldShape> shapes;
     const bool read = Attempt([&] {
-        const auto empty = ADODB::Recordset::Create();
-        empty->Open(QStringLiteral("SELECT * FROM ") + QuoteName(Table) + QStringLiteral(" WHERE 1=0"), gConn);
+        const auto empty = OpenEmpty(Table);
         const auto &fields = empty->Fields();
         for (int i = 0; i < fields.Count(); ++i) {
             const ADODB::Field &field = fields[i];
