@@ -2,9 +2,9 @@
 
 #include "controls/RichTextBox.h"
 #include "controls/Skin.h"
-#include "data/RememberedSize.h"
-#include "data/Settings.h"
-#include "data/Shell.h"
+#include "frame/RememberedSize.h"
+#include "frame/Settings.h"
+#include "frame/Shell.h"
 #include "sqltext/TextToCode.h"
 #include <QClipboard>
 #include <QComboBox>

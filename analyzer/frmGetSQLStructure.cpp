@@ -1,6 +1,6 @@
 #include "analyzer/frmGetSQLStructure.h"
 
-#include "data/Settings.h"
+#include "frame/Settings.h"
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHBoxLayout>

@@ -5,7 +5,7 @@
 // Made fresh for each use. The boxes come from the settings "FieldNames", "GroupBy", "Having" and "OrderBy" and go back
 // there by whatever way it ends. Interface thread; nothing raises.
 
-#include "data/ModalForm.h"
+#include "frame/ModalForm.h"
 #include "sqltext/EditAssist.h"
 
 class QCheckBox;

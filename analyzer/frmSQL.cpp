@@ -7,8 +7,8 @@
 #include "controls/Splitter.h"
 #include "controls/TreeView.h"
 #include "controls/Twips.h"
-#include "data/Shell.h"
 #include "data/clsConns.h"
+#include "frame/Shell.h"
 #include "views/frmHirarchy.h"
 #include <QHeaderView>
 #include <QResizeEvent>

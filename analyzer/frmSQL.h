@@ -7,7 +7,7 @@
 //
 // A run lets events through, and these may close this window: whoever waits in it looks at a QPointer afterwards.
 
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 #include "sqltext/BraceShow.h"
 #include "sqltext/FixText.h"
 #include "sqltext/QuickList.h"

@@ -1,11 +1,11 @@
 // Query files and the printer.
-#include "analyzer/QueryFile.h"
 #include "analyzer/frmSQL.h"
+#include "frame/QueryFile.h"
 
 #include "controls/Dialogs.h"
 #include "controls/RichTextBox.h"
-#include "data/AppPath.h"
-#include "data/SaveDialog.h"
+#include "frame/AppPath.h"
+#include "frame/SaveDialog.h"
 #include "sqltext/EditAssist.h"
 #include <QFileInfo>
 #include <QPrinter>

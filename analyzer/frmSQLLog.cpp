@@ -4,7 +4,7 @@
 #include "controls/Attempt.h"
 #include "controls/ExplorerBar.h"
 #include "controls/TreeView.h"
-#include "data/Shell.h"
+#include "frame/Shell.h"
 
 namespace {
 

@@ -5,10 +5,10 @@
 #include "controls/CommandBar.h"
 #include "controls/Dialogs.h"
 #include "controls/RichTextBox.h"
-#include "data/Pump.h"
-#include "data/Shell.h"
 #include "data/modMain.h"
+#include "frame/Shell.h"
 #include "lang/Text.h"
+#include "session/Pump.h"
 #include "views/frmHirarchy.h"
 #include <QApplication>
 #include <QMdiSubWindow>

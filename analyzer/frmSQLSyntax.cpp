@@ -5,10 +5,10 @@
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
 #include "controls/RichTextBox.h"
-#include "data/Pump.h"
-#include "data/Shell.h"
 #include "data/frmTextOutput.h"
 #include "data/modMain.h"
+#include "frame/Shell.h"
+#include "session/Pump.h"
 
 // Input is held back meanwhile: what another window altered inside of the check's transaction would be rolled back.
 // While another's statement holds the connection, Escape stops that one and the check goes on.

@@ -3,7 +3,7 @@
 
 #include "controls/CommandBar.h"
 #include "controls/RichTextBox.h"
-#include "data/Shell.h"
+#include "frame/Shell.h"
 
 namespace {
 

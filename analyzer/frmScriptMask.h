@@ -4,7 +4,7 @@
 // A child of the main window. It follows the connection and keeps its table then. The mask is kept under the setting
 // "Mask". Interface thread; nothing raises: what the server says is shown.
 
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 
 class QComboBox;
 class QPushButton;

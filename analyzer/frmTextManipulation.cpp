@@ -3,9 +3,9 @@
 #include "controls/Dialogs.h"
 #include "controls/RichTextBox.h"
 #include "controls/Skin.h"
-#include "data/RememberedSize.h"
-#include "data/SaveDialog.h"
 #include "data/frmFind.h"
+#include "frame/RememberedSize.h"
+#include "frame/SaveDialog.h"
 #include "sqltext/FindText.h"
 #include <QAction>
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
 #include "app/ChildPlaces.h"
 #include "controls/Twips.h"
-#include "data/Settings.h"
+#include "frame/Settings.h"
 #include "lang/Text.h"
 #include <QStringList>
 #include <cmath>

@@ -1,5 +1,5 @@
 #include "app/CommandLine.h"
-#include "data/AppPath.h"
+#include "frame/AppPath.h"
 #include "lang/Text.h"
 #include <QDir>
 #include <QFileInfo>

@@ -7,8 +7,8 @@
 #include "app/frmAbout.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
-#include "data/ChildWindow.h"
 #include "data/modMain.h"
+#include "frame/ChildWindow.h"
 #include <QPointer>
 #include <cstring>
 

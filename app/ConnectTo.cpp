@@ -6,10 +6,10 @@
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
 #include "controls/ExplorerBar.h"
-#include "data/ChildWindow.h"
 #include "data/clsConns.h"
 #include "data/frmAni.h"
 #include "data/modMain.h"
+#include "frame/ChildWindow.h"
 #include <QCoreApplication>
 #include <QPointer>
 #include <QScopeGuard>

@@ -5,7 +5,7 @@
 #include "app/WorkArea.h"
 #include "app/frmHelp.h"
 #include "app/mdiMother.h"
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 #include <QApplication>
 #include <QKeyEvent>
 

@@ -2,7 +2,7 @@
 #include "analyzer/frmSQL.h"
 #include "app/AnalyzerFactory.h"
 #include "controls/FlexGrid.h"
-#include "data/Shell.h"
+#include "frame/Shell.h"
 #include "views/frmHirarchy.h"
 
 void InstallAnalyzer()

@@ -4,7 +4,7 @@
 #include "app/mdiMother.h"
 #include "controls/CommandBar.h"
 #include "controls/Twips.h"
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 #include <QActionGroup>
 #include <QMenu>
 #include <QMenuBar>

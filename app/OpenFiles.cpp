@@ -1,14 +1,14 @@
 // Files that come from outside: the command line and what is dropped on the window.
 
-#include "analyzer/QueryFile.h"
 #include "app/AnalyzerFactory.h"
 #include "app/CommandLine.h"
 #include "app/SideBar.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
-#include "data/ChildWindow.h"
 #include "data/modMain.h"
+#include "frame/ChildWindow.h"
+#include "frame/QueryFile.h"
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMimeData>

@@ -7,7 +7,7 @@
 #include "controls/Attempt.h"
 #include "controls/CommandBar.h"
 #include "controls/ExplorerBar.h"
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 
 void mdiMother::SideBarClick(ExplorerBarItem *item)
 {

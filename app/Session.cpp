@@ -4,9 +4,9 @@
 #include "app/WorkArea.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
-#include "data/ChildWindow.h"
-#include "data/Shell.h"
 #include "data/modMain.h"
+#include "frame/ChildWindow.h"
+#include "frame/Shell.h"
 #include "lang/Text.h"
 #include <QApplication>
 #include <QElapsedTimer>

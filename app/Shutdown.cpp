@@ -4,8 +4,8 @@
 #include "app/WorkArea.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
-#include "data/Pump.h"
 #include "data/modMain.h"
+#include "session/Pump.h"
 #include "sqltext/Keywords.h"
 #include <QCloseEvent>
 

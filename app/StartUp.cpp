@@ -6,7 +6,7 @@
 #include "controls/Attempt.h"
 #include "controls/Skin.h"
 #include "controls/Splitter.h"
-#include "data/AppPath.h"
+#include "frame/AppPath.h"
 #include "sqltext/Keywords.h"
 #include <QFileInfo>
 

@@ -6,9 +6,9 @@
 #include "controls/ExplorerBar.h"
 #include "controls/Splitter.h"
 #include "controls/Twips.h"
-#include "data/AppPath.h"
 #include "data/ConnectionStore.h"
 #include "data/clsConns.h"
+#include "frame/AppPath.h"
 #include <cmath>
 
 static QRectF InTwips(const QRect &pixels)

@@ -2,7 +2,7 @@
 #include "app/SideBarTable.h"
 #include "app/ToolbarTable.h"
 #include "controls/CommandBar.h"
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 
 void BuildMainToolbar(CommandBar &bar)
 {

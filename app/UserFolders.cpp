@@ -1,6 +1,6 @@
 #include "app/UserFolders.h"
-#include "data/AppPath.h"
-#include "data/Settings.h"
+#include "frame/AppPath.h"
+#include "frame/Settings.h"
 #include <QDir>
 #include <QStandardPaths>
 

@@ -1,5 +1,5 @@
 #include "app/WindowPlace.h"
-#include "data/Settings.h"
+#include "frame/Settings.h"
 #include "lang/Text.h"
 #include <QLocale>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include "app/WorkArea.h"
 #include "app/ChildPlaces.h"
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 #include <QAction>
 #include <QContextMenuEvent>
 #include <QMdiSubWindow>

@@ -1,7 +1,7 @@
 #pragma once
 // "About Us": name, version, licence, and what the program runs on: the toolkit and the database drivers found here.
 
-#include "data/ModalForm.h"
+#include "frame/ModalForm.h"
 
 class frmAbout : public ModalForm
 {

@@ -1,7 +1,7 @@
 #include "app/frmHelp.h"
 #include "controls/ListView.h"
 #include "controls/Skin.h"
-#include "data/RememberedSize.h"
+#include "frame/RememberedSize.h"
 #include <QDir>
 #include <QFile>
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #pragma once
 // "Add Connection": the welcome of a start without any stored connection.
 
-#include "data/ModalForm.h"
+#include "frame/ModalForm.h"
 
 class frmRookie : public ModalForm
 {

@@ -7,7 +7,7 @@
 #include "app/StartUp.h"
 #include "app/UserFolders.h"
 #include "app/mdiMother.h"
-#include "data/Pump.h"
+#include "session/Pump.h"
 #include <QApplication>
 
 int main(int argc, char **argv)

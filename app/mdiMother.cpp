@@ -14,8 +14,8 @@
 #include "controls/Splitter.h"
 #include "controls/StatusBar.h"
 #include "controls/Twips.h"
-#include "data/ChildWindow.h"
-#include "data/Pump.h"
+#include "frame/ChildWindow.h"
+#include "session/Pump.h"
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>

@@ -6,7 +6,7 @@
 // Owned by main; lives from start to end of the program. Interface thread. Every operation here is a boundary: nothing
 // is raised. Lengths of the settings are twips, all others pixels.
 
-#include "data/Shell.h"
+#include "frame/Shell.h"
 #include <QMainWindow>
 #include <QPointer>
 #include <memory>

@@ -6,10 +6,10 @@
 #include "controls/ListView.h"
 #include "controls/RichTextBox.h"
 #include "controls/TreeView.h"
-#include "data/AppPath.h"
-#include "data/Settings.h"
 #include "data/frmFind.h"
 #include "data/modMain.h"
+#include "frame/AppPath.h"
+#include "frame/Settings.h"
 #include "sqltext/IntColorAll.h"
 #include "sqltext/clsColorTable.h"
 #include <QApplication>

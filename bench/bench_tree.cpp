@@ -5,8 +5,8 @@
 #include "bench/Wide.h"
 #include "controls/TreeView.h"
 #include "data/SchemaLoader.h"
-#include "data/Shell.h"
 #include "data/modMain.h"
+#include "frame/Shell.h"
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTest>

@@ -1,8 +1,8 @@
 #include "controls/Attempt.h"
-#include "data/Pump.h"
-#include "data/Shell.h"
 #include "data/frmLogin.h"
 #include "data/modMain.h"
+#include "frame/Shell.h"
+#include "session/Pump.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 #include "controls/Attempt.h"
 #include "controls/ListView.h"
 #include "controls/Twips.h"
-#include "data/Pump.h"
-#include "data/Shell.h"
 #include "data/clsConns.h"
 #include "data/frmConnectionString.h"
 #include "data/frmGetSelection.h"
 #include "data/modMain.h"
+#include "frame/Shell.h"
 #include "lang/Text.h"
+#include "session/Pump.h"
 #include <QPushButton>
 
 namespace {

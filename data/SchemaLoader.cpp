@@ -1,11 +1,11 @@
 #include "data/SchemaLoader.h"
 #include "controls/Attempt.h"
 #include "controls/TreeView.h"
-#include "data/Pump.h"
 #include "data/SchemaFields.h"
-#include "data/Shell.h"
 #include "data/modMain.h"
+#include "frame/Shell.h"
 #include "lang/Text.h"
+#include "session/Pump.h"
 #include <QPointer>
 #include <atomic>
 #include <vector>

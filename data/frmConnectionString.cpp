@@ -2,8 +2,8 @@
 #include "ado/odbc/OdbcDriver.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
-#include "data/Pump.h"
 #include "lang/Text.h"
+#include "session/Pump.h"
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>

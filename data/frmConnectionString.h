@@ -3,7 +3,7 @@
 // file chooser, server, port, database, user, password, further attributes. The resulting string is shown and may be
 // edited; Test opens it in the background and says what the driver says.
 
-#include "data/ModalForm.h"
+#include "frame/ModalForm.h"
 #include <QString>
 
 class QComboBox;

@@ -1,6 +1,6 @@
 #include "data/frmFind.h"
 #include "controls/Twips.h"
-#include "data/Settings.h"
+#include "frame/Settings.h"
 #include "sqltext/FindText.h"
 #include <QCheckBox>
 #include <QComboBox>

@@ -6,7 +6,7 @@
 // Usage: frmFind find; find.EnableReplace(true); find.SetCriteria(selection); find.ShowModal(); if (!find.Cancelled)
 // ...
 
-#include "data/ModalForm.h"
+#include "frame/ModalForm.h"
 #include <QString>
 
 class QCheckBox;

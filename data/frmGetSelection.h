@@ -3,7 +3,7 @@
 // shows it. In the search box Up, Down, Page Up, Page Down, Home and End with Control move the list's selection; Return
 // is OK.
 
-#include "data/ModalForm.h"
+#include "frame/ModalForm.h"
 #include <QString>
 
 class ListView;

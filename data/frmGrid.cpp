@@ -6,12 +6,12 @@
 #include "controls/RedrawLock.h"
 #include "controls/Skin.h"
 #include "controls/StatusBar.h"
-#include "data/Pump.h"
-#include "data/SaveDialog.h"
-#include "data/Shell.h"
 #include "data/frmTextOutput.h"
 #include "data/modListView.h"
+#include "frame/SaveDialog.h"
+#include "frame/Shell.h"
 #include "lang/Text.h"
+#include "session/Pump.h"
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>

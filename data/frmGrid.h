@@ -3,7 +3,7 @@
 // Escape closes it, and cancels what still runs. A click on a panel of its status bar shows the panel's text whole.
 
 #include "ado/UARecordset.h"
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 #include <functional>
 #include <optional>
 

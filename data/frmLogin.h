@@ -2,7 +2,7 @@
 // "Login": asks for user and password when a server refused them. Stays on top of all windows. The password is used for
 // this attempt only and stored nowhere.
 
-#include "data/ModalForm.h"
+#include "frame/ModalForm.h"
 #include <QString>
 
 class QLineEdit;

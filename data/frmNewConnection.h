@@ -1,7 +1,7 @@
 #pragma once
 // "New Connection": asks for a name and a connection string. See ModalForm for how it is used.
 
-#include "data/ModalForm.h"
+#include "frame/ModalForm.h"
 #include <QString>
 
 class QLineEdit;

@@ -1,8 +1,8 @@
 #include "data/frmTextOutput.h"
 #include "controls/RichTextBox.h"
 #include "controls/Skin.h"
-#include "data/SaveDialog.h"
-#include "data/Shell.h"
+#include "frame/SaveDialog.h"
+#include "frame/Shell.h"
 #include "sqltext/clsColorTable.h"
 #include <QDialog>
 #include <QFontDatabase>

@@ -2,7 +2,7 @@
 // "Text Output": a text, scrollable, savable, printable. Escape closes it. The text comes as RTF body text: what is not
 // escaped by the caller ("\", "{", "}") works as RTF, and that is meant.
 
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 
 class QPrinter;
 class RichTextBox;

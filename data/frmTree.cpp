@@ -2,9 +2,9 @@
 #include "controls/Icons.h"
 #include "controls/Skin.h"
 #include "controls/TreeView.h"
-#include "data/SaveDialog.h"
 #include "data/SchemaLoader.h"
 #include "data/modListView.h"
+#include "frame/SaveDialog.h"
 #include <QTimer>
 #include <QVBoxLayout>
 

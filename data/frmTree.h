@@ -1,7 +1,7 @@
 #pragma once
 // "Tree": the tables of the connection with their fields. Loaded when it is first shown and again on a new connection.
 
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 #include <QPair>
 #include <QStringList>
 

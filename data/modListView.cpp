@@ -1,11 +1,11 @@
 #include "data/modListView.h"
 #include "controls/Attempt.h"
 #include "controls/ListView.h"
-#include "data/Pump.h"
-#include "data/Shell.h"
 #include "data/frmGrid.h"
 #include "data/modMain.h"
+#include "frame/Shell.h"
 #include "lang/Text.h"
+#include "session/Pump.h"
 #include "sqltext/modSQLMaipulation.h"
 #include <QCoreApplication>
 #include <algorithm>

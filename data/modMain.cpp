@@ -2,7 +2,7 @@
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
 #include "data/ProbeSQL.h"
-#include "data/Shell.h"
+#include "frame/Shell.h"
 #include "sqltext/modSQLMaipulation.h"
 
 ADODB::ConnectionPtr gConn;

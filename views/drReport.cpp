@@ -1,8 +1,8 @@
 #include "views/drReport.h"
 
 #include "controls/Dialogs.h"
-#include "data/Pump.h"
-#include "data/SaveDialog.h"
+#include "frame/SaveDialog.h"
+#include "session/Pump.h"
 #include <QBoxLayout>
 #include <QFile>
 #include <QFileInfo>

@@ -4,7 +4,7 @@
 // The preview shows the first pages only (PreviewPages); printing and saving give all of them, with progress, and can
 // be stopped.
 
-#include "data/ModalForm.h"
+#include "frame/ModalForm.h"
 #include "views/ReportLayout.h"
 #include <memory>
 

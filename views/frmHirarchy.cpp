@@ -6,7 +6,7 @@
 #include "controls/StatusBar.h"
 #include "controls/TabStrip.h"
 #include "controls/Twips.h"
-#include "data/Shell.h"
+#include "frame/Shell.h"
 #include "views/ResultOwner.h"
 #include <QBoxLayout>
 #include <QKeyEvent>

@@ -6,7 +6,7 @@
 // button (Escape too). Closing the window cancels its statement. Interface thread; nothing here raises.
 
 #include "ado/UARecordset.h"
-#include "data/ChildWindow.h"
+#include "frame/ChildWindow.h"
 #include <QPointer>
 #include <QTimer>
 

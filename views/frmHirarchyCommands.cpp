@@ -4,9 +4,9 @@
 #include "controls/Dialogs.h"
 #include "controls/FlexGrid.h"
 #include "controls/TabStrip.h"
-#include "data/Pump.h"
 #include "data/frmFind.h"
 #include "lang/Text.h"
+#include "session/Pump.h"
 #include "views/GridCells.h"
 #include "views/frmHirarchy.h"
 #include <QApplication>

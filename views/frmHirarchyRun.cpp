@@ -7,7 +7,7 @@
 #include "controls/RedrawLock.h"
 #include "controls/StatusBar.h"
 #include "controls/TabStrip.h"
-#include "data/Shell.h"
+#include "frame/Shell.h"
 #include "lang/Text.h"
 #include "views/ResultOwner.h"
 #include "views/frmHirarchy.h"

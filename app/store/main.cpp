@@ -6,9 +6,9 @@
 // 2: wrong arguments.
 
 #include "app/UserFolders.h"
-#include "data/AppPath.h"
 #include "data/ConnectionStore.h"
 #include "data/clsConns.h"
+#include "frame/AppPath.h"
 #include "lang/Text.h"
 #include <QCoreApplication>
 #include <QStringList>

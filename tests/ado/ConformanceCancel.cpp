@@ -1,6 +1,7 @@
 // A statement can be stopped from another thread, and its connection goes on; a lost server is an error, never a crash.
 #include "ado/UARecordset.h"
 #include "tests/ado/Conformance.h"
+#include "tests/support/Places.h"
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
@@ -193,7 +194,7 @@ TEST_P(ConformanceOfServers, AnEndedSessionIsAnErrorAndANewConnectionWorks)
 // A server of its own, killed like a crash while a large result is on its way.
 TEST_P(ConformanceOfServers, AKilledServerIsAnErrorAndTheProgramGoesOn)
 {
-    const QString script = QStringLiteral(BRINDLEWICK_SOURCE_DIR "/tests/servers/servers");
+    const QString script = (places::Source() + QStringLiteral("/tests/servers/servers"));
     const QString folder = m_folder.filePath(QStringLiteral("own"));
     const QString kind = Pick({"", "postgres", "mariadb"});
     QProcess start;

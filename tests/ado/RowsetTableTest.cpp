@@ -2,6 +2,7 @@
 // BRINDLEWICK_WRITE_ROWSETS=1 writes the table (scripts/schema-rowsets); without it the table is checked.
 #include "ado/schema/Schema.h"
 #include "tests/ado/RowsetSample.h"
+#include "tests/support/Places.h"
 #include <QFile>
 #include <QMap>
 #include <algorithm>
@@ -146,7 +147,7 @@ TEST(RowsetTable, IsWhatTheDatabasesAnswer)
         text += u'\n';
     }
     text += QString::fromLatin1(kFoot);
-    QFile file(QStringLiteral(BRINDLEWICK_SOURCE_DIR "/docs/schema-rowsets.md"));
+    QFile file((places::Source() + QStringLiteral("/docs/schema-rowsets.md")));
     if (qEnvironmentVariableIntValue("BRINDLEWICK_WRITE_ROWSETS") == 1) {
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         ASSERT_EQ(file.write(text.toUtf8()), text.toUtf8().size());

@@ -1,6 +1,6 @@
 // Query files: opened, saved, dropped; inserts.
 #include "AnalyzerFixture.h"
-#include "analyzer/QueryFile.h"
+#include "frame/QueryFile.h"
 #include "tests/support/Cases.h"
 #include <QDropEvent>
 #include <QFile>

@@ -2,8 +2,8 @@
 #include "ado/UARecordset.h"
 #include "controls/StatusBar.h"
 #include "controls/TreeView.h"
-#include "data/Pump.h"
 #include "data/SchemaLoader.h"
+#include "session/Pump.h"
 #include "tests/app/ShellFixture.h"
 #include <QElapsedTimer>
 #include <QPushButton>

@@ -1,5 +1,5 @@
 #include "app/CommandLine.h"
-#include "data/AppPath.h"
+#include "frame/AppPath.h"
 #include "tests/support/ExpectCases.h"
 #include <QDir>
 #include <QFile>

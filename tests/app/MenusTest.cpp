@@ -3,7 +3,7 @@
 #include "app/MenuTable.h"
 #include "app/WorkArea.h"
 #include "controls/StatusBar.h"
-#include "data/Shell.h"
+#include "frame/Shell.h"
 #include "tests/app/ShellFixture.h"
 #include <QAction>
 #include <QApplication>

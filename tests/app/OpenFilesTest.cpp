@@ -1,8 +1,8 @@
 // Files from the command line and from a drop.
-#include "analyzer/QueryFile.h"
 #include "app/CommandLine.h"
 #include "controls/ListView.h"
 #include "data/frmGetSelection.h"
+#include "frame/QueryFile.h"
 #include "tests/app/ShellFixture.h"
 #include <QApplication>
 #include <QDialog>

@@ -1,6 +1,7 @@
 // The program itself, as a process of its own.
 #include "data/ConnectionStore.h"
 #include "data/clsConns.h"
+#include "tests/support/Places.h"
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -14,7 +15,7 @@
 
 namespace {
 
-const QString s_bin = QStringLiteral(BRINDLEWICK_BINARY_DIR "/bin/");
+const QString s_bin = (places::Binary() + QStringLiteral("/bin/"));
 
 class Program : public testing::Test
 {

@@ -2,6 +2,7 @@
 #include "app/Menus.h"
 #include "tests/app/EveryWindow.h"
 #include "tests/app/ShellFixture.h"
+#include "tests/support/Places.h"
 #include <QAction>
 #include <QDirIterator>
 #include <QRegularExpression>
@@ -110,7 +111,7 @@ TEST(EveryWindow, IsKnown)
                                          QRegularExpression::MultilineOption);
     int found = 0;
     for (const char *room : {"data", "views", "visual", "movement", "analyzer", "app"}) {
-        QDirIterator headers(QStringLiteral(BRINDLEWICK_SOURCE_DIR "/") + QLatin1String(room), {QStringLiteral("*.h")},
+        QDirIterator headers((places::Source() + QStringLiteral("/")) + QLatin1String(room), {QStringLiteral("*.h")},
                              QDir::Files);
         while (headers.hasNext()) {
             QFile header(headers.next());

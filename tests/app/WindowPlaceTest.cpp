@@ -1,5 +1,5 @@
 #include "app/WindowPlace.h"
-#include "data/Settings.h"
+#include "frame/Settings.h"
 #include "tests/support/ExpectCases.h"
 #include <QLocale>
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
 #include "ado/UARecordset.h"
-#include "data/Pump.h"
 #include "data/frmLogin.h"
+#include "session/Pump.h"
 #include "tests/data/House.h"
 #include "tests/support/ScriptedDriver.h"
 #include <QLineEdit>

@@ -1,10 +1,10 @@
-#include "data/ModalForm.h"
 #include "data/frmAni.h"
 #include "data/frmConnectionString.h"
 #include "data/frmFind.h"
 #include "data/frmGetSelection.h"
 #include "data/frmLogin.h"
 #include "data/frmNewConnection.h"
+#include "frame/ModalForm.h"
 #include "tests/data/House.h"
 #include "tests/support/ScriptedDriver.h"
 #include <QCheckBox>

@@ -3,10 +3,10 @@
 // it is told, dialogs that give prepared answers, no connection.
 
 #include "controls/Skin.h"
-#include "data/AppPath.h"
-#include "data/Settings.h"
 #include "data/clsConns.h"
 #include "data/modMain.h"
+#include "frame/AppPath.h"
+#include "frame/Settings.h"
 #include "sqltext/Keywords.h"
 #include "tests/support/DialogDouble.h"
 #include "tests/support/ShellDouble.h"

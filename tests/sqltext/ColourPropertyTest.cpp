@@ -2,6 +2,7 @@
 #include "sqltext/IntColorAll.h"
 #include "sqltext/clsColorTable.h"
 #include "tests/sqltext/LiteralColour.h"
+#include "tests/support/Places.h"
 
 #include <QRandomGenerator>
 #include <gtest/gtest.h>
@@ -127,7 +128,7 @@ QString RandomText(Random &random, const QStringList &words)
 QStringList Shipped()
 {
     KeywordSet list;
-    LoadKeywords(QStringLiteral("VB"), list, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
+    LoadKeywords(QStringLiteral("VB"), list, (places::Source() + QStringLiteral("/data/files")));
     return list.Words();
 }
 

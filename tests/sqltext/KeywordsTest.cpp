@@ -1,5 +1,6 @@
 // The keyword file: what is read of it, and what damaged, huge and missing ones come to.
 #include "sqltext/Keywords.h"
+#include "tests/support/Places.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -8,7 +9,7 @@
 
 namespace {
 
-const QString kShipped = QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files");
+const QString kShipped = (places::Source() + QStringLiteral("/data/files"));
 
 QStringList Loaded(const QByteArray &bytes, const QString &mode = QStringLiteral("VB"))
 {

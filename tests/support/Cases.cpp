@@ -1,4 +1,5 @@
 #include "tests/support/Cases.h"
+#include "tests/support/Places.h"
 
 #include <QByteArrayList>
 #include <QFile>
@@ -18,7 +19,7 @@ struct Loaded
 Loaded Load()
 {
     Loaded loaded;
-    QFile file(QStringLiteral(BRINDLEWICK_SOURCE_DIR "/tests/cases/text.jsonl"));
+    QFile file((places::Source() + QStringLiteral("/tests/cases/text.jsonl")));
     if (!file.open(QIODevice::ReadOnly)) {
         loaded.failures += QStringLiteral("cannot open ") + file.fileName();
         return loaded;

@@ -2,8 +2,8 @@
 // A main window for tests of windows: notes what it is told, keeps the children in a list, lays them out as plain
 // top-level widgets. Installs itself for as long as it lives.
 
-#include "data/ChildWindow.h"
-#include "data/Shell.h"
+#include "frame/ChildWindow.h"
+#include "frame/Shell.h"
 #include <QPointer>
 #include <QStringList>
 

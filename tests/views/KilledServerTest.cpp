@@ -6,6 +6,7 @@
 #include "controls/TabStrip.h"
 #include "data/modMain.h"
 #include "tests/support/DialogDouble.h"
+#include "tests/support/Places.h"
 #include "tests/support/ShellDouble.h"
 #include "views/frmHirarchy.h"
 #include <QProcess>
@@ -54,7 +55,7 @@ protected:
         }
     }
 
-    const QString m_script = QStringLiteral(BRINDLEWICK_SOURCE_DIR "/tests/servers/servers");
+    const QString m_script = (places::Source() + QStringLiteral("/tests/servers/servers"));
     QTemporaryDir m_folder;
     const QString m_servers = m_folder.filePath(QStringLiteral("own"));
     bool m_started = false;

@@ -1,5 +1,5 @@
-#include "data/ChildWindow.h"
-#include "data/Shell.h"
+#include "frame/ChildWindow.h"
+#include "frame/Shell.h"
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QMdiArea>

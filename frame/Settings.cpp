@@ -1,4 +1,4 @@
-#include "data/Settings.h"
+#include "frame/Settings.h"
 #include "lang/Text.h"
 #include <QCoreApplication>
 #include <QFile>

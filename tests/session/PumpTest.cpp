@@ -1,6 +1,6 @@
+#include "session/Pump.h"
 #include "ado/UARecordset.h"
-#include "data/Pump.h"
-#include "data/PumpUntil.h"
+#include "session/PumpUntil.h"
 #include "tests/data/House.h"
 #include "tests/support/ScriptedDriver.h"
 #include <QDialog>

@@ -3,7 +3,7 @@
 // input is held back or let through, as told. Dialogs that open meanwhile are never held back. Gates nest; the
 // innermost one that still lives takes Escape. Interface thread; nothing raises.
 
-#include "data/Pump.h"
+#include "session/Pump.h"
 #include <QObject>
 #include <functional>
 

@@ -3,6 +3,7 @@
 // double. With nothing installed every request is taken and nothing happens. Interface thread only; nothing here
 // raises.
 
+#include "session/Status.h"
 #include <QList>
 #include <QPointer>
 #include <QRect>
@@ -14,18 +15,16 @@ class CommandBar;
 class ExplorerBar;
 class QWidget;
 
-class Shell
+class Shell : public StatusBoard
 {
 public:
-    virtual ~Shell();
+    ~Shell() override;
     static Shell &Current();
-    static void Install(Shell *shell); // null takes it away
+    static void Install(Shell *shell); // null takes it away; the status board is installed with it
 
-    virtual void SetStatus(const QString &text);     // panel 1 of the main status bar
     virtual void SetCountPanel(const QString &text); // panel 2: "Count = ..."
     virtual void SetHourglass(bool on);              // not counted: the last call holds
     virtual void SetSchemaMenuEnabled(bool enabled);
-    virtual void SetStop(const std::function<void()> &stop); // shows a Stop control that calls it; null takes it away
 
     virtual void AddChild(ChildWindow *child); // takes it into the work area, which owns it from then on; not yet shown
     virtual QList<ChildWindow *> Children() const; // in the order of their making
@@ -42,6 +41,3 @@ public:
                                const QString &tag); // the result window's popup; tag "R" or "M"
     virtual void RefreshMenus();                    // a child's menu settings changed
 };
-
-void SetStatus(const QString &text); // Shell::Current().SetStatus, and remembered
-QString LastStatus();                // what SetStatus said last, for those who put it back

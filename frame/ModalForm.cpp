@@ -1,7 +1,7 @@
-#include "data/ModalForm.h"
+#include "frame/ModalForm.h"
 #include "controls/Skin.h"
-#include "data/RememberedSize.h"
-#include "data/Shell.h"
+#include "frame/RememberedSize.h"
+#include "frame/Shell.h"
 #include <QApplication>
 #include <QShowEvent>
 

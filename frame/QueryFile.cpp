@@ -1,4 +1,4 @@
-#include "analyzer/QueryFile.h"
+#include "frame/QueryFile.h"
 
 #include "sqltext/RtfWords.h"
 #include <QFile>

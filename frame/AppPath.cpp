@@ -1,4 +1,4 @@
-#include "data/AppPath.h"
+#include "frame/AppPath.h"
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
-#include "data/SaveDialog.h"
+#include "frame/SaveDialog.h"
 #include "controls/WholeFile.h"
-#include "data/AppPath.h"
-#include "data/Pump.h"
+#include "frame/AppPath.h"
+#include "session/Pump.h"
 #include <QFileInfo>
 #include <QPointer>
 #include <QSaveFile>

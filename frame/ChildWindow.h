@@ -5,7 +5,7 @@
 // A child is a plain widget; the main window puts it into its work area (Shell::AddChild) and owns it from then on.
 // Closing goes through Unload, the window's own logic on the way out. Interface thread only; nothing here raises.
 
-#include "data/clsMenuSettings.h"
+#include "frame/clsMenuSettings.h"
 #include <QString>
 #include <QWidget>
 

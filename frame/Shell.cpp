@@ -1,9 +1,8 @@
-#include "data/Shell.h"
+#include "frame/Shell.h"
 
 namespace {
 
 Shell *g_shell = nullptr;
-QString g_lastStatus;
 
 } // namespace
 
@@ -22,13 +21,12 @@ Shell &Shell::Current()
 void Shell::Install(Shell *shell)
 {
     g_shell = shell;
+    StatusBoard::Install(shell);
 }
 
-void Shell::SetStatus(const QString &) {}
 void Shell::SetCountPanel(const QString &) {}
 void Shell::SetHourglass(bool) {}
 void Shell::SetSchemaMenuEnabled(bool) {}
-void Shell::SetStop(const std::function<void()> &) {}
 void Shell::AddChild(ChildWindow *) {}
 QList<ChildWindow *> Shell::Children() const
 {
@@ -61,14 +59,3 @@ bool Shell::TestMode() const
 void Shell::ShowEditMenu(const QPoint &) {}
 void Shell::ShowStatsMenu(const QPoint &, const QString &) {}
 void Shell::RefreshMenus() {}
-
-void SetStatus(const QString &text)
-{
-    g_lastStatus = text;
-    Shell::Current().SetStatus(text);
-}
-
-QString LastStatus()
-{
-    return g_lastStatus;
-}

@@ -1,6 +1,6 @@
-#include "data/RememberedSize.h"
+#include "frame/RememberedSize.h"
 #include "controls/Twips.h"
-#include "data/Settings.h"
+#include "frame/Settings.h"
 #include "lang/Text.h"
 #include <QEvent>
 #include <QScreen>

@@ -1,7 +1,7 @@
-#include "data/Pump.h"
-#include "data/InputGate.h"
-#include "data/PumpUntil.h"
-#include "data/Shell.h"
+#include "session/Pump.h"
+#include "session/InputGate.h"
+#include "session/PumpUntil.h"
+#include "session/Status.h"
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -1,5 +1,5 @@
-#include "data/InputGate.h"
-#include "data/Shell.h"
+#include "session/InputGate.h"
+#include "session/Status.h"
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -49,14 +49,14 @@ InputGate::InputGate(PumpInput input, std::function<void()> cancel)
 {
     g_innermost = this;
     qApp->installEventFilter(this);
-    Shell::Current().SetStop(m_cancel);
+    StatusBoard::Current().SetStop(m_cancel);
 }
 
 InputGate::~InputGate()
 {
     qApp->removeEventFilter(this);
     g_innermost = m_outer;
-    Shell::Current().SetStop(m_outer ? m_outer->m_cancel : std::function<void()>());
+    StatusBoard::Current().SetStop(m_outer ? m_outer->m_cancel : std::function<void()>());
 }
 
 bool InputGate::Holds(QObject *watched) const

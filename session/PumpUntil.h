@@ -1,7 +1,7 @@
 #pragma once
 // The loop under RunPumped and the wait handler: processes events until ready() is true. See Pump.h.
 
-#include "data/Pump.h"
+#include "session/Pump.h"
 
 // `status` is asked again and again, since what is waited for may change; "" leaves the status bar alone.
 void PumpUntil(const std::function<QString()> &status, const std::function<bool()> &ready,

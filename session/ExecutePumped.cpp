@@ -1,5 +1,5 @@
-#include "data/Pump.h"
-#include "data/PumpUntil.h"
+#include "session/Pump.h"
+#include "session/PumpUntil.h"
 #include <QString>
 
 static constexpr qsizetype kShown = 120; // characters of a statement in the status bar
