@@ -26,6 +26,7 @@ function(house_room name)
   if(NOT units) # headers alone
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE house_flags ${ARGN})
+    house_header_check(${name})
     return()
   endif()
   add_library(${name} STATIC ${sources})
@@ -35,6 +36,7 @@ function(house_room name)
   else()
     house_use_pch(${name} gui)
   endif()
+  house_header_check(${name})
 endfunction()
 
 # house_tests(ROOM LIBS...): the test program of one room; ctest lists every test in it.
