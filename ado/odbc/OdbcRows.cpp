@@ -37,7 +37,7 @@ OdbcRows::OdbcRows(std::shared_ptr<Link> link, Handle statement, const std::vect
 OdbcRows::~OdbcRows()
 {
     if (!m_link->IsOpen())
-        m_statement = Handle(); // went with its connection
+        m_statement.Forget(); // went with its connection
 }
 
 Handle OdbcRows::TakeStatement()
