@@ -44,6 +44,8 @@ bool OpenWithLogin(ADODB::ConnectionPtr &connection, const QString &status, cons
         if (!refused)
             return false;
         frmLogin login;
+        if (!user.isEmpty() || !password.isEmpty())
+            login.SetReason(failure.Description);
         login.ShowModal();
         if (login.Cancelled)
             return false;

@@ -19,12 +19,14 @@ protected:
                 throw ADODB::Error(number, words);
         };
     }
-    void TypeLogin(const QString &user, const QString &password)
+    void TypeLogin(const QString &user, const QString &password, const QString &reason = {})
     {
         WithDialog([=](QWidget *dialog) {
             auto *login = qobject_cast<frmLogin *>(dialog);
             ASSERT_NE(login, nullptr);
             EXPECT_TRUE(login->Cancelled);
+            EXPECT_EQ(login->lblReason->text(), reason);
+            EXPECT_EQ(login->lblReason->isVisible(), !reason.isEmpty());
             EXPECT_EQ(login->windowTitle(), "Login");
             EXPECT_TRUE(login->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
             QTest::keyClicks(login->txtUserName, user);
@@ -71,7 +73,8 @@ TEST_F(ConnectionTest, TheLoginIsAskedForUntilItIsRight)
 {
     AskForLogin();
     TypeLogin("you", "x");
-    QTimer::singleShot(0, [&] { QTimer::singleShot(150, [&] { TypeLogin("me", "secret"); }); });
+    // What was typed has been refused: the next window says why.
+    QTimer::singleShot(0, [&] { QTimer::singleShot(150, [&] { TypeLogin("me", "secret", "who are you?"); }); });
     EXPECT_TRUE(OpenConnection("Scripted;Database=x"));
     EXPECT_EQ(m_attempts, 3);
     EXPECT_EQ(m_dialogs, 2);
