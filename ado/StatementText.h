@@ -19,4 +19,10 @@ bool MustMeetRows(QByteArrayView sql);
 // What a run that met none is: adErrRowConflict, since somebody else was faster.
 Error RowConflict();
 
+// What a run that met several is, when it has been taken back.
+Error TooManyRows();
+
+// What a value is that no column of this database can hold.
+Error WrongValue();
+
 } // namespace ADODB

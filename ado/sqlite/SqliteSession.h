@@ -15,8 +15,8 @@ public:
     ~SqliteSession() override;
 
     ExecuteResult Execute(const QString &sql) override;
-    qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
-                        const std::function<void(qint64, const Error &)> &failed) override;
+    qint64 ExecuteBatch(const Batch &batch) override;
+    bool CanReturn() const override { return sqlite3_libversion_number() >= 3035000; }
     void Begin() override;
     void Commit() override;
     void Rollback() override;
