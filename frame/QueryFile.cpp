@@ -7,7 +7,8 @@
 
 QString DecodeQueryFile(const QByteArray &bytes)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8); // takes the byte order mark away
+    // Takes the byte order mark away; a character that the file's end cuts off is an error, not a rest to wait for.
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
     const QString text = utf8(bytes);
     if (!utf8.hasError())
         return text;
