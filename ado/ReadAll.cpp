@@ -1,6 +1,7 @@
 // Reading a whole result, block by block, within the limit on memory.
 #include "ado/Connection.h"
 #include "ado/MemoryGuard.h"
+#include "ado/MemoryLimits.h"
 #include "ado/Recordset.h"
 
 #include <atomic>
@@ -13,7 +14,7 @@ namespace {
 qint64 ThreeQuartersOfMemory()
 {
     const long pages = sysconf(_SC_PHYS_PAGES), size = sysconf(_SC_PAGESIZE);
-    return pages > 0 && size > 0 ? qint64(pages) * size / 4 * 3 : 0;
+    return pages > 0 && size > 0 ? MemoryAllowed(qint64(pages) * size, MemoryLimits()) / 4 * 3 : 0;
 }
 
 std::atomic<qint64> &Limit()

@@ -101,7 +101,8 @@ public:
     int ColumnCount() const;
     const ColumnInfo &Column(int column) const;
     QString CellText(qint64 row, int column) const;
-    QByteArrayView CellUtf8(qint64 row, int column) const; // a text cell's bytes without a copy
+    QByteArrayView CellUtf8(qint64 row, int column) const;  // a text cell's bytes without a copy
+    QByteArrayView CellBytes(qint64 row, int column) const; // the same of a cell of bytes
     Value CellValue(qint64 row, int column) const;
     bool CellIsNull(qint64 row, int column) const;
     int CompareCells(qint64 leftRow, qint64 rightRow, int column) const;

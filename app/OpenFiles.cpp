@@ -21,7 +21,8 @@ static bool ReadOrTell(const QString &path, QString &text, QWidget *parent)
     QString why;
     if (ReadQueryFile(path, text, why))
         return true;
-    MsgBox(path + QStringLiteral("\r\n") + why, mbExclamation, QStringLiteral("Open"), parent);
+    if (!why.isEmpty()) // else the user gave it up
+        MsgBox(path + QStringLiteral("\r\n") + why, mbExclamation, QStringLiteral("Open"), parent);
     return false;
 }
 

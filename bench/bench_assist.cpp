@@ -167,8 +167,8 @@ int main(int argc, char **argv)
     SetAppPath(home.path());
     SetSettingsFile(home.filePath(QStringLiteral("settings.ini")));
     InitColorTable();
-    LoadKeywords(QStringLiteral("VB"), gKeywords, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
-    if (gKeywords.Words().isEmpty()) {
+    LoadKeywords(QStringLiteral("VB"), gKeywordSet, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
+    if (gKeywordSet.Words().isEmpty()) {
         std::fprintf(stderr, "no keyword list\n");
         return 1;
     }

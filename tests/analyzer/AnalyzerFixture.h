@@ -45,8 +45,8 @@ struct Analyzer : testing::Test
         SetAppPath(folder.path());
         SetSettingsFile(folder.filePath(QStringLiteral("settings.ini")));
         InitColorTable();
-        gKeywords = KeywordSet({QStringLiteral("SELECT"), QStringLiteral("FROM"), QStringLiteral("WHERE"),
-                                QStringLiteral("UPDATE"), QStringLiteral("SET"), QStringLiteral("INSERT")});
+        gKeywordSet = KeywordSet({QStringLiteral("SELECT"), QStringLiteral("FROM"), QStringLiteral("WHERE"),
+                                  QStringLiteral("UPDATE"), QStringLiteral("SET"), QStringLiteral("INSERT")});
         InstallWaitHandler();
         shell.Side = &side;
         shell.Bar = &bar;

@@ -167,7 +167,7 @@ TEST(MenuTable, CaptionsStandInTheirOrder)
     EXPECT_EQ(Captions("mnuHelp"), QStringList({"About Us", "Contents", "File Association "}));
     EXPECT_EQ(Captions("popup"), QStringList({"HirachyMenu", "ParseMenu"}));
     EXPECT_EQ(Captions("mnuStats"), QStringList({"Find Max", "Find Min", "Get Average", "Get Sum", "Chart Results",
-                                                 "Generate ASP", "Clear Log", "Save"}));
+                                                 "Generate ASP", "Clear Log", "Save", "Fit Columns"}));
     EXPECT_EQ(Captions("mnuParseMenu"), QStringList({"Parse (Parenthesis)", "Parse [Bracket]", "Parse {Curly Bracket}",
                                                      "Parse 'Single Quote'", "Parse \"Double Quote\""}));
 }

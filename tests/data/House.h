@@ -41,7 +41,7 @@ protected:
         SetAppPath(m_folder.path());
         SetSettingsFile(m_folder.filePath(QStringLiteral("settings.ini")));
         gConn.reset();
-        gKeywords = KeywordSet();
+        gKeywordSet = KeywordSet();
         gConns().Clear();
         InitColours();
     }
@@ -50,7 +50,7 @@ protected:
         m_shell.CloseAll();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         gConn.reset();
-        gKeywords = KeywordSet();
+        gKeywordSet = KeywordSet();
         gConns().Clear();
         SetSettingsFile({});
         SetAppPath({});

@@ -13,13 +13,13 @@ protected:
     void SetUp() override
     {
         InitColorTable();
-        InitKeywords();
+        ClearKeywordSet();
         for (const char *word : {"SELECT", "FROM", "BY"})
-            gKeywords.Append(QString::fromLatin1(word));
+            gKeywordSet.Append(QString::fromLatin1(word));
     }
     static std::string Body(const char *text, bool whole = true)
     {
-        return ColourBody(QString::fromUtf8(text), gKeywords, whole).toStdString();
+        return ColourBody(QString::fromUtf8(text), gKeywordSet, whole).toStdString();
     }
 };
 

@@ -120,8 +120,8 @@ protected:
     void SetUp() override
     {
         InitColorTable();
-        InitKeywords();
-        gKeywords.Append(QStringLiteral("SELECT"));
+        ClearKeywordSet();
+        gKeywordSet.Append(QStringLiteral("SELECT"));
     }
 };
 
