@@ -233,6 +233,17 @@ TEST_F(Analyzer, ReplacementsCanBeUndone)
     EXPECT_EQ(window->Text(), text);
 }
 
+// "bXab": the replacement took the line end and left the letter.
+TEST_F(Analyzer, NoHalfOfALineEndIsReplaced)
+{
+    window->SetText(S("b\r\nab"));
+    FindAnswers answers({Find(S("?a")), Replace(S("?a"), S("X"), false)});
+    window->mnuFind();
+    EXPECT_EQ(window->Text(), S("bXb"));
+    window->mnuUndo();
+    EXPECT_EQ(window->Text(), S("b\r\nab"));
+}
+
 TEST_F(Analyzer, ReplaceAllFromAHitStartsAtTheTopAgain)
 {
     window->SetText(S("a b a"));
