@@ -33,19 +33,7 @@ void CheckLimit(const std::vector<ColumnStore> &stores, qint64 rows)
         throw ResultTooLarge(rows);
 }
 
-} // namespace
-
-void SetResultLimit(qint64 bytes)
-{
-    Limit() = bytes;
-}
-
-qint64 ResultLimit()
-{
-    return Limit();
-}
-
-RecordsetPtr ReadAll(ResultSet &rows, const std::function<void(qint64)> &progress,
+RecordsetPtr ReadOne(ResultSet &rows, const std::function<void(qint64)> &progress,
                      const std::function<bool()> &cancelled)
 {
     constexpr qint64 block = 1000;
@@ -70,6 +58,40 @@ RecordsetPtr ReadAll(ResultSet &rows, const std::function<void(qint64)> &progres
     } catch (const std::bad_alloc &) {
         throw ResultTooLarge(soFar);
     }
+}
+
+} // namespace
+
+void SetResultLimit(qint64 bytes)
+{
+    Limit() = bytes;
+}
+
+qint64 ResultLimit()
+{
+    return Limit();
+}
+
+RecordsetPtr ReadAll(ResultSet &rows, const std::function<void(qint64)> &progress,
+                     const std::function<bool()> &cancelled)
+{
+    const RecordsetPtr first = ReadOne(rows, progress, cancelled);
+    std::vector<RecordsetPtr> further;
+    for (std::unique_ptr<ResultSet> next = rows.TakeNext(); next; next = next->TakeNext())
+        further.push_back(ReadOne(*next, {}, cancelled));
+    first->SetFurther(std::move(further));
+    return first;
+}
+
+std::unique_ptr<ResultSet> Chained(std::vector<std::unique_ptr<ResultSet>> results)
+{
+    std::unique_ptr<ResultSet> first;
+    while (!results.empty()) {
+        results.back()->SetNext(std::move(first));
+        first = std::move(results.back());
+        results.pop_back();
+    }
+    return first;
 }
 
 } // namespace ADODB

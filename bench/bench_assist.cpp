@@ -31,7 +31,7 @@ constexpr double frame = 1.0 / 60;
 
 bool Connect(const QTemporaryDir &folder, int tables)
 {
-    if (!OpenConnection(QStringLiteral("Driver=SQLite;Database=") +
+    if (!OpenConnection(QStringLiteral("Driver=SQLite;Create=Yes;Database=") +
                         folder.filePath(QStringLiteral("%1.sqlite").arg(tables))))
         return false;
     gConn->BeginTrans();

@@ -92,6 +92,11 @@ void frmHirarchy::UARec_RecordsetOpened(const ADODB::RecordsetPtr &Rec)
         SetCaption(m_title);
     }
     panel(3, QStringLiteral("Record Count= ") + lang::CStr(mfg->RecordCount()));
+    if (const int further = Rec ? Rec->FurtherResults() : 0) {
+        const QString told = QStringLiteral("The statement gave %1 results. This is the first one.").arg(further + 1);
+        AppendMessage(told, QStringLiteral("Log"), false);
+        SetStatus(told);
+    }
     ts->Select(1);
     ShowRunning(false);
     if (!isVisible() && !window()->isMinimized())

@@ -76,7 +76,8 @@ struct Analyzer : testing::Test
     ADODB::ConnectionPtr Connect() const
     {
         ADODB::ConnectionPtr connection = ADODB::Connection::Create();
-        connection->Open(QStringLiteral("Driver=SQLite;Database=") + folder.filePath(QStringLiteral("t.sqlite")));
+        connection->Open(QStringLiteral("Driver=SQLite;Create=Yes;Database=") +
+                         folder.filePath(QStringLiteral("t.sqlite")));
         return connection;
     }
     frmSQL *Make(const QString &name)

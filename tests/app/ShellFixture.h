@@ -130,7 +130,7 @@ protected:
     {
         const QString text = QStringLiteral("Driver=SQLite;Database=") + Folder.filePath(name);
         auto connection = ADODB::Connection::Create();
-        connection->Open(text);
+        connection->Open(text + QStringLiteral(";Create=Yes"));
         connection->Execute(QStringLiteral("create table if not exists t(a integer)"));
         connection->Close();
         return text;

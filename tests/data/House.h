@@ -71,7 +71,7 @@ protected:
     // A fresh database of the built-in driver, open as the program's connection.
     void OpenSample(const QStringList &statements, const QString &name = QStringLiteral("sample.db"))
     {
-        ASSERT_TRUE(OpenConnection(QStringLiteral("Driver=SQLite;Database=") + Path(name)))
+        ASSERT_TRUE(OpenConnection(QStringLiteral("Driver=SQLite;Create=Yes;Database=") + Path(name)))
             << LastOpenError().toStdString();
         for (const QString &sql : statements)
             ASSERT_NO_THROW(gConn->Execute(sql)) << sql.toStdString();

@@ -54,7 +54,8 @@ struct Hirarchy : testing::Test
     void SetUp() override
     {
         connection = ADODB::Connection::Create();
-        connection->Open(QStringLiteral("Driver=SQLite;Database=") + folder.filePath(QStringLiteral("t.sqlite")));
+        connection->Open(QStringLiteral("Driver=SQLite;Create=Yes;Database=") +
+                         folder.filePath(QStringLiteral("t.sqlite")));
         connection->Execute(QStringLiteral("create table t(id integer, name text, amount double)"));
         connection->Execute(QStringLiteral("insert into t values (1,'Anna, \"A\"',1.5),(2,null,-3),(3,'Björn',1.5)"));
         gConn = connection;
@@ -112,6 +113,19 @@ TEST_F(Hirarchy, AnEmptyResultCountsNoRecords)
     ASSERT_TRUE(Run(QStringLiteral("select * from t where 1=0")));
     EXPECT_EQ(window.SB->PanelText(3), "Record Count= 0");
     EXPECT_EQ(window.mfg->TextMatrix(0, 1), "id");
+}
+
+// Only the last of several results showed, and nothing said that there had been others.
+TEST_F(Hirarchy, OfSeveralResultsTheFirstShowsAndTheLogSaysHowManyThereWere)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select name from t where id = 1; select 2; select 3, 4")));
+    EXPECT_EQ(window.mfg->TextMatrix(1, 1), "Anna, \"A\"");
+    EXPECT_EQ(window.SB->PanelText(3), "Record Count= 1");
+    const QString told = QStringLiteral("The statement gave 3 results. This is the first one.");
+    EXPECT_TRUE(Log().contains(told));
+    EXPECT_EQ(shell.Status(), told);
+    ASSERT_TRUE(Run(QStringLiteral("select 1")));
+    EXPECT_EQ(Log().filter(QStringLiteral("results")).size(), 1); // of the former run
 }
 
 TEST_F(Hirarchy, AFailureIsToldInTheServersWordsAndTheWindowStays)
