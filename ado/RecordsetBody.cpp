@@ -116,6 +116,7 @@ void Recordset::Body::Clear()
     unknown.Clear();
     unknownMasks.clear();
     connection.reset();
+    further.clear();
 }
 
 void Recordset::Body::SetGone(std::uint32_t row, bool isGone)

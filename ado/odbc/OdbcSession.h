@@ -36,7 +36,7 @@ private:
     friend class Shield;
     void Run(const Handle &statement, const QByteArray &sql);
     ExecuteResult RunWhole(const QByteArray &text);
-    ExecuteResult LastResult(Handle statement);
+    ExecuteResult AllResults(Handle statement);
     bool HasTypedTransaction(); // one that a typed BEGIN opened
     void SetAutocommit(bool on);
     void End(SQLSMALLINT how);
