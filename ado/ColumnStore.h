@@ -54,6 +54,8 @@ public:
     QString Text(qint64 row) const; // "" for null; numbers by lang::CStr and exactly, times in ISO form
     // The UTF-8 bytes of a text cell without a copy; null for other cells.
     QByteArrayView Utf8(qint64 row) const;
+    // The bytes of a cell of bytes without a copy; null for other cells.
+    QByteArrayView Bytes(qint64 row) const;
 
     void Set(qint64 row, const Value &value);
     void Remove(qint64 row);

@@ -40,11 +40,22 @@ public:
     virtual qint64 Fetch(std::vector<ColumnStore> &columns, qint64 maxRows) = 0;
     // A driver that learns types only from the rows may change Columns() until the first Fetch has returned, and
     // replaces the stores of such columns itself.
+
+    // The next result of the same statement that has rows, to be asked for behind the last row of this one; null when
+    // there is none.
+    virtual std::unique_ptr<ResultSet> TakeNext() { return std::move(m_next); }
+    void SetNext(std::unique_ptr<ResultSet> next) { m_next = std::move(next); }
+
+private:
+    std::unique_ptr<ResultSet> m_next;
 };
+
+// The first of several results, with the others behind it in their order; null for none.
+std::unique_ptr<ResultSet> Chained(std::vector<std::unique_ptr<ResultSet>> results);
 
 struct ExecuteResult
 {
-    std::unique_ptr<ResultSet> Rows; // none when the statement gives no rows
+    std::unique_ptr<ResultSet> Rows; // of the first result that has rows; none when the statement gives no rows
     qint64 RecordsAffected = -1;     // what the driver counted, -1 when it does not count
 };
 

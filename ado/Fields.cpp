@@ -138,6 +138,12 @@ QByteArrayView Recordset::CellUtf8(qint64 row, int column) const
     return m->stores[size_t(column)].Utf8(m->StoreRow(row));
 }
 
+QByteArrayView Recordset::CellBytes(qint64 row, int column) const
+{
+    CheckCell(row, m->Count(), column, m->stores.size());
+    return m->stores[size_t(column)].Bytes(m->StoreRow(row));
+}
+
 Value Recordset::CellValue(qint64 row, int column) const
 {
     CheckCell(row, m->Count(), column, m->stores.size());

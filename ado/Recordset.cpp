@@ -1,8 +1,10 @@
 // Opening, closing, movement and the filter of a recordset.
 #include "ado/RecordsetBody.h"
+#include "ado/TableName.h"
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace ADODB {
 
@@ -34,6 +36,28 @@ void Recordset::BelongTo(const QString &source, const std::weak_ptr<Connection> 
 {
     m->source = source;
     m->origin = connection;
+}
+
+void Recordset::SetFurther(std::vector<RecordsetPtr> results)
+{
+    m->further = std::move(results);
+}
+
+int Recordset::FurtherResults() const
+{
+    return int(m->further.size());
+}
+
+RecordsetPtr Recordset::NextRecordset()
+{
+    std::vector<RecordsetPtr> rest = std::exchange(m->further, {});
+    if (rest.empty())
+        return nullptr;
+    const RecordsetPtr next = rest.front();
+    rest.erase(rest.begin());
+    next->m->further = std::move(rest);
+    next->BelongTo(m->source, m->origin);
+    return next;
 }
 
 int Recordset::State() const
@@ -71,12 +95,17 @@ void Recordset::Open()
 
 void Recordset::Open(const QString &source, const ConnectionPtr &connection, int, int lockType, int options)
 {
-    constexpr int commandIsTable = 2;
+    constexpr int commandIsTable = 2, commandUnknown = -1;
     if (m->state != adStateClosed)
         RaiseOpen();
     if (!connection || connection->State() == adStateClosed)
         RaiseClosed();
-    const QString sql = options == commandIsTable ? QStringLiteral("SELECT * FROM ") + source : source;
+    QString sql = options == commandIsTable ? QStringLiteral("SELECT * FROM ") + source : source;
+    if (options == commandUnknown && MayBeTableName(source)) {
+        const QString table = TableNamed(*connection, source);
+        if (!table.isEmpty())
+            sql = QStringLiteral("SELECT * FROM ") + table;
+    }
     const RecordsetPtr result = connection->Execute(sql, nullptr, options);
     if (result->State() == adStateClosed)
         return; // a statement without rows leaves the recordset closed
@@ -88,6 +117,7 @@ void Recordset::Open(const QString &source, const ConnectionPtr &connection, int
     body.MakeFields(this);
     body.source = sql;
     body.origin = connection;
+    body.further = std::move(result->m->further);
     body.lockType = lockType;
     if (lockType != adLockReadOnly)
         body.connection = connection;

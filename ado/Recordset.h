@@ -65,6 +65,8 @@ public:
     int State() const;
 
     void Open(); // on appended fields, without a source
+    // With options -1 a source that is exactly the name of a table or view of that connection is opened as that table
+    // (TableName.h); any other text is sent as it stands.
     void Open(const QString &source, const ConnectionPtr &connection, int cursorType = adOpenStatic,
               int lockType = adLockReadOnly, int options = -1);
     void Close();
@@ -96,12 +98,18 @@ public:
     void UpdateBatch();
     void CancelBatch();
 
+    // A statement may give several results: this is the first of them, and FurtherResults tells how many follow.
+    // NextRecordset hands over the next one, with those that follow it; null when there is none.
+    int FurtherResults() const;
+    RecordsetPtr NextRecordset();
+
     // For widgets: visible rows, without moving.
     qint64 RowCount() const { return RecordCount(); }
     int ColumnCount() const;
     const ColumnInfo &Column(int column) const;
     QString CellText(qint64 row, int column) const;
-    QByteArrayView CellUtf8(qint64 row, int column) const; // a text cell's bytes without a copy
+    QByteArrayView CellUtf8(qint64 row, int column) const;  // a text cell's bytes without a copy
+    QByteArrayView CellBytes(qint64 row, int column) const; // the same of a cell of bytes
     Value CellValue(qint64 row, int column) const;
     bool CellIsNull(qint64 row, int column) const;
     int CompareCells(qint64 leftRow, qint64 rightRow, int column) const;
@@ -112,6 +120,7 @@ public:
 
     // The driver's side: takes over filled columns.
     static RecordsetPtr FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores);
+    void SetFurther(std::vector<RecordsetPtr> results); // of the same statement, in their order
 
 private:
     Recordset();

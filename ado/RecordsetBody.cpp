@@ -111,6 +111,7 @@ void Recordset::Body::Clear()
     buffer.clear();
     pending.clear();
     connection.reset();
+    further.clear();
 }
 
 Value Recordset::Body::Current(int column) const

@@ -35,8 +35,9 @@ struct Recordset::Body
     int state = adStateClosed;
     int lockType = adLockReadOnly;
     QString source;
-    std::weak_ptr<Connection> origin; // of a result that only shows rows
-    ConnectionPtr connection;         // of one that writes back
+    std::weak_ptr<Connection> origin;  // of a result that only shows rows
+    ConnectionPtr connection;          // of one that writes back
+    std::vector<RecordsetPtr> further; // the later results of the same statement
 
     qint64 storeRows = 0;
     std::unordered_set<std::uint32_t> gone; // deleted store rows

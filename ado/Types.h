@@ -137,6 +137,7 @@ enum ErrorValue : int
     adErrObjectClosed = 3704,        // "Operation is not allowed when the object is closed."
     adErrObjectOpen = 3705,          // "Operation is not allowed when the object is open."
     adErrNoCurrentRecord = 3021,     // "Either BOF or EOF is True, or the current record has been deleted. ..."
+    adErrFileNotFound = 53,          // the database file of the built-in driver does not exist
     adErrDataConversion = 3421,      // "Application uses a value of the wrong type for the current operation."
     adErrRowConflict = static_cast<int>(0x80040E38), // "Row cannot be located for updating. ..."
     adErrObjectInCollection = 3367,                  // "Object is already in collection. Cannot append."

@@ -177,6 +177,7 @@ static constexpr MenuRow s_rows[] = {
     {"mnuStats", "mnuStatsASP", "Generate ASP", MenuRoute::Main, "mnuASP", "", "", "", false},
     {"mnuStats", "mnuClearLog", "Clear Log", MenuRoute::Child, "mnuClearLog", "", "", "", false},
     {"mnuStats", "mnuStatsSave", "Save", MenuRoute::Child, "mnuSave", "", "", "Saving...", false},
+    {"mnuStats", "mnuFitColumns", "Fit Columns", MenuRoute::Child, "mnuFitColumns", "", "", "", false},
     {"popup", "mnuParseMenu", "ParseMenu", MenuRoute::Group, "", "", "", "", false},
     {"mnuParseMenu", "mnuParseSubMenu0", "Parse (Parenthesis)", MenuRoute::Parse, "0", "", "", "", false},
     {"mnuParseMenu", "mnuParseSubMenu1", "Parse [Bracket]", MenuRoute::Parse, "1", "", "", "", false},

@@ -20,7 +20,8 @@ static bool ReadOrTell(const QString &path, QString &text, QWidget *parent)
     QString why;
     if (ReadQueryFile(path, text, why))
         return true;
-    MsgBox(path + QStringLiteral("\r\n") + why, mbExclamation, QStringLiteral("Open"), parent);
+    if (!why.isEmpty()) // else the user gave it up
+        MsgBox(path + QStringLiteral("\r\n") + why, mbExclamation, QStringLiteral("Open"), parent);
     return false;
 }
 
@@ -79,18 +80,31 @@ static QStringList LocalFiles(const QMimeData *data)
     return files;
 }
 
+// The giver keeps his files, though he may propose to move them: a file manager deletes what was taken so.
+static bool TakeCopies(QDropEvent *event)
+{
+    if (LocalFiles(event->mimeData()).isEmpty())
+        return false;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    return true;
+}
+
 void mdiMother::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!LocalFiles(event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    TakeCopies(event);
+}
+
+void mdiMother::dragMoveEvent(QDragMoveEvent *event)
+{
+    TakeCopies(event);
 }
 
 void mdiMother::dropEvent(QDropEvent *event)
 {
     const QStringList files = LocalFiles(event->mimeData());
-    if (files.isEmpty())
+    if (!TakeCopies(event))
         return;
-    event->acceptProposedAction();
     // Behind the drop: the program that the files come from must not wait for our dialogs.
     QMetaObject::invokeMethod(
         this, [this, files] { DropFiles(files); }, Qt::QueuedConnection);

@@ -1,6 +1,7 @@
 #include "app/mdiMother.h"
 #include "app/Menus.h"
 #include "app/SchemaCommands.h"
+#include "app/SideBar.h"
 #include "app/SideBarTable.h"
 #include "app/StatusPanels.h"
 #include "app/Toolbars.h"
@@ -120,6 +121,7 @@ void mdiMother::BuildFrame()
             [this](const QPoint &at) { menus->Popup(QStringLiteral("mnuFile"), at); });
     connect(eb, &ExplorerBar::ItemClick, this, &mdiMother::SideBarClick);
     connect(eb, &ExplorerBar::ItemRightClick, this, &mdiMother::SideBarRightClick);
+    WatchConnection(*eb);
     connect(cb, &CommandBar::ButtonClick, this, &mdiMother::CommandBarClick);
     connect(cb, &CommandBar::MenuItemClick, this, &mdiMother::CommandBarMenuClick);
 }

@@ -40,7 +40,7 @@ QString KeyOf(const QString &owner, const QString &name)
 QSet<QString> Keywords()
 {
     QSet<QString> words;
-    for (const QString &word : gKeywords.Words())
+    for (const QString &word : gKeywordSet.Words())
         words.insert(word.toUpper());
     return words;
 }

@@ -61,6 +61,10 @@ CellKind Adjusted(const Traits &traits, CellKind kind, bool isUnsigned)
         if (kind == CellKind::Bit)
             return CellKind::BoolText;
     }
+    if (traits.Family == DatabaseFamily::PostgreSQL && kind == CellKind::Date)
+        return CellKind::DriversDate;
+    if (traits.Family == DatabaseFamily::PostgreSQL && kind == CellKind::Timestamp)
+        return CellKind::DriversTimestamp;
     if (traits.DatesAsText && kind == CellKind::Date)
         return CellKind::DateText;
     if (traits.DatesAsText && kind == CellKind::Timestamp)
@@ -144,6 +148,14 @@ void SetWidths(ColumnPlan &plan, const Traits &traits, bool isLong, qint64 size)
 
 } // namespace
 
+bool TakeServersText(ColumnPlan &plan)
+{
+    if (plan.Kind != CellKind::DriversDate && plan.Kind != CellKind::DriversTimestamp)
+        return false;
+    plan.Kind = plan.Kind == CellKind::DriversDate ? CellKind::DateText : CellKind::TimestampText;
+    return true;
+}
+
 ColumnPlan Describe(const Link &link, const Handle &statement, int column)
 {
     ColumnPlan plan;
@@ -171,6 +183,10 @@ ColumnPlan Describe(const Link &link, const Handle &statement, int column)
             plan.Info.Type = adVarWChar;
             plan.Kind = CellKind::Text;
             size = 32;
+        } else if (typeName == u"timestamptz") {
+            plan.HasZone = true;
+        } else if (typeName == u"uuid") { // its driver makes capitals of the server's letters
+            plan.Kind = CellKind::GuidText;
         }
     }
     plan.CType = CTypeOf(plan.Kind);

@@ -1,6 +1,7 @@
 #include "ado/odbc/OdbcDriver.h"
 #include "ado/ConnectionString.h"
 #include "ado/odbc/OdbcSession.h"
+#include "lang/Text.h"
 #include <QFileInfo>
 #include <algorithm>
 
@@ -56,6 +57,21 @@ void RaiseIfNotInstalled(const QString &driver)
         throw NotInstalled(driver);
 }
 
+// Does the user's name or password begin or end with a blank, in braces or without?
+bool HasOuterBlanks(const QString &connectionString)
+{
+    for (const Attribute &attribute : ParseConnectionString(connectionString)) {
+        const QString key = attribute.Key.toUpper();
+        if (key != u"PWD" && key != u"PASSWORD" && key != u"UID" && key != u"USER")
+            continue;
+        const QString written = attribute.Raw.mid(attribute.Raw.indexOf(u'=') + 1);
+        const QString value = lang::Trim(written).startsWith(u'{') ? attribute.Value : written;
+        if (value.startsWith(u' ') || value.endsWith(u' '))
+            return true;
+    }
+    return false;
+}
+
 class TheOdbcDriver : public Driver
 {
 public:
@@ -74,6 +90,12 @@ public:
                 throw NotInstalled(driver.isEmpty() ? AttributeValue(ParseConnectionString(text), QStringLiteral("DSN"))
                                                     : driver,
                                    error.Description);
+            if (error.IsLoginFailure() && error.Description.contains(QLatin1String("[ma-")) && HasOuterBlanks(text))
+                throw Error(error.Number,
+                            error.Description +
+                                QStringLiteral("\r\nMariaDB's driver drops the blanks at both ends of a "
+                                               "user name and of a password, and there are some here."),
+                            error.SQLState, error.NativeError);
             throw;
         }
     }

@@ -34,7 +34,7 @@ public:
 
 private:
     void Run(const Handle &statement, const QByteArray &sql);
-    ExecuteResult LastResult(Handle statement);
+    ExecuteResult AllResults(Handle statement);
     bool GoesOnAfter(const Error &error) const;
     bool LosesTransaction(const Error &error) const;
     void RaiseIfNotTakenBack();

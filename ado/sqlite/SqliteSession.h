@@ -8,10 +8,17 @@
 
 namespace ADODB {
 
+enum class SqliteAccess
+{
+    Existing, // to read and write, if it is there
+    ReadOnly,
+    Create
+};
+
 class SqliteSession : public Session
 {
 public:
-    SqliteSession(const QString &file, bool readOnly);
+    SqliteSession(const QString &file, SqliteAccess access);
     ~SqliteSession() override;
 
     ExecuteResult Execute(const QString &sql) override;

@@ -122,6 +122,31 @@ TEST_F(OpenFiles, DroppedFilesAreAppendedWithABlankLineBetween)
     EXPECT_EQ(Asked, 1);
 }
 
+// A file manager that proposes a move deletes what was taken so.
+TEST_F(OpenFiles, DroppedFilesAreTakenAsCopies)
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(Write(QStringLiteral("1.sql"), "select 1"))});
+    Choose(QStringLiteral("a"));
+    const Qt::DropActions possible = Qt::MoveAction | Qt::CopyAction;
+    QDragEnterEvent enter(QPoint(200, 200), possible, &data, Qt::LeftButton, Qt::NoModifier);
+    enter.setDropAction(Qt::MoveAction);
+    QApplication::sendEvent(Window.get(), &enter);
+    EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+    QDragMoveEvent move(QPoint(201, 200), possible, &data, Qt::LeftButton, Qt::NoModifier);
+    move.setDropAction(Qt::MoveAction);
+    QApplication::sendEvent(Window.get(), &move);
+    EXPECT_TRUE(move.isAccepted());
+    EXPECT_EQ(move.dropAction(), Qt::CopyAction);
+    QDropEvent drop(QPointF(200, 200), possible, &data, Qt::LeftButton, Qt::NoModifier);
+    drop.setDropAction(Qt::MoveAction);
+    QApplication::sendEvent(Window.get(), &drop);
+    EXPECT_TRUE(drop.isAccepted());
+    EXPECT_EQ(drop.dropAction(), Qt::CopyAction);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Analyzer && !Analyzer->Body.isEmpty(); }));
+    EXPECT_TRUE(QFile::exists(Folder.filePath(QStringLiteral("1.sql"))));
+}
+
 TEST_F(OpenFiles, AnEmptyFirstFileTakesTheNextWithoutABlankLine)
 {
     Choose(QStringLiteral("a"));

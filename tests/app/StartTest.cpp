@@ -6,6 +6,7 @@
 #include "controls/StatusBar.h"
 #include "controls/Twips.h"
 #include "data/ConnectionStore.h"
+#include "data/modKeywords.h"
 #include "tests/app/ShellFixture.h"
 #include <QAction>
 #include <QFile>
@@ -35,7 +36,18 @@ TEST_F(StartTest, ThirteenStepsStrictlyInOrder)
             EXPECT_FALSE(Window->menus->Item(QStringLiteral("mnuSQL"))->isEnabled());
         }
         if (number == 9) {
-            EXPECT_GT(gKeywords.Words().size(), 300); // the shipped list
+            EXPECT_GT(gKeywordSet.Words().size(), 300); // the shipped list
+            // It was a list of texts alone; windows read it as the recordset that it is.
+            ASSERT_TRUE(gKeywords);
+            ASSERT_EQ(gKeywords->Fields().Count(), 1);
+            EXPECT_EQ(gKeywords->Fields()[0].Name(), QStringLiteral("KW"));
+            EXPECT_EQ(gKeywords->Fields()[0].Type(), ADODB::adVarChar);
+            EXPECT_EQ(gKeywords->Fields()[0].DefinedSize(), 50);
+            EXPECT_EQ(gKeywords->Fields()[0].Attributes(), ADODB::adFldUnspecified);
+            EXPECT_FALSE(gKeywords->ActiveConnection());
+            ASSERT_EQ(gKeywords->RecordCount(), gKeywordSet.Words().size());
+            for (qint64 row = 0; row < gKeywords->RecordCount(); ++row)
+                ASSERT_EQ(gKeywords->CellText(row, 0), gKeywordSet.Words()[row]); // in the order of the file
             EXPECT_EQ(Window->eb->BarCount(), number > 9 ? 2 : 0) << number;
         }
         EXPECT_EQ(Window->cb->HasToolbar(QStringLiteral("MainTB")), number > 10) << number;
@@ -85,7 +97,8 @@ TEST_F(StartTest, ConnectionsGoThroughARealEndAndARealStart)
     QSignalSpy ended(Window.get(), &mdiMother::Ended);
     EXPECT_TRUE(Window->close());
     EXPECT_EQ(ended.count(), 1);
-    EXPECT_TRUE(gKeywords.Words().isEmpty());
+    EXPECT_TRUE(gKeywordSet.Words().isEmpty());
+    EXPECT_FALSE(gKeywords);
     EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Done."));
     EXPECT_EQ(QFileInfo(AppFile(QStringLiteral("es.dat"))).permissions() &
                   (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),

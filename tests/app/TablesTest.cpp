@@ -116,14 +116,34 @@ TEST(MenuTable, EveryLiveButtonHasARow)
 
 TEST(MenuTable, EveryOperationOfTheMainWindowIsReached)
 {
-    for (const char *name :
-         {"mnuConn", "mnuSQL", "mnuViewCS", "mnuDeleteConn", "mnuGenCS", "mnuMask", "mnuInsert", "mnuASP", "mnuExit",
-          "mnuAboutUS", "mnuShowHelp", "mnuTileHorizantally", "mnuTileVertically", "mnuCascade", "mnuArrangeIcons"}) {
+    const QList<const char *> names = {"mnuConn",
+                                       "mnuSQL",
+                                       "mnuViewCS",
+                                       "mnuDeleteConn",
+                                       "mnuGenCS",
+                                       "mnuMask",
+                                       "mnuInsert",
+                                       "mnuASP",
+                                       "mnuExit",
+                                       "mnuAboutUS",
+                                       "mnuShowHelp",
+                                       "mnuFileAssociation",
+                                       "mnuTileHorizantally",
+                                       "mnuTileVertically",
+                                       "mnuCascade",
+                                       "mnuArrangeIcons"};
+    for (const char *name : names) {
         const MenuRow *row = FindMenuRow(name);
         ASSERT_TRUE(row) << name;
         EXPECT_EQ(row->Route, MenuRoute::Main);
         EXPECT_STREQ(row->Operation, name);
     }
+    // And no row leads to another one.
+    for (const MenuRow &row : MenuTable())
+        if (row.Route == MenuRoute::Main)
+            EXPECT_TRUE(std::any_of(names.begin(), names.end(), [&](const char *name) {
+                return !std::strcmp(name, row.Operation);
+            })) << row.Operation;
 }
 
 TEST(MenuTable, CaptionsStandInTheirOrder)
@@ -150,7 +170,7 @@ TEST(MenuTable, CaptionsStandInTheirOrder)
     EXPECT_EQ(Captions("mnuHelp"), QStringList({"About Us", "Contents", "File Association "}));
     EXPECT_EQ(Captions("popup"), QStringList({"HirachyMenu", "ParseMenu"}));
     EXPECT_EQ(Captions("mnuStats"), QStringList({"Find Max", "Find Min", "Get Average", "Get Sum", "Chart Results",
-                                                 "Generate ASP", "Clear Log", "Save"}));
+                                                 "Generate ASP", "Clear Log", "Save", "Fit Columns"}));
     EXPECT_EQ(Captions("mnuParseMenu"), QStringList({"Parse (Parenthesis)", "Parse [Bracket]", "Parse {Curly Bracket}",
                                                      "Parse 'Single Quote'", "Parse \"Double Quote\""}));
 }

@@ -12,6 +12,7 @@
 #include "controls/ucIconMaker.h"
 #include "tests/support/DialogDouble.h"
 #include <QApplication>
+#include <QFile>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -20,6 +21,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <csignal>
@@ -224,6 +226,35 @@ TEST(Dialogs, ARealInputBoxGivesWhatIsTyped)
     bool accepted = true;
     EXPECT_EQ(InputBox(S("Name"), S("Title"), S("old"), &accepted), QString());
     EXPECT_FALSE(accepted);
+}
+
+// The toolkit refused a name that is not there in its own words, and the window's own never came.
+TEST(Dialogs, AFileThatIsNotThereCanBeNamedForOpening)
+{
+    const QTemporaryDir folder;
+    QFile there(folder.filePath(S("there.sql")));
+    ASSERT_TRUE(there.open(QIODevice::WriteOnly));
+    const auto typed = [&](const QString &name) {
+        int boxes = 0;
+        WithDialog<QFileDialog>([&](QFileDialog *dialog) {
+            auto *const line = dialog->findChild<QLineEdit *>();
+            line->setText(name);
+            QTimer::singleShot(0, dialog, [&boxes, dialog] { // what would stand above it
+                if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                    ++boxes;
+                    box->close();
+                    dialog->reject();
+                }
+            });
+            QTest::keyClick(line, Qt::Key_Return);
+        });
+        const QString path = OpenFileDialog(S("Open"), S("Query File [*.sql]|*.sql"), S("sql"), folder.path());
+        EXPECT_EQ(boxes, 0) << qPrintable(name);
+        return path;
+    };
+    EXPECT_EQ(typed(S("gone.txt")), folder.filePath(S("gone.txt")));
+    EXPECT_EQ(typed(S("there.sql")), folder.filePath(S("there.sql")));
+    EXPECT_EQ(typed(S("there")), folder.filePath(S("there.sql"))); // the extension goes without saying
 }
 
 TEST(Splitter, KeepsItsBordersAndSaysWhereItWent)

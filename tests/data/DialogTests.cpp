@@ -164,6 +164,12 @@ TEST_F(DialogTest, ConnectionPartsMakeStrings)
     parts.further = "UseDeclareFetch=1;Fetch=5000";
     EXPECT_EQ(parts.ToString(), "Driver={PostgreSQL Unicode};Server=127.0.0.1;Port=5432;Database=d;UID=me;PWD={p;w}}d};"
                                 "UseDeclareFetch=1;Fetch=5000");
+    // PostgreSQL's driver decodes a password with these signs, unless it stands in braces.
+    parts.further.clear();
+    for (const char *password : {"a%2Bb", "+", "100%"}) {
+        parts.password = password;
+        EXPECT_TRUE(parts.ToString().endsWith(QString(";UID=me;PWD={%1}").arg(password))) << parts.ToString();
+    }
     parts = ConnectionParts();
     parts.kind = ConnectionParts::Kind::Driver;
     parts.name = "/opt/driver.so";
@@ -200,6 +206,41 @@ TEST_F(DialogTest, TheFileChooserAndTheTest)
     EXPECT_FALSE(form.Cancelled);
     EXPECT_EQ(form.ConnectionString, "DSN=edited;UID=x");
     EXPECT_EQ(gConn, nullptr);
+}
+
+TEST_F(DialogTest, TheTestAsksBeforeItMakesAFile)
+{
+    const QString path = Path("mistyped.db");
+    frmConnectionString form;
+    WithDialog([&](QWidget *dialog) {
+        form.txtResult->setPlainText("Driver=SQLite;Database=" + path);
+        m_boxes.Answers << mbNo;
+        Click(dialog, "cmdTest");
+        ASSERT_EQ(m_boxes.Boxes.size(), 1);
+        EXPECT_EQ(m_boxes.Boxes[0].Buttons, mbYesNo);
+        EXPECT_TRUE(m_boxes.Boxes[0].Text.contains(path)) << m_boxes.Boxes[0].Text;
+        EXPECT_TRUE(form.lblTest->text().contains("does not exist")) << form.lblTest->text();
+        EXPECT_FALSE(QFile::exists(path));
+        m_boxes.Answers << mbYes;
+        Click(dialog, "cmdTest");
+        EXPECT_TRUE(form.lblTest->text().startsWith("The connection works.")) << form.lblTest->text();
+        EXPECT_TRUE(QFile::exists(path));
+        Click(dialog, "cmdOK");
+    });
+    form.ShowModal();
+    EXPECT_EQ(form.ConnectionString, "Driver=SQLite;Database=" + path);
+}
+
+TEST_F(DialogTest, OpeningItselfAsksNothing)
+{
+    const QString text = "Driver=SQLite;Database=" + Path("mistyped.db");
+    EXPECT_FALSE(OpenConnection(text));
+    EXPECT_EQ(LastOpenErrorNumber(), ADODB::adErrFileNotFound);
+    EXPECT_EQ(OpenExtraConnection(text), nullptr);
+    EXPECT_TRUE(m_boxes.Boxes.isEmpty());
+    EXPECT_FALSE(QFile::exists(Path("mistyped.db")));
+    ASSERT_TRUE(OpenConnection(text + ";Create=Yes"));
+    EXPECT_EQ(LastOpenErrorNumber(), 0);
 }
 
 TEST_F(DialogTest, TheTestDoesNotFreezeAndEscapeEndsItAlone)

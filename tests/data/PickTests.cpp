@@ -167,7 +167,7 @@ TEST_F(PickTest, AConnectionStringWinsOverTheConnection)
 {
     {
         const auto other = ADODB::Connection::Create();
-        other->Open("Driver=SQLite;Database=" + Path("other.db"));
+        other->Open("Driver=SQLite;Create=Yes;Database=" + Path("other.db"));
         other->Execute("create table elsewhere (x int)");
     }
     Cancel();

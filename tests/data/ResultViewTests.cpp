@@ -274,6 +274,7 @@ TEST_F(ResultViewTest, SavingAsksBeforeItOverwrites)
     grid->mnuSave();
     EXPECT_EQ(m_boxes.LastTitle(), "Save");
     EXPECT_EQ(m_boxes.Boxes.last().Buttons, mbYesNo);
+    EXPECT_EQ(m_boxes.Boxes.last().Icon, 0); // it came with a question mark
     EXPECT_EQ(m_boxes.LastText(), "This file name already exists. Are you sure you want to overwrite this file?");
     EXPECT_EQ(Read(path), "former");
     grid->mnuSave();

@@ -25,6 +25,10 @@ TEST(Trim, TakesBlanksAndNothingElse)
     EXPECT_EQ(Trim(S("")), S(""));
     EXPECT_EQ(LTrim(S("  a  ")), S("a  "));
     EXPECT_EQ(RTrim(S("  a  ")), S("  a"));
+    for (const char *blanks : {" ", "  ", "   "}) {
+        EXPECT_EQ(LTrim(S(blanks)), S(""));
+        EXPECT_EQ(RTrim(S(blanks)), S(""));
+    }
     EXPECT_EQ(Trim(QString(QChar(0xA0))), QString(QChar(0xA0)));
 }
 

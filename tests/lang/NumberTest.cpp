@@ -154,6 +154,11 @@ TEST(Round, SendsTheHalfToTheEvenNeighbour)
     EXPECT_EQ(CLng(4.5), 4);
     EXPECT_EQ(CLng(1e30), std::numeric_limits<qint64>::max());
     EXPECT_EQ(CLng(-1e30), std::numeric_limits<qint64>::min());
+    // 2^63 is the first double past the largest integer; the one before it still is one, and so is -2^63.
+    EXPECT_EQ(CLng(9223372036854775808.0), std::numeric_limits<qint64>::max());
+    EXPECT_EQ(CLng(9223372036854774784.0), 9223372036854774784);
+    EXPECT_EQ(CLng(-9223372036854775808.0), std::numeric_limits<qint64>::min());
+    EXPECT_EQ(CLng(-9223372036854774784.0), -9223372036854774784);
     EXPECT_EQ(CLng(std::nan("")), 0);
 }
 

@@ -90,6 +90,11 @@ public:
         }
         return m_real->Fetch(columns, maxRows);
     }
+    std::unique_ptr<ADODB::ResultSet> TakeNext() override
+    {
+        std::unique_ptr<ADODB::ResultSet> next = m_real->TakeNext();
+        return next ? std::make_unique<Rows>(std::move(next), m_plan) : nullptr;
+    }
 
 private:
     std::unique_ptr<ADODB::ResultSet> m_real;
