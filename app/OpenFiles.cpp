@@ -10,7 +10,6 @@
 #include "frame/ChildWindow.h"
 #include "frame/QueryFile.h"
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QMimeData>
 #include <QScopeGuard>
 #include <QTimer>
@@ -39,14 +38,15 @@ ChildWindow *mdiMother::ProcessCommandLine(const QString &commandLine)
         const auto parts = ParseCommandLine(commandLine, exists);
         if (!parts || !parts->FileExists)
             return; // the switch "R" is known, and does nothing
-        QString text;
-        if (!ReadOrTell(FileOfLine(parts->File), text, this))
-            return;
         const QString name = GetConnection(true);
         if (name.isEmpty())
             return;
-        if (ExplorerBarItem *entry = ConnectionEntryByText(*eb, name))
+        // A file that cannot be read is told, and the connection that was picked opens all the same.
+        if (ExplorerBarItem *entry = ConnectionEntryByText(*eb, name)) {
+            QString text;
+            ReadOrTell(FileOfLine(parts->File), text, this);
             window = ConnectTo(entry, text);
+        }
     });
     return window;
 }
@@ -57,8 +57,8 @@ void mdiMother::DropFiles(const QStringList &files)
 {
     if (files.isEmpty())
         return;
-    if (QString text; !QFileInfo(files.front()).isFile() && !ReadOrTell(files.front(), text, this))
-        return;
+    if (QString text; !ReadOrTell(files.front(), text, this))
+        return; // nobody is asked for a connection for what cannot be opened
     const QPointer<ChildWindow> window = ProcessCommandLine(QuotedPath(files.front()));
     const AnalyzerFactory &factory = AnalyzerFactory::Current();
     for (qsizetype i = 1; i < files.size() && window; ++i)

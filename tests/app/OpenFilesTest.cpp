@@ -178,6 +178,24 @@ TEST_F(OpenFiles, AnUnreadableFileGetsTheSystemsWordsAndChangesNothing)
     EXPECT_EQ(Analyzer->Body, QStringLiteral("select 1"));
 }
 
+// The question for the connection did not come for a file that is there and cannot be read.
+TEST_F(OpenFiles, AnUnreadableFileOfTheCommandLineAsksForTheConnectionAllTheSame)
+{
+    const QString path = Write(QStringLiteral("q.sql"), QByteArray("\x89PNG\0\0", 6));
+    Choose(QString());
+    EXPECT_FALSE(Window->ProcessCommandLine(QuotedPath(path)));
+    EXPECT_EQ(Asked, 1);
+    EXPECT_TRUE(Dialogs.Boxes.isEmpty());
+    EXPECT_FALSE(gConn);
+    Choose(QStringLiteral("a"));
+    EXPECT_EQ(Window->ProcessCommandLine(QuotedPath(path)), Analyzer);
+    EXPECT_EQ(Asked, 2);
+    ASSERT_EQ(Dialogs.Boxes.size(), 1);
+    EXPECT_EQ(Dialogs.Boxes[0].Text, path + QStringLiteral("\r\nIt is not a text file."));
+    EXPECT_TRUE(IsConnected(false));
+    EXPECT_EQ(Analyzer->Body, QString());
+}
+
 TEST_F(OpenFiles, ABinaryFileIsRefusedWithAMessageAndChangesNothing)
 {
     const QByteArray picture = QByteArray("\x89PNG\r\n\x1a\n", 8) + QByteArray(4, '\0') + "IHDR";

@@ -161,6 +161,9 @@ TEST(MenuTable, CaptionsStandInTheirOrder)
                                                    "Add All Tables", "Remove Table", "Clear Diagram"}));
     EXPECT_EQ(Captions("mnuChart2D"), QStringList({"Area", "Bar", "Combination", "Line", "Pie", "Step", "XY"}));
     EXPECT_EQ(Captions("mnuChart3D"), QStringList({"Area", "Bar", "Combination", "Line", "Step"}));
+    ASSERT_TRUE(FindMenuRow("mnuChart3DComination")); // its name is spelt so, its caption is not
+    EXPECT_STREQ(FindMenuRow("mnuChart3DComination")->Caption, "Combination");
+    EXPECT_TRUE(FindMenuRow("mnuChart2DCombination"));
     EXPECT_EQ(Captions("mnuScripts"),
               QStringList({"Mask Script", "Insert Script", "Generate Connectin String", "Generate ASP"}));
     EXPECT_EQ(Captions("mnuWindow"), QStringList({"Tile Horizantally", "Tile Vertically", "Cascade", "Arrange Icons"}));
