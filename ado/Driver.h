@@ -64,6 +64,9 @@ public:
     virtual ~Session() = default; // rolls back what is open and disconnects
 
     virtual ExecuteResult Execute(const QString &sql) = 0;
+    // The same for a text that must be one statement: a text of several is refused before anything runs. A driver that
+    // knows its server's own way to be sure overrides this; else the text is read.
+    virtual ExecuteResult ExecuteOne(const QString &sql);
     // Runs one prepared statement once for each row of `parameters` (columns of equal length, bound to the ?s in
     // order). failed(row, error) is called for each row that the server refuses; the rest go on. Gives the rows
     // affected. An UPDATE or DELETE that meets no row at all counts as refused, with adErrRowConflict: somebody else

@@ -76,6 +76,13 @@ enum EditModeEnum : int
     adEditAdd = 2
 };
 
+// Options of Connection::Execute.
+enum ExecuteOptionEnum : int
+{
+    adOptionUnspecified = -1,
+    adOneStatement = 0x10000 // what the program has composed: a text of several statements is refused, and nothing runs
+};
+
 // AbsolutePosition where there is no current row.
 enum PositionEnum : int
 {

@@ -15,6 +15,7 @@ public:
     ~SqliteSession() override;
 
     ExecuteResult Execute(const QString &sql) override;
+    ExecuteResult ExecuteOne(const QString &sql) override; // the library says where the first statement ends
     qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
                         const std::function<void(qint64, const Error &)> &failed) override;
     void Begin() override;
