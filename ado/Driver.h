@@ -93,6 +93,9 @@ public:
     virtual ~Session() = default; // rolls back what is open and disconnects
 
     virtual ExecuteResult Execute(const QString &sql) = 0;
+    // The same for a text that must be one statement: a text of several is refused before anything runs. A driver that
+    // knows its server's own way to be sure overrides this; else the text is read.
+    virtual ExecuteResult ExecuteOne(const QString &sql);
     // Runs the batch's statement once for each of its rows. A row that the server refuses is told; the others go on. An
     // UPDATE or DELETE is meant for one row: when it meets none it counts as refused, with adErrRowConflict (somebody
     // else was faster); when it meets several it is taken back and counts as refused. Gives the rows affected. Raises

@@ -99,6 +99,13 @@ enum CEResyncEnum : int
     adResyncInserts = 8        // every column, so also defaults and what triggers made of it
 };
 
+// Options of Connection::Execute.
+enum ExecuteOptionEnum : int
+{
+    adOptionUnspecified = -1,
+    adOneStatement = 0x10000 // what the program has composed: a text of several statements is refused, and nothing runs
+};
+
 // AbsolutePosition where there is no current row.
 enum PositionEnum : int
 {

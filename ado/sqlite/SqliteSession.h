@@ -22,6 +22,7 @@ public:
     ~SqliteSession() override;
 
     ExecuteResult Execute(const QString &sql) override;
+    ExecuteResult ExecuteOne(const QString &sql) override; // the library says where the first statement ends
     qint64 ExecuteBatch(const Batch &batch) override;
     bool CanReturn() const override { return sqlite3_libversion_number() >= 3035000; }
     void Begin() override;
