@@ -77,12 +77,7 @@ void frmSQL::OpenFiles(const QStringList &files)
     }
     if (contents.isEmpty())
         return;
-    const QString before = Edited().text;
-    KeepHistory();
-    m_InParse = true;
-    txtSQL->SetText(::DropFiles(before, contents));
-    m_InParse = false;
-    FixText(true, !before.isEmpty(), 2);
+    SetText(::DropFiles(Edited().text, contents));
 }
 
 void frmSQL::mnuPrint()

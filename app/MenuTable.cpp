@@ -122,7 +122,7 @@ static constexpr MenuRow s_rows[] = {
     {"mnuChartType", "mnuChart3D", "3D Chart Types", MenuRoute::Group, "", "", "", "", false},
     {"mnuChart3D", "mnuChart3DArea", "Area", MenuRoute::Later, "", "", "", "", false},
     {"mnuChart3D", "mnuChart3DBar", "Bar", MenuRoute::Later, "", "", "", "", false},
-    {"mnuChart3D", "mnuChart3DCombination", "Combination", MenuRoute::Later, "", "", "", "", false},
+    {"mnuChart3D", "mnuChart3DComination", "Combination", MenuRoute::Later, "", "", "", "", false},
     {"mnuChart3D", "mnuChart3DLine", "Line", MenuRoute::Later, "", "", "", "", false},
     {"mnuChart3D", "mnuChart3DStep", "Step", MenuRoute::Later, "", "", "", "", false},
     {"mnuChartMain", "mnuChartTitle", "Change Title", MenuRoute::Later, "", "", "", "", false},
