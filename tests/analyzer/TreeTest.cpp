@@ -187,7 +187,7 @@ TEST_F(Analyzer, TheHistoryBarForgetsTheNodesOfAFormerConnection)
     window->ToolBar(QStringLiteral("SQLRefresh"));
     EXPECT_EQ(listed(), 1);
     const ADODB::ConnectionPtr other = ADODB::Connection::Create();
-    other->Open(QStringLiteral("Driver=SQLite;Database=") + folder.filePath(QStringLiteral("other.sqlite")));
+    other->Open(QStringLiteral("Driver=SQLite;Create=Yes;Database=") + folder.filePath(QStringLiteral("other.sqlite")));
     gConn = other;
     window->RefreshForm(QStringLiteral("Other"));
     EXPECT_EQ(listed(), 0);
