@@ -43,6 +43,7 @@ public:
     void AppendTime(int hour, int minute, int second, int nanoseconds);
     void AppendTimestamp(int year, int month, int day, int hour, int minute, int second, int nanoseconds);
     void Append(const Value &value);
+    void AppendFrom(const ColumnStore &other, qint64 row); // the same cell, without a detour where both keep it alike
 
     // Whole-column growth for drivers that fetch blocks.
     void Reserve(qint64 rows);

@@ -8,7 +8,9 @@
 #include "controls/RichTextBox.h"
 #include "controls/TreeView.h"
 #include "data/SchemaLoader.h"
+#include "data/ServerName.h"
 #include "data/modMain.h"
+#include "frame/Shell.h"
 #include "lang/Text.h"
 #include "sqltext/EditAssist.h"
 #include "sqltext/modSQLMaipulation.h"
@@ -56,16 +58,34 @@ void frmSQL::BuildTree()
 // A field or a procedure stands for its name, a table or a view for a statement of the kind that the user picks.
 bool frmSQL::ComposeNode(Node *node, QString &text)
 {
-    text = u' ' + (node->Depth() == 1 ? QuoteName(node->Text()) : node->Text()) + u' ';
-    if (!IsTable(node))
-        return true;
     const QPointer<frmSQL> self(this);
-    const QString table = node->Text();
+    const ADODB::ConnectionPtr connection = gConn;
+    const ADODB::ObjectName object = ObjectOf(node);
+    const bool table = IsTable(node);
+    if (!connection || (!table && node->Depth() != 1)) {
+        text = u' ' + (connection && !IsHarmless(object.Name) ? HarmlessName(connection, object.Name) : object.Name) +
+               u' ';
+        return !table;
+    }
     frmGetSQLStructure ask(this);
-    ask.ShowModal();
-    if (ask.Cancelled || !self)
+    if (table) {
+        ask.ShowModal();
+        if (ask.Cancelled || !self)
+            return false;
+    }
+    QString name;
+    if (!Attempt([&] { name = OfferedName(connection, object); }) || !self)
         return false;
-    text = FormatStatement(Skeleton(ask.Options(), table, GetFieldList(table, QStringLiteral(", "))));
+    if (name.isEmpty()) {
+        Shell::Current().SetStatus(NotOffered(object.Name));
+        return false;
+    }
+    text = u' ' + name + u' ';
+    if (!table)
+        return true;
+    QStringList kept;
+    const QString fields = GetFieldList(connection, object, QStringLiteral(", "), &kept);
+    text = FormatStatementKeeping(SkeletonOf(ask.Options(), name, fields), kept << name);
     return self;
 }
 

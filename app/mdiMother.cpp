@@ -63,7 +63,7 @@ mdiMother::mdiMother(QWidget *parent) : QMainWindow(parent)
     schema = std::make_unique<SchemaCommands>();
     schema->LastTable = [this] { return menus->Tag(QStringLiteral("mnuDBTables")); };
     schema->SetLastTable = [this](const QString &table) { menus->SetTag(QStringLiteral("mnuDBTables"), table); };
-    schema->ConnectionName = [this] { return menus->Tag(QStringLiteral("mnuViewCS")); };
+    schema->ConnectionName = [this] { return ConnectedName(); };
     Shell::Install(this);
     EndPumps(false);
 }

@@ -119,8 +119,9 @@ private:
     void TellLargeTexts(); // once for each, not at every start
 
     bool m_testMode = false;
-    bool m_exit = false;     // set by mnuExit: a popup that ends must not touch the menu again
-    bool m_welcomed = false; // frmRookie has been shown in this run
+    bool m_exit = false;           // set by mnuExit: a popup that ends must not touch the menu again
+    bool m_welcomed = false;       // frmRookie has been shown in this run
+    QString ConnectedName() const; // of the connection that is open; a popup on another entry changes nothing of it
     bool m_connecting = false;
     int m_opening = 0; // files that are being opened
     bool m_ended = false;

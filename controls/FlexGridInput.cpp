@@ -15,7 +15,8 @@
 namespace {
 constexpr int gripWidth = 4; // pixels on either side of a header's edge
 constexpr int autoScrollMilliseconds = 40;
-constexpr int leastWidth = 8; // pixels
+constexpr int leastWidth = 8;         // pixels
+constexpr qsizetype longestWord = 60; // characters of a tool tip that stay together
 } // namespace
 
 int FlexGrid::Body::ResizeColumnAt(const QPoint &position) const
@@ -266,8 +267,16 @@ bool FlexGrid::viewportEvent(QEvent *event)
         QToolTip::hideText();
         event->ignore();
     } else {
-        // As rich text, so that long lines are broken; nothing in the cell is taken for markup.
-        const auto shown = QStringLiteral("<div style=\"white-space:pre-wrap\">%1</div>").arg(text.toHtmlEscaped());
+        // As rich text, so that long lines are broken, words without a blank too; nothing in it is taken for markup.
+        QString lines = text;
+        for (qsizetype at = 0, run = 0; at < lines.size(); ++at) {
+            run = lines[at].isSpace() ? 0 : run + 1;
+            if (run > longestWord && !lines[at].isLowSurrogate()) {
+                lines.insert(at, QChar(0x200B)); // a place to break, of no width
+                run = 0;
+            }
+        }
+        const auto shown = QStringLiteral("<div style=\"white-space:pre-wrap\">%1</div>").arg(lines.toHtmlEscaped());
         const QRect cell = CellRect(MouseRow(help->pos()), MouseCol(help->pos()));
         QToolTip::showText(help->globalPos(), shown, viewport(), cell);
     }

@@ -112,20 +112,21 @@ void FlexGrid::Body::PaintText(QPainter &painter, const QString &text, const QRe
 // Measured as it is painted, by lines where the row shows several.
 QString FlexGrid::Body::HiddenText(const QPoint &position) const
 {
-    constexpr qint64 most = 4000; // more than that fits no screen
     const qint64 r = q->MouseRow(position);
     const int c = q->MouseCol(position);
     const QRect cell = r < 0 || c < 0 ? QRect() : q->CellRect(r, c);
     if (cell.isNull())
         return {};
     const QRect room = TextRoom(r, c, cell);
-    const QString text = ShownText(r, c, most);
+    const QString text = ShownText(r, c);
     const QStringList lines = lang::Split(text, QStringLiteral("\n"));
     const int shown = LinesIn(room);
-    bool hidden = lines.size() > shown || text.size() >= shownLimit;
+    bool hidden = lines.size() > shown;
     for (const QString &line : lines)
         hidden = hidden || q->fontMetrics().horizontalAdvance(OneLine(line)) > room.width();
-    return hidden ? text : QString();
+    if (!hidden)
+        return {};
+    return text.size() < shownLimit ? text : text + QChar(0x2026); // more than that fits no screen
 }
 
 void FlexGrid::Body::PaintCell(QPainter &painter, qint64 r, int c, const QRect &cell)

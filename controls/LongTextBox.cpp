@@ -4,15 +4,20 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTimer>
 #include <QTimerEvent>
 #include <algorithm>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #include <vector>
 
 namespace {
 
 constexpr qint64 firstPiece = 1 << 14, piece = 1 << 16; // characters
 constexpr qsizetype longestBlock = 4096, blankWithin = 256;
-constexpr int ownBreak = 1; // state of a block whose end is no line end of the text
+[[maybe_unused]] constexpr qint64 largeText = 4 << 20; // characters
+constexpr int ownBreak = 1;                            // state of a block whose end is no line end of the text
 
 // The place where a line that is too long is broken: behind a blank where one is near, never inside of a character.
 qsizetype BreakBefore(QStringView line, qsizetype end)
@@ -39,10 +44,15 @@ void LongTextBox::Stop()
 
 void LongTextBox::Clear()
 {
+    [[maybe_unused]] const bool large = m_made > largeText;
     Stop();
     m_heldReturn = false;
     m_made = 0;
     setPlainText(QString());
+#ifdef __GLIBC__
+    if (large) // the system would get no more than a part of it back; behind the next events, since it takes its time
+        QTimer::singleShot(0, [] { malloc_trim(0); });
+#endif
 }
 
 void LongTextBox::Show(ADODB::CellReader text)

@@ -5,7 +5,7 @@
 #include <QString>
 
 // The largest file that is read: the editor has to colour all of it.
-constexpr qint64 QueryFileLimit = 64 * 1024 * 1024; // bytes
+constexpr qint64 QueryFileLimit = 16 * 1024 * 1024; // bytes
 
 QString DecodeQueryFile(const QByteArray &bytes); // any thread
 // Interface thread. The file is read and decoded on a thread of its own: the windows go on painting, the status bar

@@ -47,3 +47,9 @@ struct SkeletonOptions
 };
 // The statement for a table; `fields` is its field list, joined. "" for another type.
 QString Skeleton(const SkeletonOptions &options, const QString &table, const QString &fields);
+// The same with the table's name as it is to be written.
+QString SkeletonOf(const SkeletonOptions &options, const QString &written, const QString &fields);
+
+// Does a name, written so in an editor, reach the server again as it is? Line ends are made CR LF and cut a text into
+// statements, a pair of blanks becomes one, a blank or digit behind "]" goes with the colouring.
+bool KeepsInEditor(const QString &written);

@@ -1,10 +1,11 @@
 #pragma once
 // Every state of a text since it was opened, in order, with one position: where a window goes when its undo has nothing
-// else left. Only the differences are kept, up to a number of bytes; past it the oldest states go. Window-free; one
-// thread at a time; nothing is raised.
+// else left. Only the differences are kept, up to a number of bytes; past it the oldest states go. Of a difference only
+// the side away from the position is kept, since the other one stands in the text. Window-free; one thread at a time;
+// nothing is raised.
 //
 // Positions are zero-based UTF-16 units. The text itself stays with its owner, who hands it in: it has to be the one of
-// the position. A text that cannot be that one is left alone.
+// the position. A text of another length is left alone; a change of one begins anew.
 //
 // An edit that is made somewhere behind the newest state takes nothing away: the state that it began from is added once
 // more, so that going back leads to it first and then to what had been taken back.
@@ -47,10 +48,11 @@ public:
     qsizetype Bytes() const { return m_bytes; }       // what the steps hold
 
 private:
+    // On the way from the position: `length` characters at `start` give way to `text`.
     struct Edit
     {
-        qsizetype start;
-        QString gone, now;
+        qsizetype start, length;
+        QString text;
     };
     struct Step
     {
@@ -60,11 +62,14 @@ private:
     class Walk;
 
     void Add(Step step);
+    void KeepLimit();
     std::optional<State> Go(const QString &present, bool back);
+    void MoveTo(const QString &present, qsizetype position);
 
     qsizetype m_limit;
     std::deque<Step> m_steps; // between the states, oldest first
     Step m_open;
     qsizetype m_position = 0;
     qsizetype m_bytes = 0;
+    qsizetype m_size = 0; // of the text at the position
 };

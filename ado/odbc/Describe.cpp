@@ -173,9 +173,18 @@ ColumnPlan Describe(const Link &link, const Handle &statement, int column)
         plan.Info.Type = isUnsigned ? row.Unsigned : row.Signed;
         plan.Kind = Adjusted(link.Of(), row.Kind, isUnsigned);
     }
+    const QString typeName = TextAttribute(statement, column, SQL_DESC_TYPE_NAME);
+    plan.Info.TypeName = typeName;
+    bool isLong = IsLong(type);
+    if (link.Of().Family == DatabaseFamily::SQLite && plan.Kind == CellKind::Text &&
+        typeName.contains(QLatin1String("blob"), Qt::CaseInsensitive)) {
+        // Its driver knows the plain BLOB alone, and calls a LONGBLOB a text: bytes written there became their words.
+        plan.Info.Type = adBinary;
+        plan.Kind = CellKind::Bytes;
+        isLong = true;
+    }
     if (link.Of().Family == DatabaseFamily::PostgreSQL) {
         // Its driver calls a bool VARCHAR(5), and gives money a number's type though it writes "$12.30".
-        const QString typeName = TextAttribute(statement, column, SQL_DESC_TYPE_NAME);
         if (typeName == u"bool") {
             plan.Info.Type = adBoolean;
             plan.Kind = CellKind::BoolText;
@@ -190,7 +199,6 @@ ColumnPlan Describe(const Link &link, const Handle &statement, int column)
         }
     }
     plan.CType = CTypeOf(plan.Kind);
-    const bool isLong = IsLong(type);
     SetWidths(plan, link.Of(), isLong, qint64(qMin<SQLULEN>(size, 0x40000000)));
 
     ColumnInfo &info = plan.Info;
@@ -206,7 +214,12 @@ ColumnPlan Describe(const Link &link, const Handle &statement, int column)
         info.Attributes |= adFldLong;
     info.BaseTable = TextAttribute(statement, column, SQL_DESC_BASE_TABLE_NAME);
     if (!info.BaseTable.isEmpty()) {
-        info.BaseColumn = TextAttribute(statement, column, SQL_DESC_BASE_COLUMN_NAME);
+        // MySQL and SQLite have databases where the others have schemas.
+        const bool noSchemas = link.Of().Family == DatabaseFamily::MySQL || link.Of().Family == DatabaseFamily::SQLite;
+        info.BaseSchema = TextAttribute(statement, column, noSchemas ? SQL_DESC_CATALOG_NAME : SQL_DESC_SCHEMA_NAME);
+        // SQLite's driver gives the alias as the column.
+        if (link.Of().Family != DatabaseFamily::SQLite)
+            info.BaseColumn = TextAttribute(statement, column, SQL_DESC_BASE_COLUMN_NAME);
         info.Attributes |= adFldUpdatable;
     }
     return plan;

@@ -117,6 +117,19 @@ QString Odbc::Completed(const QString &connectionString, const QString &user, co
                        driver.contains(QLatin1String("libtdsodbc"), Qt::CaseInsensitive);
     if (isTds && !HasAttribute(attributes, QStringLiteral("ClientCharset")))
         text = WithAttribute(text, QStringLiteral("ClientCharset"), QStringLiteral("UTF-8"));
+    // This one counts the rows that have changed, not those that were met, unless its option 2 is set: writing what is
+    // there already would look like a row that has gone. The user's own options stay.
+    constexpr quint64 foundRows = 2;
+    const bool isMaria = driver.contains(QLatin1String("MariaDB"), Qt::CaseInsensitive) ||
+                         driver.contains(QLatin1String("libmaodbc"), Qt::CaseInsensitive) ||
+                         driver.contains(QLatin1String("MySQL"), Qt::CaseInsensitive);
+    if (isMaria) {
+        bool isNumber = true;
+        const QString given = AttributeValue(attributes, QStringLiteral("Option"));
+        const quint64 options = given.isEmpty() ? 0 : given.toULongLong(&isNumber);
+        if (isNumber && !(options & foundRows))
+            text = WithAttribute(text, QStringLiteral("Option"), QString::number(options | foundRows));
+    }
     return text;
 }
 

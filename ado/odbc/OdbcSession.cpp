@@ -62,8 +62,23 @@ void OdbcSession::Run(const Handle &statement, const QByteArray &sql)
 ExecuteResult OdbcSession::Execute(const QString &sql)
 {
     m_link->ForgetCancel();
+    try {
+        ExecuteResult result = RunWhole(sql.toUtf8());
+        // A cancelled statement without rows may look as if it had come to its end.
+        if (!result.Rows && Family() == DatabaseFamily::MySQL)
+            m_link->RaiseIfCancelled();
+        return result;
+    } catch (const Error &) {
+        // Or as if the calls came in a wrong order: the driver has closed the statement under us.
+        if (m_link->IsAlive())
+            m_link->RaiseIfCancelled();
+        throw;
+    }
+}
+
+ExecuteResult OdbcSession::RunWhole(const QByteArray &text)
+{
     Handle statement = m_link->NewStatement();
-    const QByteArray text = sql.toUtf8();
     if (DoesNothing(text)) // the driver manager and some servers take it for a mistake
         return {};
     if (m_link->Of().Again == ReRead::Scroll)

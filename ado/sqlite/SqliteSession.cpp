@@ -154,6 +154,26 @@ ExecuteResult SqliteSession::Execute(const QString &sql)
     return result;
 }
 
+ExecuteResult SqliteSession::ExecuteOne(const QString &sql)
+{
+    const QByteArray text = sql.toUtf8();
+    const char *rest = text.constData();
+    const char *const end = rest + text.size();
+    for (bool found = false; rest < end;) {
+        SqliteStatement statement;
+        const char *tail = nullptr;
+        // What follows is not even prepared: it could not be, before the first one has run.
+        if (found && !SqliteIsBlank(QByteArrayView(rest, end - rest)))
+            throw Error(adErrProviderFailed, QStringLiteral("The text holds more than one statement."),
+                        QStringLiteral("42000"));
+        if (sqlite3_prepare_v2(m_db, rest, int(end - rest) + 1, &statement.handle, &tail) != SQLITE_OK)
+            break; // Execute tells why
+        found = found || statement.handle;
+        rest = tail;
+    }
+    return Execute(sql);
+}
+
 void SqliteSession::Run(const char *sql)
 {
     m_cancelled = false;

@@ -63,11 +63,7 @@ public:
         ADD_FAILURE() << "no query is known for a stranger: " << sql.toStdString();
         return {};
     }
-    qint64 ExecuteBatch(const QString &, const std::vector<ColumnStore> &,
-                        const std::function<void(qint64, const Error &)> &) override
-    {
-        return 0;
-    }
+    qint64 ExecuteBatch(const Batch &) override { return 0; }
     void Begin() override {}
     void Commit() override {}
     void Rollback() override {}

@@ -20,11 +20,7 @@ public:
         ++Statements;
         return m_real.Execute(sql);
     }
-    qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
-                        const std::function<void(qint64, const Error &)> &failed) override
-    {
-        return m_real.ExecuteBatch(sql, parameters, failed);
-    }
+    qint64 ExecuteBatch(const Batch &batch) override { return m_real.ExecuteBatch(batch); }
     void Begin() override { m_real.Begin(); }
     void Commit() override { m_real.Commit(); }
     void Rollback() override { m_real.Rollback(); }

@@ -12,6 +12,7 @@
 #include <QMenuBar>
 #include <QSet>
 #include <QTimer>
+#include <stdexcept>
 
 namespace {
 

@@ -122,6 +122,39 @@ TEST_F(PickTest, TheDefaultIsSelected)
     EXPECT_EQ(GetTable(false, true, "< All Tables >", "&OK", "&Cancel", {}, {}, "gamma"), "gamma");
 }
 
+// "Dept2" stands first, and was taken for "dept2".
+TEST_F(PickTest, TheDefaultIsSelectedLetterByLetter)
+{
+    ScriptedDriver driver;
+    driver.OnCatalogue = [](ADODB::SchemaEnum) -> std::unique_ptr<ADODB::ResultSet> {
+        return std::make_unique<ScriptedRows>(QStringList{"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME", "TABLE_TYPE"},
+                                              QList<QStringList>{{"", "one", "dept2", "TABLE"},
+                                                                 {"", "one", "Dept2", "TABLE"},
+                                                                 {"", "two", "Dept2", "TABLE"}});
+    };
+    ASSERT_TRUE(OpenConnection("Scripted"));
+    const auto pick = [&](const QString &former, ADODB::ObjectName &object) {
+        qint64 row = -2;
+        Picker([&](frmGetSelection *form) {
+            row = form->lvResults->SelectedRow();
+            QTest::keyClick(form->txtCri, row < 0 ? Qt::Key_Escape : Qt::Key_Return);
+        });
+        GetTable(false, true, "< All Tables >", "&OK", "&Cancel", {}, {}, former, &object);
+        return row;
+    };
+    ADODB::ObjectName object;
+    EXPECT_EQ(pick("Dept2", object), 1);
+    EXPECT_EQ(object, (ADODB::ObjectName{"", "one", "Dept2"}));
+    object.Schema = "two"; // of two rows of that text the one that was picked
+    EXPECT_EQ(pick("Dept2", object), 3);
+    EXPECT_EQ(object, (ADODB::ObjectName{"", "two", "Dept2"}));
+    EXPECT_EQ(pick("dept2", object), 2);
+    EXPECT_EQ(pick("DEPT2", object), -1); // nothing is that
+    EXPECT_EQ(object, ADODB::ObjectName());
+    EXPECT_EQ(pick("< All Tables >", object), 0);
+    EXPECT_EQ(object, ADODB::ObjectName());
+}
+
 TEST_F(PickTest, ADefaultFarDownIsInSight)
 {
     for (int i = 0; i < 200; ++i)

@@ -120,3 +120,24 @@ TEST(EditAssist, SkeletonsGoThroughTheFormatter)
               S("  DELETE\r\n FROM t\r\n WHERE [Expression]"));
     EXPECT_EQ(Skeleton({6, false, false, false, false}, S("t"), S("x")), S(""));
 }
+
+TEST(EditAssist, ASkeletonTakesTheNameAsItIsWritten)
+{
+    SkeletonOptions options;
+    options.type = 3;
+    EXPECT_EQ(SkeletonOf(options, S("second.\"T\""), {}), S("DELETE FROM second.\"T\"\r\n WHERE [Expression]"));
+    EXPECT_EQ(Skeleton(options, S("a b"), {}), SkeletonOf(options, S("[a b]"), {}));
+}
+
+TEST(EditAssist, WhatAnEditorWouldChangeIsNoNameForIt)
+{
+    for (const char *kept :
+         {"t", "[Order Details]", "\"a;b\"", "\"a--b\"", "\"\xf0\x9f\x98\x80\"", "\"a]b\"", "`a{b}\\c`"})
+        EXPECT_TRUE(KeepsInEditor(S(kept))) << kept;
+    for (const char *lost : {"\"a\nb\"", "\"a\r\nb\"", "\"a\tb\"", "\"a  b\"", "\"a] b\"", "\"a]1\"",
+                             "\"a\xc2\xa0"
+                             "b\"",
+                             "\"a\xe2\x80\xa8"
+                             "b\""})
+        EXPECT_FALSE(KeepsInEditor(S(lost))) << lost;
+}
