@@ -72,6 +72,17 @@ TEST_F(StoreKillTest, EveryFailingStepLeavesAWholeList)
     }
 }
 
+// Saved is what the disk is known to have: any of these that fails makes the save say so.
+TEST_F(StoreKillTest, WhatIsNotOnTheDiskIsNotCalledSaved)
+{
+    for (const StoreStep kind : {StoreStep::Lock, StoreStep::Open, StoreStep::Mode, StoreStep::Write, StoreStep::Sync,
+                                 StoreStep::Close, StoreStep::Rename, StoreStep::OpenFolder, StoreStep::SyncFolder}) {
+        ASSERT_TRUE(Save(1));
+        EXPECT_FALSE(Save(2, [&](StoreStep at) { return at != kind; })) << int(kind);
+        EXPECT_FALSE(QFile::exists(Store() + ".new")) << int(kind);
+    }
+}
+
 // From some step on everything fails, as on a disk that is full or gone.
 TEST_F(StoreKillTest, EverythingFailingFromAStepOnLeavesAWholeList)
 {

@@ -145,6 +145,9 @@ TEST_F(StoreMergeTest, AWriterThatHoldsTheLockIsWaitedForSoLongAndNoLonger)
     clsConns conns;
     ASSERT_TRUE(store.Load(conns));
     conns.Add("m", "mine", {});
+    ASSERT_EQ(::chmod(QFile::encodeName(Store() + ".lock").constData(), 0644), 0); // as a careless hand left it
+    Tool("b");
+    conns.Add("t", "b", {});
     const int held = ::open(QFile::encodeName(Store() + ".lock").constData(), O_RDWR);
     ASSERT_GE(held, 0);
     struct stat info = {};
@@ -153,15 +156,15 @@ TEST_F(StoreMergeTest, AWriterThatHoldsTheLockIsWaitedForSoLongAndNoLonger)
     ASSERT_EQ(::flock(held, LOCK_EX), 0);
     store.SetPatience(20, false);
     EXPECT_FALSE(store.Save(conns));
-    EXPECT_EQ(Stored(), "a=t");
+    EXPECT_EQ(Stored(), "a=t b=t");
     store.SetPatience(20, true); // the program at its end: rather without the lock than not at all
     EXPECT_TRUE(store.Save(conns));
-    EXPECT_EQ(Stored(), "a=t mine=m");
+    EXPECT_EQ(Stored(), "a=t mine=m b=t");
     ::close(held);
     store.SetPatience(20, false);
     conns.Remove("a");
     EXPECT_TRUE(store.Save(conns));
-    EXPECT_EQ(Stored(), "mine=m");
+    EXPECT_EQ(Stored(), "mine=m b=t");
 }
 
 // A pipe that lets processes go on at the same moment.

@@ -93,7 +93,7 @@ TEST(IsNumeric, LooksAtTheWholeText)
 TEST(IsNumeric, TakesEachSignOnceOnEitherSide)
 {
     for (const char *text :
-         {"0", "10", "( 5 )", "5+", "$ 5", "5 $", "(5) ", "(5)$", "$(5)", "1e+5", "&H10", "&O10", "1,", "1,.5"})
+         {"0", "10", "( 5 )", "5+", "$ 5", "5 $", "(5) ", "(5)$", "$(5)", "1e+5", "&H10", "&H1", "&O10", "1,", "1,.5"})
         EXPECT_TRUE(IsNumeric(S(text))) << text;
     for (const char *text : {"+5+",  "-5+", "$5$", "((5))", "(5))", "+(5)", "(+5)", "(-5)", "(5)-", ")5(", "5(",
                              "1e5x", "&O8", "&",   "&X1",   "&H1x", "1\t",  "1e 5", "5 5",  "$$5",  "-"})
