@@ -239,9 +239,9 @@ TEST_F(SchemaTest, NamesAreDataWhereEachIsAsked)
     Load("TABLE", m_root);
     QStringList asked = m_driver.Log().filter("SELECT");
     asked.sort();
-    EXPECT_EQ(asked, (QStringList{"SELECT * FROM \"order\" where 0=1",
-                                  "SELECT * FROM \"t;DELETE/**/FROM/**/t;--\" where 0=1",
-                                  "SELECT * FROM t where 0=1"}));
+    EXPECT_EQ(asked,
+              (QStringList{"SELECT * FROM \"order\" where 0=1", "SELECT * FROM \"t;DELETE/**/FROM/**/t;--\" where 0=1",
+                           "SELECT * FROM t where 0=1"}));
 }
 
 // Two objects of one name: the node knows which of them it is.
