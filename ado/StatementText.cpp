@@ -182,4 +182,19 @@ Error RowConflict()
                                 "last read."));
 }
 
+Error TooManyRows()
+{
+    return Error(adErrProviderFailed,
+                 QStringLiteral("Key column information is insufficient or incorrect. Too many rows were affected by "
+                                "update."),
+                 QStringLiteral("21000"));
+}
+
+Error WrongValue()
+{
+    return Error(adErrDataConversion,
+                 QStringLiteral("Application uses a value of the wrong type for the current operation."),
+                 QStringLiteral("22018"));
+}
+
 } // namespace ADODB

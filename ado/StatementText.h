@@ -27,4 +27,10 @@ void RaiseUnlessOneStatement(DatabaseFamily family, const QString &sql);
 // What a run that met none is: adErrRowConflict, since somebody else was faster.
 Error RowConflict();
 
+// What a run that met several is, when it has been taken back.
+Error TooManyRows();
+
+// What a value is that no column of this database can hold.
+Error WrongValue();
+
 } // namespace ADODB

@@ -14,6 +14,7 @@
 #include "lang/Text.h"
 #include "sqltext/EditAssist.h"
 #include "sqltext/modSQLMaipulation.h"
+#include <utility>
 
 namespace {
 
@@ -88,7 +89,8 @@ bool frmSQL::ComposeNode(Node *node, QString &text)
     return self;
 }
 
-// A statement goes behind the text and is left selected, so that its placeholders are at hand.
+// In at the drop point. A statement is left selected, so that its placeholders are at hand. The dialog and the server
+// let events through meanwhile, so the place is where the caret then is.
 void frmSQL::DropNode(const QString &key)
 {
     Node *node = TV->Nodes().Find(key);
@@ -99,10 +101,12 @@ void frmSQL::DropNode(const QString &key)
     if (!ComposeNode(node, text))
         return;
     PickNode(TV->Nodes().Find(key));
-    if (table)
-        BulkEdit(PlaceStatement(Edited().text, text));
-    else
+    if (table) {
+        const EditText edit = Edited();
+        BulkEdit(PlaceStatement(edit.text, edit.selStart, text));
+    } else {
         InsertString(text);
+    }
     txtSQL->ensureCursorVisible();
     txtSQL->setFocus(); // the user goes on with what was dropped
 }
@@ -125,6 +129,10 @@ void frmSQL::FillTree()
     const QPointer<frmSQL> self(this);
     const RedrawLock lock(TV);
     TV->Nodes().Clear();
+    // What was picked in another database is none of this one's.
+    const QString source = gConn ? gConn->ConnectionString() : QString();
+    if (std::exchange(m_treeSource, source) != source)
+        ForgetNodes();
     const int folder = TV->ImageIndex(QStringLiteral("C"));
     const int field = TV->ImageIndex(QStringLiteral("F"));
     bool stopped = false;

@@ -9,6 +9,8 @@
 #include "ado/Recordset.h"
 #include <QString>
 
+class QWidget;
+
 extern ADODB::ConnectionPtr gConn; // a new object at each OpenConnection
 
 // Replaces gConn by a new object and opens it; asks for user and password as long as the server refuses the user. The
@@ -17,6 +19,10 @@ extern ADODB::ConnectionPtr gConn; // a new object at each OpenConnection
 bool OpenConnection(const QString &ConnectionString);
 // The driver's words of the last OpenConnection that failed, a cancelled login's too; "" after a success.
 QString LastOpenError();
+int LastOpenErrorNumber(); // its number, adErrFileNotFound for a file database that is not there; 0 after a success
+// Asks whether a database file that is not there shall be made, after such a failure; "" when not, else the string that
+// makes it. The functions here that open ask nothing of that kind.
+QString AskToCreate(const QString &ConnectionString, const QString &Why, QWidget *Parent);
 // A connection of the caller's own, opened in the same way; null on failure. Touches neither gConn, status nor menus.
 ADODB::ConnectionPtr OpenExtraConnection(const QString &ConnectionString);
 

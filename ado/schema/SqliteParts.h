@@ -23,6 +23,10 @@
     "COALESCE((SELECT c.name FROM pragma_table_info(f.\"table\", t.schema) c WHERE lower(c.name) = lower(f.\"to\")), " \
     "f.\"to\", (SELECT c.name FROM pragma_table_info(f.\"table\", t.schema) c WHERE c.pk = f.seq + 1))"
 
+// Which key a row is of, for SqliteKeys.h; and that it is of none.
+#define SQLITE_KEY "t.schema AS KEY_SCHEMA, t.name AS KEY_TABLE, f.id AS KEY_ID"
+#define SQLITE_NO_KEY "NULL AS KEY_SCHEMA, NULL AS KEY_TABLE, NULL AS KEY_ID"
+
 namespace ADODB {
 
 // The text that stands for SQLITE_MASTERS on this connection.

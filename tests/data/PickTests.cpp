@@ -81,9 +81,11 @@ TEST_F(PickTest, BothShowTheirTypes)
 {
     int width = 0, list = 0;
     Picker([&](frmGetSelection *form) {
-        QTest::qWait(30);
-        width = form->lvResults->ColumnWidth(0) + form->lvResults->ColumnWidth(1);
-        list = form->lvResults->ListWidth();
+        Until([&] { // the columns follow when the window has its size
+            width = form->lvResults->ColumnWidth(0) + form->lvResults->ColumnWidth(1);
+            list = form->lvResults->ListWidth();
+            return std::abs(width - (list - 300)) <= 40;
+        });
         Click(form, "cmdCancel");
     });
     GetTable(true, true, "< All Tables >");
@@ -198,7 +200,7 @@ TEST_F(PickTest, AConnectionStringWinsOverTheConnection)
 {
     {
         const auto other = ADODB::Connection::Create();
-        other->Open("Driver=SQLite;Database=" + Path("other.db"));
+        other->Open("Driver=SQLite;Create=Yes;Database=" + Path("other.db"));
         other->Execute("create table elsewhere (x int)");
     }
     Cancel();

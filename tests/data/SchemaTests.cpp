@@ -4,6 +4,7 @@
 #include "data/frmTree.h"
 #include "tests/data/House.h"
 #include "tests/support/ScriptedDriver.h"
+#include "tests/support/WorkGate.h"
 #include <QRegularExpression>
 
 namespace {
@@ -315,24 +316,30 @@ TEST_F(SchemaTest, WindowsPaintAndEscapeStops)
     for (int i = 0; i < 200; ++i)
         tables << QStringList{"", "", QStringLiteral("t%1").arg(i), "TABLE"};
     Script(tables);
-    m_driver.OnExecute = [](const QString &) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    // Escape comes while the twentieth table is asked, and before it answers.
+    WorkGate gate;
+    std::atomic<int> asked = 0;
+    m_driver.OnExecute = [&](const QString &) {
+        if (++asked == 20)
+            gate.Pass();
         ADODB::ExecuteResult result;
         result.Rows = std::make_unique<ScriptedRows>(QStringList{"a"}, QList<QStringList>{});
         return result;
     };
-    int ticks = 0;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
-    timer.start(10);
     m_tree.show();
-    QTimer::singleShot(400, &m_tree, [&] { QTest::keyClick(&m_tree, Qt::Key_Escape); });
-    QElapsedTimer since;
-    since.start();
+    int rounds = 0; // of the event loop while the table is asked
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (++rounds < 10)
+            return;
+        timer.stop();
+        QTest::keyClick(&m_tree, Qt::Key_Escape);
+        gate.Open();
+    });
+    gate.WhenReached([&] { timer.start(0); }, false);
     Load("TABLE", m_root);
-    EXPECT_LT(since.elapsed(), 1800);
-    EXPECT_GT(ticks, 10);
-    EXPECT_LT(m_driver.Log().filter("SELECT").size(), 150);
+    EXPECT_EQ(rounds, 10);
+    EXPECT_LE(m_driver.Log().filter("SELECT").size(), 21);
     EXPECT_EQ(m_shell.Status(), "Structure Loaded.");
     EXPECT_EQ(gConn->CursorLocation(), 3);
     EXPECT_EQ(gConn->State(), ADODB::adStateOpen);
@@ -390,13 +397,17 @@ TEST_F(SchemaTest, ATreeThatGoesMeanwhileIsSurvived)
     for (int i = 0; i < 50; ++i)
         tables << QStringList{"", "", QStringLiteral("t%1").arg(i), "TABLE"};
     Script(tables);
-    m_driver.OnExecute = [](const QString &) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    auto *tree = new TreeView;
+    WorkGate gate;
+    gate.WhenReached([&] { delete tree; });
+    std::atomic<int> asked = 0;
+    m_driver.OnExecute = [&](const QString &) {
+        if (++asked == 10)
+            gate.Pass();
         return ADODB::ExecuteResult();
     };
-    auto *tree = new TreeView;
-    QTimer::singleShot(60, &m_tree, [&] { delete tree; });
     LoadStructure(tree, nullptr, "TABLE", 1, 1, 2);
+    EXPECT_TRUE(gate.Reached());
     EXPECT_EQ(m_shell.Status(), "Structure Loaded.");
 }
 

@@ -43,7 +43,7 @@ protected:
             ASSERT_NO_THROW(
                 gConn->Execute("CREATE TABLE " + Quoted(name) + " (zulu int, alpha varchar(20), mike int)"));
         ASSERT_NO_THROW(gConn->Execute("CREATE VIEW schema_view AS SELECT zulu, mike FROM schema_a"));
-        gKeywords = KeywordSet({"SELECT", "ORDER", "USER", "GROUP"});
+        gKeywordSet = KeywordSet({"SELECT", "ORDER", "USER", "GROUP"});
     }
     void TearDown() override
     {

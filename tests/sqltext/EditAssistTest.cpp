@@ -103,8 +103,11 @@ TEST(EditAssist, InsertReplacesOnlyASelectionBehindTheStart)
 
 TEST(EditAssist, StatementIsPlacedBehindABlankLineAndSelected)
 {
-    ExpectEdit(PlaceStatement(S(""), S("select")), "select", 0, 6);
-    ExpectEdit(PlaceStatement(S("a"), S("select")), "a\r\n\r\nselect", 5, 6);
+    ExpectEdit(PlaceStatement(S(""), 0, S("select")), "select", 0, 6);
+    ExpectEdit(PlaceStatement(S("a"), 1, S("select")), "a\r\n\r\nselect", 5, 6);
+    ExpectEdit(PlaceStatement(S("a"), 0, S("select")), "select\r\n\r\na", 0, 6);
+    ExpectEdit(PlaceStatement(S("ab"), 1, S("select")), "a\r\n\r\nselect\r\n\r\nb", 5, 6);
+    ExpectEdit(PlaceStatement(S("a\r\nb"), 2, S("x")), "a\r\n\r\nx\r\n\r\n\r\nb", 5, 1); // no half of a line end
 }
 
 TEST(EditAssist, SkeletonsGoThroughTheFormatter)
