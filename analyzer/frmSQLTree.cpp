@@ -77,7 +77,7 @@ bool frmSQL::ComposeNode(Node *node, QString &text)
     if (!Attempt([&] { name = OfferedName(connection, object); }) || !self)
         return false;
     if (name.isEmpty()) {
-        Shell::Current().SetStatus(NotOffered(object.Name));
+        ::SetStatus(NotOffered(object.Name));
         return false;
     }
     text = u' ' + name + u' ';
