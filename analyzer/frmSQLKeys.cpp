@@ -8,6 +8,7 @@
 #include "sqltext/Keywords.h"
 #include "sqltext/QuickList.h"
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 namespace {
 
@@ -81,7 +82,10 @@ bool frmSQL::eventFilter(QObject *watched, QEvent *event)
         if (watched == txtSQL)
             EndBracketShow();
         break;
-    case QEvent::MouseButtonPress: // the middle one pastes
+    case QEvent::MouseButtonPress:
+        if (watched == txtSQL->viewport() && static_cast<QMouseEvent *>(event)->button() == Qt::MiddleButton)
+            EndBracketShow(); // it pastes; the others leave the show alone
+        break;
     case QEvent::DragEnter:
         if (watched == txtSQL->viewport())
             EndBracketShow();

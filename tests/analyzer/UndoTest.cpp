@@ -273,6 +273,19 @@ TEST_F(Undo, WhatIsDroppedIntoAShowOfBracketsStays)
     EXPECT_FALSE(window->tmrParseBrackets->isActive());
 }
 
+TEST_F(Undo, AClickIntoAShowOfBracketsMovesTheCaretAndLeavesTheShow)
+{
+    window->SetText(QStringLiteral("(a) b"));
+    window->Parse(0);
+    QTest::qWait(30);
+    QTest::mouseClick(window->txtSQL->viewport(), Qt::LeftButton, {}, QPoint(300, 5));
+    EXPECT_TRUE(window->tmrParseBrackets->isActive());
+    EXPECT_EQ(window->txtSQL->SelStart(), 5);
+    QTest::mousePress(window->txtSQL->viewport(), Qt::MiddleButton, {}, QPoint(300, 5));
+    EXPECT_FALSE(window->tmrParseBrackets->isActive());
+    EXPECT_EQ(window->txtSQL->SelStart(), 5);
+}
+
 // A file manager deletes the files that were taken as a move.
 TEST_F(Undo, DroppedFilesAreTakenAsCopies)
 {
