@@ -193,6 +193,11 @@ TEST(MapTables, CarryTheOneWhoseHeadingWasPressed)
     EXPECT_EQ(map.CurrentTable, 1);
     EXPECT_EQ(map.Stack().back(), 1);
     const double other = map.At(2)->Left;
+    map.MoveCarriedOver(2, 30, 40);
+    EXPECT_DOUBLE_EQ(map.At(1)->Left, other + 30);
+    EXPECT_DOUBLE_EQ(map.At(1)->Top, map.At(2)->Top + 40);
+    map.MoveCarriedOver(1, 5, 0);
+    EXPECT_DOUBLE_EQ(map.At(1)->Left, other + 35);
     map.MoveCarried(300, 400);
     EXPECT_DOUBLE_EQ(map.At(1)->Left, 300.1);
     EXPECT_DOUBLE_EQ(map.At(1)->Top, 400.1);
