@@ -113,7 +113,7 @@ void Connection::Close()
         throw Error(adErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
 }
 
-RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, int)
+RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, int options)
 {
     Turn turn(shared_from_this(), sql);
     turn.Begin();
@@ -122,7 +122,8 @@ RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, in
     const MemoryGuard memory([&turn] { turn.Cancel(); });
     ExecuteResult result;
     try {
-        result = AsErrors([&] { return session.Execute(sql); });
+        const bool one = options != adOptionUnspecified && (options & adOneStatement);
+        result = AsErrors([&] { return one ? session.ExecuteOne(sql) : session.Execute(sql); });
         recordset = result.Rows ? AsErrors([&] { return ReadAll(*result.Rows); }) : Recordset::Create();
     } catch (const Error &error) {
         if (error.Number == adErrOutOfMemory)

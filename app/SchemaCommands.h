@@ -5,6 +5,7 @@
 // Each command begins with IsConnected(True). What a command waits for runs beside the windows and can be stopped with
 // Escape. A rowset that the database does not offer is told in the status bar, in the driver's words.
 
+#include "ado/ObjectName.h"
 #include "ado/Recordset.h"
 #include <QString>
 #include <functional>
@@ -19,7 +20,7 @@ public:
     // The last table picked, kept in the Tag of the Tables menu: read before and written after each picker.
     std::function<QString()> LastTable;
     std::function<void(const QString &)> SetLastTable;
-    std::function<QString()> ConnectionName; // for captions
+    std::function<QString()> ConnectionName; // of the connection that is open, for captions
 
     // False when no command has this name.
     bool Run(const char *menu);
@@ -44,18 +45,27 @@ public:
     bool ShowSchema(const SchemaRow &row);
 
 private:
-    QString PickTable(bool views, const QString &first = {});
+    // The text of the picker's row, and the object itself beside it: two may bear the same name.
+    struct Picked
+    {
+        QString Text; // "" when it was cancelled
+        ADODB::ObjectName Object;
+        bool IsFirstItem = false; // the row in front of all objects
+    };
+    Picked PickTable(bool views, const QString &first = {});
     bool ShowSchemaOf(const SchemaRow &row, const QString &table);
-    bool ShowIndexQuery(const QString &table);
+    bool ShowIndexQuery(const Picked &table);
     void Drop(const QString &kind, bool view);
     void Insert(const QString &text);
+    ADODB::ObjectName m_last; // what was picked last
 };
 
-// A CREATE TABLE statement of the current connection's table: names and types alone, without keys. What stands at an
-// error comes back.
-QString GenerateTableDDL(const QString &table);
+// A CREATE TABLE statement of a table: names and types alone, without keys. It is whole also when the table or one of
+// its fields cannot be read; what failed is told in `failures`, a line each.
+QString GenerateTableDDL(const ADODB::ConnectionPtr &connection, const ADODB::ObjectName &table,
+                         QStringList *failures = nullptr);
 // Of every table, each followed by two line ends; stopped by Escape.
-QString GenerateAllDDL();
+QString GenerateAllDDL(const ADODB::ConnectionPtr &connection, QStringList *failures = nullptr);
 
 // A schema rowset of the current connection, read beside the living windows. Raises ADODB::Error.
 ADODB::RecordsetPtr OpenSchemaPumped(int schema);

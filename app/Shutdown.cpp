@@ -4,9 +4,9 @@
 #include "app/WorkArea.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
+#include "data/modKeywords.h"
 #include "data/modMain.h"
 #include "session/Pump.h"
-#include "sqltext/Keywords.h"
 #include <QCloseEvent>
 
 void mdiMother::mnuExit()
@@ -29,6 +29,6 @@ void mdiMother::closeEvent(QCloseEvent *event)
     Attempt(
         [&] { Area->CloseAll(); }); // one that stays open keeps its changes to the end, and nothing is saved unasked
     SaveSettings();
-    gKeywords = KeywordSet(); // gConn ends with the process
+    ReleaseKeywords(); // gConn ends with the process
     emit Ended();
 }

@@ -163,10 +163,8 @@ void frmHelp::ShowPage(const QString &page)
     Mark();
     if (isMinimized())
         showNormal();
-    if (const QWidget *owner = parentWidget(); owner && !isVisible()) {
-        const QRect room = owner->window()->geometry();
-        move(room.center() - rect().center());
-    }
+    if (const QWidget *owner = parentWidget(); owner && !isVisible())
+        PlaceWhole(this, owner->window());
     show();
     raise();
     activateWindow();

@@ -12,7 +12,8 @@ QString WaitText(const QString &sql)
     return QStringLiteral("Waiting for: %1 ... (Esc cancels)").arg(line);
 }
 
-ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql, qint64 *affected)
+ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql, qint64 *affected,
+                                  int options)
 {
     if (!connection)
         throw ADODB::Error(ADODB::adErrObjectClosed,
@@ -22,7 +23,7 @@ ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const 
     ADODB::RecordsetPtr result;
     qint64 counted = -1;
     RunPumpedOn(
-        held, WaitText(sql), [&] { result = held->Execute(sql, &counted); }, [&] { held->Cancel(); });
+        held, WaitText(sql), [&] { result = held->Execute(sql, &counted, options); }, [&] { held->Cancel(); });
     if (affected)
         *affected = counted;
     return result;

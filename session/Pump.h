@@ -38,9 +38,10 @@ void EndPumps(bool ending);
 bool RunAbandonable(const QString &status, const std::function<void()> &work);
 
 // Runs a statement so; Escape and Stop cancel it on the server. Raises ADODB::Error as Connection::Execute does, and
-// adErrOperationCancelled when it was cancelled. affected is not touched when the call raises.
+// adErrOperationCancelled when it was cancelled. affected is not touched when the call raises. `options` are those of
+// Connection::Execute.
 ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql,
-                                  qint64 *affected = nullptr);
+                                  qint64 *affected = nullptr, int options = -1);
 
 // Lets a synchronous call on a busy connection wait in the same way: "Waiting for: <sql> ... (Esc cancels)". Called
 // once at start, and by tests; RemoveWaitHandler takes it away again.

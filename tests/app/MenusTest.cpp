@@ -12,6 +12,7 @@
 #include <QMenuBar>
 #include <QSet>
 #include <QTimer>
+#include <stdexcept>
 
 namespace {
 
@@ -377,6 +378,24 @@ TEST_F(MenusTest, PopupsOfTheWindowsShowTheirItems)
     InPopup([&](QMenu *popup) { name = popup->objectName(); });
     Window->CommandBarClick(QStringLiteral("SQLParser"));
     EXPECT_EQ(name, QStringLiteral("mnuParseMenu"));
+}
+
+// "Saving..." stayed for good.
+TEST_F(MenusTest, TheStatusReturnsWhenTheSaveIsDoneOrDeclined)
+{
+    SetStatus(QStringLiteral("Done."));
+    FakeChild *child = Child(QStringLiteral("frmSQL"));
+    QString during;
+    child->OnSave = [&] { during = LastStatus(); };
+    Window->Run(*FindMenuRow("mnuSave"));
+    EXPECT_EQ(during, QStringLiteral("Saving..."));
+    EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Done."));
+    child->OnSave = [] { throw std::runtime_error("failed"); };
+    Window->Run(*FindMenuRow("mnuStatsSave"));
+    EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Done."));
+    child->OnSave = [] { SetStatus(QStringLiteral("Error: the disk is full")); }; // what the command says stays
+    Window->Run(*FindMenuRow("mnuSave"));
+    EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Error: the disk is full"));
 }
 
 } // namespace

@@ -35,9 +35,11 @@ protected:
     QString Store() const { return Path(QStringLiteral("es.dat")); }
     bool Save(int number, const StoreHook &hook = {}) const
     {
-        clsConns conns;
+        clsConns conns, there;
         Fill(conns, number, kMembers);
-        return SaveConnections(Store(), conns, hook);
+        ConnectionStore store(Store()); // as one who read the store just now
+        store.Load(there);
+        return store.Save(conns, hook);
     }
     int Load() const
     {
@@ -48,6 +50,7 @@ protected:
     int Steps() const
     {
         int steps = 0;
+        Save(0);
         Save(0, [&](StoreStep) { return ++steps > 0; });
         return steps;
     }
