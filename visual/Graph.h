@@ -43,16 +43,19 @@ private:
         double Weight;
         qint32 From;
     };
-    // The edges of one node: those that arrive with their weights, by rising source, and where the leaving ones go.
-    struct Slot
+    using Slot = std::vector<Arriving>; // the edges that arrive at one node, by rising source
+    // The same edges in one piece, as a search reads them; made by the first search after a change.
+    struct Flat
     {
-        std::vector<Arriving> In;
-        std::vector<qint32> Out;
+        std::vector<qint32> FirstIn, From; // those that arrive at node n: FirstIn[n] to FirstIn[n + 1]
+        std::vector<double> Weight;
+        std::vector<qint32> FirstOut, To; // those that leave it, without their weights
     };
     struct Search;
 
     bool Holds(qint32 node) const { return node >= 0 && size_t(node) < m_slots.size(); }
     void Demand(qint32 node) const;
+    void Flatten();
     double Edge(qint32 from, qint32 to) const;
     QString BuildPathString(const Search &search, qint32 target, qint32 source) const;
 
@@ -60,4 +63,6 @@ private:
     qint32 m_kept = -1; // an edge that was never set reads -1 up to this node, and 0 behind it
     std::vector<qint32> m_deleted{-1};
     std::vector<Slot> m_slots; // NodeCount + 1 of them, none before the first Resize_Graph
+    Flat m_flat;
+    bool m_changed = true; // m_flat does not show the edges as they are
 };

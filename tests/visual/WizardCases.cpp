@@ -85,8 +85,10 @@ QJsonValue RunClear(const QJsonObject &args)
 QJsonValue RunClicked(const QJsonObject &args)
 {
     WizardRows rows = RowsOf(args);
+    std::vector<MapItem> items;
     for (const QJsonValue &item : A(args, "items"))
-        rows.ItemChecked(T(args, "alias"), item[0].toString(), item[1].toBool());
+        items.push_back({item[0].toString(), item[1].toBool()});
+    rows.TableClicked(T(args, "alias"), items);
     return Shown(rows);
 }
 

@@ -3,6 +3,8 @@
 #include "lang/Text.h"
 
 #include <algorithm>
+#include <bit>
+#include <span>
 #include <stdexcept>
 
 namespace {
@@ -24,6 +26,7 @@ void Graph::Demand(qint32 node) const
 void Graph::Resize_Graph(qint32 NodeCount, bool Preserve)
 {
     m_nodeCount = NodeCount;
+    m_changed = true;
     if (NodeCount < 0)
         throw std::out_of_range("Subscript out of range");
     const size_t size = size_t(NodeCount) + 1;
@@ -38,33 +41,61 @@ void Graph::Resize_Graph(qint32 NodeCount, bool Preserve)
     m_kept = std::min(m_kept, NodeCount);
     if (!shrinks)
         return;
-    for (Slot &slot : m_slots) {
-        slot.In.erase(PlaceOf(slot.In, NodeCount + 1), slot.In.end());
-        std::erase_if(slot.Out, [&](qint32 to) { return to > NodeCount; });
-    }
+    for (Slot &slot : m_slots)
+        slot.erase(PlaceOf(slot, NodeCount + 1), slot.end());
 }
 
 void Graph::Set_Edge_Weigth(qint32 From, qint32 To, double Weight)
 {
     Demand(From);
     Demand(To);
-    std::vector<Arriving> &in = m_slots[size_t(To)].In;
-    const auto place = PlaceOf(in, From);
-    if (place != in.end() && place->From == From) {
+    m_changed = true;
+    Slot &slot = m_slots[size_t(To)];
+    const auto place = PlaceOf(slot, From);
+    if (place != slot.end() && place->From == From)
         place->Weight = Weight;
-        return;
-    }
-    in.insert(place, {Weight, From});
-    m_slots[size_t(From)].Out.push_back(To);
+    else
+        slot.insert(place, {Weight, From});
 }
 
 double Graph::Edge(qint32 from, qint32 to) const
 {
-    const std::vector<Arriving> &in = m_slots[size_t(to)].In;
-    const auto place = PlaceOf(in, from);
-    if (place != in.end() && place->From == from)
+    const Slot &slot = m_slots[size_t(to)];
+    const auto place = PlaceOf(slot, from);
+    if (place != slot.end() && place->From == from)
         return place->Weight;
     return from <= m_kept && to <= m_kept ? -1 : 0;
+}
+
+void Graph::Flatten()
+{
+    if (!m_changed)
+        return;
+    const size_t nodes = m_slots.size();
+    Flat flat;
+    flat.FirstIn.assign(nodes + 1, 0);
+    flat.FirstOut.assign(nodes + 1, 0);
+    for (size_t to = 0; to < nodes; ++to) {
+        flat.FirstIn[to + 1] = flat.FirstIn[to] + qint32(m_slots[to].size());
+        for (const Arriving &edge : m_slots[to])
+            ++flat.FirstOut[size_t(edge.From) + 1];
+    }
+    for (size_t node = 0; node < nodes; ++node)
+        flat.FirstOut[node + 1] += flat.FirstOut[node];
+    const auto edges = size_t(flat.FirstIn.back());
+    flat.From.reserve(edges);
+    flat.Weight.reserve(edges);
+    flat.To.resize(edges);
+    std::vector<qint32> next(flat.FirstOut.begin(), flat.FirstOut.end() - 1);
+    for (size_t to = 0; to < nodes; ++to) {
+        for (const Arriving &edge : m_slots[to]) {
+            flat.From.push_back(edge.From);
+            flat.Weight.push_back(edge.Weight);
+            flat.To[size_t(next[size_t(edge.From)]++)] = qint32(to);
+        }
+    }
+    m_flat = std::move(flat);
+    m_changed = false;
 }
 
 void Graph::DeleteNode(qint32 Node)
@@ -92,16 +123,14 @@ double Graph::GetEdgeWeight(qint32 A, qint32 B) const
 // What one search knows of the nodes.
 struct Graph::Search
 {
-    struct Candidate
+    // A node that was reached, as one number that orders as the search does: the nearest is the largest, and among
+    // equally near ones the highest. A distance above 0 orders as its bits do.
+    __extension__ typedef unsigned __int128 Candidate;
+    static Candidate Make(double distance, qint32 node)
     {
-        double Distance;
-        qint32 Node;
-        // The nearest is the largest; among equally near ones the highest number.
-        bool operator<(const Candidate &other) const
-        {
-            return Distance != other.Distance ? Distance > other.Distance : Node < other.Node;
-        }
-    };
+        return Candidate(~std::bit_cast<quint64>(distance)) << 32 | quint32(node);
+    }
+    static qint32 NodeOf(Candidate candidate) { return qint32(quint32(candidate)); }
 
     explicit Search(const Graph &graph)
         : Distances(graph.m_slots.size(), -1.0), Previous(graph.m_slots.size(), -1), Closed(graph.m_slots.size(), false)
@@ -119,7 +148,7 @@ struct Graph::Search
     {
         Distances[size_t(node)] = distance;
         Previous[size_t(node)] = from;
-        Open.push_back({distance, node});
+        Open.push_back(Make(distance, node));
         std::push_heap(Open.begin(), Open.end());
     }
 
@@ -128,11 +157,11 @@ struct Graph::Search
     {
         while (!Open.empty()) {
             std::pop_heap(Open.begin(), Open.end());
-            const Candidate candidate = Open.back();
+            const qint32 node = NodeOf(Open.back());
             Open.pop_back();
-            // A shorter way was found after this entry was made: the node has been visited by it.
-            if (!Closed[size_t(candidate.Node)])
-                return candidate.Node;
+            // An entry of a node that was reached again by a shorter way comes when the node has been visited.
+            if (!Closed[size_t(node)])
+                return node;
         }
         return 0;
     }
@@ -147,11 +176,13 @@ void Graph::Find_Shortest_Path(qint32 Source, qint32 Target)
 {
     Demand(Source);
     Demand(Target);
+    Flatten();
     Search search(*this);
     if (!search.Closed[size_t(Source)]) {
         // The first step reads the edges that leave, every later one those that arrive: that is meant, and the same on
         // a grid, whose edges run both ways. A weight of 0 is a distance that no way beats: it bars the node.
-        const std::vector<qint32> &leaving = m_slots[size_t(Source)].Out;
+        const std::span leaving(m_flat.To.data() + m_flat.FirstOut[size_t(Source)],
+                                m_flat.To.data() + m_flat.FirstOut[size_t(Source) + 1]);
         if (m_kept < m_nodeCount) {
             for (qint32 to = 1; to <= m_nodeCount; ++to)
                 search.Distances[size_t(to)] = search.Closed[size_t(to)] ? -1 : Edge(Source, to);
@@ -181,13 +212,14 @@ void Graph::Find_Shortest_Path(qint32 Source, qint32 Target)
             if (best == Target)
                 break;
             const double base = search.Distances[size_t(best)];
-            for (const Arriving &edge : m_slots[size_t(best)].In) {
-                const size_t next = size_t(edge.From);
-                if (!(edge.Weight > 0) || search.Closed[next])
+            for (qint32 i = m_flat.FirstIn[size_t(best)]; i < m_flat.FirstIn[size_t(best) + 1]; ++i) {
+                const qint32 from = m_flat.From[size_t(i)];
+                const double weight = m_flat.Weight[size_t(i)];
+                if (!(weight > 0) || search.Closed[size_t(from)])
                     continue;
-                const double distance = edge.Weight + base;
-                if (search.Distances[next] < 0 || distance < search.Distances[next])
-                    search.Reach(edge.From, distance, best);
+                const double distance = weight + base;
+                if (search.Distances[size_t(from)] < 0 || distance < search.Distances[size_t(from)])
+                    search.Reach(from, distance, best);
             }
         }
     }
@@ -207,6 +239,7 @@ QString Graph::BuildPathString(const Search &search, qint32 target, qint32 sourc
     for (qint32 node = target; node != source; node = search.Previous[size_t(node)])
         way.push_back(node);
     QString path = lang::Str(source);
+    path.reserve(path.size() + qsizetype(way.size()) * 6);
     for (auto node = way.rbegin(); node != way.rend(); ++node)
         path += u'\\' + QString::number(*node);
     return path;
@@ -214,8 +247,10 @@ QString Graph::BuildPathString(const Search &search, qint32 target, qint32 sourc
 
 qint64 Graph::BytesHeld() const
 {
-    size_t bytes = m_slots.capacity() * sizeof(Slot) + m_deleted.capacity() * sizeof(qint32);
+    const auto bytes = [](const auto &vector) { return qint64(vector.capacity() * sizeof(vector[0])); };
+    qint64 held = bytes(m_slots) + bytes(m_deleted) + bytes(m_flat.FirstIn) + bytes(m_flat.From) +
+                  bytes(m_flat.Weight) + bytes(m_flat.FirstOut) + bytes(m_flat.To);
     for (const Slot &slot : m_slots)
-        bytes += slot.In.capacity() * sizeof(Arriving) + slot.Out.capacity() * sizeof(qint32);
-    return qint64(bytes);
+        held += bytes(slot);
+    return held;
 }

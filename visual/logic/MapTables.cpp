@@ -237,3 +237,14 @@ void MapTables::MoveCarried(double x, double y)
         table->Top = y + kBesideThePointer;
     }
 }
+
+void MapTables::MoveCarriedOver(int index, double x, double y)
+{
+    MapTable *table = At(CarriedTable);
+    const MapTable *under = At(index);
+    if (!table || !under)
+        return;
+    const double left = under->Left + x, top = under->Top + y; // read first: it may be the carried one itself
+    table->Left = left;
+    table->Top = top;
+}

@@ -92,6 +92,7 @@ public:
     // beside the pointer.
     void StartCarry(int index);
     void MoveCarried(double x, double y);
+    void MoveCarriedOver(int index, double x, double y); // the pointer is over that table, counted from its corner
     void EndCarry() { CarriedTable = 0; }
 
 private:

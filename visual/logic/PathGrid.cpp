@@ -1,9 +1,10 @@
 #include "visual/logic/PathGrid.h"
 
-#include "lang/Text.h"
+#include <QStringTokenizer>
 
 #include <limits>
 #include <stdexcept>
+#include <vector>
 
 namespace {
 
@@ -22,6 +23,15 @@ constexpr EdgeStep kEdges[] = {
 };
 
 constexpr double kLastShift = -0.2; // keeps the numbers of the last column and row on the surface
+
+// The nodes of a path; toInt passes over the blank in front of the first one.
+std::vector<qint32> NumbersOf(const QString &path)
+{
+    std::vector<qint32> numbers;
+    for (const QStringView number : qTokenize(QStringView(path), u'\\', Qt::SkipEmptyParts))
+        numbers.push_back(number.toInt());
+    return numbers;
+}
 
 } // namespace
 
@@ -118,19 +128,16 @@ void PathGrid::DeleteNode(qint32 Node)
 
 void PathGrid::Answer(const QString &path, double distance)
 {
-    const QStringList numbers = lang::Split(path, QStringLiteral("\\"));
-    const auto node = [&](qsizetype i) { return qint32(lang::Val(numbers[i])); };
+    const std::vector<qint32> nodes = NumbersOf(path);
     // A single node has no neighbour and draws nothing, not even the leads.
-    for (qsizetype i = 0; i + 1 < numbers.size(); ++i) {
-        const qint32 a = node(i), b = node(i + 1);
+    for (size_t i = 0; i + 1 < nodes.size(); ++i) {
+        const qint32 a = nodes[i], b = nodes[i + 1];
         if (ConnectEnds && i == 0)
             m_surface.Line(X1, Y1, GetNodeLeft(a), GetNodeTop(a), 0);
         m_surface.Line(GetNodeLeft(a), GetNodeTop(a), GetNodeLeft(b), GetNodeTop(b), 0);
     }
-    if (ConnectEnds && numbers.size() > 1) {
-        const qint32 last = node(numbers.size() - 1);
-        m_surface.Line(X2, Y2, GetNodeLeft(last), GetNodeTop(last), 0);
-    }
+    if (ConnectEnds && nodes.size() > 1)
+        m_surface.Line(X2, Y2, GetNodeLeft(nodes.back()), GetNodeTop(nodes.back()), 0);
     if (PathCalculated)
         PathCalculated(path, distance);
 }

@@ -82,6 +82,12 @@ bool WizardRows::SetShown(int row, bool shown)
     return shown || !RowIsFree(row, true);
 }
 
+void WizardRows::TableClicked(const QString &alias, const std::vector<MapItem> &items)
+{
+    for (const MapItem &item : items)
+        ItemChecked(alias, item.Text, item.Checked);
+}
+
 void WizardRows::ItemChecked(const QString &alias, const QString &field, bool checked)
 {
     const auto shown = std::find_if(m_rows.begin(), m_rows.end(), [&](const WizardRow &row) {

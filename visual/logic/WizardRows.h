@@ -5,6 +5,8 @@
 // Rows count from 1 (the grid's row 0 is its heading), columns from 0. A row or column out of range raises
 // std::out_of_range. Texts compare exactly unless told otherwise. Interface thread.
 
+#include "visual/logic/MapTables.h"
+
 #include <QString>
 
 #include <array>
@@ -63,7 +65,9 @@ public:
     // The box of a row was clicked. True: the item stays checked in its table, since some row shows it.
     bool SetShown(int row, bool shown);
 
-    // An item of a table was checked or cleared; brings or removes the row that shows it.
+    // A table was clicked: each of its items that is checked gets a row that shows it, and each other one loses it.
+    void TableClicked(const QString &alias, const std::vector<MapItem> &items);
+    // The same for one item; a field dragged onto the grid counts as checked.
     void ItemChecked(const QString &alias, const QString &field, bool checked);
     void TableRemoved(const QString &alias);
     void RemoveRow(int row); // and sees to a free row
