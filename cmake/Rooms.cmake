@@ -46,6 +46,7 @@ function(house_tests room)
   add_executable(test_${room} ${sources})
   target_link_libraries(test_${room} PRIVATE ${ARGN} test_places GTest::gmock)
   if("gui_main" IN_LIST ARGN)
+    target_link_libraries(test_${room} PRIVATE Qt6::Network) # one set of Qt's modules, as the precompiled header wants it
     house_use_pch(test_${room} gui_test)
   else()
     house_use_pch(test_${room} core_test)
