@@ -72,7 +72,8 @@ void Connection::Turn::Begin()
     };
     if (!ready()) {
         if (const WaitHandler handler = WaitHandlerOfThisThread()) {
-            const QString busyWith = body.Running();
+            const Body::Ticket *served = body.Served();
+            const QString busyWith = served ? served->sql : body.queue.front().sql;
             guard.unlock();
             handler(
                 *m_connection, busyWith,

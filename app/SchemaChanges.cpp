@@ -18,10 +18,10 @@ namespace {
 const QString s_all = QStringLiteral("< All Tables >");
 
 // Runs a changing statement; a failure is told in the server's words.
-bool Execute(const QString &sql, qint64 *affected = nullptr)
+bool Execute(const ADODB::ConnectionPtr &connection, const QString &sql, qint64 *affected = nullptr)
 {
     QString why;
-    if (Attempt([&] { ExecutePumped(gConn, sql, affected); }, &why))
+    if (Attempt([&] { ExecutePumped(connection, sql, affected); }, &why))
         return true;
     MsgBox(QStringLiteral("Error: ") + why, mbExclamation, QStringLiteral("Error"));
     return false;
@@ -38,13 +38,14 @@ void SchemaCommands::mnuClearTable()
 {
     if (!IsConnected(true))
         return;
-    const QString table = PickTable(false);
+    const ADODB::ConnectionPtr connection = gConn;
+    const QString table = PickTable(connection, false);
     if (table.isEmpty() || !IsConnected(true) ||
         !IsSure(QStringLiteral("Are you sure you want to clear all data in this table? [") + table + QLatin1Char(']')))
         return;
     SetStatus(QStringLiteral("Deleting..."));
     qint64 affected = 0;
-    if (Execute(QStringLiteral("DELETE FROM ") + QuoteName(table), &affected))
+    if (Execute(connection, QStringLiteral("DELETE FROM ") + QuoteName(table), &affected))
         MsgBox(lang::CStr(affected) + QStringLiteral(" rows where affected."), mbInformation,
                QStringLiteral("Clear Data [") + table + QLatin1Char(']'));
     SetStatus(QStringLiteral("Done."));
@@ -54,13 +55,14 @@ void SchemaCommands::Drop(const QString &kind, bool view)
 {
     if (!IsConnected(true))
         return;
-    const QString name = PickTable(view);
+    const ADODB::ConnectionPtr connection = gConn;
+    const QString name = PickTable(connection, view);
     if (name.isEmpty() || !IsConnected(true) ||
         !IsSure(QStringLiteral("Are you sure you want to remove this ") + lang::LCase(kind) + QStringLiteral("? [") +
                 name + QLatin1Char(']')))
         return;
     SetStatus(QStringLiteral("Droping ") + kind + QStringLiteral("..."));
-    Execute(QStringLiteral("DROP ") + lang::UCase(kind) + QLatin1Char(' ') + QuoteName(name));
+    Execute(connection, QStringLiteral("DROP ") + lang::UCase(kind) + QLatin1Char(' ') + QuoteName(name));
     SetStatus(QStringLiteral("Done."));
 }
 
@@ -75,7 +77,7 @@ void SchemaCommands::mnuDropView()
 }
 
 // The catalogue of one of two families by its own query; anything else ends here with false.
-bool SchemaCommands::ShowIndexQuery(const QString &table)
+bool SchemaCommands::ShowIndexQuery(const ADODB::ConnectionPtr &connection, const QString &table)
 {
     const bool all = table == s_all;
     QString sql;
@@ -92,8 +94,9 @@ bool SchemaCommands::ShowIndexQuery(const QString &table)
             sql += QStringLiteral(" and id= OBJECT_ID('") + table + QStringLiteral("')");
     }
     return Attempt([&] {
-        const ADODB::RecordsetPtr rows = ExecutePumped(gConn, sql);
-        ShowRecordsetTree(rows, table + QStringLiteral(" Indexes"));
+        const ADODB::RecordsetPtr rows = ExecutePumped(connection, sql);
+        if (connection == gConn) // else it has been left meanwhile
+            ShowRecordsetTree(rows, table + QStringLiteral(" Indexes"));
     });
 }
 
@@ -102,20 +105,21 @@ void SchemaCommands::mnuTableIndex()
     SetStatus(QStringLiteral("Show Specific Schema"));
     if (!IsConnected(true))
         return;
-    const QString table = PickTable(false, s_all);
-    if (table.isEmpty() || ShowIndexQuery(table))
+    const ADODB::ConnectionPtr connection = gConn;
+    const QString table = PickTable(connection, false, s_all);
+    if (table.isEmpty() || ShowIndexQuery(connection, table) || connection != gConn)
         return;
-    if (!ShowSchemaOf(*FindSchemaRow("mnuTableIndex"), table))
+    if (!ShowSchemaOf(connection, *FindSchemaRow("mnuTableIndex"), table))
         MsgBox(QStringLiteral("Your database either does not support this feature or is encountering an error."),
                mbExclamation, QStringLiteral("Index"));
 }
 
-QString GenerateTableDDL(const QString &table)
+QString GenerateTableDDL(const ADODB::ConnectionPtr &connection, const QString &table)
 {
     QString text = QStringLiteral("CREATE TABLE ") + table + QStringLiteral(" (\r\n");
     Attempt([&] {
-        const ADODB::RecordsetPtr empty =
-            ExecutePumped(gConn, QStringLiteral("SELECT * FROM ") + QuoteName(table) + QStringLiteral(" WHERE 1=0"));
+        const ADODB::RecordsetPtr empty = ExecutePumped(
+            connection, QStringLiteral("SELECT * FROM ") + QuoteName(table) + QStringLiteral(" WHERE 1=0"));
         const int last = empty->Fields().Count() - 1;
         for (int i = 0; i <= last; ++i) {
             const ADODB::Field &field = empty->Fields()[i];
@@ -128,15 +132,15 @@ QString GenerateTableDDL(const QString &table)
     return text;
 }
 
-QString GenerateAllDDL()
+QString GenerateAllDDL(const ADODB::ConnectionPtr &connection)
 {
     QString script;
     Attempt([&] {
-        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(ADODB::adSchemaTables);
+        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(connection, ADODB::adSchemaTables);
         Breather breather(QStringLiteral("Generating DDL..."));
         for (; !rowset->Eof() && breather.Breathe(); rowset->MoveNext())
             if (rowset->Fields()[QStringLiteral("TABLE_TYPE")].Text() == QLatin1String("TABLE"))
-                script += GenerateTableDDL(rowset->Fields()[QStringLiteral("TABLE_NAME")].Text()) +
+                script += GenerateTableDDL(connection, rowset->Fields()[QStringLiteral("TABLE_NAME")].Text()) +
                           QStringLiteral("\r\n\r\n");
     });
     return script;
@@ -148,11 +152,14 @@ void SchemaCommands::mnuDDL()
     if (!IsConnected(true) || !factory.Create)
         return;
     const QString all = QStringLiteral("<All Tables>");
-    const QString table = PickTable(false, all);
+    const ADODB::ConnectionPtr connection = gConn;
+    const QString table = PickTable(connection, false, all);
     if (table.isEmpty())
         return;
     SetStatus(QStringLiteral("Generating DDL..."));
-    const QString script = table == all ? GenerateAllDDL() : GenerateTableDDL(table);
+    const QString script = table == all ? GenerateAllDDL(connection) : GenerateTableDDL(connection, table);
+    if (connection != gConn)
+        return; // left meanwhile: no window of it opens on the new one
     // A scratch window: its text belongs to no stored connection.
     const QPointer<ChildWindow> window = factory.Create(QString());
     if (!window)

@@ -47,6 +47,13 @@ const Named *FindCommand(const char *menu)
     return nullptr;
 }
 
+// A window of a former connection does not open on a new one.
+void RaiseIfLeft(const ADODB::ConnectionPtr &connection)
+{
+    if (connection != gConn)
+        throw ADODB::Error(ADODB::adErrOperationCancelled, QStringLiteral("The connection has been left meanwhile."));
+}
+
 // Runs one command's work; what it raises goes to the status bar.
 bool Told(const std::function<void()> &work)
 {
@@ -59,13 +66,12 @@ bool Told(const std::function<void()> &work)
 
 } // namespace
 
-ADODB::RecordsetPtr OpenSchemaPumped(int schema)
+ADODB::RecordsetPtr OpenSchemaPumped(const ADODB::ConnectionPtr &connection, int schema)
 {
-    const ADODB::ConnectionPtr connection = gConn;
     ADODB::RecordsetPtr rowset;
-    RunPumped(
-        QObject::tr("Reading the schema ... (Esc cancels)"), [&] { rowset = connection->OpenSchema(schema); },
-        [&] { connection->Cancel(); });
+    RunPumpedOn(connection, QObject::tr("Reading the schema ... (Esc cancels)"),
+                [&, held = connection] { rowset = held->OpenSchema(schema); }, {});
+    RaiseIfLeft(connection);
     return rowset;
 }
 
@@ -96,7 +102,7 @@ void SchemaCommands::ShowSchemaRowset(int schema, const QString &title, const QS
         return;
     SetStatus(QStringLiteral("Loading ") + title);
     Told([&] {
-        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(schema);
+        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(gConn, schema);
         if (!filter.isEmpty())
             rowset->SetFilter(filter);
         ShowRecordsetTree(rowset, title);
@@ -119,11 +125,11 @@ frmHirarchy *SchemaCommands::ShowRecordsetTree(const ADODB::RecordsetPtr &record
     return window;
 }
 
-QString SchemaCommands::PickTable(bool views, const QString &first)
+QString SchemaCommands::PickTable(const ADODB::ConnectionPtr &connection, bool views, const QString &first)
 {
     const QString last = LastTable ? LastTable() : QString();
     const QString table =
-        GetTable(views, !views, first, QStringLiteral("&OK"), QStringLiteral("&Cancel"), {}, {}, last);
+        GetTable(views, !views, first, QStringLiteral("&OK"), QStringLiteral("&Cancel"), {}, connection, last);
     if (!table.isEmpty() && SetLastTable)
         SetLastTable(table);
     return table;
@@ -134,15 +140,16 @@ bool SchemaCommands::ShowSchema(const SchemaRow &row)
     SetStatus(QStringLiteral("Show Specific Schema"));
     if (!IsConnected(true))
         return false;
-    const QString table = PickTable(false, QString::fromLatin1(s_all));
-    return !table.isEmpty() && ShowSchemaOf(row, table);
+    const ADODB::ConnectionPtr connection = gConn;
+    const QString table = PickTable(connection, false, QString::fromLatin1(s_all));
+    return !table.isEmpty() && ShowSchemaOf(connection, row, table);
 }
 
 // The filter's text is put together as it is: a table with a quote in its name fails here, and that is meant.
-bool SchemaCommands::ShowSchemaOf(const SchemaRow &row, const QString &table)
+bool SchemaCommands::ShowSchemaOf(const ADODB::ConnectionPtr &connection, const SchemaRow &row, const QString &table)
 {
     return Told([&] {
-        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(row.Schema);
+        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(connection, row.Schema);
         if (table != QLatin1String(s_all))
             rowset->SetFilter(QLatin1String(row.FilterField) + QStringLiteral("='") + table + QLatin1Char('\''));
         ShowRecordset(rowset, lang::Replace(QString::fromLatin1(row.Title), QStringLiteral("#TABLE#"), table));
@@ -153,7 +160,7 @@ void SchemaCommands::mnuTableList()
 {
     if (IsConnected(true))
         Told([&] {
-            const ADODB::RecordsetPtr rowset = OpenSchemaPumped(ADODB::adSchemaTables);
+            const ADODB::RecordsetPtr rowset = OpenSchemaPumped(gConn, ADODB::adSchemaTables);
             rowset->SetFilter(QStringLiteral("TABLE_TYPE = 'TABLE'"));
             ShowRecordset(rowset, QStringLiteral("All Objects"));
         });
@@ -164,10 +171,12 @@ void SchemaCommands::mnuViews()
     if (!IsConnected(true))
         return;
     SetStatus(QStringLiteral("Loading View..."));
+    const ADODB::ConnectionPtr connection = gConn;
     ADODB::RecordsetPtr rowset;
-    if (!Attempt([&] { rowset = OpenSchemaPumped(ADODB::adSchemaViews); }))
+    if (!Attempt([&] { rowset = OpenSchemaPumped(connection, ADODB::adSchemaViews); }))
         if (!Told([&] {
-                rowset = OpenSchemaPumped(ADODB::adSchemaTables);
+                RaiseIfLeft(connection);
+                rowset = OpenSchemaPumped(connection, ADODB::adSchemaTables);
                 rowset->SetFilter(QStringLiteral("Table_Type='VIEW'"));
             }))
             return;
@@ -188,14 +197,15 @@ void SchemaCommands::mnuViewBrowesData()
 {
     if (!IsConnected(true))
         return;
-    const QString view = PickTable(true);
+    const ADODB::ConnectionPtr connection = gConn;
+    const QString view = PickTable(connection, true);
     if (view.isEmpty())
         return;
     const QPointer<frmGrid> window = new frmGrid;
     Shell::Current().AddChild(window);
     window->ShowChild();
     if (window)
-        window->ShowRec(QStringLiteral("SELECT * FROM ") + QuoteName(view), gConn,
+        window->ShowRec(QStringLiteral("SELECT * FROM ") + QuoteName(view), connection,
                         QStringLiteral("Browes View ") + view + QStringLiteral(" Data "));
 }
 
@@ -223,7 +233,7 @@ void SchemaCommands::mnuEditTable()
     if (!IsConnected(true))
         return;
     const QPointer<ChildWindow> target = Shell::Current().ActiveChild(); // the picker may change what is active
-    const QString table = PickTable(false);
+    const QString table = PickTable(gConn, false);
     if (!table.isEmpty() && target)
         Attempt([&] { target->InsertString(ModifyTableTemplate(QuoteName(table))); });
 }

@@ -137,6 +137,14 @@ void RunPumpedOn(const ADODB::ConnectionPtr &connection, const std::function<QSt
     RunWork(Work::On(connection, status()), status, work, cancel, input);
 }
 
+bool WaitUntilIdle(const ADODB::ConnectionPtr &connection)
+{
+    bool given = false;
+    PumpUntil([&] { return BehindText(connection->BusyWith()); }, [&] { return given || !connection->HasWork(); },
+              [&] { given = true; }, PumpInput::All);
+    return !given;
+}
+
 bool RunAbandonable(const QString &status, const std::function<void()> &work)
 {
     const auto job = std::make_shared<Job>();

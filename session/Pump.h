@@ -31,6 +31,10 @@ void RunPumpedOn(const ADODB::ConnectionPtr &connection, const std::function<QSt
                  const std::function<void()> &work, const std::function<void()> &cancel,
                  PumpInput input = PumpInput::All);
 
+// Waits beside the living windows until nothing runs on the connection and nothing waits for it. False when Escape or
+// the end of the program came first.
+bool WaitUntilIdle(const ADODB::ConnectionPtr &connection);
+
 // The program ends: whatever is under way is cancelled, on every connection, and whatever begins from now on is refused
 // with adErrOperationCancelled. Waits for nothing. False takes it back.
 void EndPumps(bool ending);

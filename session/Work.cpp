@@ -3,6 +3,7 @@
 #include "session/PumpUntil.h"
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
+#include <QScopeGuard>
 #include <QThread>
 #include <algorithm>
 #include <atomic>
@@ -76,6 +77,7 @@ std::shared_ptr<Work::State::Call> Work::State::Push(const std::function<void()>
     made->call = call;
     calls.push_back(made);
     QCoreApplication::postEvent(desk, new QEvent(QEvent::User));
+    changed.notify_all();
     return made;
 }
 
@@ -140,11 +142,23 @@ void Work::Run(const Options &options, const std::function<void()> &body)
         m->desk = &desk;
         m->wake = QAbstractEventDispatcher::instance();
     }
+    const auto leave = qScopeGuard([this] {
+        const std::lock_guard guard(m->lock);
+        m->desk = nullptr;
+        std::erase(g_running, this);
+    });
     g_running.push_back(this);
     std::thread thread([self, body] { self->Live(body); });
-    const auto quick = [this] {
-        std::unique_lock guard(m->lock);
-        return m->changed.wait_for(guard, std::chrono::milliseconds(QuickWait()), [this] { return m->done; });
+    const auto quick = [this] { // calls are answered, events are not
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(QuickWait());
+        for (;;) {
+            std::unique_lock guard(m->lock);
+            m->changed.wait_until(guard, end, [this] { return m->done || !m->calls.empty(); });
+            if (m->done || m->calls.empty())
+                return m->done;
+            guard.unlock();
+            Serve();
+        }
     };
     if (!quick())
         PumpUntil(
@@ -161,11 +175,6 @@ void Work::Run(const Options &options, const std::function<void()> &body)
             options.input, options.window);
     thread.join();
     Serve(); // what was posted last
-    {
-        const std::lock_guard guard(m->lock);
-        m->desk = nullptr;
-    }
-    std::erase(g_running, this);
     if (m->raised)
         std::rethrow_exception(m->raised);
 }
@@ -184,7 +193,6 @@ void Work::Serve()
         std::exception_ptr raised;
         if (!IsEnding()) {
             try {
-                const ADODB::Claim::Scope scope(m_claim);
                 next->call();
             } catch (...) {
                 raised = std::current_exception();
@@ -208,7 +216,7 @@ void Work::OnWindow(const std::function<void()> &call)
         throw Stopped();
     const auto made = m->Push(call);
     m->changed.wait(guard, [&] { return made->done || m->ending; });
-    if (!made->done)
+    if (m->ending)
         throw Stopped();
     if (made->raised)
         std::rethrow_exception(made->raised);

@@ -36,8 +36,9 @@ public:
     // program.
     void Run(const Options &options, const std::function<void()> &body);
 
-    // From the body. Does it on the interface thread, as part of this work, and waits for it; what it raises is raised
-    // here. Raises adErrOperationCancelled when the program ends meanwhile: so it owns what it touches.
+    // From the body. Does it on the interface thread, and waits for it; what it raises is raised here. What it begins
+    // on the connection belongs to this work only where it says so (ADODB::Claim::Scope). Raises
+    // adErrOperationCancelled when the program ends meanwhile: so it owns what it touches.
     void OnWindow(const std::function<void()> &call);
     void Post(const std::function<void()> &call); // the same without waiting; done before Run returns
 
