@@ -21,18 +21,27 @@ Error OutOfMemory()
 ADODB::RecordsetPtr UARecordset::Job::Read(ADODB::Connection::Turn &turn)
 {
     turn.Begin();
+    ADODB::Session &session = turn.Driver();
     const ADODB::MemoryGuard memory([&turn] { turn.Cancel(); });
-    ADODB::ExecuteResult result; // lives to the end of a cancel: a driver may have to throw its rows away
+    ADODB::RecordsetPtr read;
     try {
-        result = turn.Driver().Execute(sql);
-        return result.Rows ? ReadRows(*result.Rows) : ADODB::Recordset::FromColumns({}, {});
+        turn.OnThread([&] {
+            ADODB::ExecuteResult result; // lives to the end of a cancel: a driver may have to throw its rows away
+            try {
+                result = session.Execute(sql);
+                read = result.Rows ? ReadRows(*result.Rows) : ADODB::Recordset::FromColumns({}, {});
+            } catch (const Error &error) {
+                if (error.Number == ADODB::adErrOutOfMemory)
+                    session.Cancel(); // nobody will read the rest
+                throw;
+            }
+        });
     } catch (const Error &error) {
-        if (error.Number == ADODB::adErrOutOfMemory)
-            turn.Cancel(); // nobody will read the rest
         if (memory.Struck() && error.Number != ADODB::adErrOutOfMemory)
             throw ADODB::ResultTooLarge();
         throw;
     }
+    return read;
 }
 
 ADODB::RecordsetPtr UARecordset::Job::ReadRows(ADODB::ResultSet &from)

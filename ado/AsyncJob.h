@@ -29,7 +29,7 @@ struct UARecordset::Job
     bool done = false;
     std::chrono::steady_clock::time_point end;
 
-    // Apart from the mailbox, since a cancel may wait for the network and the owner must not wait for it.
+    // Apart from the mailbox, which the worker holds while it posts.
     std::mutex turnLock;
     ADODB::Connection::Turn *turn = nullptr; // while it lives: what a cancel speaks to
 
@@ -47,16 +47,17 @@ private:
     ADODB::RecordsetPtr ReadRows(ADODB::ResultSet &from);
 };
 
-// The threads of all jobs: joined when they have ended, cancelled and joined at the program's end.
+// The threads of all jobs: each waits for its turn and runs its statement. Joined when they have ended, cancelled and
+// joined at the program's end.
 class Workers
 {
 public:
     static Workers &Get();
     ~Workers();
     void Start(const std::shared_ptr<UARecordset::Job> &job, std::unique_ptr<ADODB::Connection::Turn> turn);
-    // Returns at once: cancels on the server from a thread of its own (a driver may wait for the network), again and
-    // again until the job has ended, since a cancel that comes just before the statement reaches the server is lost.
-    void Cancel(const std::shared_ptr<UARecordset::Job> &job);
+    // Returns at once: the connection's own canceller speaks to the server until the job has ended. With the job goes
+    // the work that it is a part of, as long as more of that may come.
+    static void Cancel(UARecordset::Job &job) noexcept;
 
 private:
     struct State;

@@ -2,8 +2,10 @@
 
 #include "ado/ConnectionString.h"
 #include "ado/Guard.h"
+#include "ado/Handlers.h"
 #include "ado/MemoryGuard.h"
 #include "ado/Recordset.h"
+#include "ado/ThreadedSession.h"
 #include "ado/schema/Schema.h"
 
 namespace ADODB {
@@ -14,6 +16,9 @@ QString CatalogueName()
 {
     return QStringLiteral("current catalog");
 }
+
+// How long a window thread waits for a connection to close.
+constexpr std::chrono::milliseconds kClosing(50);
 
 } // namespace
 
@@ -28,9 +33,21 @@ void Connection::Body::Refresh()
         inTransaction = *known; // also a BEGIN or COMMIT that somebody typed
 }
 
-Connection::Connection() : m(std::make_unique<Body>()) {}
+Connection::Connection() : m(std::make_unique<Body>())
+{
+    Register();
+}
 
-Connection::~Connection() = default; // nobody holds a turn any more; the session rolls back and disconnects
+// Nobody holds a turn any more; the session rolls back and disconnects on its thread.
+Connection::~Connection()
+{
+    Unregister();
+    const auto session = std::make_shared<std::unique_ptr<Session>>(std::move(m->session));
+    std::optional<std::chrono::milliseconds> patience;
+    if (IsWindowThread())
+        patience = kClosing;
+    m->thread->End([session] { session->reset(); }, patience);
+}
 
 ConnectionPtr Connection::Create()
 {
@@ -70,24 +87,32 @@ int Connection::State() const
 
 void Connection::Open(const QString &connectionString, const QString &user, const QString &password, int)
 {
-    Turn turn(shared_from_this(), QStringLiteral("Opening Connection ..."));
-    turn.Begin();
-    if (m->open)
-        throw Error(adErrObjectOpen, QStringLiteral("Operation is not allowed when the object is open."));
-    if (!connectionString.isEmpty())
-        SetConnectionString(connectionString);
-    const QString given = ConnectionString();
-    const QString drivers = OdbcString(given);
-    std::unique_ptr<Session> session = AsErrors([&] { return DriverFor(drivers).Connect(drivers, user, password); });
-    QHash<QString, QVariant> properties{
-        {QStringLiteral("dbms name"), session->ProductName()},
-        {QStringLiteral("dbms version"), session->ProductVersion()},
-        {QStringLiteral("data provider"), QStringLiteral("MSDASQL")},
-        {QStringLiteral("identifier quote"), session->IdentifierQuote()},
-        {CatalogueName(), session->DatabaseName()},
-    };
-    const DatabaseFamily family = session->Family();
-    {
+    const QString words = QStringLiteral("Opening Connection ...");
+    Apart(words, [&] {
+        Turn turn(shared_from_this(), words);
+        turn.Begin();
+        if (m->open)
+            throw Error(adErrObjectOpen, QStringLiteral("Operation is not allowed when the object is open."));
+        if (!connectionString.isEmpty())
+            SetConnectionString(connectionString);
+        const QString drivers = OdbcString(ConnectionString());
+        std::unique_ptr<Session> session;
+        QHash<QString, QVariant> properties;
+        DatabaseFamily family = DatabaseFamily::Other;
+        m->thread->Run([&] {
+            AsErrors([&] {
+                session =
+                    std::make_unique<ThreadedSession>(DriverFor(drivers).Connect(drivers, user, password), m->thread);
+            });
+            properties = {
+                {QStringLiteral("dbms name"), session->ProductName()},
+                {QStringLiteral("dbms version"), session->ProductVersion()},
+                {QStringLiteral("data provider"), QStringLiteral("MSDASQL")},
+                {QStringLiteral("identifier quote"), session->IdentifierQuote()},
+                {CatalogueName(), session->DatabaseName()},
+            };
+            family = session->Family();
+        });
         const std::lock_guard noCancel(m->cancelLock);
         m->session.swap(session); // a former one whose server is gone ends below
         const std::lock_guard guard(m->lock);
@@ -95,56 +120,74 @@ void Connection::Open(const QString &connectionString, const QString &user, cons
         m->family = family;
         m->inTransaction = false;
         m->open = true;
-    }
+    });
 }
 
 void Connection::Close()
 {
-    Turn turn(shared_from_this(), QStringLiteral("Closing Connection ..."));
-    turn.Begin();
-    std::unique_ptr<Session> session;
-    {
-        const std::lock_guard noCancel(m->cancelLock);
-        session.swap(m->session);
-        m->open = false;
-        m->inTransaction = false;
-    }
-    if (!session)
-        throw Error(adErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
+    const QString words = QStringLiteral("Closing Connection ...");
+    Apart(words, [&] {
+        Turn turn(shared_from_this(), words);
+        turn.Begin();
+        std::unique_ptr<Session> session;
+        {
+            const std::lock_guard noCancel(m->cancelLock);
+            session.swap(m->session);
+            m->open = false;
+            m->inTransaction = false;
+        }
+        if (!session)
+            throw Error(adErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
+    });
 }
 
 RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, int options)
 {
-    Turn turn(shared_from_this(), sql);
-    turn.Begin();
     RecordsetPtr recordset;
-    Session &session = turn.Driver();
-    const MemoryGuard memory([&turn] { turn.Cancel(); });
-    ExecuteResult result;
-    try {
-        const bool one = options != adOptionUnspecified && (options & adOneStatement);
-        result = AsErrors([&] { return one ? session.ExecuteOne(sql) : session.Execute(sql); });
-        recordset = result.Rows ? AsErrors([&] { return ReadAll(*result.Rows); }) : Recordset::Create();
-    } catch (const Error &error) {
-        if (error.Number == adErrOutOfMemory)
-            session.Cancel(); // nobody will read the rest
-        if (memory.Struck() && error.Number != adErrOutOfMemory)
-            throw ResultTooLarge();
-        throw;
-    }
+    qint64 counted = -1;
+    const auto read = [&](Session &session) {
+        ExecuteResult result;
+        try {
+            const bool one = options != adOptionUnspecified && (options & adOneStatement);
+            result = AsErrors([&] { return one ? session.ExecuteOne(sql) : session.Execute(sql); });
+            recordset = result.Rows ? AsErrors([&] { return ReadAll(*result.Rows); }) : Recordset::Create();
+        } catch (const Error &error) {
+            if (error.Number == adErrOutOfMemory)
+                session.Cancel(); // nobody will read the rest
+            throw;
+        }
+        counted = result.RecordsAffected;
+    };
+    Apart(sql, [&] {
+        Turn turn(shared_from_this(), sql);
+        turn.Begin();
+        Session &session = turn.Driver();
+        const MemoryGuard memory([&turn] { turn.Cancel(); });
+        try {
+            turn.OnThread([&] { read(session); });
+        } catch (const Error &error) {
+            if (memory.Struck() && error.Number != adErrOutOfMemory)
+                throw ResultTooLarge();
+            throw;
+        }
+    });
     if (recordsAffected)
-        *recordsAffected = result.RecordsAffected;
+        *recordsAffected = counted;
     recordset->BelongTo(sql, weak_from_this());
     return recordset;
 }
 
 template <class Work> void Connection::Transact(const QString &words, const Work &work)
 {
-    Turn turn(shared_from_this(), words);
-    turn.Begin();
-    Session &session = turn.Driver();
-    m->Refresh();
-    AsErrors([&] { work(session); });
+    Apart(words, [&] {
+        Turn turn(shared_from_this(), words);
+        turn.Begin();
+        Session &session = turn.Driver();
+        turn.OnThread([&] {
+            m->Refresh();
+            AsErrors([&] { work(session); });
+        });
+    });
 }
 
 void Connection::BeginTrans()
@@ -184,29 +227,15 @@ bool Connection::InTransaction() const
 
 RecordsetPtr Connection::OpenSchema(int schema, const QStringList &restrictions)
 {
-    Turn turn(shared_from_this(), QStringLiteral("OpenSchema %1").arg(schema));
-    turn.Begin();
-    Session &session = turn.Driver();
-    return AsErrors([&] { return OpenSchemaRowset(session, schema, restrictions); });
-}
-
-void Connection::Cancel() noexcept
-{
-    try {
-        const std::lock_guard noEnd(m->cancelLock);
-        bool served = false;
-        {
-            const std::lock_guard guard(m->lock);
-            if (!m->queue.empty() && m->queue.front().served) {
-                m->queue.front().cancelled = true; // also what has not reached the driver yet
-                served = true;
-            }
-        }
-        if (served && m->session)
-            m->session->Cancel();
-    } catch (...) {
-        // a mutex that fails leaves nothing to do
-    }
+    RecordsetPtr rowset;
+    const QString words = QStringLiteral("OpenSchema %1").arg(schema);
+    Apart(words, [&] {
+        Turn turn(shared_from_this(), words);
+        turn.Begin();
+        Session &session = turn.Driver();
+        turn.OnThread([&] { rowset = AsErrors([&] { return OpenSchemaRowset(session, schema, restrictions); }); });
+    });
+    return rowset;
 }
 
 QVariant Connection::Property(const QString &name) const
@@ -214,9 +243,13 @@ QVariant Connection::Property(const QString &name) const
     const QString key = name.toLower();
     if (key == CatalogueName() && m->open) {
         // A statement may have moved to another one, so the server is asked.
-        Turn turn(std::const_pointer_cast<Connection>(shared_from_this()), QStringLiteral("Current Catalog"));
-        turn.Begin();
-        return turn.Driver().DatabaseName();
+        QString catalogue;
+        Apart(QStringLiteral("Current Catalog"), [&] {
+            Turn turn(std::const_pointer_cast<Connection>(shared_from_this()), QStringLiteral("Current Catalog"));
+            turn.Begin();
+            catalogue = turn.Driver().DatabaseName();
+        });
+        return catalogue;
     }
     const std::lock_guard guard(m->lock);
     const auto found = m->properties.constFind(key);
@@ -236,20 +269,6 @@ DatabaseFamily Connection::Family() const
 {
     const std::lock_guard guard(m->lock);
     return m->family;
-}
-
-bool Connection::IsBusy() const
-{
-    const std::lock_guard guard(m->lock);
-    return !m->queue.empty() && m->queue.front().served;
-}
-
-QString Connection::BusyWith(std::thread::id except) const
-{
-    const std::lock_guard guard(m->lock);
-    if (m->queue.empty() || !m->queue.front().served || m->queue.front().server == except)
-        return {};
-    return m->queue.front().sql;
 }
 
 } // namespace ADODB

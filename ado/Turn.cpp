@@ -1,31 +1,12 @@
-// The queue before a connection: who is served, who waits, and how a waiting window stays alive.
+// A turn on a connection: taken, waited for, served, cancelled, given up.
 #include "ado/ConnectionBody.h"
+#include "ado/Handlers.h"
 
 #include <algorithm>
 
 namespace ADODB {
 
 namespace {
-
-struct Handler
-{
-    std::mutex lock;
-    WaitHandler call;
-    std::thread::id thread;
-};
-
-Handler &TheHandler()
-{
-    static Handler handler;
-    return handler;
-}
-
-WaitHandler HandlerOfThisThread()
-{
-    Handler &handler = TheHandler();
-    const std::lock_guard guard(handler.lock);
-    return handler.thread == std::this_thread::get_id() ? handler.call : WaitHandler();
-}
 
 Error Cancelled()
 {
@@ -35,45 +16,18 @@ Error Cancelled()
 
 } // namespace
 
-void SetWaitHandler(WaitHandler handler)
-{
-    Handler &slot = TheHandler();
-    const std::lock_guard guard(slot.lock);
-    slot.call = std::move(handler);
-    slot.thread = std::this_thread::get_id();
-}
-
-Connection::Body::Ticket *Connection::Body::Find(quint64 number)
-{
-    for (Ticket &ticket : queue)
-        if (ticket.number == number)
-            return &ticket;
-    return nullptr;
-}
-
-void Connection::Body::RefreshAfter(quint64 number) noexcept
-{
-    try {
-        {
-            const std::lock_guard guard(lock);
-            if (!Find(number)->served)
-                return;
-        }
-        Refresh();
-    } catch (...) {
-        open = false; // a driver that cannot even say whether it lives
-    }
-}
-
 Connection::Turn::Turn(ConnectionPtr connection, QString sql)
-    : m_connection(std::move(connection)), m_sql(std::move(sql))
+    : m_connection(std::move(connection)), m_sql(std::move(sql)), m_claim(Claim::OfThisThread(*m_connection))
 {
     Body &body = *m_connection->m;
     const std::lock_guard guard(body.lock);
     Body::Ticket ticket;
     ticket.number = body.lastNumber + 1;
     ticket.sql = m_sql;
-    body.queue.push_back(std::move(ticket));
+    ticket.claim = m_claim.get();
+    ticket.shielded = Claim::IsShielded();
+    ticket.cancelled = m_claim && m_claim->m_cancelled && !ticket.shielded;
+    body.Add(std::move(ticket), m_claim.get());
     m_number = ++body.lastNumber;
 }
 
@@ -85,6 +39,8 @@ Connection::Turn::~Turn()
     {
         const std::lock_guard guard(body.lock);
         std::erase_if(body.queue, [this](const Body::Ticket &ticket) { return ticket.number == m_number; });
+        if (m_claim)
+            body.DropHoldIfDone(*m_claim);
     }
     body.moved.notify_all();
 }
@@ -97,7 +53,7 @@ void Connection::Turn::Begin()
     if (body.Find(m_number)->served)
         return;
     for (const Body::Ticket &ticket : body.queue)
-        if (ticket.served && ticket.server == thread)
+        if (ticket.served && (ticket.server == thread || body.thread->IsHere()))
             throw Error(adErrObjectOpen,
                         QStringLiteral("Operation cannot be performed while the connection runs: ") + ticket.sql);
     const auto own = std::find_if(body.queue.begin(), body.queue.end(),
@@ -111,16 +67,21 @@ void Connection::Turn::Begin()
     ticket->waiting = true;
     ticket->waiter = thread;
     const auto ready = [&body, this] { // with the lock held
-        return body.queue.front().number == m_number || body.Find(m_number)->cancelled;
+        const Body::Ticket &ticket = *body.Find(m_number);
+        return ticket.cancelled || body.IsNext(ticket);
     };
     if (!ready()) {
-        if (const WaitHandler handler = HandlerOfThisThread()) {
-            const QString busyWith = body.queue.front().sql;
+        if (const WaitHandler handler = WaitHandlerOfThisThread()) {
+            const Body::Ticket *served = body.Served();
+            const QString busyWith = served ? served->sql : body.queue.front().sql;
             guard.unlock();
-            handler(*m_connection, busyWith, [&body, &ready] {
-                const std::lock_guard inner(body.lock);
-                return ready();
-            });
+            handler(
+                *m_connection, busyWith,
+                [&body, &ready] {
+                    const std::lock_guard inner(body.lock);
+                    return ready();
+                },
+                [this] { Cancel(); });
             guard.lock();
         }
         body.moved.wait(guard, ready); // also when a handler came back too early
@@ -149,24 +110,38 @@ Session &Connection::Turn::Driver()
     return *body.session;
 }
 
+void Connection::Turn::OnThread(const std::function<void()> &work)
+{
+    m_connection->m->thread->Run(work);
+}
+
 void Connection::Turn::Cancel() noexcept
 {
     try {
         Body &body = *m_connection->m;
-        const std::lock_guard noEnd(body.cancelLock);
-        bool served = false;
         {
             const std::lock_guard guard(body.lock);
-            Body::Ticket *const own = body.Find(m_number);
-            own->cancelled = true;
-            served = own->served;
+            body.CancelTicket(*body.Find(m_number));
         }
-        if (served && body.session)
-            body.session->Cancel();
         body.moved.notify_all();
     } catch (...) {
         // a mutex that fails leaves nothing to do
     }
+}
+
+void Connection::Turn::CancelWork() noexcept
+{
+    if (m_claim && !m_claim->HasLeft())
+        m_claim->Cancel();
+    Cancel();
+}
+
+QString Connection::Turn::WaitsFor() const
+{
+    const Body &body = *m_connection->m;
+    const std::lock_guard guard(body.lock);
+    const Body::Ticket &own = *m_connection->m->Find(m_number);
+    return own.served || body.IsNext(own) ? QString() : body.Running();
 }
 
 } // namespace ADODB

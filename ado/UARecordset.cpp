@@ -25,12 +25,8 @@ void UARecordset::LetGo() noexcept
         job->owner = nullptr; // from here on no event is posted
         running = !job->done;
     }
-    try {
-        if (running)
-            Workers::Get().Cancel(job);
-    } catch (...) {
-        job->cancelled = true; // no thread to cancel with: the job ends at its next block
-    }
+    if (running)
+        Workers::Cancel(*job);
 }
 
 void UARecordset::OpenRecordset(const QString &SQL, const ADODB::ConnectionPtr &Connection, int)
@@ -82,13 +78,16 @@ double UARecordset::ElapsedSeconds() const
 
 void UARecordset::Cancel()
 {
-    if (!IsRunning())
-        return;
-    try {
-        Workers::Get().Cancel(m_job);
-    } catch (const std::exception &) {
-        m_job->cancelled = true; // no thread to cancel with: the job ends at its next block
-    }
+    if (IsRunning())
+        Workers::Cancel(*m_job);
+}
+
+QString UARecordset::WaitsFor() const
+{
+    if (!m_job)
+        return {};
+    const std::lock_guard alive(m_job->turnLock);
+    return m_job->turn ? m_job->turn->WaitsFor() : QString();
 }
 
 bool UARecordset::event(QEvent *event)

@@ -2,10 +2,10 @@
 // The asynchronous recordset: runs a statement on the shared connection from a worker and reports by signals.
 //
 // Made, used and destroyed on the interface thread; its signals arrive there through the event loop, never inside
-// OpenRecordset. OpenRecordset takes its turn on the connection at once, so statements run in the order of the calls
-// and a later CommitTrans waits for them. Destroying the object, or a new OpenRecordset, cancels the running statement
-// and no late signal arrives. The connection stays usable afterwards and is kept alive until the worker has let go of
-// it.
+// OpenRecordset. OpenRecordset takes its turn on the connection at once (as part of the thread's claim, ado/Claim.h),
+// so statements run in the order of the calls and a later CommitTrans waits for them. Destroying the object, or a new
+// OpenRecordset, cancels the running statement and no late signal arrives. The connection stays usable afterwards and
+// is kept alive until the worker has let go of it.
 
 #include "ado/Recordset.h"
 #include <QObject>
@@ -24,7 +24,11 @@ public:
     bool IsRunning() const;
     qint64 RowsSoFar() const;      // read so far by the running statement
     double ElapsedSeconds() const; // since OpenRecordset; stands still once the statement has ended
-    void Cancel();                 // ErrorOccured then reports adErrOperationCancelled
+    // What another runs while the statement waits for its turn; "" while it need not wait.
+    QString WaitsFor() const;
+    // Returns at once; ErrorOccured then reports adErrOperationCancelled. The statement goes alone, unless it is one of
+    // a piece of work that is still under way: then all of that ends.
+    void Cancel();
 
 signals:
     // The definition of the result, before its rows.

@@ -1,24 +1,18 @@
 #include "ado/AsyncJob.h"
 
 #include <algorithm>
-#include <condition_variable>
 #include <thread>
 
 struct Workers::State
 {
     std::mutex lock;
-    std::condition_variable wake;
     struct Worker
     {
         std::shared_ptr<UARecordset::Job> job;
         std::thread thread;
     };
     std::vector<Worker> workers;
-    std::vector<std::shared_ptr<UARecordset::Job>> toCancel;
-    std::thread canceller;
-    bool ending = false;
 
-    void CancelLoop();
     std::vector<std::thread> TakeEnded(); // with the lock held
 };
 
@@ -48,16 +42,9 @@ Workers::~Workers()
         workers.swap(m->workers);
     }
     for (const State::Worker &worker : workers)
-        Cancel(worker.job);
+        Cancel(*worker.job);
     for (State::Worker &worker : workers)
         worker.thread.join();
-    {
-        const std::lock_guard guard(m->lock);
-        m->ending = true;
-    }
-    m->wake.notify_all();
-    if (m->canceller.joinable())
-        m->canceller.join();
 }
 
 std::vector<std::thread> Workers::State::TakeEnded()
@@ -84,40 +71,14 @@ void Workers::Start(const std::shared_ptr<UARecordset::Job> &job, std::unique_pt
         thread.join(); // they have nothing left to do
 }
 
-void Workers::Cancel(const std::shared_ptr<UARecordset::Job> &job)
+void Workers::Cancel(UARecordset::Job &job) noexcept
 {
-    job->cancelled = true;
-    const std::lock_guard guard(m->lock);
-    if (std::find(m->toCancel.begin(), m->toCancel.end(), job) == m->toCancel.end())
-        m->toCancel.push_back(job);
-    if (!m->canceller.joinable())
-        m->canceller = std::thread([state = m.get()] { state->CancelLoop(); });
-    m->wake.notify_all();
-}
-
-void Workers::State::CancelLoop()
-{
-    constexpr std::chrono::milliseconds pause(20);
-    std::unique_lock guard(lock);
-    while (!ending) {
-        if (toCancel.empty()) {
-            wake.wait(guard);
-            continue;
-        }
-        std::vector<std::shared_ptr<UARecordset::Job>> jobs;
-        jobs.swap(toCancel);
-        guard.unlock();
-        std::erase_if(jobs, [](const auto &job) { return IsDone(*job); });
-        for (const auto &job : jobs) {
-            const std::lock_guard alive(job->turnLock); // the turn does not end while it is spoken to
-            if (job->turn)
-                job->turn->Cancel();
-        }
-        guard.lock();
-        for (auto &job : jobs)
-            if (std::find(toCancel.begin(), toCancel.end(), job) == toCancel.end())
-                toCancel.push_back(std::move(job));
-        if (!toCancel.empty())
-            wake.wait_for(guard, pause);
+    job.cancelled = true;
+    try {
+        const std::lock_guard alive(job.turnLock); // the turn does not end while it is spoken to
+        if (job.turn)
+            job.turn->CancelWork();
+    } catch (...) {
+        // a mutex that fails: the job ends at its next block
     }
 }

@@ -43,7 +43,11 @@ template <class Work> void SyntaxCheck::Step(bool stoppable, const Work &work)
         if (stoppable && m_cancelled)
             throw ADODB::Error(ADODB::adErrOperationCancelled, QStringLiteral("Operation has been cancelled."));
         m_stoppable = stoppable;
+        m_claim = ADODB::Claim::OfThisThread(*m_connection);
     }
+    std::optional<ADODB::Claim::Shield> shield;
+    if (!stoppable)
+        shield.emplace();
     const auto ended = qScopeGuard([this] {
         const std::scoped_lock held(m_lock);
         m_stoppable = false;
@@ -140,7 +144,9 @@ void SyntaxCheck::Cancel() noexcept
 {
     const std::scoped_lock held(m_lock);
     m_cancelled = true;
-    if (m_stoppable && m_connection)
+    if (m_claim)
+        m_claim->Cancel(); // as a part of somebody's work
+    else if (m_stoppable && m_connection)
         m_connection->Cancel();
 }
 

@@ -15,7 +15,7 @@
 // Any thread, one check at a time; nothing is raised. What a server commits by itself
 // (definitions on MariaDB, tables without transactions) the second way cannot take back.
 
-#include "ado/Connection.h"
+#include "ado/Claim.h"
 #include <QString>
 #include <mutex>
 
@@ -50,7 +50,8 @@ private:
     const ADODB::ConnectionPtr m_connection;
     QString m_errorCode, m_plainCode;
     mutable std::mutex m_lock;
-    bool m_stoppable = false; // a step is under way that Cancel may stop
+    std::shared_ptr<ADODB::Claim> m_claim; // that the last step belonged to; null for none
+    bool m_stoppable = false;              // a step is under way that Cancel may stop
     bool m_cancelled = false;
 };
 

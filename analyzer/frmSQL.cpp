@@ -9,6 +9,7 @@
 #include "controls/Twips.h"
 #include "data/clsConns.h"
 #include "frame/Shell.h"
+#include "session/Work.h"
 #include "views/frmHirarchy.h"
 #include <QHeaderView>
 #include <QResizeEvent>
@@ -166,6 +167,8 @@ void frmSQL::RefreshForm(const QString &connectionName)
 void frmSQL::Unload()
 {
     m_unloading = true;
+    if (const auto work = m_work.lock())
+        work->Cancel();
     SaveState();
     RemoveHistoryBar();
 }

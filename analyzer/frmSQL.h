@@ -7,6 +7,7 @@
 //
 // A run lets events through, and these may close this window: whoever waits in it looks at a QPointer afterwards.
 
+#include "ado/Connection.h"
 #include "frame/ChildWindow.h"
 #include "sqltext/BraceShow.h"
 #include "sqltext/FixText.h"
@@ -26,6 +27,7 @@ class Node;
 class RichTextBox;
 class Splitter;
 class TreeView;
+class Work;
 class frmHirarchy;
 struct EditText;
 
@@ -120,9 +122,13 @@ private:
     void PickNode(Node *node);                   // into the history
     void TreeSearch();
 
-    std::shared_ptr<void> BeginRun(); // none other starts while what it gives lives, though events come in
-    QString TextToRun(bool whole);    // asks before a run that alters; "" when nothing shall run
-    void ShowResult(const RunStep &step);
+    struct Batch;
+    std::shared_ptr<void> BeginRun(const std::shared_ptr<Work> &work);
+    std::shared_ptr<Batch> BatchToRun(bool transaction); // asks before a run that alters; null when nothing shall run
+    bool RunStatements(QString *commitError);            // and commits where that is the run's purpose
+    void RunWork(const std::shared_ptr<Work> &work, const QString &words, const std::function<void()> &body);
+    void TransactionStep(void (ADODB::Connection::*step)(), QString *why);
+    void ShowResult(const RunStep &step, const ADODB::ConnectionPtr &connection);
     void ShareWorkArea(frmHirarchy *result);
     bool StopRuns(); // of the result windows that this window started; false when none runs
     void ShowLog();
@@ -180,8 +186,9 @@ private:
     QList<PickedNode> m_NodeHistory;
 
     FixTextState m_fixState;
-    QElapsedTimer m_clock;  // since the window was made
-    bool m_running = false; // a run or a check is under way
+    QElapsedTimer m_clock;      // since the window was made
+    bool m_running = false;     // a run or a check is under way
+    std::weak_ptr<Work> m_work; // that one
     bool m_active = false;
     bool m_unloading = false;
     int m_treeWidth = 0;  // pixels

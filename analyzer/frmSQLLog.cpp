@@ -11,6 +11,8 @@ namespace {
 const QString logKey = QStringLiteral("LOG");
 const QString historyKey = QStringLiteral("DYNA");
 
+QPointer<const frmSQL> g_logOf; // the window whose run the log group tells of
+
 // The bar is not painted while one lives.
 class Frozen
 {
@@ -46,11 +48,15 @@ void frmSQL::ShowLog()
     const Frozen bar;
     if (bar && !bar->FindBar(logKey))
         Attempt([&] { bar->AddBar(logKey, QStringLiteral("Log"))->SetWraps(true); }); // the count stands at the end
+    g_logOf = this;
 }
 
-// A log that has gone meanwhile, because a result window took over, takes no more lines: it is meant.
+// A log that has gone meanwhile, because a result window took over, takes no more lines: it is meant. Another window's
+// log takes none of this one's.
 void frmSQL::AddLog(const QString &text)
 {
+    if (g_logOf != this)
+        return;
     const Frozen bar;
     ExplorerBarBar *log = bar ? bar->FindBar(logKey) : nullptr;
     if (!log)

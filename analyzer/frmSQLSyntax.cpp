@@ -8,10 +8,9 @@
 #include "data/frmTextOutput.h"
 #include "data/modMain.h"
 #include "frame/Shell.h"
-#include "session/Pump.h"
+#include "session/Work.h"
 
-// Input is held back meanwhile: what another window altered inside of the check's transaction would be rolled back.
-// While another's statement holds the connection, Escape stops that one and the check goes on.
+// The check has the connection to itself: what another window altered inside of its transaction would be rolled back.
 void frmSQL::CheckSyntax()
 {
     if (m_running)
@@ -20,17 +19,22 @@ void frmSQL::CheckSyntax()
     EndBracketShow();
     if (!IsConnected(true) || !self)
         return;
-    const auto running = BeginRun();
-    Shell::Current().SetHourglass(true);
-    const QString sql = RunText();
     const ADODB::ConnectionPtr connection = gConn;
+    const QString words = QStringLiteral("Checking the syntax");
+    const QString sql = RunText();
     SyntaxCheck check(connection);
     QString report, why;
+    Shell::Current().SetHourglass(true);
     const bool ran = Attempt(
         [&] {
-            RunPumpedOn(
-                connection, QStringLiteral("Checking the syntax ... (Esc cancels)"),
-                [&] { report = check.Report(sql); }, [&] { check.Cancel(); }, PumpInput::EscapeOnly);
+            const std::shared_ptr<Work> work = Work::On(connection, words, ADODB::Claim::Whole);
+            const auto running = BeginRun(work);
+            Work::Options options;
+            options.status = [] { return QStringLiteral("Checking the syntax ... (Esc cancels)"); };
+            options.stopped = [&] { check.Cancel(); };
+            options.input = PumpInput::EscapeOnly;
+            options.window = this;
+            work->Run(options, [&] { report = check.Report(sql); });
         },
         &why);
     Shell::Current().SetHourglass(false);

@@ -10,12 +10,32 @@
 #include "data/frmAni.h"
 #include "data/modMain.h"
 #include "frame/ChildWindow.h"
+#include "session/Work.h"
 #include <QCoreApplication>
 #include <QPointer>
 #include <QScopeGuard>
 
 // What using a missing object says.
 static constexpr char s_noObject[] = "Object variable or With block variable not set";
+
+// What goes on on the present connection: wait for it, cancel it, or stay. False to stay.
+static bool MayLeave(QWidget *parent)
+{
+    const ADODB::ConnectionPtr present = gConn;
+    if (!present || !present->HasWork())
+        return true;
+    const QString text =
+        QStringLiteral(
+            "The present connection is still at work: %1\r\n\r\nYes waits until it has ended, No cancels it, "
+            "Cancel stays with the present connection.")
+            .arg(present->BusyWith().simplified().left(120));
+    const int answer = MsgBox(text, mbYesNoCancel | mbQuestion, QStringLiteral("Connection"), parent);
+    if (answer == mbNo)
+        Work::CancelAll(present);
+    if (answer != mbYes)
+        return answer == mbNo;
+    return WaitUntilIdle(present);
+}
 
 // One error handler for the whole procedure: the description is kept and the next statement runs. The events that are
 // let through may take away the entry, so it is looked up again by its key each time.
@@ -25,8 +45,9 @@ ChildWindow *mdiMother::ConnectTo(ExplorerBarItem *entry, const QString &sqlText
         return nullptr;
     m_connecting = true;
     const auto done = qScopeGuard([this] { m_connecting = false; });
-
     const QString key = entry->Key(), name = entry->Text();
+    if (!MayLeave(this) || m_ended)
+        return nullptr;
     QString kept;
     const auto Try = [&kept](auto &&statement) {
         QString why;

@@ -43,7 +43,7 @@ void SchemaCommands::mnuClearTable()
     if (!IsConnected(true))
         return;
     const ADODB::ConnectionPtr connection = gConn;
-    const Picked table = PickTable(false);
+    const Picked table = PickTable(connection, false);
     if (table.Text.isEmpty() || !IsConnected(true) ||
         !IsSure(QStringLiteral("Are you sure you want to clear all data in this table? [") + table.Text +
                 QLatin1Char(']')))
@@ -63,7 +63,7 @@ void SchemaCommands::Drop(const QString &kind, bool view)
     if (!IsConnected(true))
         return;
     const ADODB::ConnectionPtr connection = gConn;
-    const Picked picked = PickTable(view);
+    const Picked picked = PickTable(connection, view);
     if (picked.Text.isEmpty() || !IsConnected(true) ||
         !IsSure(QStringLiteral("Are you sure you want to remove this ") + lang::LCase(kind) + QStringLiteral("? [") +
                 picked.Text + QLatin1Char(']')))
@@ -86,7 +86,7 @@ void SchemaCommands::mnuDropView()
 }
 
 // The catalogue of one of two families by its own query; anything else ends here with false.
-bool SchemaCommands::ShowIndexQuery(const Picked &picked)
+bool SchemaCommands::ShowIndexQuery(const ADODB::ConnectionPtr &connection, const Picked &picked)
 {
     const bool all = picked.IsFirstItem;
     const QString &table = picked.Text;
@@ -105,8 +105,9 @@ bool SchemaCommands::ShowIndexQuery(const Picked &picked)
     }
     return Attempt([&] {
         // The text is fixed, quotes in the name or not: what they break it into does not run.
-        const ADODB::RecordsetPtr rows = ExecutePumped(gConn, sql, nullptr, ADODB::adOneStatement);
-        ShowRecordsetTree(rows, table + QStringLiteral(" Indexes"));
+        const ADODB::RecordsetPtr rows = ExecutePumped(connection, sql, nullptr, ADODB::adOneStatement);
+        if (connection == gConn) // else it has been left meanwhile
+            ShowRecordsetTree(rows, table + QStringLiteral(" Indexes"));
     });
 }
 
@@ -115,10 +116,11 @@ void SchemaCommands::mnuTableIndex()
     SetStatus(QStringLiteral("Show Specific Schema"));
     if (!IsConnected(true))
         return;
-    const Picked table = PickTable(false, s_all);
-    if (table.Text.isEmpty() || ShowIndexQuery(table))
+    const ADODB::ConnectionPtr connection = gConn;
+    const Picked table = PickTable(connection, false, s_all);
+    if (table.Text.isEmpty() || ShowIndexQuery(connection, table) || connection != gConn)
         return;
-    if (!ShowSchemaOf(*FindSchemaRow("mnuTableIndex"), table.Text))
+    if (!ShowSchemaOf(connection, *FindSchemaRow("mnuTableIndex"), table.Text))
         MsgBox(QStringLiteral("Your database either does not support this feature or is encountering an error."),
                mbExclamation, QStringLiteral("Index"));
 }
@@ -163,7 +165,7 @@ QString GenerateAllDDL(const ADODB::ConnectionPtr &connection, QStringList *fail
     QString script, why;
     if (!Attempt(
             [&] {
-                const ADODB::RecordsetPtr rowset = OpenSchemaPumped(ADODB::adSchemaTables);
+                const ADODB::RecordsetPtr rowset = OpenSchemaPumped(connection, ADODB::adSchemaTables);
                 Breather breather(QStringLiteral("Generating DDL..."));
                 for (; !rowset->Eof() && breather.Breathe(); rowset->MoveNext())
                     if (rowset->Fields()[QStringLiteral("TABLE_TYPE")].Text() == QLatin1String("TABLE"))
@@ -184,13 +186,15 @@ void SchemaCommands::mnuDDL()
     const ADODB::ConnectionPtr connection = gConn;
     // Of the connection that is read: an event may bring another one meanwhile.
     const QString connectionName = ConnectionName ? ConnectionName() : QString();
-    const Picked table = PickTable(false, QStringLiteral("<All Tables>"));
+    const Picked table = PickTable(connection, false, QStringLiteral("<All Tables>"));
     if (table.Text.isEmpty())
         return;
     SetStatus(QStringLiteral("Generating DDL..."));
     QStringList failures;
     const QString script = table.IsFirstItem ? GenerateAllDDL(connection, &failures)
                                              : GenerateTableDDL(connection, table.Object, &failures);
+    if (connection != gConn)
+        return; // left meanwhile: no window of it opens on the new one
     // A scratch window: its text belongs to no stored connection.
     const QPointer<ChildWindow> window = factory.Create(QString());
     if (!window)

@@ -48,6 +48,13 @@ const Named *FindCommand(const char *menu)
     return nullptr;
 }
 
+// A window of a former connection does not open on a new one.
+void RaiseIfLeft(const ADODB::ConnectionPtr &connection)
+{
+    if (connection != gConn)
+        throw ADODB::Error(ADODB::adErrOperationCancelled, QStringLiteral("The connection has been left meanwhile."));
+}
+
 // Runs one command's work; what it raises goes to the status bar.
 bool Told(const std::function<void()> &work)
 {
@@ -60,13 +67,12 @@ bool Told(const std::function<void()> &work)
 
 } // namespace
 
-ADODB::RecordsetPtr OpenSchemaPumped(int schema)
+ADODB::RecordsetPtr OpenSchemaPumped(const ADODB::ConnectionPtr &connection, int schema)
 {
-    const ADODB::ConnectionPtr connection = gConn;
     ADODB::RecordsetPtr rowset;
-    RunPumped(
-        QObject::tr("Reading the schema ... (Esc cancels)"), [&] { rowset = connection->OpenSchema(schema); },
-        [&] { connection->Cancel(); });
+    RunPumpedOn(connection, QObject::tr("Reading the schema ... (Esc cancels)"),
+                [&, held = connection] { rowset = held->OpenSchema(schema); }, {});
+    RaiseIfLeft(connection);
     return rowset;
 }
 
@@ -97,7 +103,7 @@ void SchemaCommands::ShowSchemaRowset(int schema, const QString &title, const QS
         return;
     SetStatus(QStringLiteral("Loading ") + title);
     Told([&] {
-        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(schema);
+        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(gConn, schema);
         if (!filter.isEmpty())
             rowset->SetFilter(filter);
         ShowRecordsetTree(rowset, title);
@@ -120,13 +126,14 @@ frmHirarchy *SchemaCommands::ShowRecordsetTree(const ADODB::RecordsetPtr &record
     return window;
 }
 
-SchemaCommands::Picked SchemaCommands::PickTable(bool views, const QString &first)
+SchemaCommands::Picked SchemaCommands::PickTable(const ADODB::ConnectionPtr &connection, bool views,
+                                                 const QString &first)
 {
     const QString last = LastTable ? LastTable() : QString();
     Picked picked;
     picked.Object = m_last;
-    picked.Text =
-        GetTable(views, !views, first, QStringLiteral("&OK"), QStringLiteral("&Cancel"), {}, {}, last, &picked.Object);
+    picked.Text = GetTable(views, !views, first, QStringLiteral("&OK"), QStringLiteral("&Cancel"), {}, connection, last,
+                           &picked.Object);
     picked.IsFirstItem = picked.Object == ADODB::ObjectName();
     if (!picked.Text.isEmpty()) {
         m_last = picked.Object;
@@ -141,15 +148,16 @@ bool SchemaCommands::ShowSchema(const SchemaRow &row)
     SetStatus(QStringLiteral("Show Specific Schema"));
     if (!IsConnected(true))
         return false;
-    const QString table = PickTable(false, QString::fromLatin1(s_all)).Text;
-    return !table.isEmpty() && ShowSchemaOf(row, table);
+    const ADODB::ConnectionPtr connection = gConn;
+    const QString table = PickTable(connection, false, QString::fromLatin1(s_all)).Text;
+    return !table.isEmpty() && ShowSchemaOf(connection, row, table);
 }
 
 // The filter's text is put together as it is: a table with a quote in its name fails here, and that is meant.
-bool SchemaCommands::ShowSchemaOf(const SchemaRow &row, const QString &table)
+bool SchemaCommands::ShowSchemaOf(const ADODB::ConnectionPtr &connection, const SchemaRow &row, const QString &table)
 {
     return Told([&] {
-        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(row.Schema);
+        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(connection, row.Schema);
         if (table != QLatin1String(s_all))
             rowset->SetFilter(QLatin1String(row.FilterField) + QStringLiteral("='") + table + QLatin1Char('\''));
         ShowRecordset(rowset, lang::Replace(QString::fromLatin1(row.Title), QStringLiteral("#TABLE#"), table));
@@ -160,7 +168,7 @@ void SchemaCommands::mnuTableList()
 {
     if (IsConnected(true))
         Told([&] {
-            const ADODB::RecordsetPtr rowset = OpenSchemaPumped(ADODB::adSchemaTables);
+            const ADODB::RecordsetPtr rowset = OpenSchemaPumped(gConn, ADODB::adSchemaTables);
             rowset->SetFilter(QStringLiteral("TABLE_TYPE = 'TABLE'"));
             ShowRecordset(rowset, QStringLiteral("All Objects"));
         });
@@ -171,10 +179,12 @@ void SchemaCommands::mnuViews()
     if (!IsConnected(true))
         return;
     SetStatus(QStringLiteral("Loading View..."));
+    const ADODB::ConnectionPtr connection = gConn;
     ADODB::RecordsetPtr rowset;
-    if (!Attempt([&] { rowset = OpenSchemaPumped(ADODB::adSchemaViews); }))
+    if (!Attempt([&] { rowset = OpenSchemaPumped(connection, ADODB::adSchemaViews); }))
         if (!Told([&] {
-                rowset = OpenSchemaPumped(ADODB::adSchemaTables);
+                RaiseIfLeft(connection);
+                rowset = OpenSchemaPumped(connection, ADODB::adSchemaTables);
                 rowset->SetFilter(QStringLiteral("Table_Type='VIEW'"));
             }))
             return;
@@ -196,7 +206,7 @@ void SchemaCommands::mnuViewBrowesData()
     if (!IsConnected(true))
         return;
     const ADODB::ConnectionPtr connection = gConn;
-    const Picked view = PickTable(true);
+    const Picked view = PickTable(connection, true);
     if (view.Text.isEmpty())
         return;
     QString sql;
@@ -237,7 +247,7 @@ void SchemaCommands::mnuEditTable()
         return;
     const QPointer<ChildWindow> target = Shell::Current().ActiveChild(); // the picker may change what is active
     const ADODB::ConnectionPtr connection = gConn;
-    const Picked table = PickTable(false);
+    const Picked table = PickTable(connection, false);
     if (table.Text.isEmpty() || !target)
         return;
     Told([&] {

@@ -2,8 +2,9 @@
 // The commands of the menus Tables, Views, Procedures and Database: schema rowsets on the screen, catalogue queries,
 // and the direct commands on tables and views. Owned by the main window. Interface thread; nothing here raises.
 //
-// Each command begins with IsConnected(True). What a command waits for runs beside the windows and can be stopped with
-// Escape. A rowset that the database does not offer is told in the status bar, in the driver's words.
+// Each command begins with IsConnected(True) and takes the connection once. What a command waits for runs beside the
+// windows and can be stopped with Escape. A rowset that the database does not offer is told in the status bar, in the
+// driver's words.
 
 #include "ado/ObjectName.h"
 #include "ado/Recordset.h"
@@ -52,9 +53,9 @@ private:
         ADODB::ObjectName Object;
         bool IsFirstItem = false; // the row in front of all objects
     };
-    Picked PickTable(bool views, const QString &first = {});
-    bool ShowSchemaOf(const SchemaRow &row, const QString &table);
-    bool ShowIndexQuery(const Picked &table);
+    Picked PickTable(const ADODB::ConnectionPtr &connection, bool views, const QString &first = {});
+    bool ShowSchemaOf(const ADODB::ConnectionPtr &connection, const SchemaRow &row, const QString &table);
+    bool ShowIndexQuery(const ADODB::ConnectionPtr &connection, const Picked &table);
     void Drop(const QString &kind, bool view);
     void Insert(const QString &text);
     ADODB::ObjectName m_last; // what was picked last
@@ -67,5 +68,6 @@ QString GenerateTableDDL(const ADODB::ConnectionPtr &connection, const ADODB::Ob
 // Of every table, each followed by two line ends; stopped by Escape.
 QString GenerateAllDDL(const ADODB::ConnectionPtr &connection, QStringList *failures = nullptr);
 
-// A schema rowset of the current connection, read beside the living windows. Raises ADODB::Error.
-ADODB::RecordsetPtr OpenSchemaPumped(int schema);
+// A schema rowset, read beside the living windows. Raises ADODB::Error, also when the program has gone to another
+// connection meanwhile: no window opens there on what this one told.
+ADODB::RecordsetPtr OpenSchemaPumped(const ADODB::ConnectionPtr &connection, int schema);

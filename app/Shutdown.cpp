@@ -1,4 +1,5 @@
-// The way out: every child closes by its own logic, then the settings are written. Nothing can refuse it.
+// The way out: every child closes by its own logic, then the settings are written. Nothing can refuse it, and no server
+// can hold it up: what still runs is cancelled, and waited for last, for a moment.
 
 #include "app/Menus.h"
 #include "app/WorkArea.h"
@@ -6,13 +7,37 @@
 #include "controls/Attempt.h"
 #include "data/modKeywords.h"
 #include "data/modMain.h"
+#include "frame/ChildWindow.h"
 #include "session/Pump.h"
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <thread>
+
+static constexpr int s_patience = 2000; // ms that cancelled work may take to its end
 
 void mdiMother::mnuExit()
 {
     m_exit = true;
     close();
+}
+
+void mdiMother::SaveAll()
+{
+    for (ChildWindow *child : Children())
+        Attempt([&] { child->SaveState(); });
+    SaveSettings();
+}
+
+// A server that answers lets go at once; one that stands still is left to the process's end.
+static void WaitForWork()
+{
+    QElapsedTimer since;
+    since.start();
+    while (ADODB::Connection::AnyWork() && since.elapsed() < s_patience) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
 }
 
 void mdiMother::closeEvent(QCloseEvent *event)
@@ -21,14 +46,12 @@ void mdiMother::closeEvent(QCloseEvent *event)
     if (m_ended)
         return; // a second close, while the first one lets events through
     m_ended = true;
-    EndPumps(true); // whoever waits for a statement may go
-    Attempt([&] {
-        if (gConn && gConn->IsBusy())
-            gConn->Cancel();
-    });
+    EndPumps(true); // whoever waits for a statement may go; this waits for nothing
     Attempt(
         [&] { Area->CloseAll(); }); // one that stays open keeps its changes to the end, and nothing is saved unasked
     SaveSettings();
     ReleaseKeywords(); // gConn ends with the process
+    hide();
+    WaitForWork();
     emit Ended();
 }

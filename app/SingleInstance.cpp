@@ -36,3 +36,8 @@ bool SingleInstance::Take()
     QFile::remove(m_file);
     return m_lock.tryLock(0) || m_lock.error() != QLockFile::LockFailedError;
 }
+
+void SingleInstance::Release()
+{
+    m_lock.unlock();
+}

@@ -11,6 +11,7 @@ public:
     explicit SingleInstance(const QString &folder); // made when it is missing
     // True when no other instance runs, or when no lock can be written at all: better two windows than none.
     bool Take();
+    void Release(); // for an end that runs no destructors
 
 private:
     QString m_file;

@@ -28,8 +28,8 @@ ADODB::RecordsetPtr Tables(const ADODB::ConnectionPtr &connection, bool views, b
     connection->SetCursorLocation(ADODB::adUseServer);
     const bool read = Attempt([&] {
         RunPumpedOn(
-            connection, QString(), [&] { rowset = connection->OpenSchema(ADODB::adSchemaTables); },
-            [&] { connection->Cancel(); }, PumpInput::EscapeOnly);
+            connection, QString(), [&] { rowset = connection->OpenSchema(ADODB::adSchemaTables); }, {},
+            PumpInput::EscapeOnly);
     });
     connection->SetCursorLocation(ADODB::adUseClient);
     if (!read || !rowset)

@@ -167,11 +167,7 @@ bool LoadStructure(TreeView *Tree, Node *Parent, const QString &ObjectType, int 
         Attempt([&] {
             RunPumpedOn(
                 connection, [&] { return progress.Text(); }, [&] { Read(connection, type, stop, progress, objects); },
-                [&] {
-                    stop = true;
-                    connection->Cancel();
-                },
-                PumpInput::EscapeOnly);
+                [&] { stop = true; }, PumpInput::EscapeOnly);
         });
         Node *at = nullptr;
         const Images images{ObjectImage, SelectedImage, FieldImage};

@@ -8,6 +8,7 @@
 namespace {
 
 InputGate *g_innermost = nullptr;
+QList<QPointer<QWidget>> g_toClose; // once no gate holds input back
 
 bool IsEscape(const QEvent *event)
 {
@@ -43,8 +44,8 @@ bool IsInput(QEvent::Type type)
 
 } // namespace
 
-InputGate::InputGate(PumpInput input, std::function<void()> cancel)
-    : m_input(input), m_cancel(std::move(cancel)), m_modal(QApplication::activeModalWidget()),
+InputGate::InputGate(PumpInput input, std::function<void()> cancel, QWidget *window)
+    : m_input(input), m_cancel(std::move(cancel)), m_window(window), m_modal(QApplication::activeModalWidget()),
       m_popup(QApplication::activePopupWidget()), m_outer(g_innermost)
 {
     g_innermost = this;
@@ -57,6 +58,29 @@ InputGate::~InputGate()
     qApp->removeEventFilter(this);
     g_innermost = m_outer;
     StatusBoard::Current().SetStop(m_outer ? m_outer->m_cancel : std::function<void()>());
+    for (const InputGate *outer = m_outer; outer; outer = outer->m_outer)
+        if (outer->m_input != PumpInput::All)
+            return;
+    for (const QPointer<QWidget> &window : std::exchange(g_toClose, {}))
+        if (window)
+            QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
+}
+
+InputGate *InputGate::ForEscape()
+{
+    const QWidget *focus = QApplication::focusWidget();
+    for (InputGate *gate = g_innermost; gate && focus; gate = gate->m_outer)
+        if (gate->m_window && (gate->m_window == focus || gate->m_window->isAncestorOf(focus)))
+            return gate;
+    return g_innermost;
+}
+
+void InputGate::CloseLater(QWidget *window)
+{
+    if (!g_toClose.contains(window))
+        g_toClose.append(window);
+    if (m_cancel)
+        m_cancel();
 }
 
 bool InputGate::Holds(QObject *watched) const
@@ -75,14 +99,15 @@ bool InputGate::eventFilter(QObject *watched, QEvent *event)
     if ((type == QEvent::KeyPress || type == QEvent::ShortcutOverride) && IsEscape(event) && g_innermost == this &&
         sameDialogs) {
         event->accept();
-        if (type == QEvent::KeyPress && m_cancel)
-            m_cancel();
+        if (const InputGate *gate = ForEscape(); type == QEvent::KeyPress && gate->m_cancel)
+            gate->m_cancel();
         return true;
     }
     if (m_input == PumpInput::All)
         return false;
     if (type == QEvent::Close && event->spontaneous() && Holds(watched)) {
         event->ignore();
+        CloseLater(static_cast<QWidget *>(watched)->window());
         return true;
     }
     if (!IsInput(type) || !(type == QEvent::Shortcut ? sameDialogs : Holds(watched)))

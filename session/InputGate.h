@@ -5,13 +5,15 @@
 
 #include "session/Pump.h"
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 #include <functional>
 
 class InputGate : public QObject
 {
     Q_OBJECT
 public:
-    InputGate(PumpInput input, std::function<void()> cancel);
+    InputGate(PumpInput input, std::function<void()> cancel, QWidget *window = nullptr);
     ~InputGate() override;
 
 protected:
@@ -19,8 +21,11 @@ protected:
 
 private:
     bool Holds(QObject *watched) const;
+    InputGate *ForEscape();
+    void CloseLater(QWidget *window);
     PumpInput m_input;
     std::function<void()> m_cancel;
+    QPointer<QWidget> m_window;
     QObject *m_modal; // the modal window at the start, only compared
     QObject *m_popup;
     InputGate *m_outer;

@@ -2,6 +2,7 @@
 #include "session/InputGate.h"
 #include "session/PumpUntil.h"
 #include "session/Status.h"
+#include "session/Work.h"
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -22,16 +23,16 @@ constexpr int kStatusMs = 150;   // shorter work does not flicker in the status 
 constexpr int kTickMs = 20;
 constexpr int kAgainMs = 100; // between two cancels at the program's end
 
-bool g_ending = false;
+std::atomic<bool> g_ending = false;
 
-// One piece of work on its way. Shared with its thread, which may outlive the caller.
+// Work that may be left behind on its thread, which may outlive the caller.
 struct Job
 {
     std::mutex lock;
     std::condition_variable changed;
     bool done = false;
     std::exception_ptr raised;
-    QAbstractEventDispatcher *wake = nullptr;
+    QAbstractEventDispatcher *wake = nullptr; // null: nobody waits any more
 
     bool WaitQuick()
     {
@@ -43,52 +44,34 @@ struct Job
         const std::scoped_lock held(lock);
         return done;
     }
-};
-
-std::thread Start(const std::shared_ptr<Job> &job, const std::function<void()> &work)
-{
-    job->wake = QAbstractEventDispatcher::instance();
-    return std::thread([job, work] {
-        std::exception_ptr raised;
+    void Live(const std::function<void()> &work) noexcept
+    {
+        std::exception_ptr failure;
         try {
             work();
         } catch (...) {
-            raised = std::current_exception();
+            failure = std::current_exception();
         }
-        const std::scoped_lock held(job->lock);
-        job->raised = raised;
-        job->done = true;
-        job->changed.notify_all();
-        if (job->wake)
-            job->wake->wakeUp();
-    });
-}
-
-void Finish(Job &job, std::thread &thread)
-{
-    thread.join();
-    if (job.raised)
-        std::rethrow_exception(job.raised);
-}
-
-// What the caller of an abandoned job must do: its thread may not touch the dispatcher any more.
-void Forget(Job &job)
-{
-    const std::scoped_lock held(job.lock);
-    job.wake = nullptr;
-}
+        const std::scoped_lock held(lock);
+        raised = failure;
+        done = true;
+        changed.notify_all();
+        if (wake)
+            wake->wakeUp();
+    }
+};
 
 } // namespace
 
 void PumpUntil(const std::function<QString()> &status, const std::function<bool()> &ready,
-               const std::function<void()> &cancel, PumpInput input)
+               const std::function<void()> &cancel, PumpInput input, QWidget *window)
 {
     if (!QCoreApplication::instance() || QCoreApplication::instance()->thread() != QThread::currentThread()) {
         while (!ready())
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         return;
     }
-    const InputGate gate(input, cancel);
+    const InputGate gate(input, cancel, window);
     QTimer tick; // so that the loop below never sleeps for ever
     tick.start(kTickMs);
     QElapsedTimer since, cancelled;
@@ -114,65 +97,69 @@ void PumpUntil(const std::function<QString()> &status, const std::function<bool(
         SetStatus(before);
 }
 
-void EndPumps(bool ending)
+bool IsEnding()
+{
+    return g_ending;
+}
+
+void SetEnding(bool ending)
 {
     g_ending = ending;
+}
+
+static void RunWork(const std::shared_ptr<Work> &piece, const std::function<QString()> &status,
+                    const std::function<void()> &work, const std::function<void()> &cancel, PumpInput input)
+{
+    Work::Options options;
+    options.status = status;
+    options.stopped = cancel;
+    options.input = input;
+    piece->Run(options, work);
 }
 
 void RunPumped(const QString &status, const std::function<void()> &work, const std::function<void()> &cancel,
                PumpInput input)
 {
-    const auto job = std::make_shared<Job>();
-    std::thread thread = Start(job, work);
-    if (!job->WaitQuick())
-        PumpUntil([&] { return status; }, [&] { return job->Done(); }, cancel, input);
-    Finish(*job, thread);
+    RunWork(
+        std::make_shared<Work>(), [&] { return status; }, work, cancel, input);
 }
 
 void RunPumpedOn(const ADODB::ConnectionPtr &connection, const QString &status, const std::function<void()> &work,
                  const std::function<void()> &cancel, PumpInput input)
 {
-    RunPumpedOn(
-        connection, [&] { return status; }, work, cancel, input);
+    RunWork(
+        Work::On(connection, status), [&] { return status; }, work, cancel, input);
 }
 
 void RunPumpedOn(const ADODB::ConnectionPtr &connection, const std::function<QString()> &status,
                  const std::function<void()> &work, const std::function<void()> &cancel, PumpInput input)
 {
-    const auto job = std::make_shared<Job>();
-    std::thread thread = Start(job, work);
-    const auto other = [&, own = thread.get_id()] { return connection->BusyWith(own); };
-    if (!job->WaitQuick())
-        PumpUntil(
-            [&] {
-                const QString sql = other();
-                return sql.isEmpty() ? status() : WaitText(sql);
-            },
-            [&] { return job->Done(); },
-            [&] {
-                if (other().isEmpty())
-                    cancel();
-                else
-                    connection->Cancel();
-            },
-            input);
-    Finish(*job, thread);
+    RunWork(Work::On(connection, status()), status, work, cancel, input);
+}
+
+bool WaitUntilIdle(const ADODB::ConnectionPtr &connection)
+{
+    bool given = false;
+    PumpUntil([&] { return BehindText(connection->BusyWith()); }, [&] { return given || !connection->HasWork(); },
+              [&] { given = true; }, PumpInput::All);
+    return !given;
 }
 
 bool RunAbandonable(const QString &status, const std::function<void()> &work)
 {
     const auto job = std::make_shared<Job>();
-    std::thread thread = Start(job, work);
+    job->wake = QAbstractEventDispatcher::instance();
+    std::thread([job, work] { job->Live(work); }).detach();
     bool left = false;
     if (!job->WaitQuick())
         PumpUntil([&] { return status; }, [&] { return left || job->Done(); }, [&] { left = true; },
                   PumpInput::EscapeOnly);
-    if (!job->Done()) {
-        Forget(*job);
-        thread.detach();
+    const std::scoped_lock held(job->lock);
+    job->wake = nullptr;
+    if (!job->done)
         return false;
-    }
-    Finish(*job, thread);
+    if (job->raised)
+        std::rethrow_exception(job->raised);
     return true;
 }
 
@@ -216,4 +203,9 @@ bool Breather::Cancelled() const
 int SetQuickWait(int milliseconds)
 {
     return g_quickMs.exchange(milliseconds);
+}
+
+int QuickWait()
+{
+    return g_quickMs;
 }

@@ -21,8 +21,9 @@ enum class PumpInput
 void RunPumped(const QString &status, const std::function<void()> &work, const std::function<void()> &cancel,
                PumpInput input = PumpInput::All);
 
-// The same for work on a connection that another's statement may hold: while it does, the status bar says what is
-// waited for, and Escape and Stop cancel that statement alone; `cancel` is called once the work itself is under way.
+// The same for a piece of work on a connection (session/Work.h says more): what the work does there is cancelled with
+// it, so `cancel` is for what else there is to tell. While another's statement holds the connection, the status bar
+// says so, and Escape gives up this work alone.
 void RunPumpedOn(const ADODB::ConnectionPtr &connection, const QString &status, const std::function<void()> &work,
                  const std::function<void()> &cancel, PumpInput input = PumpInput::All);
 // `status` is asked again and again, on the interface thread, for work that tells how far it has come.
@@ -30,7 +31,12 @@ void RunPumpedOn(const ADODB::ConnectionPtr &connection, const std::function<QSt
                  const std::function<void()> &work, const std::function<void()> &cancel,
                  PumpInput input = PumpInput::All);
 
-// The program ends: whatever is under way or begins from now on is cancelled until it has ended. False takes it back.
+// Waits beside the living windows until nothing runs on the connection and nothing waits for it. False when Escape or
+// the end of the program came first.
+bool WaitUntilIdle(const ADODB::ConnectionPtr &connection);
+
+// The program ends: whatever is under way is cancelled, on every connection, and whatever begins from now on is refused
+// with adErrOperationCancelled. Waits for nothing. False takes it back.
 void EndPumps(bool ending);
 
 // For work that cannot be cancelled, as connecting to a server that does not answer: Escape leaves it behind on its
@@ -43,8 +49,9 @@ bool RunAbandonable(const QString &status, const std::function<void()> &work);
 ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql,
                                   qint64 *affected = nullptr, int options = -1);
 
-// Lets a synchronous call on a busy connection wait in the same way: "Waiting for: <sql> ... (Esc cancels)". Called
-// once at start, and by tests; RemoveWaitHandler takes it away again.
+// Lets every synchronous operation of a connection that is called on this thread run beside the living windows, as a
+// piece of work of its own; input is held back meanwhile but for Escape. Called once at start, and by tests;
+// RemoveWaitHandler takes it away again.
 void InstallWaitHandler();
 void RemoveWaitHandler();
 

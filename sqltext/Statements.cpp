@@ -133,12 +133,27 @@ QString GetSQLText(const QString &text, qsizetype selStart, qsizetype selLength)
     return IsBlank(statement) ? text : statement;
 }
 
-QString LogLine(const QString &sql, qint64 recordsAffected)
+// The beginning of a statement, as the log names it.
+static QString Head(const QString &sql)
 {
     constexpr qsizetype shown = 25;
-    return lang::Left(sql, shown) + (sql.size() > shown ? QStringLiteral("... ") : QStringLiteral(" ")) +
-           lang::CStr(recordsAffected) + QStringLiteral(" record") +
+    return lang::Left(sql, shown) + (sql.size() > shown ? QStringLiteral("... ") : QStringLiteral(" "));
+}
+
+QString LogLine(const QString &sql, qint64 recordsAffected)
+{
+    return Head(sql) + lang::CStr(recordsAffected) + QStringLiteral(" record") +
            (recordsAffected == 1 ? QString() : QStringLiteral("s")) + QStringLiteral(" have been affected");
+}
+
+QString CancelledLine(const QString &sql)
+{
+    return Head(sql) + QStringLiteral("has been cancelled");
+}
+
+QString NotRunLine(const QString &sql)
+{
+    return Head(sql) + QStringLiteral("has not been run");
 }
 
 std::vector<RunStep> RunPlan(const QString &sql, bool multi, bool transaction)

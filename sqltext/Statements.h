@@ -28,6 +28,8 @@ QString GetSQLText(const QString &text, qsizetype selStart, qsizetype selLength)
 
 // The line that an executed statement adds to the log.
 QString LogLine(const QString &sql, qint64 recordsAffected);
+QString CancelledLine(const QString &sql); // of one that was stopped on its way
+QString NotRunLine(const QString &sql);    // of one behind it
 
 // Where each statement of a run goes.
 enum class RunTarget

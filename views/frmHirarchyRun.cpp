@@ -29,6 +29,7 @@ void frmHirarchy::ShowRec(const QString &strSQL, const ADODB::ConnectionPtr &Con
     if (!isVisible() && !window()->isMinimized())
         ShowChild();
     m_recordset.OpenRecordset(strSQL, Conn, 3);
+    cmdStop->setEnabled(true); // a former run that was being stopped has nothing to say any more
     ShowRunning(true);
     m_clock.start();
 }
@@ -68,7 +69,11 @@ void frmHirarchy::ShowRunning(bool running)
         lblRunning->show();
         cmdStop->show();
     }
-    if (cmdStop->isEnabled())
+    if (!cmdStop->isEnabled())
+        return;
+    if (const QString other = m_recordset.WaitsFor(); !other.isEmpty())
+        lblRunning->setText(tr("Waiting for: %1").arg(other.simplified().left(60)));
+    else
         lblRunning->setText(tr("%1   %2 rows")
                                 .arg(lang::FormatSeconds(m_recordset.ElapsedSeconds()),
                                      QLocale::c().toString(m_recordset.RowsSoFar())));

@@ -191,6 +191,57 @@ TEST_P(ConformanceOfServers, AnEndedSessionIsAnErrorAndANewConnectionWorks)
     EXPECT_EQ(Cell(QStringLiteral("SELECT 6 * 7")).ToInt64(), 42);
 }
 
+// MariaDB's driver leaves its lock taken by the thread that met an error in a text of several statements: the next
+// statement waited for ever on another thread.
+TEST_P(ConformanceOfServers, AnErrorInATextOfSeveralStatementsLeavesNothingTaken)
+{
+    QString string = m_string;
+    if (Is(Server::MariaDb))
+        string += QStringLiteral(";OPTION=67108864"); // several statements in one text
+    const ConnectionPtr connection = Connection::Create();
+    connection->Open(string);
+    for (const char *text : {"SELECT * FROM nothing_here; SELECT 1", "SELECT 1; SELECT * FROM nothing_here"}) {
+        Error error;
+        std::thread([&] { error = ErrorFrom([&] { connection->Execute(QString::fromLatin1(text)); }); }).join();
+        EXPECT_TRUE(error.Description.contains(u"nothing_here")) << error.what();
+        QString answer;
+        std::thread([&] { answer = connection->Execute(QStringLiteral("SELECT 6 * 7"))->CellText(0, 0); }).join();
+        EXPECT_EQ(answer, u"42") << text;
+    }
+    EXPECT_FALSE(connection->OpenSchema(adSchemaTables)->Fields().Count() == 0);
+}
+
+// A server that stops answering: the cancel goes to the network and hangs there, and whoever asked for it goes on.
+TEST_P(ConformanceOfServers, ASilentServerHoldsUpNobodyWhoCancels)
+{
+    const QString script = (places::Source() + QStringLiteral("/tests/servers/servers"));
+    const QString folder = m_folder.filePath(QStringLiteral("silent"));
+    QProcess start;
+    start.start(script, {QStringLiteral("start"), folder, Pick({"", "postgres", "mariadb"})});
+    ASSERT_TRUE(start.waitForFinished(60000));
+    ASSERT_EQ(start.exitCode(), 0) << start.readAllStandardError().toStdString();
+    const QString lines = QString::fromUtf8(start.readAllStandardOutput());
+    const qsizetype from = lines.indexOf(u'\'') + 1;
+    const ConnectionPtr connection = Connection::Create();
+    connection->Open(lines.mid(from, lines.indexOf(u'\'', from) - from));
+    Error error;
+    std::thread runs([&] { error = ErrorFrom([&] { connection->Execute(Pick(kLong)); }); });
+    WaitUntil([&] { return connection->IsBusy(); });
+    QProcess::execute(script, {QStringLiteral("pause"), folder});
+    connection->Cancel(); // comes back although nobody answers
+    EXPECT_TRUE(connection->IsBusy());
+    Error other; // meanwhile another connection's statement is cancelled as ever
+    std::thread well([&] { other = ErrorOf(Pick(kLong)); });
+    WaitUntil([&] { return m_connection->IsBusy(); });
+    m_connection->Cancel();
+    well.join();
+    EXPECT_EQ(other.Number, adErrOperationCancelled) << other.what();
+    QProcess::execute(script, {QStringLiteral("resume"), folder});
+    runs.join();
+    EXPECT_EQ(error.Number, adErrOperationCancelled) << error.what();
+    EXPECT_EQ(QProcess::execute(script, {QStringLiteral("stop"), folder}), 0);
+}
+
 // A server of its own, killed like a crash while a large result is on its way.
 TEST_P(ConformanceOfServers, AKilledServerIsAnErrorAndTheProgramGoesOn)
 {

@@ -217,13 +217,14 @@ TEST(WaitHandler, IsCalledOnItsThreadWithTheStatementThatHolds)
     const ConnectionPtr connection = database.Open();
     QString busyWith;
     int calls = 0;
-    SetWaitHandler([&](Connection &, const QString &sql, const std::function<bool()> &ready) {
-        ++calls;
-        busyWith = sql;
-        EXPECT_FALSE(ready());
-        while (!ready())
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    });
+    SetWaitHandler(
+        [&](Connection &, const QString &sql, const std::function<bool()> &ready, const std::function<void()> &) {
+            ++calls;
+            busyWith = sql;
+            EXPECT_FALSE(ready());
+            while (!ready())
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        });
     auto turn = std::make_unique<Connection::Turn>(connection, QStringLiteral("the long one"));
     std::thread worker([&] {
         turn->Begin();
@@ -244,7 +245,8 @@ TEST(WaitHandler, OtherThreadsBlockAndAHandlerThatReturnsTooEarlyDoesNoHarm)
     TempDatabase database;
     const ConnectionPtr connection = database.Open();
     std::atomic<int> calls = 0;
-    SetWaitHandler([&](Connection &, const QString &, const std::function<bool()> &) { ++calls; });
+    SetWaitHandler(
+        [&](Connection &, const QString &, const std::function<bool()> &, const std::function<void()> &) { ++calls; });
     auto turn = std::make_unique<Connection::Turn>(connection, QStringLiteral("held"));
     turn->Begin();
     std::thread other([&] { EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 1")), "1"); });
@@ -271,14 +273,15 @@ TEST(WaitHandler, AnEventThatNeedsTheConnectionGoesBeforeTheCallThatWaits)
     const ConnectionPtr connection = database.Open();
     std::vector<std::string> order;
     int depth = 0;
-    SetWaitHandler([&](Connection &, const QString &, const std::function<bool()> &ready) {
-        if (depth++ == 0) { // an event inside the waiting
-            Scalar(connection, QStringLiteral("SELECT 1"));
-            order.push_back("inner");
-        }
-        while (!ready())
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    });
+    SetWaitHandler(
+        [&](Connection &, const QString &, const std::function<bool()> &ready, const std::function<void()> &) {
+            if (depth++ == 0) { // an event inside the waiting
+                Scalar(connection, QStringLiteral("SELECT 1"));
+                order.push_back("inner");
+            }
+            while (!ready())
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        });
     auto turn = std::make_unique<Connection::Turn>(connection, QStringLiteral("held"));
     std::thread holder([&] {
         turn->Begin();
@@ -296,7 +299,7 @@ TEST(WaitHandler, OneThatRaisesGivesTheTurnBack)
     NoHandler clean;
     TempDatabase database;
     const ConnectionPtr connection = database.Open();
-    SetWaitHandler([](Connection &, const QString &, const std::function<bool()> &) {
+    SetWaitHandler([](Connection &, const QString &, const std::function<bool()> &, const std::function<void()> &) {
         throw Error(adErrOperationCancelled, QStringLiteral("no patience"));
     });
     auto turn = std::make_unique<Connection::Turn>(connection, QStringLiteral("held"));

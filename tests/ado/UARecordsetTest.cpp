@@ -272,14 +272,15 @@ TEST(UARecordset, ASynchronousCallBehindItWaitsInTheHandlerWhichCanCancel)
     listener.async.OpenRecordset(EndlessSql(), connection, 2);
     int ticks = 0;
     QString busyWith;
-    SetWaitHandler([&](Connection &, const QString &sql, const std::function<bool()> &ready) {
-        busyWith = sql;
-        while (!ready()) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5); // the windows go on painting
-            if (++ticks == 5)
-                listener.async.Cancel();
-        }
-    });
+    SetWaitHandler(
+        [&](Connection &, const QString &sql, const std::function<bool()> &ready, const std::function<void()> &) {
+            busyWith = sql;
+            while (!ready()) {
+                QCoreApplication::processEvents(QEventLoop::AllEvents, 5); // the windows go on painting
+                if (++ticks == 5)
+                    listener.async.Cancel();
+            }
+        });
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 1")), "1");
     SetWaitHandler({});
     EXPECT_GE(ticks, 5);

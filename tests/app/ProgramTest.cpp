@@ -77,6 +77,30 @@ TEST_F(Program, ASecondInstanceEndsSilentlyAndADeadOneDoesNotBlock)
     third.waitForFinished();
 }
 
+// Asked to end from outside, the program died where it stood: nothing was saved.
+TEST_F(Program, ASignalToEndSavesAsExitDoes)
+{
+    for (const int signal : {SIGTERM, SIGHUP}) {
+        QFile::remove(Path(QStringLiteral("es.dat")));
+        QFile::remove(Path(QStringLiteral("settings.ini")));
+        ASSERT_EQ(Store({QStringLiteral("add"), QStringLiteral("n"), QStringLiteral("DSN=x")}), 0);
+        QProcess program;
+        Prepare(program);
+        program.start();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(Path(QStringLiteral("instance.lock"))); }, 20000));
+        // The handlers stand before the lock is taken; the window saves its place whenever it ends.
+        ASSERT_EQ(::kill(pid_t(program.processId()), signal), 0);
+        ASSERT_TRUE(program.waitForFinished(20000));
+        EXPECT_EQ(program.exitStatus(), QProcess::NormalExit) << signal;
+        EXPECT_EQ(program.exitCode(), 0) << signal;
+        EXPECT_TRUE(QFile::exists(Path(QStringLiteral("settings.ini")))) << signal;
+        EXPECT_FALSE(QFile::exists(Path(QStringLiteral("instance.lock")))) << signal;
+        clsConns conns;
+        ASSERT_TRUE(LoadConnections(Path(QStringLiteral("es.dat")), conns));
+        EXPECT_EQ(conns.Count(), 1) << signal;
+    }
+}
+
 TEST_F(Program, TheStoreToolAddsWhatIsNotThere)
 {
     ASSERT_EQ(

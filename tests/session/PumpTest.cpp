@@ -1,8 +1,10 @@
 #include "session/Pump.h"
 #include "ado/UARecordset.h"
 #include "session/PumpUntil.h"
+#include "session/Work.h"
 #include "tests/data/House.h"
 #include "tests/support/ScriptedDriver.h"
+#include <QCloseEvent>
 #include <QDialog>
 #include <QLineEdit>
 
@@ -138,44 +140,161 @@ TEST_F(PumpTest, ADialogThatOpensMeanwhileTakesItsInput)
     EXPECT_EQ(cancels, 0); // Escape was the dialog's
 }
 
-TEST_F(PumpTest, ACallOnABusyConnectionWaitsAliveAndCanBeCancelled)
+// Giving up the wait stopped the other's statement.
+TEST_F(PumpTest, ACallOnABusyConnectionWaitsAliveAndCanBeGivenUpAlone)
 {
     InstallWaitHandler();
+    Gate gate;
+    m_driver.OnExecute = [&](const QString &sql) {
+        if (sql == "slow")
+            gate.Pass();
+        return ADODB::ExecuteResult{};
+    };
     UARecordset running;
-    QString words;
-    QObject::connect(&running, &UARecordset::ErrorOccured, [&](int, const QString &text) { words = text; });
     running.OpenRecordset("slow", gConn, 2);
-    ASSERT_TRUE(Until([&] { return m_driver.Log().contains("slow"); }));
-    QTimer::singleShot(400, &m_box, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
-    qint64 affected = 0;
-    gConn->Execute("quick", &affected);
-    EXPECT_EQ(affected, 7);
+    ASSERT_TRUE(Until([&] { return gate.Arrived(); }));
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &m_box, [&] {
+        if (m_shell.Status() == "Waiting for: slow ... (Esc gives up waiting)")
+            QTest::keyClick(&m_box, Qt::Key_Escape);
+    });
+    look.start(10);
+    EXPECT_THROW(gConn->Execute("quick"), ADODB::Error);
+    look.stop();
+    EXPECT_EQ(m_driver.Cancels, 0);
+    EXPECT_TRUE(running.IsRunning());
+    gate.Open();
+    gConn->Execute("quick");
     EXPECT_EQ(m_driver.Log(), (QStringList{"slow", "quick"}));
-    EXPECT_TRUE(m_shell.Statuses.contains("Waiting for: slow ... (Esc cancels)"));
-    EXPECT_TRUE(Until([&] { return !words.isEmpty(); }));
     RemoveWaitHandler();
 }
 
-TEST_F(PumpTest, WorkBehindAnothersStatementSaysSoAndEscapeCancelsThatOneAlone)
+// What stood in the status bar was the own work, and Escape stopped another's statement.
+TEST_F(PumpTest, WorkBehindAnothersStatementSaysSoAndEscapeGivesItUpAlone)
 {
+    Gate gate;
+    m_driver.OnExecute = [&](const QString &sql) {
+        if (sql == "slow")
+            gate.Pass();
+        return ADODB::ExecuteResult{};
+    };
     UARecordset running;
-    QString words;
-    QObject::connect(&running, &UARecordset::ErrorOccured, [&](int, const QString &text) { words = text; });
     running.OpenRecordset("slow", gConn, 2);
-    ASSERT_TRUE(Until([&] { return m_driver.Log().contains("slow"); }));
-    QTimer::singleShot(400, &m_box, [&] { QTest::keyClick(&m_box, Qt::Key_Escape); });
-    int cancels = 0;
-    qint64 affected = 0;
+    ASSERT_TRUE(Until([&] { return gate.Arrived(); }));
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &m_box, [&] {
+        if (m_shell.Status() == "Waiting for: slow ... (Esc gives up waiting)")
+            QTest::keyClick(&m_box, Qt::Key_Escape);
+    });
+    look.start(10);
+    int stopped = 0;
     const auto connection = gConn;
-    RunPumpedOn(
-        connection, "Own work", [&] { connection->Execute("short", &affected); }, [&] { ++cancels; },
+    EXPECT_THROW(
+        RunPumpedOn(
+            connection, "Own work", [&] { connection->Execute("never"); }, [&] { ++stopped; }, PumpInput::EscapeOnly),
+        ADODB::Error);
+    look.stop();
+    EXPECT_EQ(stopped, 1);
+    EXPECT_EQ(m_driver.Cancels, 0);
+    EXPECT_FALSE(m_shell.Statuses.contains("Own work"));
+    gate.Open();
+    EXPECT_TRUE(Until([&] { return !running.IsRunning(); }));
+    EXPECT_EQ(m_driver.Log(), QStringList{"slow"});
+}
+
+// A commit with a deferred trigger kept the windows dead.
+TEST_F(PumpTest, ASynchronousCommitLeavesTheWindowsAlive)
+{
+    InstallWaitHandler();
+    Gate gate;
+    m_driver.OnTransaction = [&](const QString &words) {
+        if (words == "COMMIT")
+            gate.Pass();
+    };
+    gConn->BeginTrans();
+    bool alive = false;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &m_box, [&] {
+        if (!gate.Arrived())
+            return;
+        alive = true; // the event loop runs in the middle of the commit
+        gate.Open();
+    });
+    look.start(5);
+    gConn->CommitTrans();
+    EXPECT_TRUE(alive);
+    RemoveWaitHandler();
+}
+
+// A work that waited below another one on the stack could not go on, and the other waited for it.
+TEST_F(PumpTest, AWorkGoesOnWhileItsCallerStandsBelowAnother)
+{
+    Gate gate;
+    m_driver.OnExecute = [&](const QString &sql) {
+        if (sql == "first")
+            gate.Pass();
+        return ADODB::ExecuteResult{};
+    };
+    const auto connection = gConn;
+    bool inner = false;
+    QTimer::singleShot(0, &m_box, [&] {
+        ASSERT_TRUE(Until([&] { return gate.Arrived(); }));
+        QTimer::singleShot(30, &m_box, [&] { gate.Open(); });
+        ExecutePumped(connection, "inner"); // waits for both of the outer one's
+        inner = true;
+    });
+    const auto work = Work::On(connection, "outer", ADODB::Claim::Whole);
+    work->Run({}, [&] {
+        connection->Execute("first");
+        connection->Execute("second");
+    });
+    EXPECT_TRUE(inner);
+    EXPECT_EQ(m_driver.Log(), (QStringList{"first", "second", "inner"}));
+}
+
+TEST_F(PumpTest, CallsOfAWorkReachTheInterfaceThreadInOrder)
+{
+    QStringList seen;
+    const auto work = Work::On(gConn, "work");
+    const auto here = std::this_thread::get_id();
+    work->Run({}, [&] {
+        work->Post([&] { seen << (std::this_thread::get_id() == here ? "posted" : "elsewhere"); });
+        work->OnWindow([&] { seen << "called"; });
+        EXPECT_THROW(work->OnWindow([] { throw ADODB::Error(7, "raised there"); }), ADODB::Error);
+        work->Post([&] { seen << "last"; });
+    });
+    EXPECT_EQ(seen, (QStringList{"posted", "called", "last"}));
+}
+
+// The close box was swallowed while the program connected or loaded a structure.
+TEST_F(PumpTest, ACloseBoxThatIsHeldBackGivesUpAndClosesAfterwards)
+{
+    QPointer<QWidget> window = new QWidget;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    Gate gate;
+    int cancels = 0;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &m_box, [&] {
+        if (!gate.Arrived())
+            return;
+        look.stop();
+        QCloseEvent close;
+        QSpontaneKeyEvent::setSpontaneous(&close); // as the desktop's
+        qApp->notify(window, &close);
+        EXPECT_TRUE(window && window->isVisible());
+    });
+    look.start(5);
+    RunPumped(
+        {}, [&] { gate.Pass(); },
+        [&] {
+            ++cancels;
+            gate.Open();
+        },
         PumpInput::EscapeOnly);
-    EXPECT_EQ(affected, 7); // the work itself was done
-    EXPECT_EQ(cancels, 0);
-    EXPECT_EQ(m_driver.Cancels, 1);
-    EXPECT_TRUE(m_shell.Statuses.contains("Waiting for: slow ... (Esc cancels)"));
-    EXPECT_TRUE(m_shell.Statuses.contains("Own work")); // once its turn has come
-    EXPECT_TRUE(Until([&] { return !words.isEmpty(); }));
+    EXPECT_EQ(cancels, 1);
+    EXPECT_TRUE(Until([&] { return !window; }));
 }
 
 TEST_F(PumpTest, TheProgramsEndCancelsWhatRunsAndWhatIsQueuedBehindIt)
@@ -189,7 +308,11 @@ TEST_F(PumpTest, TheProgramsEndCancelsWhatRunsAndWhatIsQueuedBehindIt)
     EXPECT_THROW(ExecutePumped(gConn, "slow"), ADODB::Error);
     EndPumps(false);
     EXPECT_LT(since.elapsed(), 5000);
-    EXPECT_EQ(m_driver.Log(), (QStringList{"slow", "slow"}));
+    EXPECT_EQ(m_driver.Log(), QStringList{"slow"}); // what waited never reached the server
+    EXPECT_TRUE(Until([] { return !ADODB::Connection::AnyWork(); }));
+    EndPumps(true);
+    EXPECT_THROW(ExecutePumped(gConn, "quick"), ADODB::Error); // nothing begins any more
+    EndPumps(false);
 }
 
 TEST_F(PumpTest, ABreatherStopsALoop)

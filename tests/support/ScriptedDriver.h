@@ -9,7 +9,9 @@
 #include <QStringList>
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <functional>
+#include <mutex>
 #include <thread>
 
 class ScriptedRows : public ADODB::ResultSet
@@ -50,6 +52,36 @@ private:
     qsizetype m_next = 0;
 };
 
+// A door in the middle of a statement: whoever comes waits until the test opens it.
+class Gate
+{
+public:
+    ~Gate() { Open(); }
+    void Pass() // on the statement's thread
+    {
+        std::unique_lock held(m_lock);
+        m_arrived = true;
+        m_changed.notify_all();
+        m_changed.wait(held, [this] { return m_open; });
+    }
+    bool Arrived() const
+    {
+        const std::lock_guard held(m_lock);
+        return m_arrived;
+    }
+    void Open()
+    {
+        const std::lock_guard held(m_lock);
+        m_open = true;
+        m_changed.notify_all();
+    }
+
+private:
+    mutable std::mutex m_lock;
+    std::condition_variable m_changed;
+    bool m_arrived = false, m_open = false;
+};
+
 class ScriptedDriver : public ADODB::Driver
 {
 public:
@@ -67,6 +99,7 @@ public:
     std::function<std::unique_ptr<ADODB::ResultSet>(ADODB::SchemaEnum schema)> OnCatalogue;
     // "BEGIN", "COMMIT" or "ROLLBACK". Only where it is set do transactions stand in the log.
     std::function<void(const QString &words)> OnTransaction;
+    std::function<void()> OnCancel; // on whatever thread cancels
     ADODB::DatabaseFamily FamilyIs = ADODB::DatabaseFamily::Other;
     std::atomic<int> Cancels = 0;
     std::atomic<bool> Cancelled = false; // set by Cancel, for statements that wait for it
@@ -132,6 +165,8 @@ private:
         {
             ++m_owner.Cancels;
             m_owner.Cancelled = true;
+            if (m_owner.OnCancel)
+                m_owner.OnCancel();
         }
         bool IsAlive() const override { return true; }
 
