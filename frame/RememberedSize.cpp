@@ -27,7 +27,7 @@ QSize Stored(const QWidget *window)
         return {};
     QSize size(ToPixels(std::lround(width)), ToPixels(std::lround(height)));
     if (const QScreen *screen = window->screen())
-        size = size.boundedTo(screen->availableGeometry().marginsRemoved(kFrame).size());
+        size = size.boundedTo(screen->availableSize());
     return size.expandedTo(window->minimumSizeHint());
 }
 

@@ -12,5 +12,5 @@ void RememberSize(QWidget *window);
 // A place for a window in the middle of its owner, moved and, if need be, made smaller until it lies on the screen,
 // title and frame included. Pixels.
 QRect WholeOnScreen(const QSize &window, const QRect &owner, const QRect &screen, const QMargins &frame);
-// Gives a window that is about to show such a place, in the size that it will come up with.
+// Gives a window such a place, in its remembered size or the one that it has.
 void PlaceWhole(QWidget *window, const QWidget *owner);

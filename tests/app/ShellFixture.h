@@ -11,6 +11,7 @@
 #include "frame/AppPath.h"
 #include "frame/ChildWindow.h"
 #include "frame/Settings.h"
+#include "session/Status.h"
 #include "sqltext/Keywords.h"
 #include "tests/support/DialogDouble.h"
 #include <QPointer>
@@ -34,6 +35,7 @@ public:
     clsMenuSettings Can;
     QStringList Answers;
     std::function<void()> OnSave;
+    QString StatusSeen; // while the last name was called
 
     QString FormName() const override { return m_form; }
     clsMenuSettings MenuSettings() const override { return Can; }
@@ -74,7 +76,11 @@ public:
     void RefreshForm(const QString &name) override { Note(QStringLiteral("RefreshForm ") + name); }
 
 private:
-    void Note(const QString &what) { *m_log << m_form + QLatin1Char(' ') + what; }
+    void Note(const QString &what)
+    {
+        StatusSeen = LastStatus();
+        *m_log << m_form + QLatin1Char(' ') + what;
+    }
     QString m_form;
     QStringList *m_log;
 };
