@@ -52,8 +52,8 @@ TEST_F(ColourEdges, CharactersBesideAKeyword)
         const QString sign(1, QChar(c));
         for (const QString &text : {sign + QStringLiteral("select"), QStringLiteral("select") + sign,
                                     QStringLiteral("sel") + sign + QStringLiteral("ect")})
-            EXPECT_EQ(ColourBody(text, gKeywords, true), text) << int(c);
-        EXPECT_EQ(ColourBody(sign + QStringLiteral(" by ") + sign, gKeywords, true),
+            EXPECT_EQ(ColourBody(text, gKeywordSet, true), text) << int(c);
+        EXPECT_EQ(ColourBody(sign + QStringLiteral(" by ") + sign, gKeywordSet, true),
                   sign + QStringLiteral(" \\cf1 by\\cf0  ") + sign)
             << int(c);
     }
