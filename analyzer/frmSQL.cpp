@@ -160,6 +160,8 @@ void frmSQL::RefreshForm(const QString &connectionName)
         if (connectionName.compare(m_ConnName, Qt::CaseInsensitive) != 0 && conn && !conn->Extra.isEmpty())
             m_FileName.clear();
         m_ConnName = connectionName;
+    } else if (Caption().endsWith(u']') && !connectionName.isEmpty()) {
+        SetCaption(QStringLiteral("SQL Analyzer: [") + connectionName + u']'); // whoever made it named the connection
     }
     Load();
 }

@@ -111,8 +111,11 @@ void frmSQL::ShowState(const std::optional<TextJourney::State> &state)
     m_InParse = m_travelling = true;
     {
         const RichTextBox::LockUpdate lock(txtSQL);
+        // An entry of the history may have been taken before its text was coloured.
+        const bool coloured = txtSQL->HasColour(1);
         txtSQL->ChangeText(state->text);
-        const FixRange lines = WholeLines(state->text, {state->start, state->length});
+        const FixRange lines =
+            coloured ? WholeLines(state->text, {state->start, state->length}) : FixRange{0, state->text.size()};
         if (!IsBlankRange(state->text, lines)) {
             txtSQL->SetSelStart(lines.start);
             txtSQL->SetSelLength(lines.length);

@@ -106,11 +106,12 @@ TEST_F(AnalyzerInTheShell, AScratchWindowKeepsItsTextThroughAConnect)
     QPointer<frmSQL> scratch = qobject_cast<frmSQL *>(Window->ActiveChild());
     ASSERT_TRUE(scratch && scratch != SQL);
     scratch->SetText(QStringLiteral("select 9"));
+    EXPECT_EQ(scratch->Caption(), QStringLiteral("SQL Analyzer: [a]"));
     Window->ConnectTo(Entry(QStringLiteral("b")));
     ASSERT_TRUE(scratch);
     EXPECT_EQ(scratch->Text(), QStringLiteral("select 9"));
     EXPECT_EQ(scratch->ConnName(), QString());
-    EXPECT_EQ(scratch->Caption(), QStringLiteral("SQL Analyzer: "));
+    EXPECT_EQ(scratch->Caption(), QStringLiteral("SQL Analyzer: [b]")); // what it runs on, not whose text it holds
     EXPECT_EQ(SQL->Text(), QStringLiteral("select 2"));
     scratch->CloseChild();
     EXPECT_EQ(gConns().Item(QStringLiteral("b"))->Extra, QStringLiteral("select 2"));
