@@ -1,89 +1,42 @@
 #include "ado/BaseTable.h"
 
 #include "ado/Error.h"
+#include "ado/SelectText.h"
 #include "lang/Text.h"
 
 namespace ADODB {
 
 namespace {
 
-bool IsBlank(QChar c)
+[[noreturn]] void NoBaseTable()
 {
-    return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
+    throw Error(adErrProviderFailed, QStringLiteral("Insufficient base table information for updating or refreshing."));
 }
 
-bool IsNameChar(QChar c)
+bool SameName(const QString &left, const QString &right, DatabaseFamily family)
 {
-    return c.isLetterOrNumber() || c == u'_' || c == u'$' || c == u'#' || c == u'@' || c.isSurrogate();
+    const bool exactly = family == DatabaseFamily::PostgreSQL || family == DatabaseFamily::Oracle;
+    return left.compare(right, exactly ? Qt::CaseSensitive : Qt::CaseInsensitive) == 0;
 }
 
-QChar ClosingOf(QChar open)
+// What the statement writes for each column; a star stands for as many as the other items leave.
+QStringList WrittenColumns(const SelectText &select, const std::vector<ColumnInfo> &columns)
 {
-    if (open == u'[')
-        return u']';
-    return open == u'"' || open == u'`' ? open : QChar();
-}
-
-// Steps over a quoted name that opens at `at`; false when it is not closed.
-bool SkipQuoted(const QString &text, qsizetype &at)
-{
-    const QChar close = ClosingOf(text[at]);
-    for (++at; at < text.size(); ++at) {
-        if (text[at] != close)
+    QStringList names;
+    const qsizetype spare = qsizetype(columns.size()) - qsizetype(select.Items.size()) + 1;
+    int stars = 0;
+    for (const SelectText::Item &item : select.Items) {
+        if (!item.Star) {
+            names += item.Column;
             continue;
-        ++at;
-        if (at >= text.size() || text[at] != close)
-            return true;
-    }
-    return false;
-}
-
-// The dotted name that stands at `at`, as it is written; "" when there is none.
-QString TakeName(const QString &text, qsizetype &at)
-{
-    const qsizetype from = at;
-    for (;;) {
-        if (at < text.size() && !ClosingOf(text[at]).isNull()) {
-            if (!SkipQuoted(text, at))
-                return {};
-        } else {
-            const qsizetype part = at;
-            while (at < text.size() && IsNameChar(text[at]))
-                ++at;
-            if (at == part)
-                return {};
         }
-        if (at >= text.size() || text[at] != u'.')
-            return text.mid(from, at - from);
-        ++at;
+        ++stars;
+        for (qsizetype i = 0; i < spare && names.size() < qsizetype(columns.size()); ++i)
+            names += columns[size_t(names.size())].Name;
     }
-}
-
-// The name behind "SELECT ... FROM", outside quotes; "" for anything more involved.
-QString NameInSource(const QString &source)
-{
-    qsizetype at = 0;
-    while (at < source.size()) {
-        const QChar c = source[at];
-        if (!ClosingOf(c).isNull()) {
-            if (!SkipQuoted(source, at))
-                return {};
-        } else if (c == u'\'' || c == u'(') {
-            return {};
-        } else if (IsNameChar(c)) {
-            const qsizetype from = at;
-            while (at < source.size() && IsNameChar(source[at]))
-                ++at;
-            if (source.mid(from, at - from).compare(QStringLiteral("FROM"), Qt::CaseInsensitive) == 0) {
-                while (at < source.size() && IsBlank(source[at]))
-                    ++at;
-                return TakeName(source, at);
-            }
-        } else {
-            ++at;
-        }
-    }
-    return {};
+    if (stars > 1 || names.size() != qsizetype(columns.size()))
+        names = QStringList(qsizetype(columns.size()), QString());
+    return names;
 }
 
 } // namespace
@@ -95,23 +48,79 @@ QString QuotedName(const QString &name, const QString &quote)
     return quote + lang::Replace(name, quote, quote + quote) + quote;
 }
 
-QString BaseTableOf(const QString &source, const std::vector<ColumnInfo> &columns, const QString &quote)
+QStringList NameParts(const QString &written, DatabaseFamily family)
 {
-    QString told;
-    bool several = false;
+    QStringList parts;
+    for (qsizetype at = 0; at <= written.size(); ++at) {
+        const QChar open = at < written.size() ? written[at] : QChar();
+        const QChar close = open == u'[' ? QChar(u']') : open == u'"' || open == u'`' ? open : QChar();
+        QString part;
+        if (close.isNull()) {
+            while (at < written.size() && written[at] != u'.')
+                part += written[at++];
+            // An unquoted name means the one that the server has folded it to.
+            if (family == DatabaseFamily::PostgreSQL)
+                part = part.toLower();
+            else if (family == DatabaseFamily::Oracle)
+                part = part.toUpper();
+        } else {
+            for (++at; at < written.size(); ++at) {
+                if (written[at] != close)
+                    part += written[at];
+                else if (at + 1 < written.size() && written[at + 1] == close)
+                    part += written[++at];
+                else
+                    break;
+            }
+            ++at;
+        }
+        parts += part;
+    }
+    return parts;
+}
+
+QString BaseTableOf(const QString &source, const std::vector<ColumnInfo> &columns, const QString &quote,
+                    DatabaseFamily family)
+{
+    const ColumnInfo *told = nullptr;
     for (const ColumnInfo &column : columns) {
         if (column.BaseTable.isEmpty())
             continue;
-        several = several || (!told.isEmpty() && told != column.BaseTable);
-        told = column.BaseTable;
+        if (told && (told->BaseTable != column.BaseTable || told->BaseSchema != column.BaseSchema))
+            NoBaseTable();
+        told = &column;
     }
-    const QString written = several ? QString() : NameInSource(source);
-    if (!written.isEmpty())
-        return written;
-    if (several || told.isEmpty())
-        throw Error(adErrProviderFailed,
-                    QStringLiteral("Insufficient base table information for updating or refreshing."));
-    return QuotedName(told, quote);
+    const SelectText select = ReadSelect(source, family);
+    if (!select.Plain)
+        NoBaseTable();
+    if (!told)
+        return select.Table;
+    const bool same = SameName(NameParts(select.Table, family).last(), told->BaseTable, family);
+    if (!same && family == DatabaseFamily::SQLite) // it tells the table behind a view, whose rows may be others
+        NoBaseTable();
+    const QString name = QuotedName(told->BaseTable, quote);
+    if (!told->BaseSchema.isEmpty())
+        return QuotedName(told->BaseSchema, quote) + u'.' + name;
+    return same ? select.Table : name;
+}
+
+QStringList BaseColumnsOf(const QString &source, const std::vector<ColumnInfo> &columns, DatabaseFamily family)
+{
+    bool told = false;
+    for (const ColumnInfo &column : columns)
+        told = told || !column.BaseTable.isEmpty();
+    const QStringList written = WrittenColumns(ReadSelect(source, family), columns);
+    QStringList names;
+    for (size_t i = 0; i < columns.size(); ++i) {
+        QString name;
+        if (!told || !columns[i].BaseTable.isEmpty())
+            name = columns[i].BaseColumn.isEmpty() ? written[qsizetype(i)] : columns[i].BaseColumn;
+        for (const QString &other : names)
+            if (!name.isEmpty() && SameName(name, other, family))
+                name.clear();
+        names += name;
+    }
+    return names;
 }
 
 } // namespace ADODB

@@ -173,6 +173,29 @@ void ColumnStore::Append(const Value &value)
     }
 }
 
+void ColumnStore::AppendFrom(const ColumnStore &other, qint64 row)
+{
+    other.m->Check(row);
+    if (other.m->IsNull(row))
+        return AppendNull();
+    if (other.m->storage != m->storage || m->storage == Storage::Any || other.m->Exception(row))
+        return Append(other.At(row));
+    switch (m->storage) {
+    case Storage::Text:
+    case Storage::Bytes:
+    case Storage::Decimal: {
+        const QByteArrayView bytes = other.m->ArenaAt(row);
+        return m->PushArena(bytes.data(), bytes.size());
+    }
+    case Storage::Bool:
+        m->bytes.Push(other.m->bytes.At(row));
+        ++m->size;
+        return;
+    default:
+        return m->PushWord(other.m->words.At(row));
+    }
+}
+
 void ColumnStore::Reserve(qint64)
 {
     // Growing never copies, so there is nothing to gain beforehand.

@@ -91,6 +91,19 @@ QByteArrayView ColumnStore::Utf8(qint64 row) const
     return m->ArenaAt(row);
 }
 
+QByteArrayView ColumnStore::Bytes(qint64 row) const
+{
+    m->Check(row);
+    if (m->IsNull(row))
+        return {};
+    const Value *const loose = m->storage == Storage::Any ? &m->any.Ref(row) : m->Exception(row);
+    if (loose) {
+        const QByteArray *const bytes = loose->As<QByteArray>();
+        return bytes ? QByteArrayView(*bytes) : QByteArrayView();
+    }
+    return m->storage == Storage::Bytes ? m->ArenaAt(row) : QByteArrayView();
+}
+
 int ColumnStore::Compare(qint64 left, qint64 right) const
 {
     m->Check(left);

@@ -43,6 +43,7 @@ public:
     void AppendTime(int hour, int minute, int second, int nanoseconds);
     void AppendTimestamp(int year, int month, int day, int hour, int minute, int second, int nanoseconds);
     void Append(const Value &value);
+    void AppendFrom(const ColumnStore &other, qint64 row); // the same cell, without a detour where both keep it alike
 
     // Whole-column growth for drivers that fetch blocks.
     void Reserve(qint64 rows);
@@ -54,6 +55,8 @@ public:
     QString Text(qint64 row) const; // "" for null; numbers by lang::CStr and exactly, times in ISO form
     // The UTF-8 bytes of a text cell without a copy; null for other cells.
     QByteArrayView Utf8(qint64 row) const;
+    // The bytes of a cell of bytes without a copy; null for other cells.
+    QByteArrayView Bytes(qint64 row) const;
 
     void Set(qint64 row, const Value &value);
     void Remove(qint64 row);

@@ -141,14 +141,15 @@ void Connection::Close()
     });
 }
 
-RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, int)
+RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, int options)
 {
     RecordsetPtr recordset;
     qint64 counted = -1;
     const auto read = [&](Session &session) {
         ExecuteResult result;
         try {
-            result = AsErrors([&] { return session.Execute(sql); });
+            const bool one = options != adOptionUnspecified && (options & adOneStatement);
+            result = AsErrors([&] { return one ? session.ExecuteOne(sql) : session.Execute(sql); });
             recordset = result.Rows ? AsErrors([&] { return ReadAll(*result.Rows); }) : Recordset::Create();
         } catch (const Error &error) {
             if (error.Number == adErrOutOfMemory)

@@ -61,6 +61,7 @@ public:
 
     // Runs the statement and reads the whole result. A statement without rows gives a closed recordset (State 0).
     // recordsAffected gets what the driver counted, -1 when it does not count; it is not touched when the call raises.
+    // options: adOneStatement for every text that the program composes.
     RecordsetPtr Execute(const QString &sql, qint64 *recordsAffected = nullptr, int options = -1);
 
     void BeginTrans();  // raises adErrNestedTransaction when one is open

@@ -14,6 +14,11 @@ bool SameKey(const QString &left, QStringView right)
     return left.compare(right, Qt::CaseInsensitive) == 0;
 }
 
+bool IsPassword(const QString &key)
+{
+    return SameKey(key, u"PWD") || SameKey(key, u"Password");
+}
+
 // Reads a value that is enclosed: `at` stands on the opening sign. A doubled closing sign is one character of the
 // value.
 QString TakeEnclosed(const QString &text, qsizetype &at, QChar close)
@@ -42,6 +47,15 @@ constexpr struct
     {u"Provider", u""},   {u"Persist Security Info", u""}, {u"Data Source", u"DSN"},
     {u"User ID", u"UID"}, {u"Password", u"PWD"},           {u"Initial Catalog", u"DATABASE"},
 };
+
+// A password goes out as it was written: whoever wrote it knows what the driver decodes. Quotes are the provider's own.
+QString InDriversWords(const Attribute &attribute)
+{
+    const QString written = attribute.Raw.mid(attribute.Raw.indexOf(u'=') + 1);
+    if (!IsPassword(attribute.Key))
+        return BracedValue(attribute.Value);
+    return lang::Trim(written).startsWith(u'"') ? BracedPassword(attribute.Value) : written;
+}
 
 } // namespace
 
@@ -104,13 +118,20 @@ QString BracedValue(const QString &value)
     return u'{' + lang::Replace(value, QStringLiteral("}"), QStringLiteral("}}")) + u'}';
 }
 
+QString BracedPassword(const QString &value)
+{
+    const QString braced = BracedValue(value);
+    const bool isDecoded = braced == value && (value.contains(u'%') || value.contains(u'+'));
+    return isDecoded ? u'{' + lang::Replace(value, QStringLiteral("}"), QStringLiteral("}}")) + u'}' : braced;
+}
+
 QString WithAttribute(const QString &connectionString, const QString &key, const QString &value)
 {
     QStringList parts;
     for (const Attribute &attribute : ParseConnectionString(connectionString))
         if (!SameKey(attribute.Key, key))
             parts += attribute.Raw;
-    parts += key + u'=' + BracedValue(value);
+    parts += key + u'=' + (IsPassword(key) ? BracedPassword(value) : BracedValue(value));
     return parts.join(u';');
 }
 
@@ -135,7 +156,7 @@ QString OdbcString(const QString &connectionString)
         QString part = attribute.Raw;
         for (const auto &word : providerWords)
             if (SameKey(attribute.Key, word.provider))
-                part = word.driver.isEmpty() ? QString() : word.driver.toString() + u'=' + BracedValue(attribute.Value);
+                part = word.driver.isEmpty() ? QString() : word.driver.toString() + u'=' + InDriversWords(attribute);
         if (!part.isEmpty())
             parts += part;
     }

@@ -22,6 +22,8 @@ std::vector<Attribute> ParseConnectionString(const QString &text);
 QString AttributeValue(const std::vector<Attribute> &attributes, const QString &key); // "" when it is missing
 bool HasAttribute(const std::vector<Attribute> &attributes, const QString &key);
 QString BracedValue(const QString &value); // in braces when a driver would misread it bare
+// The same for a password: PostgreSQL's driver decodes "%" and "+" of a bare one, and takes a braced one as it is.
+QString BracedPassword(const QString &value);
 // Replaces every attribute of that key, or appends one; all others stay as they were written.
 QString WithAttribute(const QString &connectionString, const QString &key, const QString &value);
 

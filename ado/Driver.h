@@ -25,8 +25,10 @@ struct ColumnInfo
     int Precision = 0;
     int NumericScale = 0;
     int Attributes = adFldUnspecified;
-    QString BaseTable; // where the driver knows it, else ""
-    QString BaseColumn;
+    QString TypeName;   // the server's own word for the type, where a driver tells it
+    QString BaseSchema; // of BaseTable: its schema, or its database where the family has no schemas
+    QString BaseTable;  // where the driver knows it, else ""
+    QString BaseColumn; // "" also where the driver does not tell a column from an alias
     bool IsKey = false; // part of the base table's primary key, where the driver knows
 };
 
@@ -40,12 +42,39 @@ public:
     virtual qint64 Fetch(std::vector<ColumnStore> &columns, qint64 maxRows) = 0;
     // A driver that learns types only from the rows may change Columns() until the first Fetch has returned, and
     // replaces the stores of such columns itself.
+
+    // The next result of the same statement that has rows, to be asked for behind the last row of this one; null when
+    // there is none.
+    virtual std::unique_ptr<ResultSet> TakeNext() { return std::move(m_next); }
+    void SetNext(std::unique_ptr<ResultSet> next) { m_next = std::move(next); }
+
+private:
+    std::unique_ptr<ResultSet> m_next;
 };
+
+// The first of several results, with the others behind it in their order; null for none.
+std::unique_ptr<ResultSet> Chained(std::vector<std::unique_ptr<ResultSet>> results);
 
 struct ExecuteResult
 {
-    std::unique_ptr<ResultSet> Rows; // none when the statement gives no rows
+    std::unique_ptr<ResultSet> Rows; // of the first result that has rows; none when the statement gives no rows
     qint64 RecordsAffected = -1;     // what the driver counted, -1 when it does not count
+};
+
+// One prepared statement and the rows of values that it runs for, handed over block by block: nobody holds them all.
+// Rows count from 0 over all blocks. What is told of a row is told once, on the thread that runs the batch.
+struct Batch
+{
+    QString Sql;
+    std::vector<DataTypeEnum> Types; // of the ?s, in order
+    // Fills columns of these types, which are empty, with up to `most` further rows; gives how many, 0 at the end. It
+    // may raise, which ends the batch as a cancel does.
+    std::function<qint64(std::vector<ColumnStore> &columns, qint64 most)> Next;
+    bool ByKey = false; // of an UPDATE or DELETE: its condition meets one row at most, whatever the table holds
+    QString Ask; // of an INSERT: the SELECT of what the server made of the row just added, where Sql cannot give it
+    std::function<void(qint64 row, const Error &)> Refused;
+    std::function<void(qint64 row, const std::vector<Value> &)> Made; // what RETURNING or Ask gave
+    std::function<void(qint64 rows)> Written; // all rows before this one are in to stay, but for those refused
 };
 
 enum class DatabaseFamily
@@ -64,12 +93,15 @@ public:
     virtual ~Session() = default; // rolls back what is open and disconnects
 
     virtual ExecuteResult Execute(const QString &sql) = 0;
-    // Runs one prepared statement once for each row of `parameters` (columns of equal length, bound to the ?s in
-    // order). failed(row, error) is called for each row that the server refuses; the rest go on. Gives the rows
-    // affected. An UPDATE or DELETE that meets no row at all counts as refused, with adErrRowConflict: somebody else
-    // was faster. Without parameters it runs once. What a cancel leaves unwritten is told as refused, or it raises.
-    virtual qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
-                                const std::function<void(qint64 row, const Error &)> &failed) = 0;
+    // The same for a text that must be one statement: a text of several is refused before anything runs. A driver that
+    // knows its server's own way to be sure overrides this; else the text is read.
+    virtual ExecuteResult ExecuteOne(const QString &sql);
+    // Runs the batch's statement once for each of its rows. A row that the server refuses is told; the others go on. An
+    // UPDATE or DELETE is meant for one row: when it meets none it counts as refused, with adErrRowConflict (somebody
+    // else was faster); when it meets several it is taken back and counts as refused. Gives the rows affected. Raises
+    // when it cannot go on (a cancel, a lost server): what was not told as written is then as if it had not been sent.
+    virtual qint64 ExecuteBatch(const Batch &batch) = 0;
+    virtual bool CanReturn() const { return false; } // "INSERT ... RETURNING" gives rows
 
     virtual void Begin() = 0;
     virtual void Commit() = 0;

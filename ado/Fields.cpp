@@ -52,10 +52,11 @@ Value Field::OriginalValue() const
     if (body.editMode == adEditAdd)
         return {};
     const qint64 row = body.NeedCurrent();
-    const auto changed = body.pending.find(std::uint32_t(row));
-    if (changed == body.pending.end())
-        return body.stores[size_t(m_index)].At(row);
-    return changed->second.original.empty() ? Value() : changed->second.original[size_t(m_index)];
+    if (body.pending.KindOf(std::uint32_t(row)) == PendingRows::Inserted)
+        return {};
+    qint64 place = row;
+    const ColumnStore *const was = body.pending.Original(std::uint32_t(row), size_t(m_index), place);
+    return was ? was->At(place) : body.stores[size_t(m_index)].At(row);
 }
 
 int Fields::Count() const
@@ -138,6 +139,12 @@ QByteArrayView Recordset::CellUtf8(qint64 row, int column) const
     return m->stores[size_t(column)].Utf8(m->StoreRow(row));
 }
 
+QByteArrayView Recordset::CellBytes(qint64 row, int column) const
+{
+    CheckCell(row, m->Count(), column, m->stores.size());
+    return m->stores[size_t(column)].Bytes(m->StoreRow(row));
+}
+
 Value Recordset::CellValue(qint64 row, int column) const
 {
     CheckCell(row, m->Count(), column, m->stores.size());
@@ -162,7 +169,14 @@ qint64 Recordset::BytesHeld() const
     qint64 held = qint64(sizeof(Body)) + qint64(m->order.capacity() * sizeof(std::uint32_t));
     for (const ColumnStore &store : m->stores)
         held += store.BytesHeld();
-    return held;
+    if (m->rowIds)
+        held += m->rowIds->BytesHeld();
+    return held + PendingBytes();
+}
+
+qint64 Recordset::PendingBytes() const
+{
+    return m->pending.BytesHeld() + m->unknown.BytesHeld();
 }
 
 } // namespace ADODB

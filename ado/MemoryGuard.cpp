@@ -1,6 +1,7 @@
 #include "ado/MemoryGuard.h"
 
 #include "ado/Connection.h"
+#include "ado/MemoryLimits.h"
 
 #include <cstdio>
 #include <cstring>
@@ -47,7 +48,7 @@ bool IsPast(qint64 start)
     if (limit <= 0)
         return false;
     const qint64 grown = BytesHeld() - start - kSlack;
-    return grown > limit || (grown > 0 && IsMachineFull());
+    return grown > limit || (grown > 0 && (IsMachineFull() || IsShort(MemoryLimits())));
 }
 
 } // namespace

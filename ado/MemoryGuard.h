@@ -1,7 +1,7 @@
 #pragma once
 // Watches the memory of the program while a statement runs. Some drivers read a whole result into memory of their own
 // before they hand out its first row, where the reading by blocks cannot count it: past the limit of Connection.h, or
-// when the machine has hardly any memory left, the statement is cancelled.
+// when the machine, or a limit that the program runs under, has hardly any memory left, the statement is cancelled.
 //
 // Lives on the stack of whoever runs the statement. `cancel` is called on the guard's own thread, again and again until
 // the guard ends; what it touches must outlive the guard. Raises nothing.

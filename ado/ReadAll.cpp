@@ -1,6 +1,7 @@
 // Reading a whole result, block by block, within the limit on memory.
 #include "ado/Connection.h"
 #include "ado/MemoryGuard.h"
+#include "ado/MemoryLimits.h"
 #include "ado/Recordset.h"
 
 #include <atomic>
@@ -13,7 +14,7 @@ namespace {
 qint64 ThreeQuartersOfMemory()
 {
     const long pages = sysconf(_SC_PHYS_PAGES), size = sysconf(_SC_PAGESIZE);
-    return pages > 0 && size > 0 ? qint64(pages) * size / 4 * 3 : 0;
+    return pages > 0 && size > 0 ? MemoryAllowed(qint64(pages) * size, MemoryLimits()) / 4 * 3 : 0;
 }
 
 std::atomic<qint64> &Limit()
@@ -32,19 +33,7 @@ void CheckLimit(const std::vector<ColumnStore> &stores, qint64 rows)
         throw ResultTooLarge(rows);
 }
 
-} // namespace
-
-void SetResultLimit(qint64 bytes)
-{
-    Limit() = bytes;
-}
-
-qint64 ResultLimit()
-{
-    return Limit();
-}
-
-RecordsetPtr ReadAll(ResultSet &rows, const std::function<void(qint64)> &progress,
+RecordsetPtr ReadOne(ResultSet &rows, const std::function<void(qint64)> &progress,
                      const std::function<bool()> &cancelled)
 {
     constexpr qint64 block = 1000;
@@ -69,6 +58,40 @@ RecordsetPtr ReadAll(ResultSet &rows, const std::function<void(qint64)> &progres
     } catch (const std::bad_alloc &) {
         throw ResultTooLarge(soFar);
     }
+}
+
+} // namespace
+
+void SetResultLimit(qint64 bytes)
+{
+    Limit() = bytes;
+}
+
+qint64 ResultLimit()
+{
+    return Limit();
+}
+
+RecordsetPtr ReadAll(ResultSet &rows, const std::function<void(qint64)> &progress,
+                     const std::function<bool()> &cancelled)
+{
+    const RecordsetPtr first = ReadOne(rows, progress, cancelled);
+    std::vector<RecordsetPtr> further;
+    for (std::unique_ptr<ResultSet> next = rows.TakeNext(); next; next = next->TakeNext())
+        further.push_back(ReadOne(*next, {}, cancelled));
+    first->SetFurther(std::move(further));
+    return first;
+}
+
+std::unique_ptr<ResultSet> Chained(std::vector<std::unique_ptr<ResultSet>> results)
+{
+    std::unique_ptr<ResultSet> first;
+    while (!results.empty()) {
+        results.back()->SetNext(std::move(first));
+        first = std::move(results.back());
+        results.pop_back();
+    }
+    return first;
 }
 
 } // namespace ADODB

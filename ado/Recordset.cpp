@@ -1,8 +1,13 @@
 // Opening, closing, movement and the filter of a recordset.
 #include "ado/RecordsetBody.h"
 
+#include "ado/BaseTable.h"
+#include "ado/SelectText.h"
+#include "ado/TableName.h"
+
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace ADODB {
 
@@ -35,6 +40,55 @@ void Recordset::BelongTo(const QString &source, const std::weak_ptr<Connection> 
     m->source = source;
     m->origin = connection;
 }
+
+void Recordset::SetFurther(std::vector<RecordsetPtr> results)
+{
+    m->further = std::move(results);
+}
+
+int Recordset::FurtherResults() const
+{
+    return int(m->further.size());
+}
+
+RecordsetPtr Recordset::NextRecordset()
+{
+    std::vector<RecordsetPtr> rest = std::exchange(m->further, {});
+    if (rest.empty())
+        return nullptr;
+    const RecordsetPtr next = rest.front();
+    rest.erase(rest.begin());
+    next->m->further = std::move(rest);
+    next->BelongTo(m->source, m->origin);
+    return next;
+}
+
+namespace {
+
+// A result that is to be written back over SQLite brings the row id of each row beside it, in a column more at its end:
+// without a key nothing else tells equal rows apart. What has no row id (a view) is read as it is written.
+RecordsetPtr ExecuteForWriting(Connection &connection, const QString &sql, int lockType, int options, bool &withRowIds)
+{
+    if (lockType != adLockReadOnly && connection.Family() == DatabaseFamily::SQLite) {
+        const SelectText select = ReadSelect(sql, DatabaseFamily::SQLite);
+        if (select.Plain) {
+            const QString id = (select.Alias.isEmpty() ? select.Table : select.Alias) + QStringLiteral(".rowid");
+            try {
+                const RecordsetPtr result = connection.Execute(sql.left(select.From) + QStringLiteral(", ") + id +
+                                                                   QStringLiteral(" AS rowid ") + sql.mid(select.From),
+                                                               nullptr, options);
+                withRowIds = result->State() != adStateClosed;
+                return result;
+            } catch (const Error &error) {
+                if (!error.Description.contains(QLatin1String("no such column")))
+                    throw;
+            }
+        }
+    }
+    return connection.Execute(sql, nullptr, options);
+}
+
+} // namespace
 
 int Recordset::State() const
 {
@@ -71,23 +125,37 @@ void Recordset::Open()
 
 void Recordset::Open(const QString &source, const ConnectionPtr &connection, int, int lockType, int options)
 {
-    constexpr int commandIsTable = 2;
+    constexpr int commandIsTable = 2, commandUnknown = -1;
     if (m->state != adStateClosed)
         RaiseOpen();
     if (!connection || connection->State() == adStateClosed)
         RaiseClosed();
-    const QString sql = options == commandIsTable ? QStringLiteral("SELECT * FROM ") + source : source;
-    const RecordsetPtr result = connection->Execute(sql, nullptr, options);
+    QString sql = options == commandIsTable ? QStringLiteral("SELECT * FROM ") + source : source;
+    if (options == commandUnknown && MayBeTableName(source)) {
+        const QString table = TableNamed(*connection, source);
+        if (!table.isEmpty())
+            sql = QStringLiteral("SELECT * FROM ") + table;
+    }
+    bool withRowIds = false;
+    const RecordsetPtr result = ExecuteForWriting(*connection, sql, lockType, options, withRowIds);
     if (result->State() == adStateClosed)
         return; // a statement without rows leaves the recordset closed
     Body &body = *m;
     body.Clear();
     body.infos = std::move(result->m->infos);
     body.stores = std::move(result->m->stores);
+    if (withRowIds) {
+        body.rowIds = std::move(body.stores.back());
+        body.stores.pop_back();
+        body.infos.pop_back();
+    }
+    if (lockType != adLockReadOnly)
+        body.baseColumns = BaseColumnsOf(sql, body.infos, connection->Family());
     body.storeRows = result->m->storeRows;
     body.MakeFields(this);
     body.source = sql;
     body.origin = connection;
+    body.further = std::move(result->m->further);
     body.lockType = lockType;
     if (lockType != adLockReadOnly)
         body.connection = connection;
@@ -218,10 +286,10 @@ void Recordset::SetFilter(const QString &filter)
 void Recordset::Body::ShowRows()
 {
     std::vector<std::uint32_t> rows;
-    allVisible = !filter && gone.empty();
+    allVisible = !filter && std::find(gone.begin(), gone.end(), true) == gone.end();
     if (!allVisible)
         for (qint64 row = 0; row < storeRows; ++row)
-            if (!gone.contains(std::uint32_t(row)) && (!filter || filter->Matches(stores, row)))
+            if (!IsGone(std::uint32_t(row)) && (!filter || filter->Matches(stores, row)))
                 rows.push_back(std::uint32_t(row));
     rows.shrink_to_fit();
     order.swap(rows);

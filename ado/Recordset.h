@@ -9,6 +9,7 @@
 
 #include "ado/ColumnStore.h"
 #include "ado/Connection.h"
+#include "ado/Error.h"
 #include <QString>
 #include <memory>
 #include <vector>
@@ -55,6 +56,15 @@ private:
     Recordset *m_recordset;
 };
 
+// A row that the last batch could not send. It is pending still, as it was edited.
+struct RefusedRow
+{
+    qint64 Row = -1; // among the visible rows, from 0; -1 for a deleted or a hidden one
+    int Status = 0;  // bits of RecordStatusEnum
+    QString Key;     // "id = 5", as the row was; "" where no key is known
+    Error Why;
+};
+
 class Recordset : public std::enable_shared_from_this<Recordset>
 {
 public:
@@ -65,6 +75,8 @@ public:
     int State() const;
 
     void Open(); // on appended fields, without a source
+    // With options -1 a source that is exactly the name of a table or view of that connection is opened as that table
+    // (TableName.h); any other text is sent as it stands.
     void Open(const QString &source, const ConnectionPtr &connection, int cursorType = adOpenStatic,
               int lockType = adLockReadOnly, int options = -1);
     void Close();
@@ -92,16 +104,29 @@ public:
     void Delete();
     int EditMode() const;
     int LockType() const;
-    // Sends pending edits of a batch-optimistic recordset to its connection; rows that failed stay pending.
+    // Sends pending edits of a batch-optimistic recordset to its connection, and raises the first refusal; rows that
+    // failed stay pending. Each edit meets the one row that it was made on: by its key and the original values of what
+    // was changed, without a key by all original values. What meets none or several is refused.
     void UpdateBatch();
     void CancelBatch();
+    int Status() const; // of the current row: bits of RecordStatusEnum
+    std::vector<RefusedRow> RefusedRows() const;
+    int UpdateResync() const; // bits of CEResyncEnum; at first adResyncAutoIncrement
+    void SetUpdateResync(int what);
+    qint64 PendingBytes() const; // memory of what is kept beside the rows until the next batch
+
+    // A statement may give several results: this is the first of them, and FurtherResults tells how many follow.
+    // NextRecordset hands over the next one, with those that follow it; null when there is none.
+    int FurtherResults() const;
+    RecordsetPtr NextRecordset();
 
     // For widgets: visible rows, without moving.
     qint64 RowCount() const { return RecordCount(); }
     int ColumnCount() const;
     const ColumnInfo &Column(int column) const;
     QString CellText(qint64 row, int column) const;
-    QByteArrayView CellUtf8(qint64 row, int column) const; // a text cell's bytes without a copy
+    QByteArrayView CellUtf8(qint64 row, int column) const;  // a text cell's bytes without a copy
+    QByteArrayView CellBytes(qint64 row, int column) const; // the same of a cell of bytes
     Value CellValue(qint64 row, int column) const;
     bool CellIsNull(qint64 row, int column) const;
     int CompareCells(qint64 leftRow, qint64 rightRow, int column) const;
@@ -112,6 +137,7 @@ public:
 
     // The driver's side: takes over filled columns.
     static RecordsetPtr FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores);
+    void SetFurther(std::vector<RecordsetPtr> results); // of the same statement, in their order
 
 private:
     Recordset();

@@ -97,10 +97,12 @@ void Recordset::Body::Clear()
     lockType = adLockReadOnly;
     items.clear();
     infos.clear();
+    baseColumns.clear();
     keyAsked = false;
     stores.clear();
     storeRows = 0;
-    gone.clear();
+    rowIds.reset();
+    std::vector<bool>().swap(gone);
     allVisible = true;
     std::vector<std::uint32_t>().swap(order);
     position = -1;
@@ -109,8 +111,20 @@ void Recordset::Body::Clear()
     filter.reset();
     editMode = adEditNone;
     buffer.clear();
-    pending.clear();
+    pending.Clear();
+    refusals.clear();
+    unknown.Clear();
+    unknownMasks.clear();
     connection.reset();
+    further.clear();
+}
+
+void Recordset::Body::SetGone(std::uint32_t row, bool isGone)
+{
+    if (isGone && row >= gone.size())
+        gone.resize(row + 1, false);
+    if (row < gone.size())
+        gone[row] = isGone;
 }
 
 Value Recordset::Body::Current(int column) const
@@ -137,11 +151,15 @@ qint64 Recordset::Body::AppendRow(const std::vector<std::optional<Value>> &value
     try {
         for (; done < stores.size(); ++done)
             stores[done].Append(values[done].value_or(Value()));
+        if (rowIds)
+            rowIds->AppendNull();
         if (!allVisible)
             order.push_back(std::uint32_t(storeRows));
     } catch (...) {
         for (size_t i = 0; i < done; ++i)
             stores[i].Remove(storeRows);
+        if (rowIds && rowIds->Size() > storeRows)
+            rowIds->Remove(storeRows);
         throw;
     }
     return storeRows++;
@@ -151,6 +169,8 @@ void Recordset::Body::RemoveLastRow()
 {
     for (ColumnStore &store : stores)
         store.Remove(storeRows - 1);
+    if (rowIds)
+        rowIds->Remove(storeRows - 1);
     --storeRows;
     if (!allVisible && !order.empty() && order.back() == storeRows)
         order.pop_back();

@@ -6,10 +6,12 @@
 // the last.
 
 #include "ado/Filter.h"
+#include "ado/PendingRows.h"
 #include "ado/Recordset.h"
+#include "ado/RowSlots.h"
+#include <QStringList>
 #include <map>
 #include <optional>
-#include <unordered_set>
 
 namespace ADODB {
 
@@ -30,18 +32,21 @@ struct Recordset::Body
     class Fields fields;
     std::vector<std::unique_ptr<Field>> items;
     std::vector<ColumnInfo> infos;
-    bool keyAsked = false; // infos have what the catalogue knows of the key
+    QStringList baseColumns; // of a result that writes back: what its table calls each column, "" for what it has not
+    bool keyAsked = false;   // infos have what the catalogue knows of the key
     std::vector<ColumnStore> stores;
     int state = adStateClosed;
     int lockType = adLockReadOnly;
     QString source;
-    std::weak_ptr<Connection> origin; // of a result that only shows rows
-    ConnectionPtr connection;         // of one that writes back
+    std::weak_ptr<Connection> origin;  // of a result that only shows rows
+    ConnectionPtr connection;          // of one that writes back
+    std::vector<RecordsetPtr> further; // the later results of the same statement
 
     qint64 storeRows = 0;
-    std::unordered_set<std::uint32_t> gone; // deleted store rows
-    bool allVisible = true;                 // then `order` is empty: visible rows are the store rows
-    std::vector<std::uint32_t> order;       // the store rows that are visible, in order
+    std::optional<ColumnStore> rowIds; // SQLite's, of a result that writes back
+    std::vector<bool> gone;            // deleted store rows; as long as the last one needs
+    bool allVisible = true;            // then `order` is empty: visible rows are the store rows
+    std::vector<std::uint32_t> order;  // the store rows that are visible, in order
     qint64 position = -1;
     bool currentGone = false; // the current row was deleted; `position` is that of its follower
     QString filterText;
@@ -51,24 +56,19 @@ struct Recordset::Body
     int editMode = adEditNone;
     std::vector<std::optional<Value>> buffer;
 
-    // What a batch has still to send, by store row.
-    struct Pending
-    {
-        enum Kind
-        {
-            Inserted,
-            Modified,
-            Deleted
-        } kind = Modified;
-        std::vector<Value> original; // of all columns; empty for an inserted row
-        std::vector<bool> touched;   // of an inserted row: which columns were set
-    };
-    std::map<std::uint32_t, Pending> pending;
+    PendingRows pending;
+    std::map<std::uint32_t, Error> refusals; // by the last batch, of rows that are pending still
+    int updateResync = adResyncAutoIncrement;
+    // Rows that were added and not read back: which of their columns are as the server made them (an index from 1).
+    RowSlots unknown;
+    std::vector<std::vector<bool>> unknownMasks;
 
     qint64 Count() const { return allVisible ? storeRows : qint64(order.size()); }
     qint64 StoreRow(qint64 visible) const { return allVisible ? visible : qint64(order[size_t(visible)]); }
     bool HasCurrent() const { return !currentGone && position >= 0 && position < Count(); }
     bool WritesBack() const { return connection != nullptr && lockType != adLockReadOnly; }
+    bool IsGone(std::uint32_t row) const { return row < gone.size() && gone[row]; }
+    void SetGone(std::uint32_t row, bool isGone);
     bool WritesAtOnce() const { return WritesBack() && lockType != adLockBatchOptimistic; }
 
     void NeedOpen() const;
@@ -84,8 +84,9 @@ struct Recordset::Body
     std::vector<Value> RowValues(qint64 storeRow) const;
     qint64 AppendRow(const std::vector<std::optional<Value>> &values); // its store row
     void RemoveLastRow();
-    void Keep(qint64 storeRow, Pending::Kind kind); // remembers what the row was before its first change
-    void RevertRow(std::uint32_t storeRow, const Pending &was);
+    void RevertRow(std::uint32_t storeRow);
+    int StatusOf(std::uint32_t storeRow) const;
+    class Sender;
     void Send(const std::vector<std::uint32_t> &rows); // to the connection; those that fail stay pending
 };
 

@@ -9,6 +9,8 @@ void Field::SetValue(const Value &value)
 {
     Recordset::Body &body = *m_recordset->m;
     body.NeedWritable();
+    if (body.WritesBack() && body.baseColumns[m_index].isEmpty())
+        RaiseReadOnly(); // an expression, whatever its alias says
     Value fitting = Coerce(value, body.infos[size_t(m_index)]);
     if (body.editMode == adEditNone) {
         body.NeedCurrent();
@@ -38,24 +40,18 @@ void Recordset::CancelUpdate()
     m->buffer.clear();
 }
 
-void Recordset::Body::Keep(qint64 storeRow, Pending::Kind kind)
+void Recordset::Body::RevertRow(std::uint32_t storeRow)
 {
-    const auto found = pending.find(std::uint32_t(storeRow));
-    if (found == pending.end())
-        pending.emplace(std::uint32_t(storeRow), Pending{kind, RowValues(storeRow), {}});
-    else if (found->second.kind != Pending::Inserted)
-        found->second.kind = kind; // what it was at first stays
-}
-
-void Recordset::Body::RevertRow(std::uint32_t storeRow, const Pending &was)
-{
-    if (was.kind == Pending::Inserted) {
-        gone.insert(storeRow);
+    if (pending.KindOf(storeRow) == PendingRows::Inserted) {
+        SetGone(storeRow, true);
         return;
     }
-    for (size_t i = 0; i < stores.size(); ++i)
-        stores[i].Set(storeRow, was.original[i]);
-    gone.erase(storeRow);
+    for (size_t i = 0; i < stores.size(); ++i) {
+        qint64 place = 0;
+        if (const ColumnStore *const was = pending.Original(storeRow, i, place))
+            stores[i].Set(storeRow, was->At(place));
+    }
+    SetGone(storeRow, false);
 }
 
 void Recordset::Update()
@@ -65,49 +61,45 @@ void Recordset::Update()
         return;
     Body &body = *m;
     try {
+        std::vector<bool> touched;
+        for (const auto &value : body.buffer)
+            touched.push_back(value.has_value());
         if (body.editMode == adEditAdd) {
-            const qint64 row = body.AppendRow(body.buffer);
-            if (body.WritesBack()) {
-                Body::Pending added{Body::Pending::Inserted, {}, {}};
-                for (const auto &value : body.buffer)
-                    added.touched.push_back(value.has_value());
-                body.pending.emplace(std::uint32_t(row), std::move(added));
-                if (body.WritesAtOnce()) {
-                    try {
-                        body.Send({std::uint32_t(row)});
-                    } catch (...) {
-                        body.pending.erase(std::uint32_t(row));
-                        body.RemoveLastRow();
-                        throw; // the row stays in the buffer, to be mended or given up
-                    }
-                }
+            const std::uint32_t row = std::uint32_t(body.AppendRow(body.buffer));
+            try {
+                if (body.WritesBack())
+                    body.pending.Insert(row, touched);
+                if (body.WritesAtOnce())
+                    body.Send({row});
+            } catch (...) {
+                body.pending.Erase(row);
+                body.refusals.clear();
+                body.RemoveLastRow();
+                throw; // the row stays in the buffer, to be mended or given up
             }
             body.currentGone = false;
             body.position = body.Count() - 1;
         } else {
-            const qint64 row = body.NeedCurrent();
+            const std::uint32_t row = std::uint32_t(body.NeedCurrent());
             const std::vector<Value> before = body.RowValues(row);
-            const bool wasPending = body.pending.contains(std::uint32_t(row));
-            if (body.WritesBack())
-                body.Keep(row, Body::Pending::Modified);
+            const bool wasPending = body.pending.KindOf(row) != PendingRows::None;
             try {
+                if (body.WritesBack())
+                    body.pending.Modify(row, touched, body.stores);
                 for (size_t i = 0; i < body.stores.size(); ++i)
                     if (body.buffer[i])
                         body.stores[i].Set(row, *body.buffer[i]);
                 if (body.WritesAtOnce())
-                    body.Send({std::uint32_t(row)});
+                    body.Send({row});
             } catch (...) {
                 for (size_t i = 0; i < body.stores.size(); ++i)
                     body.stores[i].Set(row, before[i]);
                 if (!wasPending)
-                    body.pending.erase(std::uint32_t(row));
+                    body.pending.Erase(row);
+                if (body.WritesAtOnce())
+                    body.refusals.clear();
                 throw;
             }
-            const auto inserted = body.pending.find(std::uint32_t(row));
-            if (inserted != body.pending.end() && inserted->second.kind == Body::Pending::Inserted)
-                for (size_t i = 0; i < body.stores.size(); ++i)
-                    if (body.buffer[i])
-                        inserted->second.touched[i] = true;
         }
     } catch (const std::bad_alloc &) {
         RaiseOutOfMemory();
@@ -126,21 +118,22 @@ void Recordset::Delete()
     Body &body = *m;
     try {
         body.MakeOrder();
-        const auto former = body.pending.find(row);
-        if (former != body.pending.end() && former->second.kind == Body::Pending::Inserted) {
-            body.pending.erase(former); // the server has never seen it
+        if (body.pending.KindOf(row) == PendingRows::Inserted) {
+            body.pending.Erase(row); // the server has never seen it
+            body.refusals.erase(row);
         } else if (body.WritesBack()) {
-            body.Keep(row, Body::Pending::Deleted);
+            body.pending.Delete(row, body.stores);
             if (body.WritesAtOnce()) {
                 try {
                     body.Send({row});
                 } catch (...) {
-                    body.pending.erase(row);
+                    body.pending.Erase(row);
+                    body.refusals.clear();
                     throw;
                 }
             }
         }
-        body.gone.insert(row);
+        body.SetGone(row, true);
         body.order.erase(body.order.begin() + body.position);
         body.currentGone = true;
     } catch (const std::bad_alloc &) {
@@ -152,9 +145,7 @@ void Recordset::UpdateBatch()
 {
     m->NeedWritable();
     Update();
-    std::vector<std::uint32_t> rows;
-    for (const auto &entry : m->pending)
-        rows.push_back(entry.first);
+    const std::vector<std::uint32_t> rows = m->pending.Rows();
     if (!rows.empty())
         m->Send(rows);
 }
@@ -163,13 +154,88 @@ void Recordset::CancelBatch()
 {
     m->NeedWritable();
     CancelUpdate();
-    for (const auto &[row, was] : m->pending)
-        m->RevertRow(row, was);
-    m->pending.clear();
+    for (const std::uint32_t row : m->pending.Rows())
+        m->RevertRow(row);
+    m->pending.Clear();
+    m->refusals.clear();
     const qint64 position = m->position;
     m->ShowRows();
     m->currentGone = false;
     m->position = std::min(position, m->Count());
+}
+
+int Recordset::UpdateResync() const
+{
+    return m->updateResync;
+}
+
+void Recordset::SetUpdateResync(int what)
+{
+    m->updateResync = what;
+}
+
+int Recordset::Body::StatusOf(std::uint32_t storeRow) const
+{
+    int status = adRecUnmodified;
+    switch (pending.KindOf(storeRow)) {
+    case PendingRows::None:
+        return status;
+    case PendingRows::Inserted:
+        status = adRecNew;
+        break;
+    case PendingRows::Modified:
+        status = adRecModified;
+        break;
+    case PendingRows::Deleted:
+        status = adRecDeleted;
+        break;
+    }
+    const auto refused = refusals.find(storeRow);
+    if (refused == refusals.end())
+        return status;
+    const Error &why = refused->second;
+    if (why.Number == adErrRowConflict)
+        return status | adRecConcurrencyViolation;
+    if (why.Number == adErrOperationCancelled)
+        return status | adRecCanceled;
+    if (why.SQLState == u"21000")
+        return status | adRecMultipleChanges;
+    if (why.SQLState.startsWith(u"23"))
+        return status | adRecIntegrityViolation;
+    return status | (why.SQLState == u"42501" ? adRecPermissionDenied : adRecInvalid);
+}
+
+int Recordset::Status() const
+{
+    if (m->editMode == adEditAdd)
+        return adRecNew;
+    return m->StatusOf(std::uint32_t(m->NeedCurrent()));
+}
+
+std::vector<RefusedRow> Recordset::RefusedRows() const
+{
+    std::vector<RefusedRow> refused;
+    for (const auto &[storeRow, why] : m->refusals) {
+        RefusedRow row;
+        row.Row = storeRow;
+        if (!m->allVisible) {
+            const auto found = std::lower_bound(m->order.begin(), m->order.end(), storeRow);
+            row.Row = found != m->order.end() && *found == storeRow ? found - m->order.begin() : -1;
+        }
+        row.Status = m->StatusOf(storeRow);
+        row.Why = why;
+        QStringList key;
+        for (size_t i = 0; i < m->infos.size(); ++i) {
+            qint64 place = storeRow;
+            const ColumnStore *const was = m->pending.Original(storeRow, i, place);
+            if (m->infos[i].IsKey)
+                key += m->infos[i].Name + QStringLiteral(" = ") +
+                       (was ? was->Text(place) : m->stores[i].Text(qint64(storeRow)));
+        }
+        row.Key = key.join(QStringLiteral(", "));
+        refused.push_back(std::move(row));
+    }
+    return refused;
 }
 
 } // namespace ADODB

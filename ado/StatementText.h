@@ -1,6 +1,7 @@
 #pragma once
 // What the drivers must know of a statement's text. Bytes of UTF-8 in; pure and total; any thread.
 
+#include "ado/Driver.h"
 #include "ado/Error.h"
 #include <QByteArrayView>
 #include <initializer_list>
@@ -16,7 +17,20 @@ bool BeginsWithOne(QByteArrayView sql, std::initializer_list<QByteArrayView> wor
 // UPDATE and DELETE: in a batch each run of one is meant for a row that is there.
 bool MustMeetRows(QByteArrayView sql);
 
+// Is the text surely one statement to a server of this family? Quotes and comments are read as the family reads them;
+// where a server's settings decide how it reads them (backslashes, dollar quotes), a semicolon anywhere makes it false.
+// SQL Server needs no semicolon between two statements: there it tells only of texts whose names stand in quotes.
+bool IsOneStatement(DatabaseFamily family, const QString &sql);
+// Raises what is told of any other text.
+void RaiseUnlessOneStatement(DatabaseFamily family, const QString &sql);
+
 // What a run that met none is: adErrRowConflict, since somebody else was faster.
 Error RowConflict();
+
+// What a run that met several is, when it has been taken back.
+Error TooManyRows();
+
+// What a value is that no column of this database can hold.
+Error WrongValue();
 
 } // namespace ADODB

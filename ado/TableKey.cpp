@@ -1,5 +1,6 @@
 #include "ado/TableKey.h"
 
+#include "ado/BaseTable.h"
 #include "ado/Guard.h"
 #include <QSet>
 
@@ -35,55 +36,17 @@ KeyRows Read(ResultSet &rows)
     return key;
 }
 
-// The one column that shows this column of the table; -1 for none or several.
-int Showing(const std::vector<ColumnInfo> &columns, const QString &name)
+qsizetype IndexOfAnyCase(const QStringList &names, const QString &name)
 {
-    int found = -1;
-    for (size_t i = 0; i < columns.size(); ++i) {
-        const ColumnInfo &column = columns[i];
-        if ((column.BaseColumn.isEmpty() ? column.Name : column.BaseColumn).compare(name, Qt::CaseInsensitive) != 0)
-            continue;
-        if (found >= 0)
-            return -1;
-        found = int(i);
-    }
-    return found;
+    for (qsizetype i = 0; i < names.size(); ++i)
+        if (names[i].compare(name, Qt::CaseInsensitive) == 0)
+            return i;
+    return -1;
 }
 
 } // namespace
 
-QStringList NameParts(const QString &written, DatabaseFamily family)
-{
-    QStringList parts;
-    for (qsizetype at = 0; at <= written.size(); ++at) {
-        const QChar open = at < written.size() ? written[at] : QChar();
-        const QChar close = open == u'[' ? QChar(u']') : open == u'"' || open == u'`' ? open : QChar();
-        QString part;
-        if (close.isNull()) {
-            while (at < written.size() && written[at] != u'.')
-                part += written[at++];
-            // An unquoted name means the one that the server has folded it to.
-            if (family == DatabaseFamily::PostgreSQL)
-                part = part.toLower();
-            else if (family == DatabaseFamily::Oracle)
-                part = part.toUpper();
-        } else {
-            for (++at; at < written.size(); ++at) {
-                if (written[at] != close)
-                    part += written[at];
-                else if (at + 1 < written.size() && written[at + 1] == close)
-                    part += written[++at];
-                else
-                    break;
-            }
-            ++at;
-        }
-        parts += part;
-    }
-    return parts;
-}
-
-void MarkKey(Session &session, const QString &table, std::vector<ColumnInfo> &columns)
+void MarkKey(Session &session, const QString &table, const QStringList &names, std::vector<ColumnInfo> &columns)
 {
     const QStringList parts = NameParts(table, session.Family());
     // What stands before the name is the catalogue where there are no schemas.
@@ -110,10 +73,12 @@ void MarkKey(Session &session, const QString &table, std::vector<ColumnInfo> &co
         return;
     std::vector<int> marked;
     for (const QString &name : key.columns) {
-        const int column = Showing(columns, name);
+        qsizetype column = names.indexOf(name); // by its letters first: some servers tell "a" from "A"
+        if (column < 0)
+            column = IndexOfAnyCase(names, name);
         if (column < 0)
             return;
-        marked.push_back(column);
+        marked.push_back(int(column));
     }
     for (const int column : marked)
         columns[size_t(column)].IsKey = true;

@@ -8,13 +8,11 @@
 
 namespace ADODB {
 
-// The parts of a dotted name as it is written in a statement, quotes taken off, as the family's catalogue spells them.
-QStringList NameParts(const QString &written, DatabaseFamily family);
-
 // Asks the catalogue for the primary key of `table` (as BaseTableOf gives it) and marks its columns by IsKey, them
-// alone. Marks none when the catalogue refuses, when the name means several tables, or when a part of the key is not
-// among the columns; leaves the marks as they are when the driver has no such catalogue. Never raises: whoever wants
-// the row then goes by the values that it had.
-void MarkKey(Session &session, const QString &table, std::vector<ColumnInfo> &columns);
+// alone; `names` are what the table calls the columns (as BaseColumnsOf gives them). Marks none when the catalogue
+// refuses, when the name means several tables, or when a part of the key is not among the columns; leaves the marks as
+// they are when the driver has no such catalogue. Never raises: whoever wants the row then goes by the values that it
+// had.
+void MarkKey(Session &session, const QString &table, const QStringList &names, std::vector<ColumnInfo> &columns);
 
 } // namespace ADODB

@@ -38,6 +38,11 @@ public:
     {
         return On(*m_thread, [&] { return m_rows->Fetch(columns, maxRows); });
     }
+    std::unique_ptr<ResultSet> TakeNext() override
+    {
+        std::unique_ptr<ResultSet> next = On(*m_thread, [&] { return m_rows->TakeNext(); });
+        return next ? std::make_unique<ThreadedRows>(std::move(next), m_thread) : nullptr;
+    }
 
 private:
     std::unique_ptr<ResultSet> m_rows;
@@ -77,10 +82,21 @@ ExecuteResult ThreadedSession::Execute(const QString &sql)
     return result;
 }
 
-qint64 ThreadedSession::ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
-                                     const std::function<void(qint64 row, const Error &)> &failed)
+ExecuteResult ThreadedSession::ExecuteOne(const QString &sql)
 {
-    return There([&] { return m_session->ExecuteBatch(sql, parameters, failed); });
+    ExecuteResult result = There([&] { return m_session->ExecuteOne(sql); });
+    result.Rows = Wrap(std::move(result.Rows));
+    return result;
+}
+
+qint64 ThreadedSession::ExecuteBatch(const Batch &batch)
+{
+    return There([&] { return m_session->ExecuteBatch(batch); });
+}
+
+bool ThreadedSession::CanReturn() const
+{
+    return There([&] { return m_session->CanReturn(); });
 }
 
 void ThreadedSession::Begin()

@@ -17,8 +17,9 @@ public:
     ~ThreadedSession() override;
 
     ExecuteResult Execute(const QString &sql) override;
-    qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
-                        const std::function<void(qint64 row, const Error &)> &failed) override;
+    ExecuteResult ExecuteOne(const QString &sql) override;
+    qint64 ExecuteBatch(const Batch &batch) override;
+    bool CanReturn() const override;
     void Begin() override;
     void Commit() override;
     void Rollback() override;

@@ -76,6 +76,36 @@ enum EditModeEnum : int
     adEditAdd = 2
 };
 
+// What is to become of a row with the next batch, and why the last one did not take it. Bits.
+enum RecordStatusEnum : int
+{
+    adRecOK = 0,
+    adRecNew = 1,
+    adRecModified = 2,
+    adRecDeleted = 4,
+    adRecUnmodified = 8,
+    adRecInvalid = 16,         // refused for a reason that has no bit of its own
+    adRecMultipleChanges = 64, // it would have changed several rows
+    adRecCanceled = 256,
+    adRecConcurrencyViolation = 2048, // somebody else was faster
+    adRecIntegrityViolation = 4096,
+    adRecPermissionDenied = 65536
+};
+// What a batch reads back of the rows that it has added.
+enum CEResyncEnum : int
+{
+    adResyncNone = 0,
+    adResyncAutoIncrement = 1, // what finds the row again: the key that the server made, or all values without a key
+    adResyncInserts = 8        // every column, so also defaults and what triggers made of it
+};
+
+// Options of Connection::Execute.
+enum ExecuteOptionEnum : int
+{
+    adOptionUnspecified = -1,
+    adOneStatement = 0x10000 // what the program has composed: a text of several statements is refused, and nothing runs
+};
+
 // AbsolutePosition where there is no current row.
 enum PositionEnum : int
 {
@@ -137,6 +167,7 @@ enum ErrorValue : int
     adErrObjectClosed = 3704,        // "Operation is not allowed when the object is closed."
     adErrObjectOpen = 3705,          // "Operation is not allowed when the object is open."
     adErrNoCurrentRecord = 3021,     // "Either BOF or EOF is True, or the current record has been deleted. ..."
+    adErrFileNotFound = 53,          // the database file of the built-in driver does not exist
     adErrDataConversion = 3421,      // "Application uses a value of the wrong type for the current operation."
     adErrRowConflict = static_cast<int>(0x80040E38), // "Row cannot be located for updating. ..."
     adErrObjectInCollection = 3367,                  // "Object is already in collection. Cannot append."

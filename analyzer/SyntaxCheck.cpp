@@ -55,9 +55,9 @@ template <class Work> void SyntaxCheck::Step(bool stoppable, const Work &work)
     work();
 }
 
-void SyntaxCheck::Execute(const QString &sql, bool stoppable)
+void SyntaxCheck::Execute(const QString &sql, bool stoppable, int options)
 {
-    Step(stoppable, [&] { m_connection->Execute(sql); });
+    Step(stoppable, [&] { m_connection->Execute(sql, nullptr, options); });
 }
 
 // A text that fails leaves the server in NOEXEC: the connection then does nothing until somebody resets it. It is
@@ -75,13 +75,13 @@ QString SyntaxCheck::CheckSyntaxSQL(const QString &sql)
 }
 
 // A transaction that the user has open is left alone: the second one is refused, and that is the mark.
-QString SyntaxCheck::CheckSyntaxTrans(const QString &sql)
+QString SyntaxCheck::CheckSyntaxTrans(const QString &sql, int options)
 {
     if (!Attempt([&] { Step(true, [&] { m_connection->BeginTrans(); }); }))
         return Mark;
     const auto rollBack = [&] { Step(false, [&] { m_connection->RollbackTrans(); }); };
     QString words;
-    if (!Attempt([&] { Execute(sql); }, &words)) {
+    if (!Attempt([&] { Execute(sql, true, options); }, &words)) {
         Attempt(rollBack);
         return words;
     }
@@ -113,12 +113,13 @@ QString SyntaxCheck::CheckOne(const QString &runText, const QString &statement)
             return Entry(cannotCheck, statement);
         QString probe = altering ? alteringWrapper : readingWrapper;
         probe.replace(u'@', statement);
-        words = CheckSyntaxTrans(probe);
+        const int options = altering ? ADODB::adOptionUnspecified : ADODB::adOneStatement;
+        words = CheckSyntaxTrans(probe, options);
         if (words == Mark && !Cancelled()) {
             if (altering)
                 words = cannotCheck;
             else
-                Attempt([&] { Execute(probe); }, &words);
+                Attempt([&] { Execute(probe, true, options); }, &words);
         }
     }
     if (words == Mark) // stopped on the way: nothing is known of it

@@ -8,6 +8,8 @@
 //
 // Inside of a transaction of the user's own PostgreSQL is not asked at all: a statement that fails would end it.
 //
+// A wrapped reading is the program's own text and goes as one statement: what closes its bracket and goes on behind a
+// semicolon does not run.
 // A statement that ends the transaction itself, as one with a COMMIT behind its semicolon, is not tried by 2 and 3.
 //
 // Any thread, one check at a time; nothing is raised. What a server commits by itself
@@ -27,7 +29,7 @@ public:
 
     // "" for no error, the driver's words, or the mark.
     QString CheckSyntaxSQL(const QString &sql);
-    QString CheckSyntaxTrans(const QString &sql);
+    QString CheckSyntaxTrans(const QString &sql, int options = -1); // options of Connection::Execute
 
     // Checks every statement of the text of a run. An entry for each that failed, as body text of frmTextOutput; ""
     // when all is well. Words and statements are not escaped: what RTF takes for its own vanishes, and that is meant.
@@ -40,7 +42,7 @@ public:
 
 private:
     template <class Work> void Step(bool stoppable, const Work &work);
-    void Execute(const QString &sql, bool stoppable = true);
+    void Execute(const QString &sql, bool stoppable = true, int options = -1);
     QString Entry(const QString &words, const QString &statement) const;
     bool WouldLoseWork() const;
     QString CheckOne(const QString &runText, const QString &statement);

@@ -13,6 +13,7 @@
 #include "views/frmHirarchy.h"
 #include <QHeaderView>
 #include <QResizeEvent>
+#include <utility>
 
 namespace {
 
@@ -50,9 +51,10 @@ frmSQL::frmSQL(QWidget *parent) : ChildWindow(parent)
     resize(700, 420);
 
     for (QWidget *widget : {static_cast<QWidget *>(txtSQL), static_cast<QWidget *>(TV),
-                            static_cast<QWidget *>(picSplit), static_cast<QWidget *>(lvQuickList)})
+                            static_cast<QWidget *>(picSplit), static_cast<QWidget *>(lvQuickList), txtSQL->viewport()})
         widget->installEventFilter(this);
     connect(txtSQL, &RichTextBox::changed, this, &frmSQL::OnChanged);
+    connect(txtSQL, &RichTextBox::edited, this, &frmSQL::OnEdited);
     connect(txtSQL, &RichTextBox::undoRequested, this, &frmSQL::mnuUndo);
     connect(txtSQL, &RichTextBox::filesDropped, this, &frmSQL::OpenFiles);
     connect(txtSQL, &RichTextBox::contextRequested, this,
@@ -101,6 +103,7 @@ void frmSQL::SetText(const QString &text)
     txtSQL->SetText(text);
     m_InParse = false;
     FixText(true, true, 2);
+    m_journey.Seal();
 }
 
 void frmSQL::Load()
@@ -112,9 +115,12 @@ void frmSQL::Load()
     if (!self || m_unloading)
         return;
     FillQuickList();
+    const bool first = !std::exchange(m_loaded, true) && txtSQL->Text().isEmpty();
     const clsConn *conn = m_ConnName.isEmpty() ? nullptr : gConns().Item(m_ConnName);
     if (conn && !conn->Extra.isEmpty())
         SetText(conn->Extra);
+    if (first)
+        m_journey.Clear(); // it begins with the text that the window was opened with
 }
 
 clsMenuSettings frmSQL::MenuSettings() const
@@ -144,14 +150,20 @@ void frmSQL::SaveState()
         conn->Extra = txtSQL->Text();
 }
 
+// A scratch window follows the connection with its tree alone: its text belongs to no connection, and stays.
 void frmSQL::RefreshForm(const QString &connectionName)
 {
     SaveState();
-    m_ConnName = connectionName;
+    if (!m_ConnName.isEmpty()) {
+        // A file belongs to the text. Another connection's text must not end up in it.
+        const clsConn *conn = gConns().Item(connectionName);
+        if (connectionName.compare(m_ConnName, Qt::CaseInsensitive) != 0 && conn && !conn->Extra.isEmpty())
+            m_FileName.clear();
+        m_ConnName = connectionName;
+    }
     Load();
 }
 
-// A click on "Refresh" may come from a scratch window: its text stays.
 void frmSQL::Unload()
 {
     m_unloading = true;

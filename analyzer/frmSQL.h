@@ -13,6 +13,7 @@
 #include "sqltext/FixText.h"
 #include "sqltext/QuickList.h"
 #include "sqltext/Statements.h"
+#include "sqltext/TextJourney.h"
 #include "sqltext/clsStringHistory.h"
 #include "views/ResultOwner.h"
 #include <QElapsedTimer>
@@ -69,6 +70,7 @@ public:
     void mnuCut() override;
     void mnuPaste() override;
     void mnuUndo() override;
+    void Redo(); // forward through what undo went back; no menu has it
     void mnuSelectAll() override;
     void mnuFind() override;
     void mnuReplace() override;
@@ -135,15 +137,19 @@ private:
     void Transaction(const char *key);
     void ShowHistoryBar();
     void RemoveHistoryBar();
+    void ForgetNodes(); // those of the history
 
     void OnChanged();
+    void OnEdited(const QString &before, qsizetype start, qsizetype length, const QString &now);
+    void Colour(bool all, bool checkLength, int mode, const std::optional<FixRange> &lines);
     void TickBrackets();
     void EndBracketShow(); // the text as it was before the show
+    void LoadShow(const QString &rtf);
     void KeepHistory();
+    void ShowState(const std::optional<TextJourney::State> &state);
     double Seconds() const;
     EditText Edited(); // text and selection, with no show of brackets in them
     void BulkEdit(const EditText &edit);
-    void ReplaceSelection(const QString &text);
     void OpenFiles(const QStringList &files);
     bool ReadFile(const QString &path, QString &text);
 
@@ -165,9 +171,14 @@ private:
     bool m_Split = false; // the result window takes half the work area
     bool m_InParse = false;
     clsStringHistory m_History;
+    TextJourney m_journey;             // every state since the window was opened, beside the history's ten
+    bool m_travelling = false;         // what is written is no edit: a step of the journey, or a show of brackets
+    std::optional<FixRange> m_arrived; // several lines that came in one edit and are not coloured yet
     QPointer<frmHirarchy> m_ResultWindow;
     bool m_CtrlDown = false;
-    QString m_FileName;
+    QString m_FileName;    // the query file that the text belongs to
+    QString m_treeSource;  // connection string of the tree's database
+    bool m_loaded = false; // Load has run once
     bool m_TreeHasFocus = false;
     bool m_CommitRun = false; // errors then stop the run
     BraceShow m_Brace;

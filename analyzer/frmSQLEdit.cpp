@@ -16,38 +16,25 @@ EditText frmSQL::Edited()
     return {txtSQL->Text(), txtSQL->SelStart(), txtSQL->SelLength()};
 }
 
-// The text anew and its selection, without the colouring of a key press; then the colouring of a bulk edit. What stood
-// there before is a state of the history.
+// The text anew and its selection, without the colouring of a key press; then the colouring of a bulk edit.
 void frmSQL::BulkEdit(const EditText &edit)
 {
-    if (edit.text != txtSQL->Text())
-        KeepHistory();
-    {
-        const RichTextBox::LockUpdate lock(txtSQL);
-        m_InParse = true;
-        txtSQL->ChangeText(edit.text);
-        m_InParse = false;
-        // With a selection only that is coloured. The edit of its first line may have begun at the line's start.
-        const qsizetype lineStart = edit.selStart > 0 && edit.selLength > 0
-                                        ? edit.text.lastIndexOf(u'\n', edit.selStart - 1) + 1
-                                        : edit.selStart;
-        txtSQL->SetSelStart(lineStart);
-        txtSQL->SetSelLength(edit.selStart + edit.selLength - lineStart);
-        FixText(true, true, 2);
-        txtSQL->SetSelStart(edit.selStart);
-        txtSQL->SetSelLength(edit.selLength);
-    }
-}
-
-// Several lines are coloured as a bulk edit, since the colouring of a key press looks at one line only.
-void frmSQL::ReplaceSelection(const QString &text)
-{
-    const bool lines = text.contains(u'\n') || text.contains(u'\r');
-    m_InParse = lines;
-    txtSQL->SetSelText(text);
+    const RichTextBox::LockUpdate lock(txtSQL);
+    m_InParse = true;
+    txtSQL->ChangeText(edit.text);
     m_InParse = false;
-    if (lines)
-        FixText(true, true, 2);
+    txtSQL->SetSelStart(edit.selStart);
+    txtSQL->SetSelLength(edit.selLength);
+    // With a selection only that is coloured. The edit of its first line may have begun at the line's start.
+    std::optional<FixRange> lines;
+    if (edit.selLength > 0) {
+        const qsizetype lineStart =
+            edit.selStart > 0 ? edit.text.lastIndexOf(u'\n', edit.selStart - 1) + 1 : edit.selStart;
+        lines = FixRange{lineStart, edit.selStart + edit.selLength - lineStart};
+    }
+    Colour(true, true, 2, lines);
+    m_arrived.reset();
+    m_journey.Seal();
 }
 
 void frmSQL::CommentIn()
@@ -103,7 +90,7 @@ void frmSQL::ChangeCase(bool upper)
     EndBracketShow();
     const QString text = txtSQL->SelText();
     if (!text.isEmpty())
-        ReplaceSelection(upper ? lang::UCase(text) : lang::LCase(text));
+        txtSQL->SetSelText(upper ? lang::UCase(text) : lang::LCase(text));
 }
 
 void frmSQL::mnuCopy()
@@ -118,7 +105,6 @@ void frmSQL::mnuCut()
     if (txtSQL->SelLength() == 0)
         return;
     txtSQL->copy();
-    KeepHistory();
     txtSQL->SetSelText(QString());
 }
 
@@ -128,8 +114,7 @@ void frmSQL::mnuPaste()
     if (text.isEmpty())
         return;
     EndBracketShow();
-    KeepHistory();
-    ReplaceSelection(text);
+    txtSQL->SetSelText(text);
     txtSQL->ensureCursorVisible();
 }
 

@@ -45,7 +45,7 @@ void frmSQL::mnuOpen()
         return;
     }
     QString text;
-    if (!ReadFile(path, text))
+    if (!ReadFile(path, text) || !self)
         return;
     EndBracketShow();
     m_FileName = path;
@@ -55,9 +55,11 @@ void frmSQL::mnuOpen()
 bool frmSQL::ReadFile(const QString &path, QString &text)
 {
     QString why;
+    const QPointer<frmSQL> self(this);
     if (ReadQueryFile(path, text, why))
         return true;
-    MsgBox(path + QStringLiteral("\r\n") + why, mbExclamation, QStringLiteral("Open"), this);
+    if (!why.isEmpty() && self) // else the user gave it up
+        MsgBox(path + QStringLiteral("\r\n") + why, mbExclamation, QStringLiteral("Open"), this);
     return false;
 }
 
@@ -75,12 +77,7 @@ void frmSQL::OpenFiles(const QStringList &files)
     }
     if (contents.isEmpty())
         return;
-    const QString before = Edited().text;
-    KeepHistory();
-    m_InParse = true;
-    txtSQL->SetText(::DropFiles(before, contents));
-    m_InParse = false;
-    FixText(true, !before.isEmpty(), 2);
+    SetText(::DropFiles(Edited().text, contents));
 }
 
 void frmSQL::mnuPrint()

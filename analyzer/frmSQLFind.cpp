@@ -66,8 +66,7 @@ void frmSQL::TextSearch()
     const auto replace = [&](const FindEdit &edit) {
         txtSQL->SetSelStart(edit.start);
         txtSQL->SetSelLength(edit.length);
-        KeepHistory();
-        ReplaceSelection(edit.with);
+        txtSQL->SetSelText(edit.with);
         return txtSQL->Text();
     };
     const FindResult result = FindInText(txtSQL->Text(), txtSQL->SelStart(), txtSQL->SelLength(), ask, replace);

@@ -8,6 +8,7 @@
 #include "sqltext/Keywords.h"
 #include "sqltext/QuickList.h"
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 namespace {
 
@@ -43,6 +44,20 @@ bool IsPlain(const QKeyEvent *event)
     return !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
 }
 
+// Shift+F10 is the menu key of keyboards that have none.
+bool IsFunctionKey(const QKeyEvent *event)
+{
+    return FunctionOf(event->key()) && IsPlain(event) &&
+           !(event->key() == Qt::Key_F10 && event->modifiers() & Qt::ShiftModifier);
+}
+
+bool IsRedo(const QKeyEvent *event)
+{
+    const Qt::KeyboardModifiers held = event->modifiers() & ~Qt::KeypadModifier;
+    return (event->key() == Qt::Key_Z && held == (Qt::ControlModifier | Qt::ShiftModifier)) ||
+           (event->key() == Qt::Key_Y && held == Qt::ControlModifier);
+}
+
 } // namespace
 
 bool frmSQL::eventFilter(QObject *watched, QEvent *event)
@@ -51,7 +66,7 @@ bool frmSQL::eventFilter(QObject *watched, QEvent *event)
     case QEvent::ShortcutOverride: {
         // The keys of this window go before the main window's shortcuts.
         const auto *key = static_cast<QKeyEvent *>(event);
-        if ((FunctionOf(key->key()) && IsPlain(key)) || (watched == txtSQL && key->matches(QKeySequence::Undo)))
+        if (IsFunctionKey(key) || (watched == txtSQL && (key->matches(QKeySequence::Undo) || IsRedo(key))))
             event->accept();
         break;
     }
@@ -65,6 +80,14 @@ bool frmSQL::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::InputMethod:
         if (watched == txtSQL)
+            EndBracketShow();
+        break;
+    case QEvent::MouseButtonPress:
+        if (watched == txtSQL->viewport() && static_cast<QMouseEvent *>(event)->button() == Qt::MiddleButton)
+            EndBracketShow(); // it pastes; the others leave the show alone
+        break;
+    case QEvent::DragEnter:
+        if (watched == txtSQL->viewport())
             EndBracketShow();
         break;
     case QEvent::FocusIn:
@@ -97,7 +120,7 @@ bool frmSQL::KeyDown(QObject *watched, QKeyEvent *event)
     }
     if (event->key() == Qt::Key_Escape && watched != lvQuickList && StopRuns())
         return true;
-    if (FunctionOf(event->key()) && IsPlain(event))
+    if (IsFunctionKey(event))
         return true; // they act when they are let go; F10 must not open the menu bar
     if (watched == txtSQL && event->key() == Qt::Key_F1 && IsPlain(event))
         return true; // the quick list's, when it is let go; further up it would open the manual
@@ -128,17 +151,20 @@ bool frmSQL::EditorKeyDown(QKeyEvent *event)
         mnuCut();
         return true;
     }
+    if (IsRedo(event)) {
+        Redo();
+        return true;
+    }
     switch (event->key()) {
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
         if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
             return false;
-        if (selected) {
+        KeepHistory();
+        if (selected)
             Indent(event->key() == Qt::Key_Backtab || event->modifiers() & Qt::ShiftModifier ? 1 : 0);
-        } else {
-            KeepHistory();
+        else
             txtSQL->SetSelText(QStringLiteral("\t"));
-        }
         return true;
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
@@ -183,10 +209,9 @@ bool frmSQL::KeyUp(QObject *watched, QKeyEvent *event)
         ShowQuickList();
         return true;
     }
-    const FunctionKey *row = FunctionOf(event->key());
-    if (!row || !IsPlain(event))
+    if (!IsFunctionKey(event))
         return false;
-    if (row->run)
+    if (const FunctionKey *row = FunctionOf(event->key()); row->run)
         row->run(*this);
     return true;
 }
@@ -253,7 +278,6 @@ void frmSQL::TakeFromQuickList()
         qsizetype caret = 0;
         const EditText edit = Edited();
         const QString text = ReplaceWordAtCaret(edit.text, edit.selStart, lvQuickList->Text(row), caret);
-        KeepHistory();
         txtSQL->ChangeText(text);
         txtSQL->SetSelStart(caret);
     }

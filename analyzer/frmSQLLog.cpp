@@ -95,6 +95,13 @@ void frmSQL::RemoveHistoryBar()
         Attempt([&] { bar->RemoveBar(historyKey); });
 }
 
+void frmSQL::ForgetNodes()
+{
+    m_NodeHistory.clear();
+    if (m_active)
+        ShowHistoryBar();
+}
+
 // A node is listed once, however often it is picked.
 void frmSQL::PickNode(Node *node)
 {

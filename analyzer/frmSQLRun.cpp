@@ -255,8 +255,10 @@ void frmSQL::ShowResult(const RunStep &step, const ADODB::ConnectionPtr &connect
     result->KillOnError = false;
     result->ClearForRun();
     result->SetCallerSQLForm(this);
-    if (m_Multi && step.target == RunTarget::NewWindow)
+    if (m_Multi && step.target == RunTarget::NewWindow) {
         Frame(result)->showMinimized(); // and stays so when its rows come
+        Frame(result)->raise();         // in sight, also where this window has the whole work area
+    }
     result->AppendMessage(QStringLiteral("GO"), QStringLiteral("Log"), true);
     result->AppendMessage(step.sql, QStringLiteral("Log"), true);
     result->ShowRec(step.sql, connection, QStringLiteral("SQL Result: ") + m_ConnName);
@@ -282,6 +284,7 @@ void frmSQL::ShareWorkArea(frmHirarchy *result)
     QWidget *others = Frame(result);
     MakeNormal(mine);
     MakeNormal(others);
+    others->raise(); // it may have been covered since the last run; the keyboard stays here
     if (!m_Split)
         return;
     const QRect area = Shell::Current().ClientArea();

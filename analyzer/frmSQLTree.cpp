@@ -8,10 +8,13 @@
 #include "controls/RichTextBox.h"
 #include "controls/TreeView.h"
 #include "data/SchemaLoader.h"
+#include "data/ServerName.h"
 #include "data/modMain.h"
+#include "frame/Shell.h"
 #include "lang/Text.h"
 #include "sqltext/EditAssist.h"
 #include "sqltext/modSQLMaipulation.h"
+#include <utility>
 
 namespace {
 
@@ -55,20 +58,39 @@ void frmSQL::BuildTree()
 // A field or a procedure stands for its name, a table or a view for a statement of the kind that the user picks.
 bool frmSQL::ComposeNode(Node *node, QString &text)
 {
-    text = u' ' + (node->Depth() == 1 ? QuoteName(node->Text()) : node->Text()) + u' ';
-    if (!IsTable(node))
-        return true;
     const QPointer<frmSQL> self(this);
-    const QString table = node->Text();
+    const ADODB::ConnectionPtr connection = gConn;
+    const ADODB::ObjectName object = ObjectOf(node);
+    const bool table = IsTable(node);
+    if (!connection || (!table && node->Depth() != 1)) {
+        text = u' ' + (connection && !IsHarmless(object.Name) ? HarmlessName(connection, object.Name) : object.Name) +
+               u' ';
+        return !table;
+    }
     frmGetSQLStructure ask(this);
-    ask.ShowModal();
-    if (ask.Cancelled || !self)
+    if (table) {
+        ask.ShowModal();
+        if (ask.Cancelled || !self)
+            return false;
+    }
+    QString name;
+    if (!Attempt([&] { name = OfferedName(connection, object); }) || !self)
         return false;
-    text = FormatStatement(Skeleton(ask.Options(), table, GetFieldList(table, QStringLiteral(", "))));
+    if (name.isEmpty()) {
+        ::SetStatus(NotOffered(object.Name));
+        return false;
+    }
+    text = u' ' + name + u' ';
+    if (!table)
+        return true;
+    QStringList kept;
+    const QString fields = GetFieldList(connection, object, QStringLiteral(", "), &kept);
+    text = FormatStatementKeeping(SkeletonOf(ask.Options(), name, fields), kept << name);
     return self;
 }
 
-// A statement goes behind the text and is left selected, so that its placeholders are at hand.
+// In at the drop point. A statement is left selected, so that its placeholders are at hand. The dialog and the server
+// let events through meanwhile, so the place is where the caret then is.
 void frmSQL::DropNode(const QString &key)
 {
     Node *node = TV->Nodes().Find(key);
@@ -79,10 +101,12 @@ void frmSQL::DropNode(const QString &key)
     if (!ComposeNode(node, text))
         return;
     PickNode(TV->Nodes().Find(key));
-    if (table)
-        BulkEdit(PlaceStatement(Edited().text, text));
-    else
+    if (table) {
+        const EditText edit = Edited();
+        BulkEdit(PlaceStatement(edit.text, edit.selStart, text));
+    } else {
         InsertString(text);
+    }
     txtSQL->ensureCursorVisible();
     txtSQL->setFocus(); // the user goes on with what was dropped
 }
@@ -105,6 +129,10 @@ void frmSQL::FillTree()
     const QPointer<frmSQL> self(this);
     const RedrawLock lock(TV);
     TV->Nodes().Clear();
+    // What was picked in another database is none of this one's.
+    const QString source = gConn ? gConn->ConnectionString() : QString();
+    if (std::exchange(m_treeSource, source) != source)
+        ForgetNodes();
     const int folder = TV->ImageIndex(QStringLiteral("C"));
     const int field = TV->ImageIndex(QStringLiteral("F"));
     bool stopped = false;

@@ -4,13 +4,13 @@
 #include "controls/Dialogs.h"
 #include "controls/RichTextBox.h"
 #include "controls/Skin.h"
+#include "data/ServerName.h"
 #include "data/clsConns.h"
 #include "data/modMain.h"
 #include "frame/Settings.h"
 #include "frame/Shell.h"
 #include "session/Pump.h"
 #include "sqltext/TextToCode.h"
-#include "sqltext/modSQLMaipulation.h"
 #include <QClipboard>
 #include <QComboBox>
 #include <QGuiApplication>
@@ -101,16 +101,29 @@ void frmScriptMask::RefreshForm(const QString &name)
         SetStatus(QStringLiteral("Error: ") + trouble);
 }
 
+void frmScriptMask::SetObject(const ADODB::ObjectName &object)
+{
+    m_object = object;
+    m_objectOn = gConn;
+}
+
 bool frmScriptMask::Generate(QString *trouble)
 {
     const QPointer<frmScriptMask> self(this);
     QStringList names;
     const int turn = ++m_turn;
     m_running = true;
-    const QString sql = QStringLiteral("Select * FROM ") + QuoteName(m_table) + QStringLiteral(" WHERE 1=0");
+    const ADODB::ConnectionPtr connection = gConn;
+    const bool picked = connection && m_objectOn.lock() == connection && m_object.Name == m_table;
     const bool read = Attempt(
         [&] {
-            const ADODB::RecordsetPtr empty = ExecutePumped(gConn, sql);
+            if (!connection)
+                throw ADODB::Error(ADODB::adErrObjectClosed,
+                                   QStringLiteral("Operation is not allowed when the object is closed."));
+            const QString name = picked ? ServerName(connection, m_object) : ServerName(connection, m_table);
+            const ADODB::RecordsetPtr empty =
+                ExecutePumped(connection, QStringLiteral("Select * FROM ") + name + QStringLiteral(" WHERE 1=0"),
+                              nullptr, ADODB::adOneStatement);
             const auto &fields = empty->Fields();
             for (int i = 0; i < fields.Count(); ++i)
                 names += fields[i].Name();

@@ -88,7 +88,7 @@ void frmTextManipulation::Find()
                 etb->SetSelLength(hit.selLength);
             }
             frmFind find(this);
-            if (etb->SelLength() > 0)
+            if (hit.first && etb->SelLength() > 0) // at a hit the criteria that found it stands there
                 find.SetCriteria(etb->SelText());
             find.ShowModal();
             FindAnswer answer;

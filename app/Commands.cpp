@@ -10,6 +10,7 @@
 #include "data/modMain.h"
 #include "frame/ChildWindow.h"
 #include <QPointer>
+#include <QScopeGuard>
 #include <cstring>
 
 namespace {
@@ -40,13 +41,21 @@ constexpr Named<MainOperation> s_main[] = {
 };
 
 constexpr Named<ChildOperation> s_child[] = {
-    {"mnuCopy", &ChildWindow::mnuCopy},           {"mnuPaste", &ChildWindow::mnuPaste},
-    {"mnuUndo", &ChildWindow::mnuUndo},           {"mnuSelectAll", &ChildWindow::mnuSelectAll},
-    {"mnuFind", &ChildWindow::mnuFind},           {"mnuOpen", &ChildWindow::mnuOpen},
-    {"mnuSave", &ChildWindow::mnuSave},           {"mnuPrint", &ChildWindow::mnuPrint},
-    {"SnapShot", &ChildWindow::SnapShot},         {"mnuClearLog", &ChildWindow::mnuClearLog},
-    {"mnuMax_Click", &ChildWindow::mnuMax_Click}, {"mnuMin_Click", &ChildWindow::mnuMin_Click},
-    {"mnuAvg_Click", &ChildWindow::mnuAvg_Click}, {"mnuSum_Click", &ChildWindow::mnuSum_Click},
+    {"mnuCopy", &ChildWindow::mnuCopy},
+    {"mnuPaste", &ChildWindow::mnuPaste},
+    {"mnuUndo", &ChildWindow::mnuUndo},
+    {"mnuSelectAll", &ChildWindow::mnuSelectAll},
+    {"mnuFind", &ChildWindow::mnuFind},
+    {"mnuOpen", &ChildWindow::mnuOpen},
+    {"mnuSave", &ChildWindow::mnuSave},
+    {"mnuPrint", &ChildWindow::mnuPrint},
+    {"SnapShot", &ChildWindow::SnapShot},
+    {"mnuClearLog", &ChildWindow::mnuClearLog},
+    {"mnuMax_Click", &ChildWindow::mnuMax_Click},
+    {"mnuMin_Click", &ChildWindow::mnuMin_Click},
+    {"mnuAvg_Click", &ChildWindow::mnuAvg_Click},
+    {"mnuSum_Click", &ChildWindow::mnuSum_Click},
+    {"mnuFitColumns", &ChildWindow::mnuFitColumns},
 };
 
 template <typename Table> auto Find(const Table &table, const char *name) -> decltype(table[0].Run)
@@ -85,8 +94,14 @@ void mdiMother::Run(const MenuRow &row)
         const QPointer<ChildWindow> child = ActiveChild();
         if (!child)
             return;
-        if (*row.Status)
-            ::SetStatus(QString::fromLatin1(row.Status));
+        const QString status = QString::fromLatin1(row.Status), before = LastStatus();
+        if (!status.isEmpty())
+            ::SetStatus(status);
+        // It says what is going on, and goes when that is done or declined; what the command itself said stays.
+        const auto done = qScopeGuard([&] {
+            if (!status.isEmpty() && LastStatus() == status)
+                ::SetStatus(before == status ? QString() : before);
+        });
         switch (row.Route) {
         case MenuRoute::Child:
             if (const ChildOperation operation = FindChildOperation(row.Operation))

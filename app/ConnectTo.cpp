@@ -91,6 +91,12 @@ ChildWindow *mdiMother::ConnectTo(ExplorerBarItem *entry, const QString &sqlText
     ChildWindow *window = nullptr;
     bool opened = false;
     Try([&] { opened = OpenConnection(m_currentCS); });
+    if (!opened && !m_ended && LastOpenErrorNumber() == ADODB::adErrFileNotFound) {
+        delete waiting; // it would cover the question
+        const QString making = AskToCreate(m_currentCS, LastOpenError(), this);
+        if (!making.isEmpty() && !m_ended)
+            Try([&] { opened = OpenConnection(making); });
+    }
     if (m_ended) {
         delete waiting;
         return nullptr; // closed meanwhile: nothing is left to tell

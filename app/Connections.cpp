@@ -45,6 +45,15 @@ void mdiMother::mnuConn()
     }
 }
 
+QString mdiMother::ConnectedName() const
+{
+    const ExplorerBarItems &entries = eb->Bar(QString::fromLatin1(BarConnections))->Items();
+    for (int i = 1; i <= entries.Count(); ++i)
+        if (entries.Item(i)->Icon() == IconConnected)
+            return entries.Item(i)->Text();
+    return menus->Tag(QStringLiteral("mnuViewCS")); // its entry was deleted
+}
+
 void mdiMother::mnuViewCS()
 {
     const clsConn *conn = gConns().Item(menus->Tag(QStringLiteral("mnuViewCS")));

@@ -49,7 +49,7 @@ QString AssociationEntry(const FileAssociation &record)
     return record.ProductKey.toLower() + QStringLiteral(".desktop");
 }
 
-static AssociationFile MimeFile(const FileAssociation &record)
+static AssociationFile MimeFile(const FileAssociation &record, bool icon)
 {
     return {QStringLiteral("mime/packages/%1.xml").arg(record.ProductKey.toLower()),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -58,9 +58,9 @@ static AssociationFile MimeFile(const FileAssociation &record)
                 XmlText(AssociationType(record)) +
                 "\">\n"
                 "    <comment>SQL query</comment>\n"
-                "    <sub-class-of type=\"text/plain\"/>\n"
-                "    <glob pattern=\"*" +
-                XmlText(Point(record.Extension)) +
+                "    <sub-class-of type=\"text/plain\"/>\n" +
+                (icon ? "    <icon name=\"" + XmlText(record.Icon) + "\"/>\n" : QByteArray()) +
+                "    <glob pattern=\"*" + XmlText(Point(record.Extension)) +
                 "\"/>\n"
                 "  </mime-type>\n"
                 "</mime-info>\n"};
@@ -89,12 +89,15 @@ static AssociationFile EntryFile(const FileAssociation &record, bool icon)
 QList<AssociationFile> AssociationFiles(const FileAssociation &record)
 {
     const bool icon = record.Icon != QLatin1String(",0");
-    QList<AssociationFile> files{MimeFile(record), EntryFile(record, icon)};
+    QList<AssociationFile> files{MimeFile(record, icon), EntryFile(record, icon)};
+    // Twice: for the program, and under the name that desktops derive from the type, for the files themselves.
+    const QString ofFiles = AssociationType(record).replace(QLatin1Char('/'), QLatin1Char('-'));
     if (icon)
         for (const AssociationIcon &image : record.Images)
-            files << AssociationFile{
-                image.Size ? QStringLiteral("icons/hicolor/%1x%1/apps/%2.png").arg(image.Size).arg(record.Icon)
-                           : QStringLiteral("icons/hicolor/scalable/apps/%1.svg").arg(record.Icon),
-                image.Content};
+            for (const QString &name : {QStringLiteral("apps/") + record.Icon, QStringLiteral("mimetypes/") + ofFiles})
+                files << AssociationFile{image.Size
+                                             ? QStringLiteral("icons/hicolor/%1x%1/%2.png").arg(image.Size).arg(name)
+                                             : QStringLiteral("icons/hicolor/scalable/%1.svg").arg(name),
+                                         image.Content};
     return files;
 }

@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 struct AssociationCommand
 {
@@ -40,7 +41,8 @@ struct AssociationFile
     QByteArray Content;
 };
 
-// The MIME description, the desktop entry with one action a command, and the images of the icon.
+// The MIME description, the desktop entry with one action a command, and the images of the icon, for the program and
+// for the files of the type.
 QList<AssociationFile> AssociationFiles(const FileAssociation &record);
 QString AssociationType(const FileAssociation &record);  // "application/sql"
 QString AssociationEntry(const FileAssociation &record); // "brindlewick.desktop"
@@ -51,6 +53,15 @@ QString ExecArgument(const QString &text);
 // The program's own record, with its icon in the usual sizes and scalable.
 FileAssociation BrindlewickAssociation(const QString &program);
 
-// Writes the files and makes the entry the default program of its type. False with the system's words in `why`; what
-// had been written before the failure stays.
-bool WriteAssociation(const FileAssociation &record, QString &why);
+// What has come of it, a line each, for the user.
+struct AssociationReport
+{
+    QStringList Done;
+    QStringList NotDone; // with the reason: the system's words, a helper's words, or that the helper is not installed
+};
+QString ReportText(const AssociationReport &report); // "" when all was done
+
+// Writes the files, has the desktop's helpers take notice of them, and makes the entry the default program of its type.
+// Where a file cannot be written nothing else is tried; what had been written before stays. A helper that is missing or
+// fails does not stop the others.
+AssociationReport WriteAssociation(const FileAssociation &record);

@@ -10,7 +10,6 @@
 #include "frame/ChildWindow.h"
 #include "frame/QueryFile.h"
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QMimeData>
 #include <QScopeGuard>
 #include <QTimer>
@@ -21,7 +20,8 @@ static bool ReadOrTell(const QString &path, QString &text, QWidget *parent)
     QString why;
     if (ReadQueryFile(path, text, why))
         return true;
-    MsgBox(path + QStringLiteral("\r\n") + why, mbExclamation, QStringLiteral("Open"), parent);
+    if (!why.isEmpty()) // else the user gave it up
+        MsgBox(path + QStringLiteral("\r\n") + why, mbExclamation, QStringLiteral("Open"), parent);
     return false;
 }
 
@@ -38,14 +38,15 @@ ChildWindow *mdiMother::ProcessCommandLine(const QString &commandLine)
         const auto parts = ParseCommandLine(commandLine, exists);
         if (!parts || !parts->FileExists)
             return; // the switch "R" is known, and does nothing
-        QString text;
-        if (!ReadOrTell(FileOfLine(parts->File), text, this))
-            return;
         const QString name = GetConnection(true);
         if (name.isEmpty())
             return;
-        if (ExplorerBarItem *entry = ConnectionEntryByText(*eb, name))
+        // A file that cannot be read is told, and the connection that was picked opens all the same.
+        if (ExplorerBarItem *entry = ConnectionEntryByText(*eb, name)) {
+            QString text;
+            ReadOrTell(FileOfLine(parts->File), text, this);
             window = ConnectTo(entry, text);
+        }
     });
     return window;
 }
@@ -56,8 +57,8 @@ void mdiMother::DropFiles(const QStringList &files)
 {
     if (files.isEmpty())
         return;
-    if (QString text; !QFileInfo(files.front()).isFile() && !ReadOrTell(files.front(), text, this))
-        return;
+    if (QString text; !ReadOrTell(files.front(), text, this))
+        return; // nobody is asked for a connection for what cannot be opened
     const QPointer<ChildWindow> window = ProcessCommandLine(QuotedPath(files.front()));
     const AnalyzerFactory &factory = AnalyzerFactory::Current();
     for (qsizetype i = 1; i < files.size() && window; ++i)
@@ -79,18 +80,31 @@ static QStringList LocalFiles(const QMimeData *data)
     return files;
 }
 
+// The giver keeps his files, though he may propose to move them: a file manager deletes what was taken so.
+static bool TakeCopies(QDropEvent *event)
+{
+    if (LocalFiles(event->mimeData()).isEmpty())
+        return false;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    return true;
+}
+
 void mdiMother::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!LocalFiles(event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    TakeCopies(event);
+}
+
+void mdiMother::dragMoveEvent(QDragMoveEvent *event)
+{
+    TakeCopies(event);
 }
 
 void mdiMother::dropEvent(QDropEvent *event)
 {
     const QStringList files = LocalFiles(event->mimeData());
-    if (files.isEmpty())
+    if (!TakeCopies(event))
         return;
-    event->acceptProposedAction();
     // Behind the drop: the program that the files come from must not wait for our dialogs.
     QMetaObject::invokeMethod(
         this, [this, files] { DropFiles(files); }, Qt::QueuedConnection);

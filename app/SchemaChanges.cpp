@@ -4,6 +4,8 @@
 #include "app/SchemaTable.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
+#include "data/SchemaLoader.h"
+#include "data/ServerName.h"
 #include "data/modMain.h"
 #include "frame/ChildWindow.h"
 #include "frame/Shell.h"
@@ -12,16 +14,18 @@
 #include "sqltext/modSQLMaipulation.h"
 #include "views/frmHirarchy.h"
 #include <QPointer>
+#include <functional>
 
 namespace {
 
 const QString s_all = QStringLiteral("< All Tables >");
 
-// Runs a changing statement; a failure is told in the server's words.
-bool Execute(const ADODB::ConnectionPtr &connection, const QString &sql, qint64 *affected = nullptr)
+// Runs a changing statement, which is one and no more; a failure is told in the server's words. `sql` composes it: the
+// name in it is the server's to tell.
+bool Execute(const ADODB::ConnectionPtr &connection, const std::function<QString()> &sql, qint64 *affected = nullptr)
 {
     QString why;
-    if (Attempt([&] { ExecutePumped(connection, sql, affected); }, &why))
+    if (Attempt([&] { ExecutePumped(connection, sql(), affected, ADODB::adOneStatement); }, &why))
         return true;
     MsgBox(QStringLiteral("Error: ") + why, mbExclamation, QStringLiteral("Error"));
     return false;
@@ -39,15 +43,18 @@ void SchemaCommands::mnuClearTable()
     if (!IsConnected(true))
         return;
     const ADODB::ConnectionPtr connection = gConn;
-    const QString table = PickTable(connection, false);
-    if (table.isEmpty() || !IsConnected(true) ||
-        !IsSure(QStringLiteral("Are you sure you want to clear all data in this table? [") + table + QLatin1Char(']')))
+    const Picked table = PickTable(connection, false);
+    if (table.Text.isEmpty() || !IsConnected(true) ||
+        !IsSure(QStringLiteral("Are you sure you want to clear all data in this table? [") + table.Text +
+                QLatin1Char(']')))
         return;
     SetStatus(QStringLiteral("Deleting..."));
     qint64 affected = 0;
-    if (Execute(connection, QStringLiteral("DELETE FROM ") + QuoteName(table), &affected))
+    if (Execute(
+            connection, [&] { return QStringLiteral("DELETE FROM ") + ServerName(connection, table.Object); },
+            &affected))
         MsgBox(lang::CStr(affected) + QStringLiteral(" rows where affected."), mbInformation,
-               QStringLiteral("Clear Data [") + table + QLatin1Char(']'));
+               QStringLiteral("Clear Data [") + table.Text + QLatin1Char(']'));
     SetStatus(QStringLiteral("Done."));
 }
 
@@ -56,13 +63,15 @@ void SchemaCommands::Drop(const QString &kind, bool view)
     if (!IsConnected(true))
         return;
     const ADODB::ConnectionPtr connection = gConn;
-    const QString name = PickTable(connection, view);
-    if (name.isEmpty() || !IsConnected(true) ||
+    const Picked picked = PickTable(connection, view);
+    if (picked.Text.isEmpty() || !IsConnected(true) ||
         !IsSure(QStringLiteral("Are you sure you want to remove this ") + lang::LCase(kind) + QStringLiteral("? [") +
-                name + QLatin1Char(']')))
+                picked.Text + QLatin1Char(']')))
         return;
     SetStatus(QStringLiteral("Droping ") + kind + QStringLiteral("..."));
-    Execute(connection, QStringLiteral("DROP ") + lang::UCase(kind) + QLatin1Char(' ') + QuoteName(name));
+    Execute(connection, [&] {
+        return QStringLiteral("DROP ") + lang::UCase(kind) + QLatin1Char(' ') + ServerName(connection, picked.Object);
+    });
     SetStatus(QStringLiteral("Done."));
 }
 
@@ -77,9 +86,10 @@ void SchemaCommands::mnuDropView()
 }
 
 // The catalogue of one of two families by its own query; anything else ends here with false.
-bool SchemaCommands::ShowIndexQuery(const ADODB::ConnectionPtr &connection, const QString &table)
+bool SchemaCommands::ShowIndexQuery(const ADODB::ConnectionPtr &connection, const Picked &picked)
 {
-    const bool all = table == s_all;
+    const bool all = picked.IsFirstItem;
+    const QString &table = picked.Text;
     QString sql;
     if (IsOracle()) {
         sql = QStringLiteral("Select * from ALL_INDEXES ");
@@ -94,7 +104,8 @@ bool SchemaCommands::ShowIndexQuery(const ADODB::ConnectionPtr &connection, cons
             sql += QStringLiteral(" and id= OBJECT_ID('") + table + QStringLiteral("')");
     }
     return Attempt([&] {
-        const ADODB::RecordsetPtr rows = ExecutePumped(connection, sql);
+        // The text is fixed, quotes in the name or not: what they break it into does not run.
+        const ADODB::RecordsetPtr rows = ExecutePumped(connection, sql, nullptr, ADODB::adOneStatement);
         if (connection == gConn) // else it has been left meanwhile
             ShowRecordsetTree(rows, table + QStringLiteral(" Indexes"));
     });
@@ -106,43 +117,64 @@ void SchemaCommands::mnuTableIndex()
     if (!IsConnected(true))
         return;
     const ADODB::ConnectionPtr connection = gConn;
-    const QString table = PickTable(connection, false, s_all);
-    if (table.isEmpty() || ShowIndexQuery(connection, table) || connection != gConn)
+    const Picked table = PickTable(connection, false, s_all);
+    if (table.Text.isEmpty() || ShowIndexQuery(connection, table) || connection != gConn)
         return;
-    if (!ShowSchemaOf(connection, *FindSchemaRow("mnuTableIndex"), table))
+    if (!ShowSchemaOf(connection, *FindSchemaRow("mnuTableIndex"), table.Text))
         MsgBox(QStringLiteral("Your database either does not support this feature or is encountering an error."),
                mbExclamation, QStringLiteral("Index"));
 }
 
-QString GenerateTableDDL(const ADODB::ConnectionPtr &connection, const QString &table)
+QString GenerateTableDDL(const ADODB::ConnectionPtr &connection, const ADODB::ObjectName &table, QStringList *failures)
 {
-    QString text = QStringLiteral("CREATE TABLE ") + table + QStringLiteral(" (\r\n");
-    Attempt([&] {
-        const ADODB::RecordsetPtr empty = ExecutePumped(
-            connection, QStringLiteral("SELECT * FROM ") + QuoteName(table) + QStringLiteral(" WHERE 1=0"));
-        const int last = empty->Fields().Count() - 1;
-        for (int i = 0; i <= last; ++i) {
-            const ADODB::Field &field = empty->Fields()[i];
-            text += FieldDefinition(
-                        {field.Name(), field.Type(), field.DefinedSize(), field.Precision(), field.NumericScale()}) +
-                    (i < last ? QStringLiteral(",\r\n") : QStringLiteral("\r\n"));
-        }
-        text += QLatin1Char(')');
-    });
-    return text;
+    const auto failed = [&](const QString &what, const QString &why) {
+        if (failures)
+            *failures << what + QStringLiteral(": ") + why;
+    };
+    QString why;
+    ADODB::RecordsetPtr empty;
+    if (!Attempt(
+            [&] {
+                empty = ExecutePumped(connection,
+                                      QStringLiteral("SELECT * FROM ") + ServerName(connection, table) +
+                                          QStringLiteral(" WHERE 1=0"),
+                                      nullptr, ADODB::adOneStatement);
+            },
+            &why))
+        failed(table.Name, why);
+    QStringList lines;
+    for (int i = 0; empty && i < empty->ColumnCount(); ++i) {
+        const QString name = empty->Column(i).Name;
+        if (!Attempt(
+                [&] {
+                    const ADODB::Field &field = empty->Fields()[i];
+                    const QString written = HarmlessName(connection, name);
+                    lines << FieldDefinition({name, field.Type(), field.DefinedSize(), field.Precision(),
+                                              field.NumericScale(), written == name ? QString() : written});
+                },
+                &why))
+            failed(table.Name + QLatin1Char('.') + name, why);
+    }
+    return QStringLiteral("CREATE TABLE ") + HarmlessName(connection, table.Name) + QStringLiteral(" (\r\n") +
+           lines.join(QStringLiteral(",\r\n")) + (lines.isEmpty() ? QString() : QStringLiteral("\r\n")) +
+           QLatin1Char(')');
 }
 
-QString GenerateAllDDL(const ADODB::ConnectionPtr &connection)
+QString GenerateAllDDL(const ADODB::ConnectionPtr &connection, QStringList *failures)
 {
-    QString script;
-    Attempt([&] {
-        const ADODB::RecordsetPtr rowset = OpenSchemaPumped(connection, ADODB::adSchemaTables);
-        Breather breather(QStringLiteral("Generating DDL..."));
-        for (; !rowset->Eof() && breather.Breathe(); rowset->MoveNext())
-            if (rowset->Fields()[QStringLiteral("TABLE_TYPE")].Text() == QLatin1String("TABLE"))
-                script += GenerateTableDDL(connection, rowset->Fields()[QStringLiteral("TABLE_NAME")].Text()) +
-                          QStringLiteral("\r\n\r\n");
-    });
+    QString script, why;
+    if (!Attempt(
+            [&] {
+                const ADODB::RecordsetPtr rowset = OpenSchemaPumped(connection, ADODB::adSchemaTables);
+                Breather breather(QStringLiteral("Generating DDL..."));
+                for (; !rowset->Eof() && breather.Breathe(); rowset->MoveNext())
+                    if (rowset->Fields()[QStringLiteral("TABLE_TYPE")].Text() == QLatin1String("TABLE"))
+                        script += GenerateTableDDL(connection, ObjectOfRow(*rowset, connection->Family()), failures) +
+                                  QStringLiteral("\r\n\r\n");
+            },
+            &why) &&
+        failures)
+        *failures << why;
     return script;
 }
 
@@ -151,13 +183,16 @@ void SchemaCommands::mnuDDL()
     const AnalyzerFactory &factory = AnalyzerFactory::Current();
     if (!IsConnected(true) || !factory.Create)
         return;
-    const QString all = QStringLiteral("<All Tables>");
     const ADODB::ConnectionPtr connection = gConn;
-    const QString table = PickTable(connection, false, all);
-    if (table.isEmpty())
+    // Of the connection that is read: an event may bring another one meanwhile.
+    const QString connectionName = ConnectionName ? ConnectionName() : QString();
+    const Picked table = PickTable(connection, false, QStringLiteral("<All Tables>"));
+    if (table.Text.isEmpty())
         return;
     SetStatus(QStringLiteral("Generating DDL..."));
-    const QString script = table == all ? GenerateAllDDL(connection) : GenerateTableDDL(connection, table);
+    QStringList failures;
+    const QString script = table.IsFirstItem ? GenerateAllDDL(connection, &failures)
+                                             : GenerateTableDDL(connection, table.Object, &failures);
     if (connection != gConn)
         return; // left meanwhile: no window of it opens on the new one
     // A scratch window: its text belongs to no stored connection.
@@ -166,8 +201,8 @@ void SchemaCommands::mnuDDL()
         return;
     factory.SetText(window, script);
     factory.SetFileFilter(window, QStringLiteral("SQL File [*.sql] |*.sql"));
-    window->SetCaption(window->Caption() + QStringLiteral(" [") + (ConnectionName ? ConnectionName() : QString()) +
-                       QLatin1Char(']'));
+    window->SetCaption(window->Caption() + QStringLiteral(" [") + connectionName + QLatin1Char(']'));
     window->ShowChild();
-    SetStatus(QStringLiteral("Done."));
+    SetStatus(failures.isEmpty() ? QStringLiteral("Done.")
+                                 : QStringLiteral("Error: ") + failures.join(QStringLiteral("; ")));
 }

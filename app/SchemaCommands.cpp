@@ -1,6 +1,8 @@
 #include "app/SchemaCommands.h"
+#include "ado/StatementText.h"
 #include "app/SchemaTable.h"
 #include "controls/Attempt.h"
+#include "data/ServerName.h"
 #include "data/frmGrid.h"
 #include "data/frmTree.h"
 #include "data/modListView.h"
@@ -9,7 +11,6 @@
 #include "frame/Shell.h"
 #include "lang/Text.h"
 #include "session/Pump.h"
-#include "sqltext/modSQLMaipulation.h"
 #include "sqltext/modTemplates.h"
 #include "views/frmHirarchy.h"
 #include <QPointer>
@@ -125,14 +126,21 @@ frmHirarchy *SchemaCommands::ShowRecordsetTree(const ADODB::RecordsetPtr &record
     return window;
 }
 
-QString SchemaCommands::PickTable(const ADODB::ConnectionPtr &connection, bool views, const QString &first)
+SchemaCommands::Picked SchemaCommands::PickTable(const ADODB::ConnectionPtr &connection, bool views,
+                                                 const QString &first)
 {
     const QString last = LastTable ? LastTable() : QString();
-    const QString table =
-        GetTable(views, !views, first, QStringLiteral("&OK"), QStringLiteral("&Cancel"), {}, connection, last);
-    if (!table.isEmpty() && SetLastTable)
-        SetLastTable(table);
-    return table;
+    Picked picked;
+    picked.Object = m_last;
+    picked.Text = GetTable(views, !views, first, QStringLiteral("&OK"), QStringLiteral("&Cancel"), {}, connection, last,
+                           &picked.Object);
+    picked.IsFirstItem = picked.Object == ADODB::ObjectName();
+    if (!picked.Text.isEmpty()) {
+        m_last = picked.Object;
+        if (SetLastTable)
+            SetLastTable(picked.Text);
+    }
+    return picked;
 }
 
 bool SchemaCommands::ShowSchema(const SchemaRow &row)
@@ -141,7 +149,7 @@ bool SchemaCommands::ShowSchema(const SchemaRow &row)
     if (!IsConnected(true))
         return false;
     const ADODB::ConnectionPtr connection = gConn;
-    const QString table = PickTable(connection, false, QString::fromLatin1(s_all));
+    const QString table = PickTable(connection, false, QString::fromLatin1(s_all)).Text;
     return !table.isEmpty() && ShowSchemaOf(connection, row, table);
 }
 
@@ -198,15 +206,20 @@ void SchemaCommands::mnuViewBrowesData()
     if (!IsConnected(true))
         return;
     const ADODB::ConnectionPtr connection = gConn;
-    const QString view = PickTable(connection, true);
-    if (view.isEmpty())
+    const Picked view = PickTable(connection, true);
+    if (view.Text.isEmpty())
+        return;
+    QString sql;
+    if (!Told([&] {
+            sql = QStringLiteral("SELECT * FROM ") + ServerName(connection, view.Object);
+            ADODB::RaiseUnlessOneStatement(connection->Family(), sql);
+        }))
         return;
     const QPointer<frmGrid> window = new frmGrid;
     Shell::Current().AddChild(window);
     window->ShowChild();
     if (window)
-        window->ShowRec(QStringLiteral("SELECT * FROM ") + QuoteName(view), connection,
-                        QStringLiteral("Browes View ") + view + QStringLiteral(" Data "));
+        window->ShowRec(sql, connection, QStringLiteral("Browes View ") + view.Text + QStringLiteral(" Data "));
 }
 
 // Templates go into the active Analyzer; without one nothing happens.
@@ -233,7 +246,15 @@ void SchemaCommands::mnuEditTable()
     if (!IsConnected(true))
         return;
     const QPointer<ChildWindow> target = Shell::Current().ActiveChild(); // the picker may change what is active
-    const QString table = PickTable(gConn, false);
-    if (!table.isEmpty() && target)
-        Attempt([&] { target->InsertString(ModifyTableTemplate(QuoteName(table))); });
+    const ADODB::ConnectionPtr connection = gConn;
+    const Picked table = PickTable(connection, false);
+    if (table.Text.isEmpty() || !target)
+        return;
+    Told([&] {
+        const QString name = OfferedName(connection, table.Object);
+        if (name.isEmpty())
+            SetStatus(NotOffered(table.Text));
+        else if (target)
+            target->InsertString(ModifyTableTemplate(name));
+    });
 }

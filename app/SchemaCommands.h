@@ -6,6 +6,7 @@
 // windows and can be stopped with Escape. A rowset that the database does not offer is told in the status bar, in the
 // driver's words.
 
+#include "ado/ObjectName.h"
 #include "ado/Recordset.h"
 #include <QString>
 #include <functional>
@@ -20,7 +21,7 @@ public:
     // The last table picked, kept in the Tag of the Tables menu: read before and written after each picker.
     std::function<QString()> LastTable;
     std::function<void(const QString &)> SetLastTable;
-    std::function<QString()> ConnectionName; // for captions
+    std::function<QString()> ConnectionName; // of the connection that is open, for captions
 
     // False when no command has this name.
     bool Run(const char *menu);
@@ -45,18 +46,27 @@ public:
     bool ShowSchema(const SchemaRow &row);
 
 private:
-    QString PickTable(const ADODB::ConnectionPtr &connection, bool views, const QString &first = {});
+    // The text of the picker's row, and the object itself beside it: two may bear the same name.
+    struct Picked
+    {
+        QString Text; // "" when it was cancelled
+        ADODB::ObjectName Object;
+        bool IsFirstItem = false; // the row in front of all objects
+    };
+    Picked PickTable(const ADODB::ConnectionPtr &connection, bool views, const QString &first = {});
     bool ShowSchemaOf(const ADODB::ConnectionPtr &connection, const SchemaRow &row, const QString &table);
-    bool ShowIndexQuery(const ADODB::ConnectionPtr &connection, const QString &table);
+    bool ShowIndexQuery(const ADODB::ConnectionPtr &connection, const Picked &table);
     void Drop(const QString &kind, bool view);
     void Insert(const QString &text);
+    ADODB::ObjectName m_last; // what was picked last
 };
 
-// A CREATE TABLE statement of the connection's table: names and types alone, without keys. What stands at an
-// error comes back.
-QString GenerateTableDDL(const ADODB::ConnectionPtr &connection, const QString &table);
+// A CREATE TABLE statement of a table: names and types alone, without keys. It is whole also when the table or one of
+// its fields cannot be read; what failed is told in `failures`, a line each.
+QString GenerateTableDDL(const ADODB::ConnectionPtr &connection, const ADODB::ObjectName &table,
+                         QStringList *failures = nullptr);
 // Of every table, each followed by two line ends; stopped by Escape.
-QString GenerateAllDDL(const ADODB::ConnectionPtr &connection);
+QString GenerateAllDDL(const ADODB::ConnectionPtr &connection, QStringList *failures = nullptr);
 
 // A schema rowset, read beside the living windows. Raises ADODB::Error, also when the program has gone to another
 // connection meanwhile: no window opens there on what this one told.

@@ -4,6 +4,8 @@
 #include "analyzer/frmTextManipulation.h"
 #include "app/AnalyzerFactory.h"
 #include "app/mdiMother.h"
+#include "controls/Attempt.h"
+#include "data/ServerName.h"
 #include "data/modMain.h"
 #include "sqltext/EditAssist.h"
 #include "sqltext/Statements.h"
@@ -14,12 +16,15 @@ void mdiMother::mnuMask()
 {
     if (!IsConnected(true))
         return;
-    const QString table = GetTable(true, true);
+    ADODB::ObjectName picked;
+    const QString table =
+        GetTable(true, true, {}, QStringLiteral("&OK"), QStringLiteral("&Cancel"), {}, {}, {}, &picked);
     if (table.isEmpty())
         return;
     auto *mask = new frmScriptMask;
     AddChild(mask);
     mask->RefreshForm(table);
+    mask->SetObject(picked);
     mask->ShowChild();
     mask->setFocus();
 }
@@ -30,13 +35,23 @@ void mdiMother::mnuInsert()
     if (!IsConnected(true))
         return;
     const QPointer<ChildWindow> active = ActiveChild();
-    const QString table = GetTable(true, true);
+    const ADODB::ConnectionPtr connection = gConn;
+    ADODB::ObjectName picked;
+    const QString table =
+        GetTable(true, true, {}, QStringLiteral("&OK"), QStringLiteral("&Cancel"), {}, {}, {}, &picked);
     if (table.isEmpty())
         return;
+    QString name;
+    if (!Attempt([&] { name = OfferedName(connection, picked); }))
+        return;
+    if (name.isEmpty()) {
+        ::SetStatus(NotOffered(table));
+        return;
+    }
     SkeletonOptions options;
     options.type = 1;
     options.useFields = true;
-    const QString sql = Skeleton(options, table, GetFieldList(table, QStringLiteral(", ")));
+    const QString sql = SkeletonOf(options, name, GetFieldList(connection, picked, QStringLiteral(", ")));
     QPointer<ChildWindow> analyzer = active && active->FormName() == QLatin1String("frmSQL") ? active : nullptr;
     if (!analyzer && AnalyzerFactory::Current().Create)
         analyzer = AnalyzerFactory::Current().Create(QString());

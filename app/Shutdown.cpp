@@ -5,10 +5,10 @@
 #include "app/WorkArea.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
+#include "data/modKeywords.h"
 #include "data/modMain.h"
 #include "frame/ChildWindow.h"
 #include "session/Pump.h"
-#include "sqltext/Keywords.h"
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -50,7 +50,7 @@ void mdiMother::closeEvent(QCloseEvent *event)
     Attempt(
         [&] { Area->CloseAll(); }); // one that stays open keeps its changes to the end, and nothing is saved unasked
     SaveSettings();
-    gKeywords = KeywordSet(); // gConn ends with the process
+    ReleaseKeywords(); // gConn ends with the process
     hide();
     WaitForWork();
     emit Ended();

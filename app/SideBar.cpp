@@ -4,6 +4,8 @@
 #include "controls/ExplorerBar.h"
 #include "controls/Skin.h"
 #include "data/clsConns.h"
+#include "data/modMain.h"
+#include <QTimer>
 
 ExplorerBarItem *AddConnectionEntry(ExplorerBar &bar, const QString &name)
 {
@@ -46,4 +48,23 @@ ExplorerBarItem *ConnectionEntryByText(ExplorerBar &bar, const QString &text)
         if (ExplorerBarItem *item = connections->Items().Item(i); item->Text() == text)
             return item;
     return nullptr;
+}
+
+// A statement that fails finds out that the server has gone, wherever it ran; nobody else hears of it.
+static void ShowLost(ExplorerBar &bar)
+{
+    ExplorerBarBar *connections = Connections(bar);
+    if (!gConn || gConn->State() != ADODB::adStateClosed || !connections)
+        return;
+    for (int i = 1; i <= connections->Items().Count(); ++i)
+        if (ExplorerBarItem *item = connections->Items().Item(i); item->Icon() == IconConnected)
+            item->SetIcon(IconNotConnected);
+}
+
+void WatchConnection(ExplorerBar &bar)
+{
+    constexpr int pause = 500; // milliseconds
+    auto *const look = new QTimer(&bar);
+    QObject::connect(look, &QTimer::timeout, &bar, [&bar] { Attempt([&] { ShowLost(bar); }); });
+    look->start(pause);
 }

@@ -6,6 +6,8 @@
 class ExplorerBar;
 class ExplorerBarItem;
 
+// Looks now and then whether the current connection is still there. Once it is lost, its entry shows "not connected".
+void WatchConnection(ExplorerBar &bar);
 void BuildSideBar(ExplorerBar &bar); // one entry for each stored connection, in their order
 // An entry at the end of the connections, marked as one and showing "not connected". Raises ControlError.
 ExplorerBarItem *AddConnectionEntry(ExplorerBar &bar, const QString &name);

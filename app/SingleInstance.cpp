@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
+#include <sys/stat.h>
 
 static QString LockFileIn(const QString &folder)
 {
@@ -17,6 +19,9 @@ SingleInstance::SingleInstance(const QString &folder) : m_file(LockFileIn(folder
 
 bool SingleInstance::Take()
 {
+    // The file names the machine and the process: nobody else's business.
+    const mode_t former = ::umask(077);
+    const auto restore = qScopeGuard([former] { ::umask(former); });
     if (m_lock.tryLock(0))
         return true;
     if (m_lock.error() != QLockFile::LockFailedError)

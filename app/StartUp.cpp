@@ -6,8 +6,8 @@
 #include "controls/Attempt.h"
 #include "controls/Skin.h"
 #include "controls/Splitter.h"
+#include "data/modKeywords.h"
 #include "frame/AppPath.h"
-#include "sqltext/Keywords.h"
 #include <QFileInfo>
 
 static constexpr StartStep s_steps[] = {
@@ -64,7 +64,6 @@ bool StartUp::Step(int number)
         m_window.picSplit->SetOrientation(spltVertical);
         break;
     case 8:
-        ::SetStatus(QStringLiteral("Initializing Keywords ..."));
         InitKeywords();
         LoadKeywords(QStringLiteral("VB"), gKeywords, QFileInfo(DataFile(QStringLiteral("Tokens.col"))).path());
         break;

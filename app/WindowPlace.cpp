@@ -20,6 +20,33 @@ bool IsWindowPlaced(double width, double height)
     return height > 4000 && width > 4000;
 }
 
+QRect BroughtBack(const QRect &window, const QList<QRect> &screens)
+{
+    constexpr int hold = 80, edge = 40; // pixels of the upper edge that can be taken hold of
+    const QRect upper(window.topLeft(), QSize(window.width(), qMin(window.height(), edge)));
+    const QRect *nearest = nullptr;
+    qint64 least = 0;
+    for (const QRect &screen : screens) {
+        const QRect seen = upper & screen;
+        if (seen.width() >= qMin(hold, upper.width()) && seen.height() >= upper.height() / 2)
+            return window;
+        const QPointF way = QRectF(window).center() - QRectF(screen).center();
+        const qint64 distance = std::llround(QPointF::dotProduct(way, way));
+        if (!nearest || distance < least) {
+            nearest = &screen;
+            least = distance;
+        }
+    }
+    if (!nearest)
+        return window;
+    const auto within = [](int at, int length, int from, int room) {
+        return qBound(from, at, from + qMax(0, room - length));
+    };
+    return QRect(QPoint(within(window.x(), window.width(), nearest->x(), nearest->width()),
+                        within(window.y(), window.height(), nearest->y(), nearest->height())),
+                 window.size());
+}
+
 // A pair that lacks its second number reads as zero there, and so is not taken.
 static std::pair<double, double> ReadPair(const QString &key, double first, double second)
 {

@@ -23,15 +23,28 @@ WorkArea::~WorkArea()
     disconnect(this, nullptr, this, nullptr); // the children that go now activate nobody
 }
 
+// Which of the three first places a kind has.
+static int PlaceOf(const QString &form)
+{
+    if (form == QLatin1String("frmSQL"))
+        return 1;
+    return form == QLatin1String("frmHirarchy") || form == QLatin1String("frmGrid") ? 2 : 0;
+}
+
+bool WorkArea::SharePlace(const QString &form, const QString &other)
+{
+    return PlaceOf(form) == PlaceOf(other);
+}
+
 // Text above, rows below: a run leaves the focus with its Analyzer, and its rows are in sight all the same. Further
 // windows of a kind stand a title bar's height away from the one before.
 QRect WorkArea::FirstPlace(const QString &form, int same, const QSize &room)
 {
     const QSize most = room.expandedTo(QSize(320, 240));
     QRect place(QPoint(0, 0), QSize(most.width() * 3 / 4, most.height() * 3 / 4));
-    if (form == QLatin1String("frmSQL"))
+    if (PlaceOf(form) == 1)
         place = QRect(0, 0, most.width(), most.height() * 11 / 20);
-    else if (form == QLatin1String("frmHirarchy") || form == QLatin1String("frmGrid"))
+    else if (PlaceOf(form) == 2)
         place = QRect(0, most.height() * 11 / 20, most.width(), most.height() - most.height() * 11 / 20);
     return Beside(place, same, most);
 }
@@ -63,11 +76,12 @@ void WorkArea::AddChild(ChildWindow *child)
     addSubWindow(window);                          // which makes this its event filter
     m_children.removeAll(QPointer<ChildWindow>()); // those that have gone
     m_children.append(child);
-    int same = 0;
-    for (const ChildWindow *other : Children())
-        same += other != child && other->FormName() == child->FormName();
     const QSize room = maximumViewportSize();
     const std::optional<QRect> known = ReadChildPlace(child->FormName(), room);
+    int same = 0; // windows that stand there already: a list and a result have one first place, and share its count
+    for (const ChildWindow *other : Children())
+        same += other != child &&
+                (known ? other->FormName() == child->FormName() : SharePlace(other->FormName(), child->FormName()));
     window->setGeometry(known ? Beside(*known, same, room) : FirstPlace(child->FormName(), same, room));
     if (Children().size() <= 1 && ReadChildrenMaximised())
         m_maximise = window; // when it shows; as long as it stays so, the toolkit maximises the next ones

@@ -31,7 +31,8 @@ public:
 
     // Where a new child of that form stands, in a room of that size (pixels), beside so many of its own kind.
     static QRect FirstPlace(const QString &form, int same, const QSize &room);
-    static QRect Beside(QRect place, int same, const QSize &room); // that far from the ones before
+    static bool SharePlace(const QString &form, const QString &other); // kinds whose first place is the same
+    static QRect Beside(QRect place, int same, const QSize &room);     // that far from the ones before
     void Cascade();
     void TileHorizontally(); // one above the other
     void TileVertically();   // side by side

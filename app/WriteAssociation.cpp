@@ -14,6 +14,8 @@
 #include <QStandardPaths>
 #include <QSvgRenderer>
 #include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 static QByteArray Png(QSvgRenderer &drawing, int size)
 {
@@ -65,34 +67,78 @@ static bool WriteFile(const QString &path, const QByteArray &content, QString &w
     return false;
 }
 
-// A helper of the desktop. One that is not there is no failure when it only freshens a cache.
-static bool RunHelper(const QString &name, const QStringList &arguments, bool needed, QString &why)
+// A helper of the desktop. "" when it has done its work.
+static QString RunHelper(const QString &name, const QStringList &arguments)
 {
-    if (!needed && QStandardPaths::findExecutable(name).isEmpty())
-        return true;
+    if (QStandardPaths::findExecutable(name).isEmpty())
+        return name + QStringLiteral(" is not installed");
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(name, arguments);
     const bool ended = process.waitForStarted() && process.waitForFinished(30000);
     if (ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
-        return true;
+        return {};
     const QString said = QString::fromLocal8Bit(process.readAll()).simplified();
-    why = name + QStringLiteral("\r\n") + (!ended || said.isEmpty() ? process.errorString() : said);
-    if (ended && said.isEmpty())
-        why = name + QStringLiteral("\r\nExit status %1").arg(process.exitCode());
-    return false;
+    return name + QStringLiteral(": ") +
+           (!ended           ? process.errorString()
+            : said.isEmpty() ? QStringLiteral("exit status %1").arg(process.exitCode())
+                             : said);
 }
 
-bool WriteAssociation(const FileAssociation &record, QString &why)
+AssociationReport WriteAssociation(const FileAssociation &record)
 {
+    AssociationReport report;
     const QString home = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    for (const AssociationFile &file : AssociationFiles(record))
-        if (!WriteFile(home + QLatin1Char('/') + file.Path, file.Content, why))
-            return false;
-    return RunHelper(QStringLiteral("update-mime-database"), {home + QStringLiteral("/mime")}, false, why) &&
-           RunHelper(QStringLiteral("update-desktop-database"), {home + QStringLiteral("/applications")}, false, why) &&
-           RunHelper(QStringLiteral("xdg-mime"),
-                     {QStringLiteral("default"), AssociationEntry(record), AssociationType(record)}, true, why);
+    const QString written = QStringLiteral("%1 files are written below ") + home;
+    int files = 0;
+    for (const AssociationFile &file : AssociationFiles(record)) {
+        if (QString why; !WriteFile(home + QLatin1Char('/') + file.Path, file.Content, why)) {
+            if (files > 0)
+                report.Done << written.arg(files);
+            report.NotDone << why;
+            return report;
+        }
+        ++files;
+    }
+    report.Done << written.arg(files);
+    // Desktops look for new images when the theme's folder is younger than their list of it.
+    ::utimensat(AT_FDCWD, QFile::encodeName(home + QStringLiteral("/icons/hicolor")).constData(), nullptr, 0);
+
+    struct Helper
+    {
+        QString Name;
+        QStringList Arguments;
+        QString What;
+    };
+    const QString entry = AssociationEntry(record), type = AssociationType(record);
+    const Helper helpers[] = {
+        {QStringLiteral("update-mime-database"),
+         {home + QStringLiteral("/mime")},
+         QStringLiteral("The desktop's list of file types is brought up to date")},
+        {QStringLiteral("update-desktop-database"),
+         {home + QStringLiteral("/applications")},
+         QStringLiteral("The desktop's list of programs is brought up to date")},
+        {QStringLiteral("xdg-mime"),
+         {QStringLiteral("default"), entry, type},
+         QStringLiteral("%1 is the program that opens %2 files").arg(record.Description, type)},
+    };
+    for (const Helper &helper : helpers)
+        if (const QString why = RunHelper(helper.Name, helper.Arguments); why.isEmpty())
+            report.Done << helper.What;
+        else
+            report.NotDone << helper.What + QStringLiteral(" (") + why + QLatin1Char(')');
+    return report;
+}
+
+QString ReportText(const AssociationReport &report)
+{
+    const QString line = QStringLiteral("\r\n");
+    if (report.NotDone.isEmpty())
+        return {};
+    if (report.Done.isEmpty())
+        return report.NotDone.join(line);
+    return QStringLiteral("Done:") + line + report.Done.join(line) + line + line + QStringLiteral("Not done:") + line +
+           report.NotDone.join(line);
 }
 
 void mdiMother::mnuFileAssociation()
@@ -102,14 +148,13 @@ void mdiMother::mnuFileAssociation()
         if (MsgBox(QStringLiteral("Are you sure you want all *.sql files to be associated with Brindlewick?"),
                    mbYesNo | mbExclamation, title, this) != mbYes)
             return;
-        QString why;
-        bool written = false;
+        QString text;
         {
             const WaitCursor wait;
-            written = WriteAssociation(
-                BrindlewickAssociation(QCoreApplication::applicationDirPath() + QStringLiteral("/Brindlewick")), why);
+            text = ReportText(WriteAssociation(
+                BrindlewickAssociation(QCoreApplication::applicationDirPath() + QStringLiteral("/Brindlewick"))));
         }
-        if (!written)
-            MsgBox(why, mbExclamation, title, this);
+        if (!text.isEmpty())
+            MsgBox(text, mbExclamation, title, this);
     });
 }

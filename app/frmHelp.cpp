@@ -163,11 +163,12 @@ void frmHelp::ShowPage(const QString &page)
     Mark();
     if (isMinimized())
         showNormal();
-    if (const QWidget *owner = parentWidget(); owner && !isVisible()) {
-        const QRect room = owner->window()->geometry();
-        move(room.center() - rect().center());
-    }
+    const QWidget *const owner = isVisible() ? nullptr : parentWidget();
+    if (owner)
+        PlaceWhole(this, owner->window());
     show();
+    if (owner) // showing gave it its remembered size, which may be all of the screen
+        PlaceWhole(this, owner->window());
     raise();
     activateWindow();
     txtPage->setFocus();

@@ -1,6 +1,7 @@
 #include "app/mdiMother.h"
 #include "app/Menus.h"
 #include "app/SchemaCommands.h"
+#include "app/SideBar.h"
 #include "app/SideBarTable.h"
 #include "app/StatusPanels.h"
 #include "app/Toolbars.h"
@@ -14,6 +15,7 @@
 #include "controls/Splitter.h"
 #include "controls/StatusBar.h"
 #include "controls/Twips.h"
+#include "data/ConnectionStore.h"
 #include "frame/ChildWindow.h"
 #include "session/Pump.h"
 #include <QApplication>
@@ -53,7 +55,7 @@ mdiMother::mdiMother(QWidget *parent) : QMainWindow(parent)
     setWindowTitle(QStringLiteral("Brindlewick"));
     setWindowIcon(AppIcon());
     resize(1024, 700);
-    setMinimumSize(480, 320);
+    setMinimumSize(266, 266); // 4000 twips: a stored size above it is taken as it is
     setAcceptDrops(true);
     BuildFrame();
     BuildKeys();
@@ -61,13 +63,14 @@ mdiMother::mdiMother(QWidget *parent) : QMainWindow(parent)
     schema = std::make_unique<SchemaCommands>();
     schema->LastTable = [this] { return menus->Tag(QStringLiteral("mnuDBTables")); };
     schema->SetLastTable = [this](const QString &table) { menus->SetTag(QStringLiteral("mnuDBTables"), table); };
-    schema->ConnectionName = [this] { return menus->Tag(QStringLiteral("mnuViewCS")); };
+    schema->ConnectionName = [this] { return ConnectedName(); };
     Shell::Install(this);
     EndPumps(false);
 }
 
 mdiMother::~mdiMother()
 {
+    SetTestMode(false);
     Area->disconnect(this);
     delete Area; // the children go first: they may still ask for the side bar and the command bar
     if (&Shell::Current() == this)
@@ -118,6 +121,7 @@ void mdiMother::BuildFrame()
             [this](const QPoint &at) { menus->Popup(QStringLiteral("mnuFile"), at); });
     connect(eb, &ExplorerBar::ItemClick, this, &mdiMother::SideBarClick);
     connect(eb, &ExplorerBar::ItemRightClick, this, &mdiMother::SideBarRightClick);
+    WatchConnection(*eb);
     connect(cb, &CommandBar::ButtonClick, this, &mdiMother::CommandBarClick);
     connect(cb, &CommandBar::MenuItemClick, this, &mdiMother::CommandBarMenuClick);
 }
@@ -224,6 +228,12 @@ void mdiMother::RefreshMenus()
     menus->Refresh();
 }
 
+void mdiMother::SetTestMode(bool on)
+{
+    m_testMode = on;
+    TellPassedErrors(on);
+}
+
 void mdiMother::OnActiveChild(ChildWindow *child)
 {
     Attempt([&] { LockToolbars(*cb, child); });
@@ -233,8 +243,11 @@ void mdiMother::OnActiveChild(ChildWindow *child)
 void mdiMother::Activate()
 {
     LayOut();
-    if (m_welcomed || m_ended || m_opening || QApplication::activeModalWidget())
-        return; // the welcome never covers a question; what asked it comes back here
+    if (m_ended || m_opening || QApplication::activeModalWidget())
+        return; // nothing covers a question; what asked it comes back here
+    Attempt([&] { TellLargeTexts(); });
+    if (m_welcomed)
+        return;
     Attempt([&] {
         if (eb->Bar(QString::fromLatin1(BarConnections))->Items().Count() > 0)
             return;

@@ -9,9 +9,11 @@
 #include "frame/Shell.h"
 #include <QMainWindow>
 #include <QPointer>
+#include <QRectF>
 #include <memory>
 
 class CommandBar;
+class ConnectionStore;
 class ExplorerBarItem;
 class Menus;
 class QPushButton;
@@ -56,7 +58,7 @@ public:
     void RefreshMenus() override;
 
     // Start and end.
-    void SetTestMode(bool on) { m_testMode = on; }
+    void SetTestMode(bool on); // also tells every error that is passed over
     void LoadSettings();
     void SaveSettings();
     void SaveAll();      // as the way out does, but nothing closes: the texts of the windows, then the settings
@@ -105,6 +107,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
 private:
@@ -113,17 +116,22 @@ private:
     void LayOut();    // side bar, splitter bar and work area by the splitter's place
     void Activate();  // the layout, then the welcome once a run when there is no connection
     void OnActiveChild(ChildWindow *child);
+    void LoadStore();      // with a window that tells how far it has come when it takes long
+    void TellLargeTexts(); // once for each, not at every start
 
     bool m_testMode = false;
-    bool m_exit = false;     // set by mnuExit: a popup that ends must not touch the menu again
-    bool m_welcomed = false; // frmRookie has been shown in this run
+    bool m_exit = false;           // set by mnuExit: a popup that ends must not touch the menu again
+    bool m_welcomed = false;       // frmRookie has been shown in this run
+    QString ConnectedName() const; // of the connection that is open; a popup on another entry changes nothing of it
     bool m_connecting = false;
     int m_opening = 0; // files that are being opened
     bool m_ended = false;
     bool m_shown = false; // ShowAsStored has run
+    QRectF m_placed;      // twips, the stored place as it was taken; null when none was
     int m_state = 2;      // 0 normal, 1 minimised, 2 maximised
     int m_split = 2500;   // twips, where the user put the splitter bar
     QString m_currentCS;  // the string last given to OpenConnection by ConnectTo
+    std::unique_ptr<ConnectionStore> m_store;
     std::function<void()> m_stop;
     QWidget *m_body = nullptr;
 };

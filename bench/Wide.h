@@ -20,7 +20,7 @@ public:
     static std::unique_ptr<Wide> Make(const char *variable)
     {
         std::unique_ptr<Wide> wide(new Wide);
-        wide->Text = QStringLiteral("Driver=SQLite;Database=") + wide->File();
+        wide->Text = QStringLiteral("Driver=SQLite;Create=Yes;Database=") + wide->File();
         if (*variable) {
             wide->Text = qEnvironmentVariable(variable);
             if (wide->Text.isEmpty())

@@ -31,7 +31,7 @@ constexpr double frame = 1.0 / 60;
 
 bool Connect(const QTemporaryDir &folder, int tables)
 {
-    if (!OpenConnection(QStringLiteral("Driver=SQLite;Database=") +
+    if (!OpenConnection(QStringLiteral("Driver=SQLite;Create=Yes;Database=") +
                         folder.filePath(QStringLiteral("%1.sqlite").arg(tables))))
         return false;
     gConn->BeginTrans();
@@ -167,8 +167,8 @@ int main(int argc, char **argv)
     SetAppPath(home.path());
     SetSettingsFile(home.filePath(QStringLiteral("settings.ini")));
     InitColorTable();
-    LoadKeywords(QStringLiteral("VB"), gKeywords, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
-    if (gKeywords.Words().isEmpty()) {
+    LoadKeywords(QStringLiteral("VB"), gKeywordSet, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
+    if (gKeywordSet.Words().isEmpty()) {
         std::fprintf(stderr, "no keyword list\n");
         return 1;
     }

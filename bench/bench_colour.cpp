@@ -34,17 +34,17 @@ QString SqlText(qsizetype length)
 int main()
 {
     InitColorTable();
-    LoadKeywords(QStringLiteral("VB"), gKeywords, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
-    if (gKeywords.Words().isEmpty()) {
+    LoadKeywords(QStringLiteral("VB"), gKeywordSet, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
+    if (gKeywordSet.Words().isEmpty()) {
         std::fprintf(stderr, "no keyword list\n");
         return 1;
     }
 
     const QString text = SqlText(kText);
     QString fast, literal;
-    const auto ours = [&] { fast = ColourBody(text, gKeywords, true); };
+    const auto ours = [&] { fast = ColourBody(text, gKeywordSet, true); };
     ours(); // the list is made ready once a run
-    const double ratio = bench::Ratio(3, ours, [&] { literal = literal::ColourBody(text, gKeywords.Words(), true); });
+    const double ratio = bench::Ratio(3, ours, [&] { literal = literal::ColourBody(text, gKeywordSet.Words(), true); });
     if (fast != literal) {
         std::fprintf(stderr, "the results differ\n");
         return 1;
@@ -58,7 +58,7 @@ int main()
         std::vector<double> colour, read;
         for (int round = 0; round < 5; ++round) {
             QString rtf;
-            colour.push_back(bench::Seconds([&] { rtf = ColourBody(grown, gKeywords, true); }));
+            colour.push_back(bench::Seconds([&] { rtf = ColourBody(grown, gKeywordSet, true); }));
             rtf = QStringLiteral("{\\rtf1 ") + rtf + u'}';
             read.push_back(bench::Seconds([&] { ReadRtf(rtf); }));
         }

@@ -47,8 +47,8 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     InitColorTable();
-    LoadKeywords(QStringLiteral("VB"), gKeywords, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
-    if (gKeywords.Words().isEmpty()) {
+    LoadKeywords(QStringLiteral("VB"), gKeywordSet, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
+    if (gKeywordSet.Words().isEmpty()) {
         std::fprintf(stderr, "no keyword list\n");
         return 1;
     }

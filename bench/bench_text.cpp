@@ -57,7 +57,7 @@ void Growth()
     const Work works[] = {
         {"format", [](const QString &text) { return FormatStatement(text).size(); }},
         {"split", [](const QString &text) { return SplitStatements(text).size(); }},
-        {"colour", [](const QString &text) { return ColourBody(text, gKeywords, true).size(); }},
+        {"colour", [](const QString &text) { return ColourBody(text, gKeywordSet, true).size(); }},
         {"search",
          [](const QString &text) {
              bool asked = false;
@@ -111,8 +111,8 @@ int main()
     mallopt(M_MMAP_THRESHOLD, 1 << 30);
     mallopt(M_TRIM_THRESHOLD, INT_MAX);
     InitColorTable();
-    LoadKeywords(QStringLiteral("VB"), gKeywords, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
-    if (gKeywords.Words().isEmpty()) {
+    LoadKeywords(QStringLiteral("VB"), gKeywordSet, QStringLiteral(BRINDLEWICK_SOURCE_DIR "/data/files"));
+    if (gKeywordSet.Words().isEmpty()) {
         std::fprintf(stderr, "no keyword list\n");
         return 1;
     }

@@ -17,24 +17,29 @@ if(BRINDLEWICK_SANITIZE)
   endif()
 endif()
 
-# house_room(NAME LIBS...): the static library of one room, of every source in its folder.
+# house_room(NAME LIBS...): the static library of one room, of every source in its folder; a folder logic/ in it is a
+# room of its own, which links no widget.
 function(house_room name)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  file(GLOB_RECURSE logic ${CMAKE_CURRENT_SOURCE_DIR}/logic/*)
+  list(REMOVE_ITEM sources ${logic})
   set(units ${sources})
   list(FILTER units INCLUDE REGEX "\\.cpp$")
   if(NOT units) # headers alone
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE house_flags ${ARGN})
+    house_header_check(${name})
     return()
   endif()
   add_library(${name} STATIC ${sources})
   target_link_libraries(${name} PUBLIC house_flags ${ARGN})
-  if(name MATCHES "^(lang|sqltext|ado)$")
+  if(name MATCHES "^(lang|sqltext|ado|.*_logic)$")
     house_use_pch(${name} core)
   else()
     house_use_pch(${name} gui)
   endif()
+  house_header_check(${name})
 endfunction()
 
 # house_tests(ROOM LIBS...): the test program of one room; ctest lists every test in it.

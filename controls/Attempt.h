@@ -6,17 +6,28 @@
 //     if (!Attempt([&] { connection->Open(text); }, &why)) ...
 //
 // Write one Attempt for each statement that may fail, so that a reader sees what is skipped.
+//
+// In the test mode an error that nobody asks the words of does not pass unseen: with a debugger attached the program
+// stops at that place, else the error output gets a line with the source file and the line of the Attempt.
 
 #include <QString>
 #include <exception>
+#include <source_location>
 #include <utility>
 
 // The words of the exception that is being handled: an ADODB::Error's or ControlError's description, else what().
 QString DescribeCurrentException();
 
+// The test mode: whether errors that are passed over are told. Any thread.
+void TellPassedErrors(bool on);
+// Tells the exception that is being handled, in the test mode; else nothing.
+void ErrorPassedOver(const std::source_location &place) noexcept;
+
 // True when the statement ran to its end. Otherwise `description`, when given, gets the words; it is emptied on
 // success.
-template <class Statement> bool Attempt(Statement &&statement, QString *description = nullptr) noexcept
+template <class Statement>
+bool Attempt(Statement &&statement, QString *description = nullptr,
+             const std::source_location &place = std::source_location::current()) noexcept
 {
     try {
         std::forward<Statement>(statement)();
@@ -26,6 +37,8 @@ template <class Statement> bool Attempt(Statement &&statement, QString *descript
     } catch (...) {
         if (description)
             *description = DescribeCurrentException();
+        else
+            ErrorPassedOver(place);
         return false;
     }
 }

@@ -3,12 +3,29 @@
 #include "controls/Icons.h"
 #include "controls/Skin.h"
 #include <QAction>
+#include <QCoreApplication>
+#include <QCursor>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <algorithm>
+
+namespace {
+
+// While its menu was open a button heard nothing of the mouse: one that has gone would leave it lit.
+void LoseMouse(QToolButton *face)
+{
+    if (face->rect().contains(face->mapFromGlobal(QCursor::pos())))
+        return;
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(face, &leave);
+    face->update();
+}
+
+} // namespace
 
 CommandBar::CommandBar(QWidget *parent) : QWidget(parent), m_layout(new QHBoxLayout(this))
 {
@@ -104,6 +121,8 @@ void CommandBar::AddButton(const QString &toolbarKey, const QString &key, const 
             ApplySkin(button.menu); // a toolbar may be made long after its window was painted
             face->setMenu(button.menu);
             face->setPopupMode(QToolButton::MenuButtonPopup); // the button itself is clicked as any other
+            connect(button.menu, &QMenu::aboutToHide, face,
+                    [face] { QTimer::singleShot(0, face, [face] { LoseMouse(face); }); });
         }
         connect(button.action, &QAction::triggered, this, [this, key] { emit ButtonClick(key); });
     }

@@ -128,7 +128,7 @@ QString DialogService::FileDialog(const FileDialogRequest &request, QWidget *par
 {
     QFileDialog dialog(ParentOr(parent), request.Title);
     dialog.setAcceptMode(request.Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(request.Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setFileMode(QFileDialog::AnyFile); // of a file that is not there the callers speak, in their own words
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     const QString filter = ToolkitFilter(request.Filter);
     if (!filter.isEmpty())
@@ -145,7 +145,7 @@ QString DialogService::FileDialog(const FileDialogRequest &request, QWidget *par
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     const QString chosen = dialog.selectedFiles().constFirst();
-    return request.Save ? WithDefaultExtension(chosen, request.DefaultExt) : chosen;
+    return request.Save || !QFileInfo::exists(chosen) ? WithDefaultExtension(chosen, request.DefaultExt) : chosen;
 }
 
 bool DialogService::PrintDialog(QPrinter &printer, QWidget *parent)

@@ -64,7 +64,8 @@ public:
     virtual int MsgBox(const MsgBoxRequest &request, QWidget *parent);
     // False when the user cancelled; `text` is then "".
     virtual bool InputBox(const InputBoxRequest &request, QString &text, QWidget *parent);
-    // "" when the user cancelled. Never asks whether to overwrite: the callers ask in their own words.
+    // "" when the user cancelled. Never asks whether to overwrite, nor whether the file to open is there: the callers
+    // ask in their own words.
     virtual QString FileDialog(const FileDialogRequest &request, QWidget *parent);
     virtual bool PrintDialog(QPrinter &printer, QWidget *parent);
 

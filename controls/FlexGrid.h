@@ -6,11 +6,11 @@
 // answers.
 //
 // Bound: row 0 holds the field names, data rows follow; column 0 is empty, field N stands in column N + 1. A recordset
-// without rows leaves row 0 alone. A last field of chapters makes a hierarchy: rows that open onto the rows of the
-// chapter, in bands that are numbered from 0. The grid shares ownership of the recordset and never moves its current
-// row. Sorting permutes row numbers; no row is copied.
+// without rows leaves one empty row below the names, which is no record. A last field of chapters makes a hierarchy:
+// rows that open onto the rows of the chapter, in bands that are numbered from 0. The grid shares ownership of the
+// recordset and never moves its current row. Sorting permutes row numbers; no row is copied.
 
-#include "ado/Recordset.h"
+#include "ado/CellReader.h"
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
 #include <QColor>
@@ -48,14 +48,16 @@ public:
     void SetFixedRows(qint64 rows);
     int FixedCols() const;
     void SetFixedCols(int cols);
-    qint64 RecordCount() const; // rows of data: Rows less the row of names; of a hierarchy, of the first band
+    qint64 RecordCount() const; // rows of data, without names and the empty row; of a hierarchy, of the first band
 
     // Cells.
     QString TextMatrix(qint64 row, int col) const;
     void SetTextMatrix(qint64 row, int col, const QString &text);
     bool CellIsNull(qint64 row, int col) const;
-    QString Text() const;                                 // of the current cell, "" when there is none
-    void AddItem(const QString &text, qint64 index = -1); // cells parted by TAB; at the end without an index
+    QString CellStart(qint64 row, int col, qint64 most) const; // the first characters of a text of any size
+    ADODB::CellReader ReadCell(qint64 row, int col) const;     // the whole text, piece by piece
+    QString Text() const;                                      // of the current cell, "" when there is none
+    void AddItem(const QString &text, qint64 index = -1);      // cells parted by TAB; at the end without an index
     void RemoveItem(qint64 row);
     void Clear();          // texts, colours and the data source; the shape stays
     void ClearStructure(); // Clear, and names, widths, heights, bands, sorting; 2 x 2 remains
@@ -93,6 +95,8 @@ public:
     int ColWidth(int col) const;
     void SetColWidth(int col, int twips); // -1: the default again
     void SetColAlignment(int col, FlexAlign align);
+    void FitColumn(int col); // to its heading and the rows in view, 51 at least
+    void FitColumns();
     qint64 MouseRow(const QPoint &viewportPosition) const; // -1 outside the rows
     int MouseCol(const QPoint &viewportPosition) const;
     QRect CellRect(qint64 row, int col) const; // pixels in the viewport; empty when it is scrolled away
@@ -146,6 +150,7 @@ signals:
 
 protected:
     bool event(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -165,5 +170,6 @@ private:
     std::unique_ptr<Body> m;
 };
 
-// Fits every column to the longest text of its rows 0 to 50 (never the last row), plus one blank and 60 twips.
+// Fits every column to the longest text of its rows 0 to 50 (never the last row), plus one blank and 60 twips. A text
+// counts as far as the grid shows it.
 void AutoSize(FlexGrid *grid);

@@ -15,7 +15,7 @@ public:
         if (kind == QAccessible::Name && m_grid->accessibleName().isEmpty())
             return QStringLiteral("Grid");
         if (kind == QAccessible::Value)
-            return m_grid->Text();
+            return Spoken();
         if (kind == QAccessible::Description && m_grid->Row() > 0 && m_grid->Row() < m_grid->Rows() &&
             m_grid->Col() < m_grid->Cols())
             return m_grid->TextMatrix(0, m_grid->Col()) + QStringLiteral(", row ") + QString::number(m_grid->Row());
@@ -23,6 +23,14 @@ public:
     }
 
 private:
+    // As far as anybody listens: not the whole of a value of many megabytes.
+    QString Spoken() const
+    {
+        const bool there = m_grid->Row() >= 0 && m_grid->Row() < m_grid->Rows() && m_grid->Col() >= 0 &&
+                           m_grid->Col() < m_grid->Cols();
+        return there ? m_grid->CellStart(m_grid->Row(), m_grid->Col(), 2000) : QString();
+    }
+
     FlexGrid *m_grid;
 };
 

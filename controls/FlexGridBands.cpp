@@ -29,6 +29,8 @@ void FlexGrid::Body::BindBands()
     flat.push_back({source, -1, 0, 0, false});
     for (qint64 r = 0; r < boundRows; ++r)
         flat.push_back({source, r, r + 1, 0, false});
+    if (boundRows == 0)
+        flat.push_back({nullptr, 0, 1, 0, false});
     // The bands below are known from the first chapter that is there.
     size_t count = 1;
     ADODB::RecordsetPtr level = source;

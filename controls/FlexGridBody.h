@@ -5,6 +5,7 @@
 // hang on ids, heights on rows of the view. Without an order the id is the row itself.
 
 #include "controls/FlexGrid.h"
+#include <QFontMetrics>
 #include <QHash>
 #include <QMap>
 #include <QPoint>
@@ -89,7 +90,9 @@ struct FlexGrid::Body
     qint64 Id(qint64 r) const;
     bool IsNames(qint64 r) const; // shows field names
     QString CellText(qint64 r, int c) const;
-    QString ShownText(qint64 r, int c) const; // cut to what a screen can show
+    static constexpr qint64 shownLimit = 2000; // characters of one line that a screen can show
+    QString ShownText(qint64 r, int c, qint64 most = shownLimit) const;
+    QString HiddenText(const QPoint &position) const; // of a cell that does not show all of its text, else ""
     bool IsNull(qint64 r, int c) const;
     bool Source(qint64 r, int c, ADODB::Recordset **recordset, qint64 *record, int *field) const;
     void MakeOrder();
@@ -134,4 +137,6 @@ struct FlexGrid::Body
     void PaintPane(QPainter &painter, qint64 firstRow, qint64 lastRow, int firstCol, int lastCol, const QRect &clip);
     void PaintCell(QPainter &painter, qint64 r, int c, const QRect &cell);
     void PaintText(QPainter &painter, const QString &text, const QRect &room, int align) const;
+    QRect TextRoom(qint64 r, int c, const QRect &cell) const; // what margins and the mark of sorting leave
+    int LinesIn(const QRect &room) const;                     // lines of text that a cell of this height shows
 };

@@ -8,10 +8,6 @@
 #include <algorithm>
 #include <numeric>
 
-namespace {
-constexpr qsizetype shownLimit = 2000; // characters of a cell that a screen can show
-}
-
 void FlexGrid::Body::CheckRow(qint64 r) const
 {
     if (r < 0 || r >= rows)
@@ -79,19 +75,17 @@ QString FlexGrid::Body::CellText(qint64 r, int c) const
     return record < 0 ? recordset->Column(field).Name : recordset->CellText(record, field);
 }
 
-QString FlexGrid::Body::ShownText(qint64 r, int c) const
+// Never makes more of a value than is asked for: a cell may hold many megabytes, and is painted again and again.
+QString FlexGrid::Body::ShownText(qint64 r, int c, qint64 most) const
 {
     ADODB::Recordset *recordset = nullptr;
     qint64 record = 0;
     int field = 0;
     if (source && (written.isEmpty() || !written.contains({Id(r), c})) && Source(r, c, &recordset, &record, &field) &&
-        record >= 0) {
-        const QByteArrayView bytes = recordset->CellUtf8(record, field);
-        if (bytes.size() > shownLimit * 4)
-            return QString::fromUtf8(bytes.first(shownLimit * 4)).left(shownLimit);
-    }
+        record >= 0)
+        return ADODB::CellStart(*recordset, record, field, most);
     const QString text = CellText(r, c);
-    return text.size() > shownLimit ? text.left(shownLimit) : text;
+    return text.size() > most ? text.left(most) : text;
 }
 
 bool FlexGrid::Body::IsNull(qint64 r, int c) const
@@ -144,7 +138,8 @@ void FlexGrid::Body::Rebind()
     boundRows = source->RowCount();
     const int fields = FieldsOf(*source);
     hierarchical = fields < source->ColumnCount();
-    rows = boundRows + 1;
+    rows =
+        std::max<qint64>(boundRows, 1) + 1; // without a record an empty row, so that the names are measured and shown
     cols = fields + 1;
     nextId = rows;
     if (hierarchical)
@@ -256,7 +251,8 @@ qint64 FlexGrid::RecordCount() const
 {
     if (m->hierarchical)
         return m->boundRows;
-    return std::max<qint64>(0, m->rows - (m->source ? 1 : m->fixedRows));
+    const qint64 others = !m->source ? m->fixedRows : m->boundRows > 0 ? 1 : 2; // the names, the empty row
+    return std::max<qint64>(0, m->rows - others);
 }
 
 QString FlexGrid::TextMatrix(qint64 row, int col) const
@@ -289,6 +285,26 @@ bool FlexGrid::CellIsNull(qint64 row, int col) const
     m->CheckRow(row);
     m->CheckCol(col);
     return m->IsNull(row, col);
+}
+
+QString FlexGrid::CellStart(qint64 row, int col, qint64 most) const
+{
+    m->CheckRow(row);
+    m->CheckCol(col);
+    return m->ShownText(row, col, most);
+}
+
+ADODB::CellReader FlexGrid::ReadCell(qint64 row, int col) const
+{
+    m->CheckRow(row);
+    m->CheckCol(col);
+    ADODB::Recordset *recordset = nullptr;
+    qint64 record = 0;
+    int field = 0;
+    if (m->source && !m->written.contains({m->Id(row), col}) && m->Source(row, col, &recordset, &record, &field) &&
+        record >= 0)
+        return ADODB::CellReader(recordset->shared_from_this(), record, field);
+    return ADODB::CellReader(m->CellText(row, col));
 }
 
 QString FlexGrid::Text() const

@@ -3,9 +3,11 @@
 #include "controls/FlexGridBody.h"
 #include "controls/Twips.h"
 #include <QApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -13,7 +15,8 @@
 namespace {
 constexpr int gripWidth = 4; // pixels on either side of a header's edge
 constexpr int autoScrollMilliseconds = 40;
-constexpr int leastWidth = 8; // pixels
+constexpr int leastWidth = 8;         // pixels
+constexpr qsizetype longestWord = 60; // characters of a tool tip that stay together
 } // namespace
 
 int FlexGrid::Body::ResizeColumnAt(const QPoint &position) const
@@ -134,12 +137,13 @@ void FlexGrid::mouseMoveEvent(QMouseEvent *event)
 
 void FlexGrid::mouseReleaseEvent(QMouseEvent *event)
 {
-    const bool width = m->drag == Body::Drag::Width;
+    const bool click =
+        m->pressed && m->drag != Body::Drag::Width; // letting a column's edge go is no click on the header
     m->drag = Body::Drag::None;
-    m->autoScroll.stop();
-    if (!m->pressed || width) // letting a column's edge go is no click on the header
-        return;
     m->pressed = false;
+    m->autoScroll.stop();
+    if (!click)
+        return;
     const QPoint at = event->position().toPoint();
     if (event->button() == Qt::LeftButton)
         emit Click();
@@ -150,18 +154,10 @@ void FlexGrid::mouseDoubleClickEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
+    m->pressed = false; // the release that follows is no click of its own
     const int c = m->ResizeColumnAt(event->position().toPoint());
-    if (c >= 0) { // fits the column to what is in view
-        int widest = 0;
-        for (qint64 r = 0; r < m->rows && r < m->topRow + 200; ++r) {
-            if (r == m->FrozenRows() && r < m->topRow)
-                r = m->topRow;
-            widest = std::max(widest, fontMetrics().horizontalAdvance(m->ShownText(r, c)));
-        }
-        SetColWidth(c, ToTwips(widest + 12));
-        return;
-    }
-    m->pressed = false;
+    if (c >= 0)
+        return FitColumn(c);
     const qint64 r = MouseRow(event->position().toPoint());
     if (r >= m->FrozenRows())
         emit DoubleClick();
@@ -258,6 +254,33 @@ void FlexGrid::keyPressEvent(QKeyEvent *event)
     } else {
         event->ignore();
     }
+}
+
+// Hovering over a text that is cut off shows it whole.
+bool FlexGrid::viewportEvent(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QAbstractScrollArea::viewportEvent(event);
+    auto *const help = static_cast<QHelpEvent *>(event);
+    const QString text = m->HiddenText(help->pos());
+    if (text.isEmpty()) {
+        QToolTip::hideText();
+        event->ignore();
+    } else {
+        // As rich text, so that long lines are broken, words without a blank too; nothing in it is taken for markup.
+        QString lines = text;
+        for (qsizetype at = 0, run = 0; at < lines.size(); ++at) {
+            run = lines[at].isSpace() ? 0 : run + 1;
+            if (run > longestWord && !lines[at].isLowSurrogate()) {
+                lines.insert(at, QChar(0x200B)); // a place to break, of no width
+                run = 0;
+            }
+        }
+        const auto shown = QStringLiteral("<div style=\"white-space:pre-wrap\">%1</div>").arg(lines.toHtmlEscaped());
+        const QRect cell = CellRect(MouseRow(help->pos()), MouseCol(help->pos()));
+        QToolTip::showText(help->globalPos(), shown, viewport(), cell);
+    }
+    return true;
 }
 
 void FlexGrid::focusInEvent(QFocusEvent *event)

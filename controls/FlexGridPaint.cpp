@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int textMargin = 3;
+constexpr int sortMark = 14; // pixels that the mark of sorting takes
 
 QColor Mix(const QColor &a, const QColor &b, double part)
 {
@@ -39,23 +40,61 @@ void DrawTriangle(QPainter &painter, const QRectF &room, bool open, const QColor
     painter.restore();
 }
 
+// One line of a cell: all of it, or its start and an ellipsis. Where not even a letter and the ellipsis fit, the first
+// letters are cut at the cell's edge and three dots say so: a cell that holds something never looks empty.
+void DrawLine(QPainter &painter, const QRect &room, int flags, const QString &line)
+{
+    const QFontMetrics metrics = painter.fontMetrics();
+    const QString fitted = metrics.elidedText(line, Qt::ElideRight, room.width());
+    flags |= Qt::TextSingleLine;
+    if (fitted.size() > 1 || fitted == line) {
+        painter.drawText(room, flags, fitted);
+        return;
+    }
+    const QRect whole = room.adjusted(1 - textMargin, 0, textMargin - 1, 0);
+    painter.save();
+    painter.setClipRect(whole, Qt::IntersectClip);
+    const bool fits = metrics.horizontalAdvance(line) <= whole.width();
+    painter.drawText(whole, fits ? flags : (flags & ~Qt::AlignHorizontal_Mask) | Qt::AlignLeft, line.left(8));
+    if (!fits)
+        for (int dot = 0; dot < 3; ++dot)
+            painter.fillRect(whole.right() - 2 * dot, whole.bottom() - 2, 1, 1, painter.pen().color());
+    painter.restore();
+}
+
+// Line ends and tabs show as blanks.
+QString OneLine(QString text)
+{
+    for (QChar &c : text)
+        if (c < u' ')
+            c = u' ';
+    return text;
+}
+
 } // namespace
+
+int FlexGrid::Body::LinesIn(const QRect &room) const
+{
+    return room.height() < q->fontMetrics().height() * 2 ? 1 : std::max(1, (room.height() + 1) / DefaultHeight());
+}
+
+QRect FlexGrid::Body::TextRoom(qint64 r, int c, const QRect &cell) const
+{
+    QRect room = cell.adjusted(textMargin, 0, -textMargin, -1);
+    if (IsNames(r) && sortCol == c && sort != 0 && r == 0 && room.width() > 24)
+        room.setRight(room.right() - sortMark);
+    return room;
+}
 
 void FlexGrid::Body::PaintText(QPainter &painter, const QString &text, const QRect &room, int align) const
 {
-    if (text.isEmpty() || room.width() <= 0)
+    if (text.isEmpty() || room.width() + 2 * textMargin <= 2)
         return;
-    const QFontMetrics metrics = painter.fontMetrics();
     const int side = align == flexAlignCenter  ? Qt::AlignHCenter
                      : align == flexAlignRight ? Qt::AlignRight
                                                : Qt::AlignLeft;
-    if (room.height() < metrics.height() * 2) { // one line: line ends and tabs show as blanks
-        QString line = text;
-        for (QChar &c : line)
-            if (c < u' ')
-                c = u' ';
-        painter.drawText(room, int(side | Qt::AlignVCenter | Qt::TextSingleLine),
-                         metrics.elidedText(line, Qt::ElideRight, room.width()));
+    if (LinesIn(room) == 1) {
+        DrawLine(painter, room, int(side | Qt::AlignVCenter), OneLine(text));
         return;
     }
     QRect line = room.adjusted(0, 2, 0, 0);
@@ -65,10 +104,29 @@ void FlexGrid::Body::PaintText(QPainter &painter, const QString &text, const QRe
             piece.chop(1);
         if (line.top() >= room.bottom())
             break;
-        painter.drawText(line, int(side | Qt::AlignTop | Qt::TextSingleLine),
-                         metrics.elidedText(piece, Qt::ElideRight, room.width()));
+        DrawLine(painter, line, int(side | Qt::AlignTop), OneLine(piece));
         line.translate(0, DefaultHeight());
     }
+}
+
+// Measured as it is painted, by lines where the row shows several.
+QString FlexGrid::Body::HiddenText(const QPoint &position) const
+{
+    const qint64 r = q->MouseRow(position);
+    const int c = q->MouseCol(position);
+    const QRect cell = r < 0 || c < 0 ? QRect() : q->CellRect(r, c);
+    if (cell.isNull())
+        return {};
+    const QRect room = TextRoom(r, c, cell);
+    const QString text = ShownText(r, c);
+    const QStringList lines = lang::Split(text, QStringLiteral("\n"));
+    const int shown = LinesIn(room);
+    bool hidden = lines.size() > shown;
+    for (const QString &line : lines)
+        hidden = hidden || q->fontMetrics().horizontalAdvance(OneLine(line)) > room.width();
+    if (!hidden)
+        return {};
+    return text.size() < shownLimit ? text : text + QChar(0x2026); // more than that fits no screen
 }
 
 void FlexGrid::Body::PaintCell(QPainter &painter, qint64 r, int c, const QRect &cell)
@@ -98,9 +156,9 @@ void FlexGrid::Body::PaintCell(QPainter &painter, qint64 r, int c, const QRect &
     painter.setPen(Mix(ground, q->ForeColor(), fixed ? 0.30 : 0.18));
     painter.drawLine(cell.topRight(), cell.bottomRight());
     painter.drawLine(cell.bottomLeft(), cell.bottomRight());
-    QRect room = cell.adjusted(textMargin, 0, -textMargin, -1);
-    if (names && sortCol == c && sort != 0 && r == 0 && room.width() > 24) {
-        const QRectF mark(room.right() - 11, room.top(), 11, room.height());
+    const QRect room = TextRoom(r, c, cell), margins = cell.adjusted(textMargin, 0, -textMargin, -1);
+    if (room != margins) {
+        const QRectF mark(margins.right() - 11, room.top(), 11, room.height());
         painter.save();
         if (sort == flexSortGenericAscending || sort == flexSortNumericAscending) {
             painter.translate(mark.center());
@@ -109,10 +167,10 @@ void FlexGrid::Body::PaintCell(QPainter &painter, qint64 r, int c, const QRect &
         }
         DrawTriangle(painter, mark, true, text);
         painter.restore();
-        room.setRight(room.right() - 14);
     }
     painter.setPen(text);
-    PaintText(painter, ShownText(r, c), room, size_t(c) < aligns.size() ? aligns[size_t(c)] : flexAlignLeft);
+    PaintText(painter, ShownText(r, c, shownLimit * std::min(LinesIn(room), 200)), room,
+              size_t(c) < aligns.size() ? aligns[size_t(c)] : flexAlignLeft);
     if (current && !names) {
         const bool focus = q->hasFocus();
         painter.setPen(QPen(focus ? SkinColour(SkinRole::Focus) : text, focus && single ? 2 : 1));

@@ -1,4 +1,4 @@
-// Sorting of a FlexGrid, and the fitting of its columns.
+// Sorting of a FlexGrid.
 
 #include "controls/FlexGridBody.h"
 #include "controls/Twips.h"
@@ -183,19 +183,4 @@ void FlexGrid::Body::SortRows(const std::function<bool()> &keepOn)
     heights = moved;
     Stale();
     emit q->DataChanged();
-}
-
-void AutoSize(FlexGrid *grid)
-{
-    constexpr qint64 sampleRows = 51;
-    constexpr qsizetype measured = 20000; // characters; past that a column is wider than any screen
-    const QFontMetrics metrics(grid->font());
-    for (int c = 0; c < grid->Cols(); ++c) {
-        // By what it takes on the screen, not by its count of characters: scripts differ in how wide they are.
-        int longest = metrics.horizontalAdvance(QLatin1Char(' '));
-        for (qint64 r = 0; r < sampleRows && r < grid->Rows() - 1; ++r)
-            longest =
-                qMax(longest, metrics.horizontalAdvance(grid->TextMatrix(r, c).left(measured) + QLatin1Char(' ')));
-        grid->SetColWidth(c, ToTwips(longest) + 60);
-    }
 }

@@ -225,7 +225,7 @@ int FlexGrid::RowHeight(qint64 row) const
 void FlexGrid::SetRowHeight(qint64 row, int twips)
 {
     m->CheckRow(row);
-    if (twips < 0 || twips == classicHeight)
+    if (twips < 0)
         m->heights.remove(row);
     else
         m->heights.insert(row, twips);

@@ -1,4 +1,5 @@
 #include "controls/IconInk.h"
+#include "controls/Skin.h"
 #include <QFont>
 #include <QIconEngine>
 
@@ -96,19 +97,21 @@ public:
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
     {
-        if (mode == QIcon::Selected) { // on the light ground of a selected row: the same shape in one dark colour
+        // The same shape in one colour: a dark one on the light ground of a selected row; that of a text which is off
+        // for a button that is, so that a bright drawing looks no more alive than a dim one.
+        if (mode == QIcon::Selected || mode == QIcon::Disabled) {
             const double scale = painter->device()->devicePixelRatio();
-            QPixmap dark = pixmap(rect.size() * scale, QIcon::Normal, state);
-            QPainter tint(&dark);
+            QPixmap plain = pixmap(rect.size() * scale, QIcon::Normal, state);
+            QPainter tint(&plain);
             tint.setCompositionMode(QPainter::CompositionMode_SourceAtop);
-            tint.fillRect(dark.rect(), QColor(0, 40, 0));
+            tint.fillRect(plain.rect(),
+                          mode == QIcon::Selected ? QColor(0, 40, 0) : SkinColour(SkinRole::DisabledText));
             tint.end();
-            painter->drawPixmap(rect, dark);
+            painter->drawPixmap(rect, plain);
             return;
         }
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
-        painter->setOpacity(mode == QIcon::Disabled ? 0.32 : 1.0);
         const double side = std::min(rect.width(), rect.height());
         painter->translate(rect.left() + (rect.width() - side) / 2, rect.top() + (rect.height() - side) / 2);
         painter->scale(side / 16, side / 16);

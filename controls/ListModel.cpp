@@ -1,4 +1,5 @@
 #include "controls/ListModel.h"
+#include "ado/CellReader.h"
 #include "controls/ControlError.h"
 #include <algorithm>
 #include <numeric>
@@ -27,10 +28,10 @@ QVariant ListModel::data(const QModelIndex &index, int role) const
     if (!index.isValid())
         return {};
     if (role == Qt::DisplayRole)
-        return OneLine(Text(index.row(), index.column()));
+        return OneLine(ShownText(index.row(), index.column()));
     if (role == Qt::ToolTipRole) {
-        const QString text = Text(index.row(), index.column());
-        return text.size() > 40 ? QVariant(text.left(shownLimit).toHtmlEscaped()) : QVariant();
+        const QString text = ShownText(index.row(), index.column());
+        return text.size() > 40 ? QVariant(text.toHtmlEscaped()) : QVariant();
     }
     if (role == Qt::DecorationRole && index.column() == 0) {
         const int image = Image(index.row());
@@ -111,6 +112,19 @@ QString ListModel::EntryText(quint32 entry, int column) const
     if (block->Text)
         return block->Text(*block->Recordset, record, column);
     return column < block->Recordset->ColumnCount() ? block->Recordset->CellText(record, column) : QString();
+}
+
+// A field's own text is made only as far as it shows: a value of many megabytes would be made anew at every painting.
+QString ListModel::ShownText(qint64 row, int column) const
+{
+    const quint32 entry = Entry(row);
+    if (!m_own.contains(entry)) {
+        qint64 record = 0;
+        const ListBlock *const block = BlockOf(entry, &record);
+        if (block && !block->Text && record < block->Recordset->RowCount() && column < block->Recordset->ColumnCount())
+            return ADODB::CellStart(*block->Recordset, record, column, shownLimit);
+    }
+    return EntryText(entry, column).left(shownLimit);
 }
 
 QString ListModel::Tag(qint64 row) const

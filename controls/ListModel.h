@@ -67,6 +67,7 @@ private:
     void Forget();    // all rows, with nobody told
     void MakeOrder(); // before rows leave the order in which they came
     QString EntryText(quint32 entry, int column) const;
+    QString ShownText(qint64 row, int column) const; // cut to what a screen can show
     const ListBlock *BlockOf(quint32 entry, qint64 *record) const;
     quint32 m_next = 0;    // entries made so far
     quint64 m_changes = 0; // of rows and texts, so that a sort that lets events in sees them

@@ -28,6 +28,7 @@ RichTextBox::RichTextBox(QWidget *parent) : QPlainTextEdit(parent), m_colours{de
     SetProportional(false);
     connect(document(), &QTextDocument::contentsChange, this, &RichTextBox::OnContentsChange);
     connect(this, &QPlainTextEdit::textChanged, this, &RichTextBox::OnTextChanged);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { m_asked.reset(); });
 }
 
 RichTextBox::~RichTextBox()
@@ -64,6 +65,7 @@ void RichTextBox::WriteWhole(const QString &text)
 {
     const bool shown = updatesEnabled();
     setUpdatesEnabled(false);
+    TellWhole(text);
     ++m_quiet;
     setPlainText(text);
     --m_quiet;
@@ -125,6 +127,7 @@ void RichTextBox::SetSelStart(qsizetype position)
     QTextCursor cursor = Cursor();
     cursor.setPosition(place.block.position() + place.column);
     SetCursor(cursor);
+    m_asked = std::clamp<qsizetype>(position, 0, m_content.Text().size());
 }
 
 qsizetype RichTextBox::SelLength() const
@@ -137,11 +140,20 @@ void RichTextBox::SetSelLength(qsizetype length)
 {
     QTextCursor cursor = Cursor();
     const int start = cursor.selectionStart();
-    const qsizetype rest = m_content.Text().size() - TextPosition(start);
-    const Place end = Find(TextPosition(start) + std::clamp<qsizetype>(length, 0, rest), true);
+    std::optional<qsizetype> asked = m_asked;
+    if (asked) {
+        const Place place = Find(*asked, false);
+        if (place.block.position() + place.column != start)
+            asked.reset(); // the selection was moved meanwhile
+    }
+    const qsizetype from = asked.value_or(TextPosition(start));
     cursor.setPosition(start);
-    cursor.setPosition(end.block.position() + end.column, QTextCursor::KeepAnchor);
+    if (const qsizetype taken = std::min(length, m_content.Text().size() - from); taken > 0) {
+        const Place end = Find(from + taken, true);
+        cursor.setPosition(end.block.position() + end.column, QTextCursor::KeepAnchor);
+    }
     SetCursor(cursor);
+    m_asked = asked; // another length counts from there as well
 }
 
 QString RichTextBox::SelText() const
@@ -264,6 +276,8 @@ void RichTextBox::OnContentsChange(int position, int removed, int added)
         if (column > 0)
             style = m_content.StyleAt(line, column - 1);
     }
+    m_asked.reset();
+    emit edited(m_content.Text(), start, goneSize, now);
     m_content.Replace(start, goneSize, now, line, column, style);
     m_pending = true;
     ShowEdited(firstShown, lastShown);
@@ -278,6 +292,7 @@ void RichTextBox::Resync()
             text += QLatin1String("\r\n");
         text += block.text();
     }
+    TellWhole(text);
     m_content.Reset(text);
     m_pending = true;
     ShowLines(0, m_content.LineCount() - 1);

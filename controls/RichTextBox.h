@@ -3,7 +3,8 @@
 // their colours as formats of their layout, because these stay out of its text and cost a tenth of a rich document's.
 //
 // Positions are zero-based and count each line end as CR LF, two characters. A position in the middle of CR LF is
-// legal: the start of a selection moves down to the CR, its end up behind the LF. Positions past the end are clipped.
+// legal: the start of a selection moves down to the CR, its end up behind the LF, and a length counts from the place
+// that was asked for. Positions past the end are clipped.
 // There is no undo here: the windows keep their own history. Interface thread only; nothing is raised.
 
 #include "controls/EditorText.h"
@@ -76,6 +77,9 @@ public:
 
 signals:
     void changed(); // the text changed; not raised again while a listener is at work
+    // Each single change of the text, whoever makes it, before it shows in Text: `length` characters at `start` of
+    // `before` give way to `now`. The document is at work: a listener takes a note and touches nothing.
+    void edited(const QString &before, qsizetype start, qsizetype length, const QString &now);
     void filesDropped(const QStringList &files);
     void nodeDropped(const QByteArray &node); // "application/x-brindlewick-node"; the caret is at the drop
     void contextRequested(const QPoint &globalPosition);
@@ -110,6 +114,7 @@ private:
     void SetCursor(const QTextCursor &cursor);
     void ReplaceText(qsizetype position, qsizetype length, const QString &text);
     void WriteWhole(const QString &text);
+    void TellWhole(const QString &text);
     void Rewrite(const QString &text, bool keepFormats);
     std::vector<RtfRun> Runs() const;
 
@@ -145,5 +150,6 @@ private:
     bool m_telling = false; // listeners of changed() are at work
     int m_locks = 0;
     std::optional<QTextCursor> m_shadow; // the selection while locked
+    std::optional<qsizetype> m_asked;    // what SetSelStart was given, as long as the selection starts there
     int m_scrollX = 0, m_scrollY = 0;    // the view when the first lock was taken
 };

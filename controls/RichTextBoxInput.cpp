@@ -26,6 +26,18 @@ bool IsNode(const QMimeData *data)
     return data->hasFormat(QLatin1String(RichTextBox::NodeMime));
 }
 
+// Files and nodes stay with whoever gives them, though he may propose to move them: a file manager deletes what was
+// taken so. Text within the editor is moved.
+void Accept(QDropEvent *event)
+{
+    if (IsNode(event->mimeData()) || !Files(event->mimeData()).isEmpty()) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+    } else {
+        event->acceptProposedAction();
+    }
+}
+
 } // namespace
 
 void RichTextBox::keyPressEvent(QKeyEvent *event)
@@ -34,6 +46,11 @@ void RichTextBox::keyPressEvent(QKeyEvent *event)
     if (event->matches(QKeySequence::Undo)) {
         event->accept();
         emit undoRequested();
+        return;
+    }
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) { // keyboards without a menu key
+        event->accept();
+        emit contextRequested(viewport()->mapToGlobal(cursorRect().bottomLeft()));
         return;
     }
     QPlainTextEdit::keyPressEvent(event);
@@ -98,14 +115,14 @@ void RichTextBox::dragEnterEvent(QDragEnterEvent *event)
 {
     QPlainTextEdit::dragEnterEvent(event);
     if (canInsertFromMimeData(event->mimeData()) && !isReadOnly())
-        event->acceptProposedAction();
+        Accept(event);
 }
 
 void RichTextBox::dragMoveEvent(QDragMoveEvent *event)
 {
     QPlainTextEdit::dragMoveEvent(event);
     if (canInsertFromMimeData(event->mimeData()) && !isReadOnly())
-        event->acceptProposedAction();
+        Accept(event);
 }
 
 void RichTextBox::dropEvent(QDropEvent *event)
@@ -120,8 +137,7 @@ void RichTextBox::dropEvent(QDropEvent *event)
     const QMimeData nothing;
     QDropEvent done(event->position(), event->possibleActions(), &nothing, event->buttons(), event->modifiers());
     QPlainTextEdit::dropEvent(&done);
-    event->setDropAction(Qt::CopyAction); // whoever gave it keeps it
-    event->accept();
+    Accept(event);
     if (IsNode(data)) {
         setTextCursor(cursorForPosition(event->position().toPoint()));
         emit nodeDropped(data->data(QLatin1String(NodeMime)));

@@ -104,6 +104,14 @@ bool RichTextBox::TakeColoured(const ColouredText &coloured)
     return true;
 }
 
+void RichTextBox::TellWhole(const QString &text)
+{
+    m_asked.reset();
+    const Difference middle = Compare(m_content.Text(), text);
+    if (middle.oldLength > 0 || middle.newLength > 0)
+        emit edited(m_content.Text(), middle.start, middle.oldLength, text.mid(middle.start, middle.newLength));
+}
+
 // Another text with as little of the document touched as there is need; nobody is told.
 void RichTextBox::Rewrite(const QString &text, bool keepFormats)
 {

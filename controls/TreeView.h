@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QIcon>
 #include <QTreeWidget>
+#include <QVariant>
 #include <vector>
 
 class TreeView;
@@ -30,6 +31,9 @@ public:
     void SetText(const QString &value) { setText(0, value); }
     QString Tag() const { return m_tag; }
     void SetTag(const QString &value) { m_tag = value; }
+    // What the caller keeps beside: neither shown nor looked at here.
+    QVariant ItemData() const { return m_itemData; }
+    void SetItemData(const QVariant &value) { m_itemData = value; }
     int Image() const { return m_image; } // number in the tree's image list, 0 for none
     void SetImage(int image);
     int SelectedImage() const { return m_selectedImage; }
@@ -61,6 +65,7 @@ private:
     static Node *From(QTreeWidgetItem *item);
 
     QString m_key, m_tag;
+    QVariant m_itemData;
     int m_image = 0, m_selectedImage = 0;
     mutable int m_index = 0;
 };

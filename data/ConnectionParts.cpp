@@ -6,7 +6,8 @@ namespace {
 void AddPart(QString &text, const char *key, const QString &value)
 {
     if (!value.isEmpty())
-        text += QLatin1Char(';') + QLatin1String(key) + QLatin1Char('=') + ADODB::BracedValue(value);
+        text += QLatin1Char(';') + QLatin1String(key) + QLatin1Char('=') +
+                (qstrcmp(key, "PWD") == 0 ? ADODB::BracedPassword(value) : ADODB::BracedValue(value));
 }
 
 } // namespace

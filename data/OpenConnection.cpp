@@ -1,4 +1,6 @@
+#include "ado/ConnectionString.h"
 #include "controls/Attempt.h"
+#include "controls/Dialogs.h"
 #include "data/frmLogin.h"
 #include "data/modMain.h"
 #include "frame/Shell.h"
@@ -6,7 +8,7 @@
 
 namespace {
 
-QString g_lastError;
+ADODB::Error g_lastError;
 
 // Opens in the background. Whoever gives up leaves the object to its thread and goes on with a new closed one.
 void Open(ADODB::ConnectionPtr &connection, const QString &status, const QString &text, const QString &user,
@@ -21,7 +23,7 @@ void Open(ADODB::ConnectionPtr &connection, const QString &status, const QString
 }
 
 // Opens, and asks for user and password as long as the server refuses them.
-bool OpenWithLogin(ADODB::ConnectionPtr &connection, const QString &status, const QString &text, QString &why)
+bool OpenWithLogin(ADODB::ConnectionPtr &connection, const QString &status, const QString &text, ADODB::Error &failure)
 {
     QString user, password;
     for (;;) {
@@ -30,18 +32,20 @@ bool OpenWithLogin(ADODB::ConnectionPtr &connection, const QString &status, cons
         try {
             Open(connection, status, text, user, password);
             connection->SetCursorLocation(ADODB::adUseClient); // some providers reset it
-            why.clear();
+            failure = {};
             return true;
         } catch (const ADODB::Error &error) {
-            why = error.Description;
+            failure = error;
             refused = error.Number == ADODB::adErrLoginFailed ||
                       error.Description.contains(QLatin1String("password"), Qt::CaseInsensitive);
         } catch (...) {
-            why = DescribeCurrentException();
+            failure = ADODB::Error(ADODB::adErrProviderFailed, DescribeCurrentException());
         }
         if (!refused)
             return false;
         frmLogin login;
+        if (!user.isEmpty() || !password.isEmpty())
+            login.SetReason(failure.Description);
         login.ShowModal();
         if (login.Cancelled)
             return false;
@@ -73,12 +77,25 @@ bool OpenConnection(const QString &ConnectionString)
 
 QString LastOpenError()
 {
-    return g_lastError;
+    return g_lastError.Description;
+}
+
+int LastOpenErrorNumber()
+{
+    return g_lastError.Number;
+}
+
+QString AskToCreate(const QString &ConnectionString, const QString &Why, QWidget *Parent)
+{
+    if (MsgBox(Why + QStringLiteral("\r\nDo you want to create it?"), mbYesNo | mbQuestion,
+               QStringLiteral("Connection"), Parent) != mbYes)
+        return {};
+    return ADODB::WithAttribute(ConnectionString, QStringLiteral("Create"), QStringLiteral("Yes"));
 }
 
 ADODB::ConnectionPtr OpenExtraConnection(const QString &ConnectionString)
 {
     ADODB::ConnectionPtr connection = ADODB::Connection::Create();
-    QString why;
-    return OpenWithLogin(connection, QString(), ConnectionString, why) ? connection : nullptr;
+    ADODB::Error failure;
+    return OpenWithLogin(connection, QString(), ConnectionString, failure) ? connection : nullptr;
 }

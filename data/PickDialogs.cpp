@@ -1,6 +1,7 @@
 #include "controls/Attempt.h"
 #include "controls/ListView.h"
 #include "controls/Twips.h"
+#include "data/SchemaLoader.h"
 #include "data/clsConns.h"
 #include "data/frmConnectionString.h"
 #include "data/frmGetSelection.h"
@@ -9,6 +10,8 @@
 #include "lang/Text.h"
 #include "session/Pump.h"
 #include <QPushButton>
+#include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -40,14 +43,16 @@ ADODB::RecordsetPtr Tables(const ADODB::ConnectionPtr &connection, bool views, b
     return rowset;
 }
 
-void AddRow(ListView *list, bool typed, const QString &name, const QString &type)
+void AddRow(ListView *list, bool typed, const QString &name, const QString &type, const QString &tag = {})
 {
-    const qint64 row = list->AddItem(name);
+    const qint64 row = list->AddItem(name, tag);
     if (typed)
         list->SetSubItem(row, 1, type);
 }
 
-void FillTables(ListView *list, const ADODB::RecordsetPtr &rowset, bool typed, const QString &first)
+// Each row's tag is the number of its object, counted from 1; the first item has none.
+void FillTables(ListView *list, const ADODB::RecordsetPtr &rowset, bool typed, const QString &first,
+                ADODB::DatabaseFamily family, std::vector<ADODB::ObjectName> &objects)
 {
     const int width = list->ListWidth();
     list->AddColumn(QStringLiteral("Name"), typed ? width - 1400 : width - 300);
@@ -58,15 +63,17 @@ void FillTables(ListView *list, const ADODB::RecordsetPtr &rowset, bool typed, c
         AddRow(list, typed, first, QString());
     auto &name = rowset->Fields()[QStringLiteral("Table_Name")];
     auto &type = rowset->Fields()[QStringLiteral("Table_Type")];
-    for (; !rowset->Eof(); rowset->MoveNext())
-        AddRow(list, typed, name.Text(), type.Text());
+    for (; !rowset->Eof(); rowset->MoveNext()) {
+        objects.push_back(ObjectOfRow(*rowset, family));
+        AddRow(list, typed, name.Text(), type.Text(), lang::CStr(qint64(objects.size())));
+    }
 }
 
 } // namespace
 
 QString GetTable(bool ShowViews, bool ShowTables, const QString &FirstItem, const QString &OkCaption,
                  const QString &CancelCaption, const QString &ConnectionString, const ADODB::ConnectionPtr &Connection,
-                 const QString &Default)
+                 const QString &Default, ADODB::ObjectName *Picked)
 {
     const Hourglass pointer;
     SetStatus(QStringLiteral("Get Source"));
@@ -81,15 +88,20 @@ QString GetTable(bool ShowViews, bool ShowTables, const QString &FirstItem, cons
         return {};
     const ADODB::RecordsetPtr rowset = Tables(source, ShowViews, ShowTables);
     const bool typed = ShowViews && ShowTables;
-    if (!rowset || !Attempt([&] { FillTables(form.lvResults, rowset, typed, FirstItem); }))
+    std::vector<ADODB::ObjectName> objects;
+    if (!rowset || !Attempt([&] { FillTables(form.lvResults, rowset, typed, FirstItem, source->Family(), objects); }))
         return {};
 
     form.SetTitle(typed       ? QStringLiteral("Tables/Views")
                   : ShowViews ? QStringLiteral("Views")
                               : QStringLiteral("Tables"));
     form.SpanColomns();
-    form.SelectText(Default);
+    const auto former = Picked ? std::find(objects.begin(), objects.end(), *Picked) : objects.end();
+    form.SelectText(Default, former == objects.end() ? QString() : lang::CStr(qint64(former - objects.begin()) + 1));
     form.ShowModal();
+    if (Picked)
+        *Picked = form.Cancelled || form.ResultTag.isEmpty() ? ADODB::ObjectName()
+                                                             : objects[size_t(form.ResultTag.toLongLong()) - 1];
     return form.Cancelled ? QString() : form.Result;
 }
 

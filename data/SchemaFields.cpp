@@ -1,32 +1,33 @@
 #include "data/SchemaFields.h"
 #include "controls/Attempt.h"
-#include "sqltext/Keywords.h"
-#include "sqltext/modSQLMaipulation.h"
+#include "data/ServerName.h"
 #include <QMultiMap>
 
 namespace {
 
-// The base tables that the plain name finds and the user may read: owner and name. quote_ident leaves a name alone only
-// when it needs no quotes, so key words and capitals are out.
-const char *const kReadablePostgres =
-    "SELECT n.nspname, c.relname FROM pg_catalog.pg_class c JOIN pg_catalog.pg_namespace n ON n.oid = c.relnamespace "
-    "WHERE c.relkind IN ('r', 'p') AND pg_catalog.pg_table_is_visible(c.oid) "
-    "AND pg_catalog.has_table_privilege(c.oid, 'SELECT') AND pg_catalog.quote_ident(c.relname) = c.relname";
-const char *const kReadableMySQL =
-    "SELECT t.TABLE_SCHEMA, t.TABLE_NAME FROM information_schema.TABLES t WHERE t.TABLE_SCHEMA = DATABASE() "
-    "AND t.TABLE_TYPE = 'BASE TABLE' AND t.ENGINE IS NOT NULL AND t.TABLE_NAME REGEXP '^[A-Za-z_][A-Za-z0-9_]*$' "
+// Schema, name, whether the user may read it, whether the plain name leads to it.
+const char *const kStandingPostgres =
+    "SELECT n.nspname, c.relname, CASE WHEN pg_catalog.has_schema_privilege(n.oid, 'USAGE') "
+    "AND pg_catalog.has_table_privilege(c.oid, 'SELECT') THEN 1 ELSE 0 END, "
+    "CASE WHEN pg_catalog.pg_table_is_visible(c.oid) THEN 1 ELSE 0 END "
+    "FROM pg_catalog.pg_class c JOIN pg_catalog.pg_namespace n ON n.oid = c.relnamespace "
+    "WHERE c.relkind IN ('r', 'p', 'v', 'm', 'f') AND n.nspname NOT IN ('pg_catalog', 'information_schema')";
+// Base tables alone: a view here may be listed and still fail.
+const char *const kStandingMySQL =
+    "SELECT t.TABLE_SCHEMA, t.TABLE_NAME, 1, 1 FROM information_schema.TABLES t WHERE t.TABLE_SCHEMA = DATABASE() "
+    "AND t.TABLE_TYPE = 'BASE TABLE' AND t.ENGINE IS NOT NULL "
     "AND (EXISTS (SELECT 1 FROM information_schema.USER_PRIVILEGES p WHERE p.PRIVILEGE_TYPE = 'SELECT' "
     "AND p.GRANTEE = CONCAT('''', REPLACE(CURRENT_USER(), '@', '''@'''), '''')) "
     "OR EXISTS (SELECT 1 FROM information_schema.SCHEMA_PRIVILEGES p WHERE p.PRIVILEGE_TYPE = 'SELECT' "
     "AND DATABASE() = p.TABLE_SCHEMA AND p.GRANTEE = CONCAT('''', REPLACE(CURRENT_USER(), '@', '''@'''), '''')))";
 
-const char *ReadableQuery(ADODB::DatabaseFamily family)
+const char *StandingQuery(ADODB::DatabaseFamily family)
 {
     switch (family) {
     case ADODB::DatabaseFamily::PostgreSQL:
-        return kReadablePostgres;
+        return kStandingPostgres;
     case ADODB::DatabaseFamily::MySQL:
-        return kReadableMySQL;
+        return kStandingMySQL;
     default:
         return nullptr;
     }
@@ -37,25 +38,10 @@ QString KeyOf(const QString &owner, const QString &name)
     return owner + QChar(0) + name;
 }
 
-QSet<QString> Keywords()
+// The owner is the schema, or the catalogue where there is no schema.
+QString KeyOf(const ADODB::ObjectName &object)
 {
-    QSet<QString> words;
-    for (const QString &word : gKeywords.Words())
-        words.insert(word.toUpper());
-    return words;
-}
-
-QSet<QString> Readable(ADODB::Connection &connection, const char *query, bool checkWords)
-{
-    QSet<QString> keys;
-    const auto rows = connection.Execute(QLatin1String(query));
-    const QSet<QString> words = checkWords ? Keywords() : QSet<QString>();
-    if (checkWords && words.isEmpty())
-        return keys;
-    for (qint64 row = 0; row < rows->RowCount(); ++row)
-        if (!words.contains(rows->CellText(row, 1).toUpper()))
-            keys.insert(KeyOf(rows->CellText(row, 0), rows->CellText(row, 1)));
-    return keys;
+    return KeyOf(object.Schema.isEmpty() ? object.Catalog : object.Schema, object.Name);
 }
 
 int Find(const ADODB::Recordset &rowset, const char *name)
@@ -73,29 +59,38 @@ SchemaFields::SchemaFields(ADODB::ConnectionPtr connection, const std::atomic<bo
 {
 }
 
+// False where the family has no such query.
+bool SchemaFields::ReadStanding()
+{
+    const char *query = StandingQuery(m_connection->Family());
+    if (!query)
+        return false;
+    const auto rows = m_connection->Execute(QLatin1String(query), nullptr, ADODB::adOneStatement);
+    for (qint64 row = 0; row < rows->RowCount(); ++row)
+        m_standing.insert(KeyOf(rows->CellText(row, 0), rows->CellText(row, 1)),
+                          {rows->CellText(row, 2) == QLatin1String("1"), rows->CellText(row, 3) == QLatin1String("1")});
+    return true;
+}
+
 void SchemaFields::ReadAll()
 {
     Attempt([&] {
+        m_hasStanding = ReadStanding();
+        if (m_stop)
+            return;
         const auto family = m_connection->Family();
-        const char *query = ReadableQuery(family);
-        if (!query || m_stop)
-            return;
-        const QSet<QString> readable = Readable(*m_connection, query, family == ADODB::DatabaseFamily::MySQL);
-        if (readable.isEmpty() || m_stop)
-            return;
         const auto rowset = m_connection->OpenSchema(ADODB::adSchemaColumns);
         const int catalogue = Find(*rowset, "TABLE_CATALOG"), schema = Find(*rowset, "TABLE_SCHEMA");
         const int table = Find(*rowset, "TABLE_NAME"), column = Find(*rowset, "COLUMN_NAME");
         const int ordinal = Find(*rowset, "ORDINAL_POSITION");
         if (table < 0 || column < 0 || ordinal < 0)
             return;
+        const auto text = [&](qint64 row, int at) { return at < 0 ? QString() : rowset->CellText(row, at); };
         QHash<QString, QMultiMap<qint64, QString>> fields;
         for (qint64 row = 0; row < rowset->RowCount() && !m_stop; ++row) {
-            QString owner = schema < 0 ? QString() : rowset->CellText(row, schema);
-            if (owner.isEmpty() && catalogue >= 0)
-                owner = rowset->CellText(row, catalogue);
-            const QString key = KeyOf(owner, rowset->CellText(row, table));
-            if (readable.contains(key))
+            const QString key =
+                KeyOf(ADODB::ObjectOf(family, text(row, catalogue), text(row, schema), text(row, table)));
+            if (!m_hasStanding || m_standing.value(key).readable)
                 fields[key].insert(rowset->CellValue(row, ordinal).ToInt64(), rowset->CellText(row, column));
         }
         for (auto it = fields.cbegin(); it != fields.cend(); ++it)
@@ -104,12 +99,12 @@ void SchemaFields::ReadAll()
     });
 }
 
-std::optional<QStringList> SchemaFields::Of(const QString &owner, const QString &name) const
+std::optional<QStringList> SchemaFields::Of(const ADODB::ObjectName &object) const
 {
     if (m_stop)
         return {};
-    const auto known = m_known.constFind(KeyOf(owner, name));
-    return known != m_known.constEnd() ? std::optional(*known) : Probe(name);
+    const auto known = m_known.constFind(KeyOf(object));
+    return known != m_known.constEnd() ? std::optional(*known) : Probe(object);
 }
 
 QStringList SchemaFields::Known() const
@@ -120,12 +115,18 @@ QStringList SchemaFields::Known() const
     return names;
 }
 
-std::optional<QStringList> SchemaFields::Probe(const QString &name) const
+std::optional<QStringList> SchemaFields::Probe(const ADODB::ObjectName &object) const
 {
     std::optional<QStringList> names;
     Attempt([&] {
-        const auto empty =
-            m_connection->Execute(QStringLiteral("SELECT * FROM ") + QuoteName(name) + QStringLiteral(" where 0=1"));
+        const auto standing = m_standing.constFind(KeyOf(object));
+        const QString name = standing == m_standing.constEnd()
+                                 ? ServerName(m_connection, object)
+                                 : NameText(m_connection->Family(),
+                                            m_connection->Property(QStringLiteral("Identifier Quote")).toString(),
+                                            object, standing->plainName);
+        const auto empty = m_connection->Execute(QStringLiteral("SELECT * FROM ") + name + QStringLiteral(" where 0=1"),
+                                                 nullptr, ADODB::adOneStatement);
         if (!empty || empty->State() != ADODB::adStateOpen)
             return;
         names.emplace();

@@ -13,7 +13,6 @@
 namespace {
 
 constexpr qint64 kShownEvery = 100; // objects between two words of progress while the tree is filled
-constexpr size_t kFewObjects = 3;   // up to here a SELECT each costs less than reading all columns
 
 // The rowset of the last pass, whichever it was. A pass whose OpenSchema fails walks it on from where it stands: its
 // end.
@@ -21,8 +20,7 @@ ADODB::RecordsetPtr g_rowset;
 
 struct Object
 {
-    QString owner; // schema, or catalogue where there is no schema
-    QString name;
+    ADODB::ObjectName name;
     std::optional<QStringList> fields;
 };
 
@@ -49,15 +47,6 @@ bool IsWanted(const QString &type)
     }
     const qint64 kind = g_rowset->Fields()[QStringLiteral("PROCEDURE_TYPE")].GetValue().ToInt64();
     return kind == (type == QLatin1String("PROCEDURE") ? 3 : 1) && TextOf("Procedure_Schema") != QLatin1String("SYS");
-}
-
-QString OwnerOf()
-{
-    QString owner;
-    Attempt([&] { owner = TextOf("Table_Schema"); });
-    if (owner.isEmpty())
-        Attempt([&] { owner = TextOf("Table_Catalog"); });
-    return owner;
 }
 
 void OpenRowset(ADODB::Connection &connection, const QString &type)
@@ -91,7 +80,7 @@ void Read(const ADODB::ConnectionPtr &connection, const QString &type, const std
     OpenRowset(*connection, type);
     if (!g_rowset)
         return;
-    const char *name = IsTable(type) ? "Table_Name" : "PROCEDURE_Name";
+    const auto family = connection->Family();
     bool more = true;
     while (more && !stop) {
         more = Attempt([&] {
@@ -100,7 +89,9 @@ void Read(const ADODB::ConnectionPtr &connection, const QString &type, const std
                        return;
                    Attempt([&] {
                        if (IsWanted(type))
-                           objects.push_back({IsTable(type) ? OwnerOf() : QString(), TextOf(name), {}});
+                           objects.push_back({IsTable(type) ? ObjectOfRow(*g_rowset, family)
+                                                            : ADODB::ObjectName{{}, {}, TextOf("PROCEDURE_Name")},
+                                              {}});
                    });
                    g_rowset->MoveNext();
                }) &&
@@ -109,12 +100,12 @@ void Read(const ADODB::ConnectionPtr &connection, const QString &type, const std
     if (!IsTable(type))
         return;
     SchemaFields fields(connection, stop);
-    if (objects.size() > kFewObjects)
+    if (!objects.empty())
         fields.ReadAll();
     progress.of = qint64(objects.size());
     for (Object &object : objects) {
-        if (!object.name.contains(QLatin1Char('$'))) // nobody can select from those
-            object.fields = fields.Of(object.owner, object.name);
+        if (!object.name.Name.contains(QLatin1Char('$'))) // nobody can select from those
+            object.fields = fields.Of(object.name);
         ++progress.done;
     }
 }
@@ -129,8 +120,10 @@ struct Images
 void AddObject(TreeView *tree, Node *parent, const Object &object, const Images &images, Node *&at)
 {
     Attempt([&] {
-        at = parent ? tree->Nodes().Add(parent, tvwChild, object.name, object.name, images.object, images.selected)
-                    : tree->Nodes().Add(nullptr, tvwLast, object.name, object.name, images.object, images.selected);
+        const QString &name = object.name.Name;
+        at = parent ? tree->Nodes().Add(parent, tvwChild, name, name, images.object, images.selected)
+                    : tree->Nodes().Add(nullptr, tvwLast, name, name, images.object, images.selected);
+        at->SetItemData(QStringList{object.name.Catalog, object.name.Schema});
     });
     if (!object.fields || !at)
         return;
@@ -142,6 +135,20 @@ void AddObject(TreeView *tree, Node *parent, const Object &object, const Images 
 }
 
 } // namespace
+
+ADODB::ObjectName ObjectOf(const Node *node)
+{
+    const QStringList place = node->ItemData().toStringList();
+    return {place.value(0), place.value(1), node->Text()};
+}
+
+ADODB::ObjectName ObjectOfRow(ADODB::Recordset &rowset, ADODB::DatabaseFamily family)
+{
+    QString catalog, schema;
+    Attempt([&] { catalog = rowset.Fields()[QStringLiteral("TABLE_CATALOG")].Text(); });
+    Attempt([&] { schema = rowset.Fields()[QStringLiteral("TABLE_SCHEMA")].Text(); });
+    return ADODB::ObjectOf(family, catalog, schema, rowset.Fields()[QStringLiteral("TABLE_NAME")].Text());
+}
 
 bool LoadStructure(TreeView *Tree, Node *Parent, const QString &ObjectType, int ObjectImage, int SelectedImage,
                    int FieldImage)

@@ -10,6 +10,8 @@
 // The tables rowset is kept between calls: a "VIEW" pass walks the rowset that the "TABLE" pass before it has read.
 // Interface thread; reads in the background while the windows paint, Escape ends it with what is there. Nothing raises.
 
+#include "ado/ObjectName.h"
+#include "ado/Recordset.h"
 #include <QString>
 
 class Node;
@@ -19,3 +21,8 @@ class TreeView;
 // False when the user has stopped it.
 bool LoadStructure(TreeView *Tree, Node *Parent, const QString &ObjectType, int ObjectImage, int SelectedImage,
                    int FieldImage);
+
+// Which object a node of such a tree stands for: its text is the name alone, and two schemas may have that.
+ADODB::ObjectName ObjectOf(const Node *node);
+// The object of a tables rowset's current row. Raises where it has no name.
+ADODB::ObjectName ObjectOfRow(ADODB::Recordset &rowset, ADODB::DatabaseFamily family);

@@ -14,12 +14,14 @@ QByteArray ScrambleText(const QByteArray &text, const QByteArray &key)
 {
     const QByteArray codes =
         key.isEmpty() ? QByteArray(reinterpret_cast<const char *>(kKey.data()), qsizetype(kKey.size())) : key;
-    QByteArray result = text;
-    qsizetype at = 0;
-    for (char &byte : result) {
-        byte = char(byte ^ codes[at]);
-        if (++at == codes.size())
-            at = 0;
+    // Plain pointers: a store may hold a text of 100 megabytes.
+    QByteArray result(text.size(), Qt::Uninitialized);
+    const char *from = text.constData(), *const end = from + text.size();
+    const char *code = codes.constData(), *const lastCode = code + codes.size();
+    for (char *to = result.data(); from != end; ++from, ++to) {
+        *to = char(*from ^ *code);
+        if (++code == lastCode)
+            code = codes.constData();
     }
     return result;
 }

@@ -28,6 +28,14 @@ void clsConns::Clear()
     m_members.clear();
 }
 
+clsConns clsConns::Copy() const
+{
+    clsConns copy;
+    for (const auto &member : m_members)
+        copy.Add(member->ConnectionString, member->Name, member->Extra);
+    return copy;
+}
+
 clsConns &gConns()
 {
     static clsConns conns;

@@ -31,6 +31,7 @@ public:
     int Count() const { return int(m_members.size()); }
     void Remove(const QString &key); // an unknown key is ignored
     void Clear();
+    clsConns Copy() const; // members of its own
 
     // Members in the order of insertion: for (const auto &conn : gConns()) ... conn->Name
     auto begin() const { return m_members.begin(); }

@@ -2,6 +2,7 @@
 #include "ado/odbc/OdbcDriver.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
+#include "data/modMain.h"
 #include "lang/Text.h"
 #include "session/Pump.h"
 #include <QComboBox>
@@ -172,6 +173,14 @@ void frmConnectionString::ChooseFile()
         txtDatabase->setText(path);
 }
 
+// Opens in the background. The connection of a test that went on, null when it was given up; raises what opening
+// raises.
+static ADODB::ConnectionPtr Opened(const QString &text)
+{
+    const auto connection = ADODB::Connection::Create();
+    return RunAbandonable({}, [connection, text] { connection->Open(text); }) ? connection : nullptr;
+}
+
 void frmConnectionString::Test()
 {
     if (m_testing)
@@ -181,18 +190,28 @@ void frmConnectionString::Test()
     const QString text = Written();
     lblTest->setText(QStringLiteral("Testing... (Esc cancels)"));
     QString why;
-    bool ended = false;
-    const auto connection = ADODB::Connection::Create();
-    const bool opened =
-        Attempt([&] { ended = RunAbandonable({}, [connection, text] { connection->Open(text); }); }, &why);
+    ADODB::ConnectionPtr connection;
+    const bool ended = Attempt(
+        [&] {
+            try {
+                connection = Opened(text);
+            } catch (const ADODB::Error &error) {
+                const QString making =
+                    error.Number == ADODB::adErrFileNotFound ? AskToCreate(text, error.Description, this) : QString();
+                if (making.isEmpty())
+                    throw;
+                connection = Opened(making);
+            }
+        },
+        &why);
     m_testing = false;
     cmdTest->setEnabled(true);
     cmdTest->setFocus();
-    if (!opened) {
+    if (!ended) {
         lblTest->setText(why.isEmpty() ? QStringLiteral("The test failed.") : why);
         return;
     }
-    if (!ended) {
+    if (!connection) {
         lblTest->setText(QStringLiteral("The test was given up."));
         return;
     }

@@ -76,9 +76,21 @@ void frmGetSelection::showEvent(QShowEvent *event)
     });
 }
 
-void frmGetSelection::SelectText(const QString &text)
+void frmGetSelection::SelectText(const QString &text, const QString &tag)
 {
-    const qint64 row = text.isEmpty() ? -1 : lvResults->FindItem(text, 0, false);
+    qint64 row = -1;
+    // FindItem tells no capitals apart, so it gives the candidates.
+    for (qint64 at = text.isEmpty() ? -1 : lvResults->FindItem(text, 0, false); at >= 0;
+         at = at + 1 < lvResults->Count() ? lvResults->FindItem(text, at + 1, false) : -1) {
+        if (lvResults->Text(at) != text)
+            continue;
+        if (row < 0)
+            row = at;
+        if (lvResults->Tag(at) == tag) {
+            row = at;
+            break;
+        }
+    }
     if (row < 0)
         return;
     lvResults->SelectRow(row);
@@ -89,7 +101,10 @@ void frmGetSelection::TakeSelection()
 {
     // With no selected row nothing ends: the window stays.
     const qint64 row = lvResults->SelectedRow();
-    if (row < 0 || !Attempt([&] { Result = lvResults->Text(row); }))
+    if (row < 0 || !Attempt([&] {
+            Result = lvResults->Text(row);
+            ResultTag = lvResults->Tag(row);
+        }))
         return;
     Finish();
 }

@@ -17,11 +17,13 @@ class frmGetSelection : public ModalForm
 public:
     explicit frmGetSelection(QWidget *parent = nullptr);
 
-    QString Result; // text of the selected row, after OK
+    QString Result;    // text of the selected row, after OK
+    QString ResultTag; // and its tag
 
     void SetTitle(const QString &Text);   // window title and the label above the search box
     void SpanColomns(bool Force = false); // again when the window shows, as the list gets its width then
-    void SelectText(const QString &text); // the first row of exactly this text, if any
+    // The row of exactly this text, letter by letter, if any: the one with this tag, else the first.
+    void SelectText(const QString &text, const QString &tag = {});
 
     QLabel *lblTitle = nullptr;
     QLineEdit *txtCri = nullptr;

@@ -36,8 +36,15 @@ frmLogin::frmLogin(QWidget *parent) : ModalForm(QStringLiteral("Login"), parent)
     buttons->addStretch(1);
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdCancel);
-    grid->setRowStretch(2, 1);
-    grid->addLayout(buttons, 3, 0, 1, 2);
+    lblReason = new QLabel(this);
+    lblReason->setObjectName(QStringLiteral("lblReason"));
+    lblReason->setAccessibleName(QStringLiteral("Reason"));
+    lblReason->setWordWrap(true);
+    lblReason->setTextFormat(Qt::PlainText);
+    lblReason->hide();
+    grid->addWidget(lblReason, 2, 0, 1, 2);
+    grid->setRowStretch(3, 1);
+    grid->addLayout(buttons, 4, 0, 1, 2);
     grid->setColumnStretch(1, 1);
     resize(360, sizeHint().height());
     txtUserName->setFocus();
@@ -48,4 +55,12 @@ frmLogin::frmLogin(QWidget *parent) : ModalForm(QStringLiteral("Login"), parent)
         Finish();
     });
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmLogin::SetReason(const QString &text)
+{
+    lblReason->setText(text);
+    lblReason->setVisible(!text.isEmpty());
+    if (!text.isEmpty())
+        resize(width(), layout()->totalHeightForWidth(width()));
 }

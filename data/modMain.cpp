@@ -2,7 +2,9 @@
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
 #include "data/ProbeSQL.h"
+#include "data/ServerName.h"
 #include "frame/Shell.h"
+#include "session/Pump.h"
 #include "sqltext/modSQLMaipulation.h"
 
 ADODB::ConnectionPtr gConn;
@@ -25,9 +27,13 @@ bool IsOracle()
 // A table's fields without its rows. Raises.
 static ADODB::RecordsetPtr OpenEmpty(const QString &Table)
 {
-    const auto empty = ADODB::Recordset::Create();
-    empty->Open(QStringLiteral("SELECT * FROM ") + QuoteName(Table) + QStringLiteral(" WHERE 1=0"), gConn);
-    return empty;
+    const ADODB::ConnectionPtr connection = gConn;
+    if (!connection)
+        throw ADODB::Error(ADODB::adErrObjectClosed,
+                           QStringLiteral("Operation is not allowed when the object is closed."));
+    return connection->Execute(QStringLiteral("SELECT * FROM ") + ServerName(connection, Table) +
+                                   QStringLiteral(" WHERE 1=0"),
+                               nullptr, ADODB::adOneStatement);
 }
 
 QString GetFieldList(const QString &Table, const QString &Separator)
@@ -40,6 +46,24 @@ QString GetFieldList(const QString &Table, const QString &Separator)
             list += (list.isEmpty() ? QString() : Separator) + fields[i].Name();
     });
     return list;
+}
+
+QString GetFieldList(const ADODB::ConnectionPtr &Connection, const ADODB::ObjectName &Table, const QString &Separator,
+                     QStringList *Quoted)
+{
+    QStringList names;
+    Attempt([&] {
+        const auto empty = ExecutePumped(
+            Connection, QStringLiteral("SELECT * FROM ") + ServerName(Connection, Table) + QStringLiteral(" WHERE 1=0"),
+            nullptr, ADODB::adOneStatement);
+        for (int i = 0; i < empty->ColumnCount(); ++i) {
+            const QString name = empty->Column(i).Name;
+            names << HarmlessName(Connection, name);
+            if (Quoted && names.back() != name)
+                *Quoted << names.back();
+        }
+    });
+    return names.join(Separator);
 }
 
 QString CreateTableStatement(const QString &Table)

@@ -84,6 +84,7 @@ void ChildWindow::mnuMax_Click() {}
 void ChildWindow::mnuMin_Click() {}
 void ChildWindow::mnuAvg_Click() {}
 void ChildWindow::mnuSum_Click() {}
+void ChildWindow::mnuFitColumns() {}
 void ChildWindow::mnuAddTable() {}
 void ChildWindow::ToolBar(const QString &) {}
 void ChildWindow::DynaMenuItemClick(const QString &, const QString &) {}

@@ -51,6 +51,7 @@ public:
     virtual void mnuMin_Click();
     virtual void mnuAvg_Click();
     virtual void mnuSum_Click();
+    virtual void mnuFitColumns();
     virtual void mnuAddTable();
     virtual void ToolBar(const QString &buttonKey);
     virtual void DynaMenuItemClick(const QString &entryKey, const QString &entryText);

@@ -1,43 +1,95 @@
 #include "frame/QueryFile.h"
 
-#include "sqltext/RtfWords.h"
+#include "session/Pump.h"
+#include "session/Status.h"
 #include <QFile>
 #include <QFileInfo>
-#include <QStringDecoder>
+#include <QTimer>
+#include <algorithm>
+#include <atomic>
+#include <memory>
 
-QString DecodeQueryFile(const QByteArray &bytes)
-{
-    QStringDecoder utf8(QStringDecoder::Utf8); // takes the byte order mark away
-    const QString text = utf8(bytes);
-    if (!utf8.hasError())
-        return text;
-    QString result(bytes.size(), Qt::Uninitialized);
-    for (qsizetype i = 0; i < bytes.size(); ++i)
-        result[i] = QChar(Windows1252(uchar(bytes[i])));
-    return result;
-}
+namespace {
 
-bool ReadQueryFile(const QString &path, QString &text, QString &why)
+constexpr qint64 kBlock = 1 << 20;
+constexpr int kTellMs = 150; // a short reading says nothing
+
+// One reading, shared with its thread: the user may leave that behind on a disk that does not answer.
+struct Reading
 {
-    if (const QFileInfo info(path); info.exists() && !info.isFile()) {
+    QString path, text, why;
+    std::atomic<bool> givenUp = false;
+    std::atomic<int> percent = 0;
+    bool read = false;
+
+    void Run();
+};
+
+void Reading::Run()
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) {
         why = QStringLiteral("It is not a file."); // a folder, or what would be read without an end
-        return false;
+        return;
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         why = file.errorString();
-        return false;
+        return;
     }
-    const bool plain = !file.peek(1 << 16).contains('\0'); // a large picture or archive is not read whole
-    const QByteArray bytes = plain ? file.readAll() : QByteArray();
-    if (file.error() != QFileDevice::NoError) {
-        why = file.errorString();
-        return false;
+    const qint64 size = file.size();
+    QByteArray bytes;
+    bool plain = true;
+    while (plain && !givenUp && bytes.size() <= QueryFileLimit && size <= QueryFileLimit) {
+        const QByteArray block = file.read(kBlock);
+        if (file.error() != QFileDevice::NoError) {
+            why = file.errorString();
+            return;
+        }
+        if (block.isEmpty())
+            break;
+        plain = !block.contains('\0');
+        bytes += block;
+        percent = int(std::min<qint64>(99, bytes.size() * 100 / std::max<qint64>(1, size)));
     }
-    if (!plain || bytes.contains('\0')) {
+    if (!plain) {
         why = QStringLiteral("It is not a text file.");
-        return false;
+    } else if (size > QueryFileLimit || bytes.size() > QueryFileLimit) {
+        why = QStringLiteral("It is too large for the editor: %1 bytes, and it takes %2 at most.")
+                  .arg(std::max<qint64>(size, bytes.size()))
+                  .arg(QueryFileLimit);
+    } else {
+        text = DecodeQueryFile(bytes);
+        read = true;
     }
-    text = DecodeQueryFile(bytes);
+}
+
+} // namespace
+
+bool ReadQueryFile(const QString &path, QString &text, QString &why)
+{
+    const auto reading = std::make_shared<Reading>();
+    reading->path = path;
+    const QString before = LastStatus();
+    QString said;
+    QTimer tell;
+    QObject::connect(&tell, &QTimer::timeout, &tell, [&] {
+        said = QStringLiteral("Reading %1 ... %2 % (Esc stops)").arg(QFileInfo(path).fileName()).arg(reading->percent);
+        SetStatus(said);
+    });
+    tell.start(kTellMs);
+    bool ended = false;
+    try {
+        ended = RunAbandonable(QString(), [reading] { reading->Run(); });
+        why = ended ? reading->why : QString();
+    } catch (const std::exception &) {
+        why = QStringLiteral("There is not enough memory to read it.");
+    }
+    reading->givenUp = true;
+    if (!said.isEmpty() && LastStatus() == said)
+        SetStatus(before);
+    if (!ended || !reading->read)
+        return false;
+    text = reading->text;
     return true;
 }

@@ -3,12 +3,16 @@
 #include "frame/Settings.h"
 #include "lang/Text.h"
 #include <QEvent>
+#include <QMargins>
 #include <QScreen>
 #include <QStringList>
 #include <QWidget>
+#include <algorithm>
 #include <cmath>
 
 namespace {
+
+constexpr QMargins kFrame(8, 36, 8, 8); // what the desktop puts around a window; it tells only once the window shows
 
 QString Key(const QWidget *window)
 {
@@ -53,6 +57,27 @@ private:
 };
 
 } // namespace
+
+QRect WholeOnScreen(const QSize &window, const QRect &owner, const QRect &screen, const QMargins &frame)
+{
+    const QRect room = screen.marginsRemoved(frame);
+    QRect place(QPoint(), window.boundedTo(room.size()));
+    place.moveCenter(owner.center());
+    place.moveLeft(std::clamp(place.left(), room.left(), room.right() + 1 - place.width()));
+    place.moveTop(std::clamp(place.top(), room.top(), room.bottom() + 1 - place.height()));
+    return place;
+}
+
+void PlaceWhole(QWidget *window, const QWidget *owner)
+{
+    const QScreen *const screen = owner->screen();
+    if (!screen)
+        return;
+    const QSize stored = Stored(window), size = stored.isValid() ? stored : window->size();
+    const QRect whole = WholeOnScreen(size, owner->geometry(), screen->availableGeometry(), kFrame);
+    window->resize(whole.size());
+    window->move(whole.topLeft() - QPoint(kFrame.left(), kFrame.top())); // of the frame
+}
 
 void RememberSize(QWidget *window)
 {

@@ -7,9 +7,10 @@
 
 class QWidget;
 
-// The chosen path, or "" when the user cancelled or would not overwrite. `icon` is that of the question.
+// The chosen path, or "" when the user cancelled or would not overwrite. `icon` is that of the question; most ask
+// without.
 QString AskSavePath(QWidget *parent, const QString &title, const QString &filter, const QString &defaultExtension = {},
-                    int icon = mbQuestion);
+                    int icon = 0);
 // Writes a text line by line as UTF-8, each line followed by CR LF; the windows paint meanwhile and Escape gives it up.
 bool WriteTextLines(QWidget *parent, const QString &path, qint64 lines,
                     const std::function<QString(qint64 line)> &line);

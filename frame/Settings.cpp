@@ -1,9 +1,11 @@
 #include "frame/Settings.h"
 #include "lang/Text.h"
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QStringList>
 #include <QVariant>
 #include <memory>
@@ -21,12 +23,13 @@ void Forget()
     g_settings.reset();
 } // writes what is pending
 
-std::unique_ptr<QSettings> MakeSettings()
+// Known without a look into it: what cannot be opened must not be parsed before it is put aside.
+QString FileName()
 {
     if (!g_file.isEmpty())
-        return std::make_unique<QSettings>(g_file, QSettings::IniFormat);
-    const auto name = QStringLiteral("Brindlewick");
-    return std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, name, name);
+        return g_file;
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/Brindlewick/Brindlewick.ini");
 }
 
 QSettings &Settings()
@@ -34,13 +37,23 @@ QSettings &Settings()
     if (!g_settings) {
         static const bool registered = (qAddPostRoutine(Forget), true);
         Q_UNUSED(registered);
-        const QString path = g_file.isEmpty() ? MakeSettings()->fileName() : g_file;
-        // Put aside before it is parsed: a foreign file of a gigabyte would cost its size in memory.
-        if (QFileInfo(path).isFile() && QFileInfo(path).size() > kLargestFile) {
-            QFile::remove(path + QStringLiteral(".foreign"));
-            QFile::rename(path, path + QStringLiteral(".foreign"));
+        QString path = FileName();
+        const QFileInfo info(path);
+        const auto owner = QFile::ReadOwner | QFile::WriteOwner;
+        if (info.isFile()) {
+            QFile::setPermissions(path, owner); // the last statements and paths of a user stand in it
+            // A foreign file of a gigabyte would cost its size in memory.
+            if (info.size() > kLargestFile) {
+                QFile::remove(path + QStringLiteral(".foreign"));
+                QFile::rename(path, path + QStringLiteral(".foreign"));
+            }
+        } else if (info.exists() && !info.isDir()) {
+            path += QStringLiteral("/none"); // opening a pipe would wait for ever
+        } else if (!info.exists() && QDir().mkpath(info.path())) {
+            QFile file(path); // the toolkit keeps the mode of a file that is there
+            file.open(QIODevice::WriteOnly | QIODevice::NewOnly, owner);
         }
-        g_settings = MakeSettings();
+        g_settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
         g_settings->setFallbacksEnabled(false);
     }
     return *g_settings;

@@ -3,7 +3,7 @@
 //
 // Keys compare without regard to case. All values are text; numbers are written with "." whatever the locale. A file
 // that is damaged, huge, unreadable or of another program reads as "no value stored" and never stops anything; a value
-// that cannot be written is dropped silently. Interface thread; nothing raises.
+// that cannot be written is dropped silently. The file is its owner's alone. Interface thread; nothing raises.
 
 #include <QString>
 

@@ -12,4 +12,6 @@ install(FILES ${packaging}/brindlewick.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/
 install(FILES ${packaging}/org.brindlewick.Brindlewick.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES ${packaging}/Brindlewick.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${packaging}/brindlewick.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+install(FILES ${packaging}/brindlewick.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/mimetypes
+  RENAME application-sql.svg)
 install(DIRECTORY ${PROJECT_BINARY_DIR}/icons/ DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor OPTIONAL)

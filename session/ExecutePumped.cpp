@@ -22,12 +22,14 @@ QString BehindText(const QString &sql)
     return QStringLiteral("Waiting for: %1 ... (Esc gives up waiting)").arg(Line(sql));
 }
 
-ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql, qint64 *affected)
+ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql, qint64 *affected,
+                                  int options)
 {
     ADODB::RecordsetPtr result;
     qint64 counted = -1;
     // The reference is held here: an event may replace the caller's own connection meanwhile.
-    RunPumpedOn(connection, WaitText(sql), [&, held = connection] { result = held->Execute(sql, &counted); }, {});
+    RunPumpedOn(connection, WaitText(sql), [&, held = connection] { result = held->Execute(sql, &counted, options); },
+                {});
     if (affected)
         *affected = counted;
     return result;

@@ -44,9 +44,10 @@ void EndPumps(bool ending);
 bool RunAbandonable(const QString &status, const std::function<void()> &work);
 
 // Runs a statement so; Escape and Stop cancel it on the server. Raises ADODB::Error as Connection::Execute does, and
-// adErrOperationCancelled when it was cancelled. affected is not touched when the call raises.
+// adErrOperationCancelled when it was cancelled. affected is not touched when the call raises. `options` are those of
+// Connection::Execute.
 ADODB::RecordsetPtr ExecutePumped(const ADODB::ConnectionPtr &connection, const QString &sql,
-                                  qint64 *affected = nullptr);
+                                  qint64 *affected = nullptr, int options = -1);
 
 // Lets every synchronous operation of a connection that is called on this thread run beside the living windows, as a
 // piece of work of its own; input is held back meanwhile but for Escape. Called once at start, and by tests;

@@ -139,10 +139,13 @@ EditText InsertText(const EditText &edit, const QString &inserted)
     return InsertString(edit, inserted);
 }
 
-EditText PlaceStatement(const QString &text, const QString &statement)
+EditText PlaceStatement(const QString &text, qsizetype place, const QString &statement)
 {
-    const QString before = text.isEmpty() ? QString() : text + CrLf + CrLf;
-    return {before + statement, before.size(), statement.size()};
+    const qsizetype at = Snapped({text, place, 0}).selStart;
+    const QString blankLine = CrLf + CrLf;
+    const QString before = at == 0 ? QString() : text.left(at) + blankLine;
+    const QString behind = at == text.size() ? QString() : blankLine + text.mid(at);
+    return {before + statement + behind, before.size(), statement.size()};
 }
 
 QString DropFiles(const QString &text, const QStringList &contents)

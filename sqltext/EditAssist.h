@@ -31,8 +31,8 @@ EditText Indent(const EditText &edit, int shift);
 EditText InsertString(const EditText &edit, const QString &inserted);
 // The same, but with nothing selected and the caret at 0 the text goes to the end, on a line of its own.
 EditText InsertText(const EditText &edit, const QString &inserted);
-// A statement behind the text with a blank line between, selected as a whole.
-EditText PlaceStatement(const QString &text, const QString &statement);
+// A statement at a place of the text, with a blank line to either side where there is text, selected as a whole.
+EditText PlaceStatement(const QString &text, qsizetype place, const QString &statement);
 // Contents of dropped files behind the text, each after a blank line unless it is the first text of all.
 QString DropFiles(const QString &text, const QStringList &contents);
 
@@ -47,3 +47,9 @@ struct SkeletonOptions
 };
 // The statement for a table; `fields` is its field list, joined. "" for another type.
 QString Skeleton(const SkeletonOptions &options, const QString &table, const QString &fields);
+// The same with the table's name as it is to be written.
+QString SkeletonOf(const SkeletonOptions &options, const QString &written, const QString &fields);
+
+// Does a name, written so in an editor, reach the server again as it is? Line ends are made CR LF and cut a text into
+// statements, a pair of blanks becomes one, a blank or digit behind "]" goes with the colouring.
+bool KeepsInEditor(const QString &written);

@@ -43,15 +43,28 @@ private:
         return !m_answer.cancelled;
     }
 
+    bool SplitsLineEnd(qsizetype position) const
+    {
+        return position > 0 && position < m_text.Size() && m_text.At(position - 1) == u'\r' &&
+               m_text.At(position) == u'\n';
+    }
+
+    // No half of a line end is ever replaced: the start goes in front of the CR, the end behind the LF.
     void ReplaceSelection(bool single)
     {
         const qsizetype room = std::max<qsizetype>(0, m_text.Size() - m_result.selStart);
-        const FindEdit edit{m_result.selStart, std::min(m_result.selLength, room), m_answer.replaceWith};
+        FindEdit edit{m_result.selStart, std::min(m_result.selLength, room), m_answer.replaceWith};
+        if (SplitsLineEnd(edit.start)) {
+            --edit.start;
+            edit.length += edit.length > 0 ? 1 : 0;
+        }
+        if (edit.length > 0 && SplitsLineEnd(edit.start + edit.length))
+            ++edit.length;
         if (single && m_replace)
             m_text = GapText(m_replace(edit));
         else
             m_text.Replace(edit.start, edit.length, edit.with);
-        m_result.selStart += edit.with.size();
+        m_result.selStart = edit.start + edit.with.size();
         m_result.selLength = 0;
     }
 

@@ -97,18 +97,33 @@ FixRange Clipped(QStringView text, const FixRange &range)
     return {start, qBound(qsizetype(0), range.length, text.size() - start)};
 }
 
-bool IsBlankRange(QStringView text, const FixRange &range)
+FixRange Snapped(QStringView text, const FixRange &range)
 {
-    if (text.size() < 3)
-        return false;
     FixRange part = Clipped(text, range);
     const auto splitsLineEnd = [&](qsizetype position) {
         return position > 0 && position < text.size() && text[position - 1] == u'\r' && text[position] == u'\n';
     };
-    if (part.length > 0 && splitsLineEnd(part.start))
-        part = {part.start - 1, part.length + 1};
+    if (splitsLineEnd(part.start))
+        part = {part.start - 1, part.length > 0 ? part.length + 1 : 0};
     if (part.length > 0 && splitsLineEnd(part.start + part.length))
         ++part.length;
+    return part;
+}
+
+FixRange WholeLines(QStringView text, const FixRange &range)
+{
+    const FixRange part = Snapped(text, range);
+    const qsizetype start = text.left(part.start).lastIndexOf(kLineEnd);
+    const qsizetype from = start < 0 ? 0 : start + kLineEnd.size();
+    const qsizetype end = text.indexOf(kLineEnd, part.start + part.length);
+    return {from, (end < 0 ? text.size() : end) - from};
+}
+
+bool IsBlankRange(QStringView text, const FixRange &range)
+{
+    if (text.size() < 3)
+        return false;
+    const FixRange part = Snapped(text, range);
     const QStringView inside = text.mid(part.start, part.length);
     for (qsizetype i = 0; i < inside.size(); ++i) {
         if (inside.mid(i, 2) == kLineEnd)

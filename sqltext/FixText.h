@@ -40,6 +40,10 @@ FixRange SelectFixRange(QStringView text, bool all, FixMode mode, const FixRange
 
 // The part of a range that the text has.
 FixRange Clipped(QStringView text, const FixRange &range);
+// The same with no end in the middle of CR LF: the start goes in front of the CR, the end behind the LF.
+FixRange Snapped(QStringView text, const FixRange &range);
+// And widened to the lines that it touches, without their last line end.
+FixRange WholeLines(QStringView text, const FixRange &range);
 // Blank ranges are not worth colouring by themselves: then the whole text is. True for a text of 3 and more of which
 // the range, its ends moved out of the middle of CR LF, holds nothing but blanks and line ends.
 bool IsBlankRange(QStringView text, const FixRange &range);

@@ -102,7 +102,7 @@ void intColorAll(EditControl &control, const QString &text, qsizetype caretPos)
     if (IsAllBlank(all))
         return;
     TakeFrame(control.Frame());
-    const QString rtf = ColouredRtf(all, text, gKeywords);
+    const QString rtf = ColouredRtf(all, text, gKeywordSet);
     const bool whole = text.isEmpty();
     if (!control.TakeColoured({whole, ReadRtf(rtf, !whole)})) {
         if (whole)

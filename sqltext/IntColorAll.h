@@ -36,5 +36,5 @@ struct ColourAnswer
 std::optional<ColourAnswer> intColorAll(const ColourRequest &request, const KeywordSet &keywords);
 
 // Colours the control: with an empty `text` all of it, otherwise its selection, whose text that is. Then sets SelStart
-// to `caretPos`. Uses gKeywords.
+// to `caretPos`. Uses gKeywordSet.
 void intColorAll(EditControl &control, const QString &text, qsizetype caretPos);

@@ -7,7 +7,7 @@
 #include <QFile>
 #include <QStringDecoder>
 
-KeywordSet gKeywords;
+KeywordSet gKeywordSet;
 
 namespace {
 
@@ -16,7 +16,7 @@ constexpr qsizetype kFieldWidth = 50;
 
 QString Decoded(const QByteArray &bytes)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8); // drops a byte order mark
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringConverter::Flag::Stateless); // drops a byte order mark
     const QString text = utf8(bytes);
     if (!utf8.hasError())
         return text;
@@ -49,9 +49,9 @@ const KeywordPlan &KeywordSet::Plan() const
     return *m_plan;
 }
 
-void InitKeywords()
+void ClearKeywordSet()
 {
-    gKeywords = KeywordSet();
+    gKeywordSet = KeywordSet();
 }
 
 void LoadKeywords(const QString &mode, KeywordSet &list, const QString &folder)

@@ -26,10 +26,10 @@ private:
     mutable std::shared_ptr<const KeywordPlan> m_plan;
 };
 
-extern KeywordSet gKeywords;
+extern KeywordSet gKeywordSet;
 
 // Empties the global list, before it is filled.
-void InitKeywords();
+void ClearKeywordSet();
 
 // Mode "VB" appends the lines of Tokens.col in `folder` to the list, mode "C++" reads C++Color.col away, any other mode
 // does nothing. A missing or unreadable file leaves the list as it is; nothing is raised.

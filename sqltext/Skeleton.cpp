@@ -6,10 +6,10 @@ namespace {
 
 const QString CrLf = QStringLiteral("\r\n");
 
-QString Select(const SkeletonOptions &options, const QString &table, const QString &fields)
+QString Select(const SkeletonOptions &options, const QString &name, const QString &fields)
 {
     QString sql = QStringLiteral(" SELECT ") + (options.useFields ? fields : QStringLiteral("*")) + CrLf +
-                  QStringLiteral(" FROM ") + QuoteName(table);
+                  QStringLiteral(" FROM ") + name;
     if (options.groupBy) {
         sql += CrLf + QStringLiteral(" Group By ") + fields;
         if (options.having)
@@ -24,10 +24,27 @@ QString Select(const SkeletonOptions &options, const QString &table, const QStri
 
 QString Skeleton(const SkeletonOptions &options, const QString &table, const QString &fields)
 {
-    const QString name = QuoteName(table);
+    return SkeletonOf(options, QuoteName(table), fields);
+}
+
+bool KeepsInEditor(const QString &written)
+{
+    for (qsizetype i = 0; i < written.size(); ++i) {
+        const QChar c = written[i], next = i + 1 < written.size() ? written[i + 1] : QChar();
+        const bool control = c.unicode() < 0x20 || (c.unicode() >= 0x7F && c.unicode() < 0xA0) ||
+                             c == QChar::LineSeparator || c == QChar::ParagraphSeparator || c == QChar::Nbsp ||
+                             c == QChar::ObjectReplacementCharacter;
+        if (control || (c == u' ' && next == u' ') || (c == u']' && (next == u' ' || next.isDigit())))
+            return false;
+    }
+    return true;
+}
+
+QString SkeletonOf(const SkeletonOptions &options, const QString &name, const QString &fields)
+{
     switch (options.type) {
     case 0:
-        return Select(options, table, fields);
+        return Select(options, name, fields);
     case 1:
         return QStringLiteral("INSERT INTO ") + name + QStringLiteral(" (") + (options.useFields ? fields : QString()) +
                QStringLiteral(") VALUES (  [Values] )");

@@ -6,6 +6,7 @@
 #include <QStringMatcher>
 
 #include <algorithm>
+#include <utility>
 
 using lang::InStr;
 
@@ -95,14 +96,40 @@ QString FormatStatement(const QString &sql)
     return out;
 }
 
+QString FormatStatementKeeping(const QString &sql, QStringList pieces)
+{
+    constexpr char16_t first = 0xE000, last = 0xF8FF; // signs that no text means anything by
+    std::stable_sort(pieces.begin(), pieces.end(),
+                     [](const QString &left, const QString &right) { return left.size() > right.size(); });
+    QString text = sql;
+    QList<std::pair<QChar, QString>> kept;
+    char16_t sign = first;
+    for (const QString &piece : std::as_const(pieces)) {
+        const QString framed = u'a' + piece + u'a';
+        if (FormatStatement(framed).contains(framed))
+            continue; // comes through as it is
+        while (sign <= last && text.contains(QChar(sign)))
+            ++sign;
+        if (sign > last)
+            break;
+        text.replace(piece, QString(QChar(sign)));
+        kept.append({QChar(sign++), piece});
+    }
+    text = FormatStatement(text);
+    for (const auto &[stood, piece] : std::as_const(kept))
+        text.replace(stood, piece);
+    return text;
+}
+
 QString FieldDefinition(const FieldShape &field)
 {
     const bool quoted = InStr(field.name, QStringLiteral(" ")) > 0;
-    QString s = u'\t' + (quoted ? u'[' + field.name + u']' : field.name) + u' ' + GetTypeName(field.type, false);
+    const QString name = !field.written.isEmpty() ? field.written : quoted ? u'[' + field.name + u']' : field.name;
+    QString s = u'\t' + name + u' ' + GetTypeName(field.type, false);
     if (IsSizedType(field.type)) {
         if (HasPrecisionType(field.type))
             s += u'(' + lang::CStr(qint64(field.precision)) + u',' + lang::CStr(qint64(field.numericScale)) + u')';
-        else
+        else if (field.definedSize != -1)
             s += u'(' + lang::CStr(field.definedSize) + u')';
     }
     return s;

@@ -4,6 +4,7 @@
 // raised; an unknown type number gives an empty name and flags that are not set.
 
 #include <QString>
+#include <QStringList>
 
 #include <span>
 #include <vector>
@@ -36,15 +37,18 @@ QString BreakOnToken(const QString &text, const QString &token);
 // Each clause on a line of its own, clause words in upper case, statements parted by a blank line. Line ends of the
 // source are taken out first, not replaced, so a comment swallows what followed it up to the next clause.
 QString FormatStatement(const QString &sql);
+// The same, but these pieces of it (names in quotes) come out as they went in, clause words within or not.
+QString FormatStatementKeeping(const QString &sql, QStringList pieces);
 
 // What a CREATE TABLE statement has to know of a field.
 struct FieldShape
 {
     QString name;
     int type = 0;
-    qint64 definedSize = 0;
+    qint64 definedSize = 0; // -1 where nobody knows: left out
     int precision = 0;
     int numericScale = 0;
+    QString written = {}; // how the name goes into the statement, where the rule below would not do
 };
 // "\tname type(size)" or "(precision,scale)", as it stands in the statement; a name with a blank gets square brackets.
 QString FieldDefinition(const FieldShape &field);

@@ -1,5 +1,6 @@
 #include "views/GridText.h"
 
+#include "lang/Like.h"
 #include "lang/Text.h"
 #include <algorithm>
 
@@ -145,6 +146,7 @@ std::optional<Cell> Find(const Cells &cells, const SearchFor &what, Cell from, c
     QString pattern = what.exact ? what.criteria : QLatin1Char('*') + what.criteria + QLatin1Char('*');
     if (!what.caseSensitive)
         pattern = lang::UCase(pattern);
+    const lang::LikePattern wanted(pattern); // read once, not for every cell
     const int last = cells.Cols() - 2;
     const qint64 rows = cells.Rows();
     for (Cell cell = from; cell.row < rows; cell = {cell.row + 1, 0}) {
@@ -152,7 +154,7 @@ std::optional<Cell> Find(const Cells &cells, const SearchFor &what, Cell from, c
             return std::nullopt;
         for (; cell.column <= last; ++cell.column) {
             const QString text = cells.Text(cell.row, cell.column);
-            if (lang::Like(what.caseSensitive ? text : lang::UCase(text), pattern))
+            if (wanted.Matches(what.caseSensitive ? text : lang::UCase(text)))
                 return cell;
         }
     }

@@ -1,10 +1,14 @@
 #include "views/ReportLayout.h"
 
+#include "ado/CellReader.h"
 #include "views/drReport.h"
 #include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QTextLayout>
+#include <QTextOption>
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -14,6 +18,9 @@ constexpr double kHeading = 22; // labels and the two lines
 constexpr double kRow = 13;
 constexpr double kFooter = 24;
 constexpr double kGap = 3; // between boxes, so that neighbours do not touch
+constexpr double kTitleSize = 11, kHeadingSize = 9;
+constexpr int kTitleLines = 2;
+constexpr qint64 kLongest = 2000; // characters of a text that any page can show
 
 QFont Font(double points, bool bold = false)
 {
@@ -23,11 +30,21 @@ QFont Font(double points, bool bold = false)
     return font;
 }
 
+QString OneLine(QString text)
+{
+    text.truncate(kLongest);
+    for (QChar &letter : text)
+        if (letter == QLatin1Char('\n') || letter == QLatin1Char('\r') || letter == QLatin1Char('\t'))
+            letter = QLatin1Char(' ');
+    return text;
+}
+
 } // namespace
 
 ReportLayout::ReportLayout(ADODB::RecordsetPtr rows, QList<ReportColumn> columns, QString title, QSizeF page)
     : m_rows(std::move(rows)), m_columns(columns.mid(0, drReport::MaxColumns)), m_title(std::move(title)), m_page(page)
 {
+    MakeRoomForHeadings();
     double widest = 0;
     for (const ReportColumn &column : m_columns)
         widest = std::max(widest, (column.left + column.width) / kTwipsAPoint);
@@ -72,7 +89,65 @@ double ReportLayout::HeadingTop(qint64 page) const
 QString ReportLayout::CellText(qint64 row, int column) const
 {
     const int field = m_fields.value(column, -1);
-    return field < 0 ? QString() : m_rows->CellText(row, field);
+    return field < 0 ? QString() : ADODB::CellStart(*m_rows, row, field, kLongest);
+}
+
+// A heading is bold, and so wider than the grid's, whose width its column has. As long as the columns take less than
+// the page, each that is too narrow for its heading grows, and those behind it move along.
+void ReportLayout::MakeRoomForHeadings()
+{
+    const QFontMetricsF metrics(Font(kHeadingSize, true));
+    double right = 0;
+    for (const ReportColumn &column : m_columns)
+        right = std::max(right, (column.left + column.width) / kTwipsAPoint);
+    double spare = m_page.width() - right;
+    int moved = 0;
+    for (ReportColumn &column : m_columns) {
+        column.left += moved;
+        const double needed = metrics.horizontalAdvance(OneLine(column.caption)) + kGap + 1;
+        const double missing = needed - column.width / kTwipsAPoint;
+        if (missing <= 0 || missing + 1 > spare)
+            continue;
+        const int twips = int(std::ceil(missing * kTwipsAPoint));
+        column.width += twips;
+        moved += twips;
+        spare -= twips / kTwipsAPoint;
+    }
+}
+
+QStringList ReportLayout::TitleLines() const
+{
+    const QFont font = Font(kTitleSize, true);
+    const QFontMetricsF metrics(font);
+    const QString title = OneLine(m_title);
+    QTextLayout layout(title, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(m_page.width());
+        if (lines.size() + 1 == kTitleLines) { // the last one says whether more would follow
+            lines << metrics.elidedText(title.mid(line.textStart()), Qt::ElideRight, m_page.width());
+            break;
+        }
+        lines << title.mid(line.textStart(), line.textLength());
+    }
+    layout.endLayout();
+    return lines;
+}
+
+QRectF ReportLayout::Box(int column) const
+{
+    const ReportColumn &place = m_columns[column];
+    return QRectF(place.left / kTwipsAPoint, 0, std::max(1.0, place.width / kTwipsAPoint - kGap), 1);
+}
+
+QString ReportLayout::HeadingText(int column) const
+{
+    return QFontMetricsF(Font(kHeadingSize, true))
+        .elidedText(OneLine(m_columns[column].caption), Qt::ElideRight, Box(column).width());
 }
 
 void ReportLayout::Paint(QPainter &painter, qint64 page) const
@@ -81,30 +156,30 @@ void ReportLayout::Paint(QPainter &painter, qint64 page) const
     painter.scale(m_scale, m_scale);
     painter.setPen(Qt::black);
     const auto draw = [&](const QRectF &box, const QString &text, int flags = Qt::AlignLeft | Qt::AlignVCenter) {
-        QString line = text.left(2000);
-        for (QChar &letter : line)
-            if (letter == QLatin1Char('\n') || letter == QLatin1Char('\r') || letter == QLatin1Char('\t'))
-                letter = QLatin1Char(' ');
-        const QString fitted = QFontMetricsF(painter.font()).elidedText(line, Qt::ElideRight, box.width());
+        const QString fitted = QFontMetricsF(painter.font()).elidedText(OneLine(text), Qt::ElideRight, box.width());
         painter.drawText(box, flags | Qt::TextSingleLine, fitted);
     };
 
-    if (page == 0) { // the title may take two lines
-        painter.setFont(Font(11, true));
-        const QFontMetricsF metrics(painter.font());
-        const QString fitted = metrics.elidedText(m_title, Qt::ElideRight, m_page.width() * 1.9);
-        painter.drawText(QRectF(0, 0, m_page.width(), kTitle - 6), Qt::TextWordWrap | Qt::AlignTop, fitted);
+    if (page == 0) {
+        painter.setFont(Font(kTitleSize, true));
+        const double height = QFontMetricsF(painter.font()).lineSpacing();
+        double top = 0;
+        for (const QString &line : TitleLines()) {
+            painter.drawText(QRectF(0, top, m_page.width(), height), Qt::AlignTop | Qt::TextSingleLine, line);
+            top += height;
+        }
     }
 
     double y = HeadingTop(page);
     const auto box = [&](int column, double height) {
-        const ReportColumn &place = m_columns[column];
-        return QRectF(place.left / kTwipsAPoint, y, std::max(1.0, place.width / kTwipsAPoint - kGap), height);
+        const QRectF place = Box(column);
+        return QRectF(place.left(), y, place.width(), height);
     };
-    painter.setFont(Font(9, true));
+    painter.setFont(Font(kHeadingSize, true));
     double right = 0;
     for (int column = 0; column < m_columns.size(); ++column) {
-        draw(box(column, kHeading - 4), m_columns[column].caption);
+        painter.drawText(box(column, kHeading - 4), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                         HeadingText(column));
         right = std::max(right, box(column, 1).right());
     }
     painter.setPen(QPen(Qt::black, 0.8));

@@ -2,6 +2,7 @@
 
 #include "controls/BusyIndicator.h"
 #include "controls/FlexGrid.h"
+#include "controls/LongTextBox.h"
 #include "controls/Skin.h"
 #include "controls/StatusBar.h"
 #include "controls/TabStrip.h"
@@ -11,7 +12,6 @@
 #include <QBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <algorithm>
 #include <array>
@@ -21,9 +21,9 @@ namespace {
 constexpr const char16_t *kLogFormat = u"    | Type          |Time Stamp                     |Value";
 
 // The names of the child protocol that this window answers.
-constexpr std::array<const char *, 9> kOffered = {"mnuCopy",      "mnuFind",      "mnuSave",
-                                                  "mnuPrint",     "mnuClearLog",  "mnuMax_Click",
-                                                  "mnuMin_Click", "mnuAvg_Click", "mnuSum_Click"};
+constexpr std::array<const char *, 10> kOffered = {"mnuCopy",      "mnuFind",      "mnuSave",      "mnuPrint",
+                                                   "mnuClearLog",  "mnuMax_Click", "mnuMin_Click", "mnuAvg_Click",
+                                                   "mnuSum_Click", "mnuFitColumns"};
 
 } // namespace
 
@@ -66,7 +66,10 @@ void frmHirarchy::Build()
     mfg = named(new FlexGrid(this), "mfg", tr("Rows"));
     mfgMessge = named(new FlexGrid(this), "mfgMessge", tr("Messages"));
     mfgMessge->SetFormatString(QString::fromUtf16(kLogFormat));
-    txtData = named(new QPlainTextEdit(this), "txtData", tr("Text of the cell"));
+    txtData = named(new LongTextBox(this), "txtData", tr("Text of the cell"));
+    connect(txtData, &LongTextBox::Progress, this, [](int percent) {
+        SetStatus(percent < 100 ? tr("Loading the text of the cell ... %1 %").arg(percent) : QString());
+    });
     WatchGrid(mfg, QStringLiteral("R"));
     WatchGrid(mfgMessge, QStringLiteral("M"));
     connect(mfg, &FlexGrid::RowColChange, this, [this] {
@@ -108,7 +111,7 @@ void frmHirarchy::WatchGrid(FlexGrid *grid, const QString &tag)
 {
     connect(grid, &FlexGrid::DoubleClick, this, [this, grid] {
         if (grid->RowSel() < grid->Rows() && grid->ColSel() < grid->Cols())
-            ShowCellText(grid->TextMatrix(grid->RowSel(), grid->ColSel()));
+            ShowCell(grid->ReadCell(grid->RowSel(), grid->ColSel()));
     });
     connect(grid, &FlexGrid::MouseUp, this, [this, grid, tag](Qt::MouseButton button, const QPoint &position) {
         if (button == Qt::RightButton) {
@@ -164,13 +167,15 @@ void frmHirarchy::ShowTab(int tab)
         FitLog();
 }
 
+void frmHirarchy::ShowCell(ADODB::CellReader text)
+{
+    txtData->Show(std::move(text));
+    ts->Select(3);
+}
+
 void frmHirarchy::ShowCellText(const QString &text)
 {
-    // The text box parts lines at CR LF; a value may hold either kind of line end.
-    QString lines = text;
-    lines.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    txtData->setPlainText(lines);
-    ts->Select(3);
+    ShowCell(ADODB::CellReader(text));
 }
 
 void frmHirarchy::FitLog()
@@ -197,7 +202,8 @@ void frmHirarchy::keyPressEvent(QKeyEvent *event)
         }
     } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && ts->Selected() != 3) {
         const FlexGrid *grid = ts->Selected() == 2 ? mfgMessge : mfg;
-        ShowCellText(grid->Text());
+        if (grid->Row() < grid->Rows() && grid->Col() < grid->Cols())
+            ShowCell(grid->ReadCell(grid->Row(), grid->Col()));
     } else if (event->matches(QKeySequence::Copy)) {
         mnuCopy();
     } else {

@@ -5,6 +5,7 @@
 // run is asynchronous: while it lasts the window shows what runs, for how long, how many rows have come, and a Stop
 // button (Escape too). Closing the window cancels its statement. Interface thread; nothing here raises.
 
+#include "ado/CellReader.h"
 #include "ado/UARecordset.h"
 #include "frame/ChildWindow.h"
 #include <QPointer>
@@ -12,8 +13,8 @@
 
 class BusyIndicator;
 class FlexGrid;
+class LongTextBox;
 class QLabel;
-class QPlainTextEdit;
 class QPushButton;
 class ResultOwner;
 class StatusBar;
@@ -57,12 +58,13 @@ public:
     void mnuMin_Click() override;
     void mnuAvg_Click() override;
     void mnuSum_Click() override;
+    void mnuFitColumns() override;
 
     // The controls, by their names.
     TabStrip *ts = nullptr;
     FlexGrid *mfg = nullptr;
     FlexGrid *mfgMessge = nullptr;
-    QPlainTextEdit *txtData = nullptr;
+    LongTextBox *txtData = nullptr;
     StatusBar *SB = nullptr;
     BusyIndicator *ani = nullptr;
     QLabel *lblRunning = nullptr;
@@ -79,7 +81,8 @@ private:
     void UARec_ErrorOccured(int ErrorNumber, const QString &ErrorDescription);
     void ShowRunning(bool running);
     void FocusCaller();
-    void ShowCellText(const QString &text); // the third tab
+    void ShowCell(ADODB::CellReader text); // in the third tab
+    void ShowCellText(const QString &text);
     void ShowTab(int tab);
     void SortByHeading(FlexGrid *grid, const QPoint &position);
     void FitLog();

@@ -3,6 +3,7 @@
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
 #include "controls/FlexGrid.h"
+#include "controls/LongTextBox.h"
 #include "controls/TabStrip.h"
 #include "data/frmFind.h"
 #include "lang/Text.h"
@@ -11,7 +12,6 @@
 #include "views/frmHirarchy.h"
 #include <QApplication>
 #include <QClipboard>
-#include <QPlainTextEdit>
 #include <QPointer>
 
 namespace {
@@ -19,6 +19,26 @@ namespace {
 grid::Block SelectedBlock(const FlexGrid *table)
 {
     return grid::Block::Of({table->Row(), table->Col()}, {table->RowSel(), table->ColSel()});
+}
+
+// A cell's text of any size, piece by piece.
+std::optional<QString> WholeCell(ADODB::CellReader cell, const std::function<bool()> &keepOn)
+{
+    QString text;
+    while (!cell.AtEnd()) {
+        text += cell.Next(1 << 20);
+        if (!keepOn())
+            return std::nullopt;
+    }
+    return text;
+}
+
+// No number is written with so many characters; a value of many megabytes need not be made to see that.
+bool IsNumericCell(const FlexGrid *table, qint64 row, int column)
+{
+    constexpr qint64 most = 4096;
+    const QString text = table->CellStart(row, column, most + 1);
+    return text.size() <= most && lang::IsNumeric(text);
 }
 
 } // namespace
@@ -43,6 +63,11 @@ void frmHirarchy::mnuAvg_Click()
     const auto sum = grid::Sum(GridCells(table), SelectedBlock(table), [&] { return breather.Breathe(); });
     if (sum && sum->count > 0) // no number: there is nothing to say
         ShowCellText(QStringLiteral("Average = ") + lang::CStr(sum->sum / double(sum->count)));
+}
+
+void frmHirarchy::mnuFitColumns()
+{
+    StatisticsGrid()->FitColumns();
 }
 
 void frmHirarchy::mnuMax_Click()
@@ -95,7 +120,7 @@ void frmHirarchy::SortByHeading(FlexGrid *table, const QPoint &position)
             return;
         const QPointer<frmHirarchy> alive(this);
         Breather breather(tr("Sorting ... (Esc stops)"));
-        const bool numeric = lang::IsNumeric(table->TextMatrix(1, table->Col()));
+        const bool numeric = IsNumericCell(table, 1, table->Col());
         const int mode = numeric ? (m_sortUp ? flexSortNumericAscending : flexSortNumericDescending)
                                  : (m_sortUp ? flexSortGenericAscending : flexSortGenericDescending);
         if (table->SetSort(mode, [&] { return breather.Breathe(); }) && alive)
@@ -105,20 +130,25 @@ void frmHirarchy::SortByHeading(FlexGrid *table, const QPoint &position)
 
 void frmHirarchy::mnuCopy()
 {
-    QString text;
+    Breather breather(tr("Copying ... (Esc stops)"));
+    const auto keepOn = [&] { return breather.Breathe(); };
+    std::optional<QString> text;
     if (ts->Selected() == 3) {
-        text = txtData->textCursor().selectedText();
-        text = text.isEmpty() ? txtData->toPlainText() : text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
-        text.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+        text = txtData->textCursor().hasSelection() ? txtData->SelectedText() : txtData->WholeText(keepOn);
+        if (text)
+            text->replace(QLatin1Char('\n'), QLatin1String("\r\n"));
     } else {
         const FlexGrid *table = ts->Selected() == 2 ? mfgMessge : mfg;
-        Breather breather(tr("Copying ... (Esc stops)"));
-        const auto block = grid::CopyText(GridCells(table), SelectedBlock(table), [&] { return breather.Breathe(); });
-        if (!block)
-            return; // stopped: the clipboard keeps what it had
-        text = *block;
+        const grid::Block block = SelectedBlock(table);
+        if (block.top == block.bottom && block.left == block.right && block.top < table->Rows() &&
+            block.left < table->Cols())
+            text = WholeCell(table->ReadCell(block.top, block.left), keepOn);
+        else
+            text = grid::CopyText(GridCells(table), block, keepOn);
     }
-    QApplication::clipboard()->setText(text);
+    if (!text)
+        return; // stopped: the clipboard keeps what it had
+    QApplication::clipboard()->setText(*text);
 }
 
 void frmHirarchy::mnuClearLog()

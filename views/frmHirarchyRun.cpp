@@ -4,6 +4,7 @@
 #include "controls/BusyIndicator.h"
 #include "controls/Dialogs.h"
 #include "controls/FlexGrid.h"
+#include "controls/LongTextBox.h"
 #include "controls/RedrawLock.h"
 #include "controls/StatusBar.h"
 #include "controls/TabStrip.h"
@@ -21,6 +22,7 @@ void frmHirarchy::ShowRec(const QString &strSQL, const ADODB::ConnectionPtr &Con
 {
     setCursor(Qt::WaitCursor);
     m_title = strTitle;
+    txtData->Clear(); // what it showed of the former rows may have been huge
     SB->SetPanelText(1, lang::Replace(strSQL, QStringLiteral("\r\n"), QStringLiteral(" ")));
     AppendMessage(QStringLiteral("Executing SQL ..."), QStringLiteral("Log"), true);
     SetCaption(QStringLiteral("Loading Results..."));
@@ -95,6 +97,11 @@ void frmHirarchy::UARec_RecordsetOpened(const ADODB::RecordsetPtr &Rec)
         SetCaption(m_title);
     }
     panel(3, QStringLiteral("Record Count= ") + lang::CStr(mfg->RecordCount()));
+    if (const int further = Rec ? Rec->FurtherResults() : 0) {
+        const QString told = QStringLiteral("The statement gave %1 results. This is the first one.").arg(further + 1);
+        AppendMessage(told, QStringLiteral("Log"), false);
+        SetStatus(told);
+    }
     ts->Select(1);
     ShowRunning(false);
     if (!isVisible() && !window()->isMinimized())

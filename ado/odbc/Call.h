@@ -27,6 +27,7 @@ public:
     SQLSMALLINT Type() const { return m_type; }
     explicit operator bool() const { return m_handle != nullptr; }
     void Free() noexcept;
+    void Forget() noexcept { m_handle = nullptr; } // of what went with its parent: its number may be another's by now
 
 private:
     SQLSMALLINT m_type = 0;

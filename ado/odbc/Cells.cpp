@@ -5,6 +5,10 @@ namespace ADODB::Odbc {
 
 namespace {
 
+constexpr char kOutside[] = "<date outside 0001 to 9999>";
+constexpr char kDoubtfulEnd[] = "<9999-12-31 23:59:59 or infinity>";
+constexpr char kDoubtfulStart[] = "<9999-01-01 00:00:00 BC or -infinity>";
+
 // Reads digits of a fixed or free count; false when there are none.
 bool Digits(const char *&at, const char *end, int &number, int least, int most)
 {
@@ -146,6 +150,31 @@ void AppendStruct(ColumnStore &store, const SQL_TIMESTAMP_STRUCT &t)
     store.AppendText(text.constData(), text.size());
 }
 
+// One driver writes a month 0 for a date past its years, and for the ends of time the last or first second that it
+// knows. A year before the first is told by " BC".
+bool AppendDriversMoment(ColumnStore &store, CellKind kind, const char *at, const char *end)
+{
+    const QByteArrayView text(at, end - at);
+    if (text == "9999-12-31 23:59:59") {
+        store.AppendText(kDoubtfulEnd, sizeof kDoubtfulEnd - 1);
+    } else if (text == "9999-01-01 00:00:00 BC") {
+        store.AppendText(kDoubtfulStart, sizeof kDoubtfulStart - 1);
+    } else if (kind == CellKind::DriversDate ? AppendDateText(store, at, end) : AppendTimestampText(store, at, end)) {
+        return true;
+    } else if (text.endsWith(" BC")) {
+        store.AppendText(at, end - at);
+    } else {
+        store.AppendText(kOutside, sizeof kOutside - 1);
+    }
+    return true;
+}
+
+void AppendSmallLetters(ColumnStore &store, const char *at, qint64 bytes)
+{
+    const QByteArray small = QByteArray(at, qsizetype(bytes)).toLower();
+    store.AppendText(small.constData(), small.size());
+}
+
 } // namespace
 
 void AppendCell(ColumnStore &store, CellKind kind, const char *data, qint64 bytes)
@@ -192,6 +221,12 @@ void AppendCell(ColumnStore &store, CellKind kind, const char *data, qint64 byte
         break;
     case CellKind::BoolText:
         done = AppendBoolText(store, data, end);
+        break;
+    case CellKind::GuidText:
+        return AppendSmallLetters(store, data, bytes);
+    case CellKind::DriversDate:
+    case CellKind::DriversTimestamp:
+        done = AppendDriversMoment(store, kind, data, end);
         break;
     }
     if (!done)

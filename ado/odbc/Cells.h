@@ -1,6 +1,7 @@
 #pragma once
 // From a result column's description to how it is bound, and from a fetched cell to a typed value in a column store.
 //
+// A moment that its driver cannot write is marked ("<date outside 0001 to 9999>"): no value is better than a wrong one.
 // What does not fit its column's type (a date that no calendar has, a word in a number column of a loosely typed
 // database) is kept exactly as the driver wrote it: AppendText.
 
@@ -24,6 +25,9 @@ enum class CellKind
     TimeText,
     TimestampText,
     BoolText,
+    GuidText,    // in small letters
+    DriversDate, // written by a driver that knows the years 1 to 9999 alone
+    DriversTimestamp,
     Bytes,
     Date, // the driver's structures
     Timestamp,
@@ -36,9 +40,13 @@ struct ColumnPlan
     SQLSMALLINT CType = SQL_C_CHAR;
     qint64 FullWidth = 0; // bytes that any value of the declared size fits in; 0 when there is no such bound
     qint64 Width = 0;     // bytes bound for a cell at first
+    bool HasZone = false; // of a timestamp: the server keeps it with one
     bool IsVariable() const { return CType == SQL_C_CHAR || CType == SQL_C_BINARY; }
     qint64 Room(qint64 width) const { return CType == SQL_C_CHAR ? width - 1 : width; } // for the value itself
 };
+
+// True for the kinds of moments that such a driver writes; gives them the kind that reads the server's own text.
+bool TakeServersText(ColumnPlan &plan);
 
 ColumnPlan Describe(const Link &link, const Handle &statement, int column); // columns count from 1
 

@@ -61,6 +61,10 @@ CellKind Adjusted(const Traits &traits, CellKind kind, bool isUnsigned)
         if (kind == CellKind::Bit)
             return CellKind::BoolText;
     }
+    if (traits.Family == DatabaseFamily::PostgreSQL && kind == CellKind::Date)
+        return CellKind::DriversDate;
+    if (traits.Family == DatabaseFamily::PostgreSQL && kind == CellKind::Timestamp)
+        return CellKind::DriversTimestamp;
     if (traits.DatesAsText && kind == CellKind::Date)
         return CellKind::DateText;
     if (traits.DatesAsText && kind == CellKind::Timestamp)
@@ -144,6 +148,14 @@ void SetWidths(ColumnPlan &plan, const Traits &traits, bool isLong, qint64 size)
 
 } // namespace
 
+bool TakeServersText(ColumnPlan &plan)
+{
+    if (plan.Kind != CellKind::DriversDate && plan.Kind != CellKind::DriversTimestamp)
+        return false;
+    plan.Kind = plan.Kind == CellKind::DriversDate ? CellKind::DateText : CellKind::TimestampText;
+    return true;
+}
+
 ColumnPlan Describe(const Link &link, const Handle &statement, int column)
 {
     ColumnPlan plan;
@@ -161,9 +173,18 @@ ColumnPlan Describe(const Link &link, const Handle &statement, int column)
         plan.Info.Type = isUnsigned ? row.Unsigned : row.Signed;
         plan.Kind = Adjusted(link.Of(), row.Kind, isUnsigned);
     }
+    const QString typeName = TextAttribute(statement, column, SQL_DESC_TYPE_NAME);
+    plan.Info.TypeName = typeName;
+    bool isLong = IsLong(type);
+    if (link.Of().Family == DatabaseFamily::SQLite && plan.Kind == CellKind::Text &&
+        typeName.contains(QLatin1String("blob"), Qt::CaseInsensitive)) {
+        // Its driver knows the plain BLOB alone, and calls a LONGBLOB a text: bytes written there became their words.
+        plan.Info.Type = adBinary;
+        plan.Kind = CellKind::Bytes;
+        isLong = true;
+    }
     if (link.Of().Family == DatabaseFamily::PostgreSQL) {
         // Its driver calls a bool VARCHAR(5), and gives money a number's type though it writes "$12.30".
-        const QString typeName = TextAttribute(statement, column, SQL_DESC_TYPE_NAME);
         if (typeName == u"bool") {
             plan.Info.Type = adBoolean;
             plan.Kind = CellKind::BoolText;
@@ -171,10 +192,13 @@ ColumnPlan Describe(const Link &link, const Handle &statement, int column)
             plan.Info.Type = adVarWChar;
             plan.Kind = CellKind::Text;
             size = 32;
+        } else if (typeName == u"timestamptz") {
+            plan.HasZone = true;
+        } else if (typeName == u"uuid") { // its driver makes capitals of the server's letters
+            plan.Kind = CellKind::GuidText;
         }
     }
     plan.CType = CTypeOf(plan.Kind);
-    const bool isLong = IsLong(type);
     SetWidths(plan, link.Of(), isLong, qint64(qMin<SQLULEN>(size, 0x40000000)));
 
     ColumnInfo &info = plan.Info;
@@ -190,7 +214,12 @@ ColumnPlan Describe(const Link &link, const Handle &statement, int column)
         info.Attributes |= adFldLong;
     info.BaseTable = TextAttribute(statement, column, SQL_DESC_BASE_TABLE_NAME);
     if (!info.BaseTable.isEmpty()) {
-        info.BaseColumn = TextAttribute(statement, column, SQL_DESC_BASE_COLUMN_NAME);
+        // MySQL and SQLite have databases where the others have schemas.
+        const bool noSchemas = link.Of().Family == DatabaseFamily::MySQL || link.Of().Family == DatabaseFamily::SQLite;
+        info.BaseSchema = TextAttribute(statement, column, noSchemas ? SQL_DESC_CATALOG_NAME : SQL_DESC_SCHEMA_NAME);
+        // SQLite's driver gives the alias as the column.
+        if (link.Of().Family != DatabaseFamily::SQLite)
+            info.BaseColumn = TextAttribute(statement, column, SQL_DESC_BASE_COLUMN_NAME);
         info.Attributes |= adFldUpdatable;
     }
     return plan;

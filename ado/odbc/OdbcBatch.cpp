@@ -1,13 +1,18 @@
 // One statement run for many rows of parameters.
 //
-// Where the driver gains by it, a block of rows goes as parameter arrays, all or nothing; when a block is refused its
-// rows go one by one, so that each refused row is known and the others are kept. PostgreSQL's driver takes a refused
-// block back by itself, if the block is no longer than the lots that it sends; its own savepoints would swallow ours.
-// MariaDB's goes under a savepoint or in a transaction of its own.
+// Where the driver gains by it, a block of rows goes as parameter arrays; else the rows go one by one. Either way a
+// block stands under a shield, a savepoint inside the caller's transaction and a transaction of its own outside of one:
+// it is in as a whole, or as if it had never been sent. A block that was refused, or whose counts are wrong, is taken
+// back, and its rows go again, each by itself, so that each refused row is known and the others are kept.
+//
+// PostgreSQL's driver takes a refused block back by itself, if the block is no longer than the lots that it sends, and
+// counts each row of it; MariaDB's counts the block. SQLite runs a whole batch in one transaction: it writes the file
+// with each commit.
 #include "ado/StatementText.h"
+#include "ado/odbc/BatchStatement.h"
 #include "ado/odbc/OdbcSession.h"
-#include "ado/odbc/Parameters.h"
-#include <optional>
+#include "ado/odbc/Shield.h"
+#include <algorithm>
 
 namespace ADODB::Odbc {
 
@@ -16,221 +21,261 @@ namespace {
 constexpr qint64 kBlockRows = 1000;
 constexpr qint64 kPostgresLot = 100; // what the driver's BatchSize is unless the user sets it
 
-SQLPOINTER Number(qint64 number)
-{
-    return reinterpret_cast<SQLPOINTER>(number);
-}
-
-class Batch
+class BatchRun
 {
 public:
-    Batch(Link &link, const QByteArray &sql, const std::vector<ColumnStore> &parameters)
-        : m_link(link), m_parameters(parameters), m_statement(link.NewStatement())
+    BatchRun(OdbcSession &session, Link &link, const Batch &batch)
+        : m_link(link), m_batch(batch), m_text(batch.Sql.toUtf8()), m_shield(session), m_statement(link, m_text),
+          m_mustMeetRows(MustMeetRows(m_text))
     {
-        QByteArray text = sql;
-        ODBC_CALL(SQLPrepare, m_statement, reinterpret_cast<SQLCHAR *>(text.data()), SQLINTEGER(text.size()));
     }
-
-    qint64 Rows() const { return m_parameters.empty() ? 1 : m_parameters.front().Size(); }
-    qint64 RunRow(qint64 row);
-
-    struct Outcome
-    {
-        bool Arrays = true;  // false: the rows do not make arrays, nothing was sent
-        bool InPart = false; // some rows of a refused block went in all the same
-        qint64 Affected = 0;
-        std::optional<Error> Failure;
-    };
-    Outcome RunBlock(qint64 first, qint64 rows);
+    qint64 Run();
 
 private:
-    qint64 Counted(bool failed = false);
-    [[noreturn]] void Fail() { throw m_link.Failure(m_statement, "SQLExecute"); }
+    DatabaseFamily Family() const { return m_link.Of().Family; }
+    bool NextBlock();
+    void RunBlock();
+    bool ByArrays();
+    bool ByRows();
+    void EachAlone();
+    void RunOne(qint64 row);
+    void Take(qint64 row, const BatchStatement::Outcome &outcome);
+    void Tell();
+    void TellWritten();
 
     Link &m_link;
-    const std::vector<ColumnStore> &m_parameters;
-    Handle m_statement;
+    const Batch &m_batch;
+    const QByteArray m_text;
+    Shield m_shield;
+    BatchStatement m_statement;
+    const bool m_mustMeetRows;
+
+    std::vector<ColumnStore> m_columns; // the block
+    qint64 m_first = 0, m_rows = 0;
+    qint64 m_done = 0; // rows before this one are in, or refused
+    qint64 m_affected = 0;
+    std::vector<std::pair<qint64, Error>> m_refused; // what is to be told once it is sure
+    std::vector<std::pair<qint64, std::vector<Value>>> m_made;
+    qint64 m_met = 0;
 };
 
-// Adds what all results of the execution counted.
-qint64 Batch::Counted(bool failed)
+bool BatchRun::NextBlock()
 {
-    qint64 total = 0;
-    for (;;) {
-        SQLLEN count = 0;
-        if (SQL_SUCCEEDED(ODBC_TRY(SQLRowCount, m_statement.Get(), &count)) && count > 0)
-            total += count;
-        const SQLRETURN more =
-            m_link.Of().ManyResults ? ODBC_TRY(SQLMoreResults, m_statement.Get()) : SQLRETURN(SQL_NO_DATA);
-        if (more == SQL_NO_DATA || (failed && !SQL_SUCCEEDED(more)))
-            break;
-        if (!SQL_SUCCEEDED(more))
-            Fail();
-    }
-    ODBC_TRY(SQLFreeStmt, m_statement.Get(), SQLUSMALLINT(SQL_CLOSE));
-    return total;
+    m_columns.clear();
+    for (const DataTypeEnum type : m_batch.Types)
+        m_columns.emplace_back(type);
+    m_first += m_rows;
+    m_rows = m_batch.Next(m_columns, Family() == DatabaseFamily::PostgreSQL ? kPostgresLot : kBlockRows);
+    m_link.RaiseIfCancelled();
+    return m_rows > 0;
 }
 
-qint64 Batch::RunRow(qint64 row)
+void BatchRun::Take(qint64 row, const BatchStatement::Outcome &outcome)
 {
-    std::vector<BoundValue> values;
-    std::vector<SQLLEN> lengths(m_parameters.size());
-    for (const ColumnStore &column : m_parameters)
-        values.push_back(Bindable(column.At(row), m_link.Of().LooseTypes));
-    for (size_t column = 0; column < values.size(); ++column)
-        BindParameter(m_statement, int(column) + 1, values[column], lengths[column]);
-    SQLRETURN result;
-    {
-        const Link::Running running(m_link, m_statement);
-        result = ODBC_TRY(SQLExecute, m_statement.Get());
-    }
-    if (result != SQL_NO_DATA && !SQL_SUCCEEDED(result))
-        Fail();
-    return Counted();
+    m_met += outcome.Met();
+    if (m_batch.Made && outcome.Returned.size() == 1)
+        m_made.emplace_back(row, outcome.Returned.front());
 }
 
-Batch::Outcome Batch::RunBlock(qint64 first, qint64 rows)
+// False: none of the block is in.
+bool BatchRun::ByArrays()
 {
-    Outcome outcome;
-    std::vector<ParameterArray> arrays(m_parameters.size());
-    for (size_t column = 0; column < arrays.size() && outcome.Arrays; ++column)
-        outcome.Arrays = arrays[column].Fill(m_parameters[column], first, rows);
-    if (!outcome.Arrays)
-        return outcome;
-    std::vector<SQLUSMALLINT> status(size_t(rows), SQL_PARAM_UNUSED);
-    SQLULEN processed = 0;
-    const SQLHANDLE statement = m_statement.Get();
-    ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAM_STATUS_PTR, static_cast<SQLPOINTER>(status.data()), 0);
-    ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAMS_PROCESSED_PTR, static_cast<SQLPOINTER>(&processed), 0);
+    // Of a block MariaDB's driver tells the sum alone, in which one row that met none hides one that met two; under a
+    // key there is no row that meets two.
+    const bool counted = !m_mustMeetRows || m_batch.ByKey || Family() == DatabaseFamily::PostgreSQL;
+    if (!m_link.Of().ParameterArrays || !counted || m_columns.empty() || m_rows < 2 || !m_batch.Ask.isEmpty())
+        return false;
+    const bool shield = m_mustMeetRows || Family() == DatabaseFamily::MySQL;
+    if (shield)
+        m_shield.Open();
+    const BatchStatement::Outcome outcome = m_statement.RunBlock(m_columns, m_rows);
+    bool good = outcome.Arrays && !outcome.Failure;
+    if (good && m_mustMeetRows)
+        good = qint64(outcome.Counts.size()) == m_rows
+                   ? std::all_of(outcome.Counts.begin(), outcome.Counts.end(), [](qint64 met) { return met == 1; })
+                   : m_batch.ByKey && outcome.Met() == m_rows;
+    // In part: smaller lots were asked for, and nobody knows which rows are in.
+    if (outcome.Failure && (!m_shield.GoesOnAfter(*outcome.Failure) || (outcome.InPart && !shield))) {
+        m_shield.TakeBackQuietly();
+        throw *outcome.Failure;
+    }
+    if (!good) {
+        m_shield.TakeBack();
+        return false;
+    }
     try {
-        ODBC_CALL(SQLSetStmtAttr, m_statement, SQL_ATTR_PARAMSET_SIZE, Number(rows), 0);
-        for (size_t column = 0; column < arrays.size(); ++column)
-            BindParameter(m_statement, int(column) + 1, arrays[column]);
-        const Link::Running running(m_link, m_statement);
-        const SQLRETURN result = ODBC_TRY(SQLExecute, statement);
-        if (result != SQL_NO_DATA && !SQL_SUCCEEDED(result))
-            Fail();
-        for (const SQLUSMALLINT one : status)
-            if (one == SQL_PARAM_ERROR)
-                Fail();
+        if (shield)
+            m_shield.Keep();
     } catch (const Error &error) {
-        outcome.Failure = error;
-        outcome.InPart = status.front() == SQL_PARAM_SUCCESS || status.front() == SQL_PARAM_SUCCESS_WITH_INFO;
+        if (!m_shield.GoesOnAfter(error))
+            throw;
+        return false;
     }
-    outcome.Affected = Counted(outcome.Failure.has_value());
-    ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAM_STATUS_PTR, nullptr, 0);
-    ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAMS_PROCESSED_PTR, nullptr, 0);
-    ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAMSET_SIZE, Number(1), 0);
-    ODBC_TRY(SQLFreeStmt, statement, SQLUSMALLINT(SQL_RESET_PARAMS));
-    return outcome;
+    m_met += outcome.Met();
+    if (m_batch.Made && qint64(outcome.Returned.size()) == m_rows)
+        for (qint64 row = 0; row < m_rows; ++row)
+            m_made.emplace_back(m_first + row, outcome.Returned[size_t(row)]);
+    return true;
+}
+
+// One row of a block, whose refusal leaves the others as they are.
+void BatchRun::RunOne(qint64 row)
+{
+    BatchStatement::Outcome outcome = m_statement.RunRow(m_columns, row);
+    if (m_mustMeetRows && outcome.Met() == 0)
+        throw RowConflict();
+    if (m_mustMeetRows && outcome.Met() > 1)
+        throw TooManyRows();
+    if (!m_batch.Ask.isEmpty())
+        if (std::optional<BatchStatement::Values> made = m_statement.FirstRowOf(m_batch.Ask.toUtf8()))
+            outcome.Returned = {std::move(*made)};
+    Take(m_first + row, outcome);
+}
+
+// All rows of the block under one shield. False when it had to be taken back.
+bool BatchRun::ByRows()
+{
+    // Where no row can be one too many, the whole run is shield enough, and so is a single statement. PostgreSQL's
+    // tables may have heirs, whose rows their key does not know.
+    const bool atMostOne = !m_mustMeetRows || (m_batch.ByKey && Family() != DatabaseFamily::PostgreSQL);
+    if (!atMostOne || (!m_shield.IsWhole() && m_rows > 1))
+        m_shield.Open();
+    for (qint64 row = 0; row < m_rows; ++row) {
+        m_link.RaiseIfCancelled();
+        try {
+            RunOne(row);
+        } catch (const Error &error) {
+            if (!m_shield.GoesOnAfter(error))
+                throw;
+            // Several met; or the server has given the transaction up, or waits for its end.
+            if (error.SQLState == TooManyRows().SQLState || error.SQLState == u"25P02" || error.SQLState == u"40001") {
+                m_shield.TakeBack();
+                return false;
+            }
+            m_refused.emplace_back(m_first + row, error);
+        }
+    }
+    if (!m_shield.IsOpen())
+        return true;
+    try {
+        m_shield.Keep();
+    } catch (const Error &error) {
+        if (!m_shield.GoesOnAfter(error))
+            throw;
+        return false;
+    }
+    return true;
+}
+
+void BatchRun::EachAlone()
+{
+    const bool shield = m_mustMeetRows || m_shield.IsNested();
+    for (qint64 row = 0; row < m_rows; ++row) {
+        m_link.RaiseIfCancelled();
+        const qint64 met = m_met;
+        const size_t made = m_made.size();
+        try {
+            if (shield)
+                m_shield.Open();
+            RunOne(row);
+            if (shield)
+                m_shield.Keep();
+        } catch (const Error &error) {
+            if (!m_shield.GoesOnAfter(error))
+                throw;
+            m_shield.TakeBack();
+            m_met = met;
+            m_made.resize(made);
+            m_refused.emplace_back(m_first + row, error);
+        }
+        m_done = m_first + row + 1;
+    }
+}
+
+void BatchRun::RunBlock()
+{
+    const auto forget = [this] {
+        m_refused.clear();
+        m_made.clear();
+        m_met = 0;
+    };
+    forget();
+    if (!ByArrays()) {
+        forget();
+        if (!ByRows()) {
+            forget();
+            EachAlone();
+        }
+    }
+    m_done = m_first + m_rows;
+}
+
+void BatchRun::Tell()
+{
+    for (const auto &[row, error] : m_refused)
+        if (row < m_done)
+            m_batch.Refused(row, error);
+    for (const auto &[row, values] : m_made)
+        if (row < m_done)
+            m_batch.Made(row, values);
+    m_refused.clear();
+    m_made.clear();
+    m_affected += std::exchange(m_met, 0);
+}
+
+void BatchRun::TellWritten()
+{
+    if (m_batch.Written)
+        m_batch.Written(m_done);
+}
+
+qint64 BatchRun::Run()
+{
+    m_shield.OpenRun();
+    try {
+        while (NextBlock()) {
+            RunBlock();
+            Tell();
+            if (!m_shield.IsNested() && !m_shield.IsWhole())
+                TellWritten();
+        }
+        m_shield.KeepRun();
+    } catch (...) {
+        const bool lost = [this] {
+            try {
+                throw;
+            } catch (const Error &error) {
+                return m_shield.LosesTransaction(error) || (m_shield.IsNested() && !m_link.IsAlive());
+            } catch (...) {
+                return false;
+            }
+        }();
+        m_shield.DropRun();
+        if (!m_shield.IsWhole() && !lost) {
+            Tell();
+            TellWritten();
+        }
+        throw;
+    }
+    TellWritten();
+    return m_affected;
 }
 
 } // namespace
 
-// MySQL's older table kinds ignore a rollback; then the block must not be sent again.
-void OdbcSession::RaiseIfNotTakenBack()
+bool OdbcSession::CanReturn() const
 {
-    const ExecuteResult warnings = Execute(QStringLiteral("SHOW WARNINGS"));
-    std::vector<ColumnStore> columns;
-    for (const ColumnInfo &column : warnings.Rows->Columns())
-        columns.emplace_back(column.Type);
-    warnings.Rows->Fetch(columns, 64);
-    for (qint64 row = 0; row < columns[1].Size(); ++row)
-        if (columns[1].At(row).ToInt64() == 1196)
-            throw Error(adErrProviderFailed, columns[2].Text(row), QString(), 1196);
+    if (Family() == DatabaseFamily::PostgreSQL)
+        return true;
+    const QStringList version = ProductVersion().split(u'.');
+    return ProductName() == u"MariaDB" &&
+           version.value(0).toInt() * 100 + version.value(1).toInt() >= 1005; // 10.5 was the first
 }
 
-// Runs a block of MariaDB's: it is in as a whole, or it is as if it had never been sent.
-bool OdbcSession::Protected(const std::function<bool()> &block)
-{
-    static const QByteArray kName = "brindlewick_block";
-    const bool nested = m_inTransaction;
-    if (nested)
-        Run(m_link->NewStatement(), "SAVEPOINT " + kName);
-    else
-        Begin();
-    const bool done = block();
-    if (nested)
-        Run(m_link->NewStatement(), (done ? "RELEASE SAVEPOINT " : "ROLLBACK TO SAVEPOINT ") + kName);
-    else if (done)
-        Commit();
-    else
-        Rollback();
-    if (!done)
-        RaiseIfNotTakenBack();
-    return done;
-}
-
-// False once nothing more can be written: cancelled, or the server or the transaction is gone.
-bool OdbcSession::GoesOnAfter(const Error &error) const
-{
-    return error.Number != adErrOperationCancelled && m_link->IsAlive() && !LosesTransaction(error);
-}
-
-// MySQL's servers take the whole transaction back when they break a deadlock.
-bool OdbcSession::LosesTransaction(const Error &error) const
-{
-    return m_inTransaction && Family() == DatabaseFamily::MySQL && error.SQLState == u"40001";
-}
-
-qint64 OdbcSession::ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
-                                 const std::function<void(qint64 row, const Error &)> &failed)
+qint64 OdbcSession::ExecuteBatch(const Batch &batch)
 {
     m_link->ForgetCancel();
-    const QByteArray text = sql.toUtf8();
-    Batch batch(*m_link, text, parameters);
-    qint64 row = 0, affected = 0;
-    const bool mustMeetRows = MustMeetRows(text);
-    const bool wantsProtection = Family() == DatabaseFamily::MySQL;
-    const qint64 blockRows = Family() == DatabaseFamily::PostgreSQL ? kPostgresLot : kBlockRows;
-    const auto byBlock = [&](qint64 rows) { // false: none of them is in
-        Batch::Outcome outcome;
-        const auto block = [&] {
-            outcome = batch.RunBlock(row, rows);
-            return outcome.Arrays && !outcome.Failure;
-        };
-        const bool done = wantsProtection ? Protected(block) : block();
-        if (outcome.Failure && (!GoesOnAfter(*outcome.Failure) || (outcome.InPart && !wantsProtection)))
-            throw *outcome.Failure; // in part: smaller lots were asked for, and nobody knows which rows are in
-        if (done)
-            affected += outcome.Affected;
-        return done;
-    };
-    const auto byRow = [&] {
-        try {
-            const qint64 met = batch.RunRow(row);
-            if (met == 0 && mustMeetRows)
-                throw RowConflict();
-            affected += met;
-        } catch (const Error &error) {
-            if (!GoesOnAfter(error))
-                throw;
-            failed(row, error);
-        }
-    };
-    // Of a block the drivers tell the sum alone: rows that must be met go one by one.
-    const bool byArrays = m_link->Of().ParameterArrays && !mustMeetRows && !parameters.empty();
-    try {
-        while (row < batch.Rows()) {
-            m_link->RaiseIfCancelled();
-            const qint64 rows = qMin(blockRows, batch.Rows() - row);
-            if (byArrays && rows > 1 && byBlock(rows)) {
-                row += rows;
-                continue;
-            }
-            for (const qint64 end = row + rows; row < end; ++row) {
-                m_link->RaiseIfCancelled();
-                byRow();
-            }
-        }
-    } catch (const Error &error) {
-        // What stands before `row` is in, unless its transaction went with the server or was taken back as a whole.
-        if (row == 0 || LosesTransaction(error) || (m_inTransaction && !m_link->IsAlive()))
-            throw;
-        for (; row < batch.Rows(); ++row)
-            failed(row, error);
-    }
-    return affected;
+    return BatchRun(*this, *m_link, batch).Run();
 }
 
 } // namespace ADODB::Odbc

@@ -141,7 +141,7 @@ Value Read(const Value &value, Reading how)
         return value;
     case Reading::TableType: {
         const QString type = value.ToText();
-        if (type == u"BASE TABLE")
+        if (type == u"BASE TABLE" || type == u"LOCAL TEMPORARY" || type == u"GLOBAL TEMPORARY")
             return Value(QStringLiteral("TABLE"));
         return type == u"MATVIEW" || type == u"MATERIALIZED VIEW" ? Value(QStringLiteral("VIEW")) : value;
     }

@@ -1,6 +1,7 @@
 #include "ado/odbc/OdbcDriver.h"
 #include "ado/ConnectionString.h"
 #include "ado/odbc/OdbcSession.h"
+#include "lang/Text.h"
 #include <QFileInfo>
 #include <algorithm>
 
@@ -56,6 +57,21 @@ void RaiseIfNotInstalled(const QString &driver)
         throw NotInstalled(driver);
 }
 
+// Does the user's name or password begin or end with a blank, in braces or without?
+bool HasOuterBlanks(const QString &connectionString)
+{
+    for (const Attribute &attribute : ParseConnectionString(connectionString)) {
+        const QString key = attribute.Key.toUpper();
+        if (key != u"PWD" && key != u"PASSWORD" && key != u"UID" && key != u"USER")
+            continue;
+        const QString written = attribute.Raw.mid(attribute.Raw.indexOf(u'=') + 1);
+        const QString value = lang::Trim(written).startsWith(u'{') ? attribute.Value : written;
+        if (value.startsWith(u' ') || value.endsWith(u' '))
+            return true;
+    }
+    return false;
+}
+
 class TheOdbcDriver : public Driver
 {
 public:
@@ -74,6 +90,12 @@ public:
                 throw NotInstalled(driver.isEmpty() ? AttributeValue(ParseConnectionString(text), QStringLiteral("DSN"))
                                                     : driver,
                                    error.Description);
+            if (error.IsLoginFailure() && error.Description.contains(QLatin1String("[ma-")) && HasOuterBlanks(text))
+                throw Error(error.Number,
+                            error.Description +
+                                QStringLiteral("\r\nMariaDB's driver drops the blanks at both ends of a "
+                                               "user name and of a password, and there are some here."),
+                            error.SQLState, error.NativeError);
             throw;
         }
     }
@@ -95,6 +117,19 @@ QString Odbc::Completed(const QString &connectionString, const QString &user, co
                        driver.contains(QLatin1String("libtdsodbc"), Qt::CaseInsensitive);
     if (isTds && !HasAttribute(attributes, QStringLiteral("ClientCharset")))
         text = WithAttribute(text, QStringLiteral("ClientCharset"), QStringLiteral("UTF-8"));
+    // This one counts the rows that have changed, not those that were met, unless its option 2 is set: writing what is
+    // there already would look like a row that has gone. The user's own options stay.
+    constexpr quint64 foundRows = 2;
+    const bool isMaria = driver.contains(QLatin1String("MariaDB"), Qt::CaseInsensitive) ||
+                         driver.contains(QLatin1String("libmaodbc"), Qt::CaseInsensitive) ||
+                         driver.contains(QLatin1String("MySQL"), Qt::CaseInsensitive);
+    if (isMaria) {
+        bool isNumber = true;
+        const QString given = AttributeValue(attributes, QStringLiteral("Option"));
+        const quint64 options = given.isEmpty() ? 0 : given.toULongLong(&isNumber);
+        if (isNumber && !(options & foundRows))
+            text = WithAttribute(text, QStringLiteral("Option"), QString::number(options | foundRows));
+    }
     return text;
 }
 

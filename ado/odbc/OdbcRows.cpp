@@ -16,14 +16,15 @@ SQLPOINTER Number(qint64 number)
 
 } // namespace
 
-OdbcRows::OdbcRows(std::shared_ptr<Link> link, Handle statement)
+OdbcRows::OdbcRows(std::shared_ptr<Link> link, Handle statement, const std::vector<ColumnPlan> &columns)
     : m_link(std::move(link)), m_statement(std::move(statement))
 {
     SQLSMALLINT count = 0;
     ODBC_CALL(SQLNumResultCols, m_statement, &count);
     for (int column = 1; column <= count; ++column) {
         Bound bound;
-        bound.Plan = Describe(*m_link, m_statement, column);
+        bound.Plan =
+            size_t(column) <= columns.size() ? columns[size_t(column) - 1] : Describe(*m_link, m_statement, column);
         bound.Width = bound.Plan.Width;
         m_columns.push_back(bound.Plan.Info);
         // Where a cell cannot be read again, one column without a bound makes the whole result be read cell by cell.
@@ -36,7 +37,7 @@ OdbcRows::OdbcRows(std::shared_ptr<Link> link, Handle statement)
 OdbcRows::~OdbcRows()
 {
     if (!m_link->IsOpen())
-        m_statement = Handle(); // went with its connection
+        m_statement.Forget(); // went with its connection
 }
 
 Handle OdbcRows::TakeStatement()

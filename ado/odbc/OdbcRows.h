@@ -13,7 +13,8 @@ namespace ADODB::Odbc {
 class OdbcRows : public ResultSet
 {
 public:
-    OdbcRows(std::shared_ptr<Link> link, Handle statement);
+    // `columns`: what they are, where the statement itself does not tell it as it is (MomentsAsText.h).
+    OdbcRows(std::shared_ptr<Link> link, Handle statement, const std::vector<ColumnPlan> &columns = {});
     ~OdbcRows() override;
 
     const std::vector<ColumnInfo> &Columns() const override { return m_columns; }

@@ -1,6 +1,7 @@
 #include "ado/odbc/OdbcSession.h"
 #include "ado/StatementText.h"
 #include "ado/odbc/HeldRows.h"
+#include "ado/odbc/MomentsAsText.h"
 #include "ado/odbc/OdbcRows.h"
 
 namespace ADODB::Odbc {
@@ -12,8 +13,7 @@ SQLPOINTER Number(SQLULEN number)
     return reinterpret_cast<SQLPOINTER>(number);
 }
 
-// True when a statement surely gives one result at most, so that its rows can be handed on while they are read. The
-// last result with rows is the one that counts, and it is known only when all have been read.
+// True when a statement surely gives one result at most, so that its rows can be handed on while they are read.
 bool GivesOneResult(const Traits &traits, const QByteArray &sql)
 {
     if (!traits.ManyResults)
@@ -62,15 +62,41 @@ void OdbcSession::Run(const Handle &statement, const QByteArray &sql)
 ExecuteResult OdbcSession::Execute(const QString &sql)
 {
     m_link->ForgetCancel();
+    try {
+        ExecuteResult result = RunWhole(sql.toUtf8());
+        // A cancelled statement without rows may look as if it had come to its end.
+        if (!result.Rows && Family() == DatabaseFamily::MySQL)
+            m_link->RaiseIfCancelled();
+        return result;
+    } catch (const Error &) {
+        // Or as if the calls came in a wrong order: the driver has closed the statement under us.
+        if (m_link->IsAlive())
+            m_link->RaiseIfCancelled();
+        throw;
+    }
+}
+
+ExecuteResult OdbcSession::RunWhole(const QByteArray &text)
+{
     Handle statement = m_link->NewStatement();
-    const QByteArray text = sql.toUtf8();
     if (DoesNothing(text)) // the driver manager and some servers take it for a mistake
         return {};
     if (m_link->Of().Again == ReRead::Scroll)
         ODBC_TRY(SQLSetStmtAttr, statement.Get(), SQL_ATTR_CURSOR_TYPE, Number(SQL_CURSOR_STATIC), 0);
+    const bool isOne = GivesOneResult(m_link->Of(), text);
+    if (m_link->Of().Family == DatabaseFamily::PostgreSQL) {
+        if (const std::optional<MomentsAsText> other = WithMomentsAsText(*m_link, text)) {
+            m_link->RaiseIfCancelled(); // while it was asked for
+            Run(statement, other->Sql);
+            m_link->RaiseIfCancelled();
+            ExecuteResult result;
+            result.Rows = std::make_unique<OdbcRows>(m_link, std::move(statement), other->Columns);
+            return result;
+        }
+    }
     Run(statement, text);
-    if (!GivesOneResult(m_link->Of(), text))
-        return LastResult(std::move(statement));
+    if (!isOne)
+        return AllResults(std::move(statement));
 
     ExecuteResult result;
     SQLSMALLINT columns = 0;
@@ -88,22 +114,23 @@ ExecuteResult OdbcSession::Execute(const QString &sql)
     return result;
 }
 
-// Reads all results; an error in any is raised. The last one with rows is kept, and the last count.
-ExecuteResult OdbcSession::LastResult(Handle statement)
+// Reads all results; an error in any is raised. Those with rows are kept in their order, and the last count.
+ExecuteResult OdbcSession::AllResults(Handle statement)
 {
-    ExecuteResult last;
+    ExecuteResult all;
+    std::vector<std::unique_ptr<ResultSet>> results;
     for (;;) {
         SQLSMALLINT columns = 0;
         ODBC_CALL(SQLNumResultCols, statement, &columns);
         if (columns > 0) {
             OdbcRows rows(m_link, std::move(statement));
             rows.LeaveFurtherResults();
-            last.Rows = HeldRows::ReadAll(rows);
+            results.push_back(HeldRows::ReadAll(rows));
             statement = rows.TakeStatement();
         } else {
             SQLLEN count = -1;
             if (SQL_SUCCEEDED(ODBC_TRY(SQLRowCount, statement.Get(), &count)))
-                last.RecordsAffected = count;
+                all.RecordsAffected = count;
         }
         const Link::Running running(*m_link, statement);
         const SQLRETURN more = ODBC_TRY(SQLMoreResults, statement.Get());
@@ -112,9 +139,10 @@ ExecuteResult OdbcSession::LastResult(Handle statement)
         if (!SQL_SUCCEEDED(more))
             throw m_link->Failure(statement, "SQLMoreResults");
     }
-    if (last.Rows || last.RecordsAffected < 0)
+    if (!results.empty() || all.RecordsAffected < 0)
         m_link->RaiseIfCancelled();
-    return last;
+    all.Rows = Chained(std::move(results));
+    return all;
 }
 
 // Asked each time: "USE other" changes it.

@@ -13,8 +13,8 @@ public:
     ~OdbcSession() override;
 
     ExecuteResult Execute(const QString &sql) override;
-    qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
-                        const std::function<void(qint64 row, const Error &)> &failed) override;
+    qint64 ExecuteBatch(const Batch &batch) override;
+    bool CanReturn() const override;
 
     void Begin() override;
     void Commit() override;
@@ -33,12 +33,10 @@ public:
     bool IsAlive() const override { return m_link->IsAlive(); }
 
 private:
+    friend class Shield;
     void Run(const Handle &statement, const QByteArray &sql);
-    ExecuteResult LastResult(Handle statement);
-    bool GoesOnAfter(const Error &error) const;
-    bool LosesTransaction(const Error &error) const;
-    void RaiseIfNotTakenBack();
-    bool Protected(const std::function<bool()> &block);
+    ExecuteResult RunWhole(const QByteArray &text);
+    ExecuteResult AllResults(Handle statement);
     bool HasTypedTransaction(); // one that a typed BEGIN opened
     void SetAutocommit(bool on);
     void End(SQLSMALLINT how);

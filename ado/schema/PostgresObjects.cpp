@@ -6,11 +6,11 @@ namespace ADODB {
 
 namespace {
 
+// A temporary table is a "TABLE" like any other: lists and trees choose by that word.
 constexpr char kTables[] =
     "SELECT current_database() AS TABLE_CATALOG, n.nspname AS TABLE_SCHEMA, c.relname AS TABLE_NAME, CASE "
     "WHEN n.nspname IN ('pg_catalog', 'information_schema') THEN CASE WHEN c.relkind = 'v' THEN 'SYSTEM VIEW' "
-    "ELSE 'SYSTEM TABLE' END WHEN c.relkind IN ('v', 'm') THEN 'VIEW' WHEN c.relpersistence = 't' THEN 'LOCAL "
-    "TEMPORARY' "
+    "ELSE 'SYSTEM TABLE' END WHEN c.relkind IN ('v', 'm') THEN 'VIEW' "
     "ELSE 'TABLE' END AS TABLE_TYPE, pg_catalog.obj_description(c.oid, 'pg_class') AS DESCRIPTION "
     "FROM pg_catalog.pg_class c JOIN pg_catalog.pg_namespace n ON n.oid = c.relnamespace "
     "WHERE c.relkind IN ('r', 'p', 'v', 'm', 'f') AND left(n.nspname, 8) <> 'pg_toast' "

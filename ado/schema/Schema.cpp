@@ -5,6 +5,7 @@
 #include "ado/schema/OwnRows.h"
 #include "ado/schema/QueryRows.h"
 #include "ado/schema/Rowsets.h"
+#include "ado/schema/SqliteKeys.h"
 #include "ado/schema/TypeNames.h"
 #include "ado/schema/ViewReader.h"
 #include <QHash>
@@ -89,14 +90,24 @@ void AddUses(QueryRows &rows, const Rowset &rowset, const HeldResult &held, cons
                          {{catalogue, Value(used.Database)}, {table, Value(used.Table)}, {column, Value(used.Column)}});
 }
 
+void AddRow(QueryRows &rows, qint64 row, const SqliteKeys &keys)
+{
+    QueryRows::Cells own = keys.CellsOf(row);
+    if (own.empty())
+        rows.Add(row); // as it came
+    else
+        rows.Add(row, std::move(own));
+}
+
 // A row for each check of the row's table, where it has one; else the row itself.
-void AddChecks(QueryRows &rows, const Rowset &rowset, const HeldResult &held, const ColumnStore &tables)
+void AddChecks(QueryRows &rows, const Rowset &rowset, const HeldResult &held, const ColumnStore &tables,
+               const SqliteKeys &keys)
 {
     const ColumnStore *texts = held.Find(QLatin1String("CHECKS_IN"));
     const int name = RowsetIndex(rowset, u"CONSTRAINT_NAME"), clause = RowsetIndex(rowset, u"CHECK_CLAUSE");
     for (qint64 row = 0; row < held.Rows(); ++row) {
         if (tables.IsNull(row))
-            rows.Add(row);
+            AddRow(rows, row, keys);
         else
             for (const Check &check : ReadChecks(TextAt(&tables, row), TextAt(texts, row)))
                 rows.Add(row, {{name, Value(check.Name)}, {clause, Value(check.Clause)}});
@@ -126,10 +137,11 @@ RecordsetPtr FromQuery(Session &session, const Rowset &rowset, const CatalogueQu
     if (const ColumnStore *views = held.Find(QLatin1String("USES_IN"))) {
         AddUses(rows, rowset, held, *views);
     } else if (const ColumnStore *tables = held.Find(QLatin1String("CHECKED_TABLE"))) {
-        AddChecks(rows, rowset, held, *tables);
+        AddChecks(rows, rowset, held, *tables, SqliteKeys(session, rowset, held));
     } else {
+        const SqliteKeys keys(session, rowset, held);
         for (qint64 row = 0; row < held.Rows(); ++row)
-            rows.Add(row);
+            AddRow(rows, row, keys);
     }
     rows.Restrict(restrictions);
     rows.Sort();

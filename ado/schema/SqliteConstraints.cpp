@@ -1,6 +1,8 @@
 // SQLite's constraints, collations and databases. Its catalogue names no constraint but in the text of the table, so
-// keys are named after their table: PK_table, FK_table_number, and a unique key by its index. The rows of checks bring
-// that text in CHECKS_IN, from which the reader makes a row for each check.
+// primary keys are named after their table, PK_table, and so are foreign ones without a name of their own,
+// FK_table_number; a unique key is named by its index. The rows of checks bring
+// that text in CHECKS_IN, from which the reader makes a row for each check; those of foreign keys say which key they
+// are of (SqliteKeys.h).
 #include "ado/schema/SqliteParts.h"
 
 namespace ADODB {
@@ -19,51 +21,56 @@ constexpr char kChecks[] =
 
 constexpr char kConstraintColumns[] =
     "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, c.name AS COLUMN_NAME, " SQLITE_SCHEMA
-    " AS CONSTRAINT_SCHEMA, 'PK_' || t.name AS CONSTRAINT_NAME " SQLITE_TABLES
+    " AS CONSTRAINT_SCHEMA, 'PK_' || t.name AS CONSTRAINT_NAME, " SQLITE_NO_KEY " " SQLITE_TABLES
     "CROSS JOIN pragma_table_info(t.name, t.schema) c WHERE c.pk > 0 AND " SQLITE_OWN " UNION ALL SELECT " SQLITE_SCHEMA
-    ", t.name, x.name, " SQLITE_SCHEMA ", i.name " SQLITE_TABLES
+    ", t.name, x.name, " SQLITE_SCHEMA ", i.name, " SQLITE_NO_KEY " " SQLITE_TABLES
     "CROSS JOIN pragma_index_list(t.name, t.schema) i CROSS JOIN pragma_index_info(i.name, t.schema) x "
     "WHERE i.origin = 'u' AND " SQLITE_OWN " UNION ALL SELECT " SQLITE_SCHEMA ", " SQLITE_TARGET
-    ", " SQLITE_TARGET_COLUMN ", " SQLITE_SCHEMA ", 'FK_' || t.name || '_' || f.id " SQLITE_TABLES
+    ", " SQLITE_TARGET_COLUMN ", " SQLITE_SCHEMA ", 'FK_' || t.name || '_' || f.id, " SQLITE_KEY " " SQLITE_TABLES
     "CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE " SQLITE_OWN;
 
 constexpr char kConstraintTables[] =
     "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, " SQLITE_SCHEMA
-    " AS CONSTRAINT_SCHEMA, 'PK_' || t.name AS CONSTRAINT_NAME, NULL AS CHECKED_TABLE, NULL AS CHECKS_IN " SQLITE_TABLES
+    " AS CONSTRAINT_SCHEMA, 'PK_' || t.name AS CONSTRAINT_NAME, NULL AS CHECKED_TABLE, NULL AS "
+    "CHECKS_IN, " SQLITE_NO_KEY " " SQLITE_TABLES
     "CROSS JOIN pragma_table_info(t.name, t.schema) c WHERE c.pk = 1 AND " SQLITE_OWN " UNION ALL SELECT " SQLITE_SCHEMA
-    ", t.name, " SQLITE_SCHEMA ", i.name, NULL, NULL " SQLITE_TABLES
+    ", t.name, " SQLITE_SCHEMA ", i.name, NULL, NULL, " SQLITE_NO_KEY " " SQLITE_TABLES
     "CROSS JOIN pragma_index_list(t.name, t.schema) i WHERE i.origin = 'u' AND " SQLITE_OWN
     " UNION ALL SELECT " SQLITE_SCHEMA ", " SQLITE_TARGET ", " SQLITE_SCHEMA
-    ", 'FK_' || t.name || '_' || f.id, NULL, NULL " SQLITE_TABLES
+    ", 'FK_' || t.name || '_' || f.id, NULL, NULL, " SQLITE_KEY " " SQLITE_TABLES
     "CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE f.seq = 0 AND " SQLITE_OWN
-    " UNION ALL SELECT " SQLITE_SCHEMA ", t.name, " SQLITE_SCHEMA ", NULL, t.name, t.sql " SQLITE_TEXTS;
+    " UNION ALL SELECT " SQLITE_SCHEMA ", t.name, " SQLITE_SCHEMA ", NULL, t.name, t.sql, " SQLITE_NO_KEY
+    " " SQLITE_TEXTS;
 
 constexpr char kKeyColumns[] =
     "SELECT " SQLITE_SCHEMA " AS CONSTRAINT_SCHEMA, 'PK_' || t.name AS CONSTRAINT_NAME, " SQLITE_SCHEMA
-    " AS TABLE_SCHEMA, t.name AS TABLE_NAME, c.name AS COLUMN_NAME, c.pk AS ORDINAL_POSITION " SQLITE_TABLES
-    "CROSS JOIN pragma_table_info(t.name, t.schema) c WHERE c.pk > 0 AND " SQLITE_OWN " UNION ALL SELECT " SQLITE_SCHEMA
-    ", i.name, " SQLITE_SCHEMA ", t.name, x.name, x.seqno + 1 " SQLITE_TABLES
+    " AS TABLE_SCHEMA, t.name AS TABLE_NAME, c.name AS COLUMN_NAME, c.pk AS ORDINAL_POSITION, " SQLITE_NO_KEY
+    " " SQLITE_TABLES "CROSS JOIN pragma_table_info(t.name, t.schema) c WHERE c.pk > 0 AND " SQLITE_OWN
+    " UNION ALL SELECT " SQLITE_SCHEMA ", i.name, " SQLITE_SCHEMA ", t.name, x.name, x.seqno + 1, " SQLITE_NO_KEY
+    " " SQLITE_TABLES
     "CROSS JOIN pragma_index_list(t.name, t.schema) i CROSS JOIN pragma_index_info(i.name, t.schema) x "
     "WHERE i.origin = 'u' AND " SQLITE_OWN " UNION ALL SELECT " SQLITE_SCHEMA
-    ", 'FK_' || t.name || '_' || f.id, " SQLITE_SCHEMA ", t.name, f.\"from\", f.seq + 1 " SQLITE_TABLES
+    ", 'FK_' || t.name || '_' || f.id, " SQLITE_SCHEMA ", t.name, f.\"from\", f.seq + 1, " SQLITE_KEY " " SQLITE_TABLES
     "CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE " SQLITE_OWN;
 
 constexpr char kReferential[] =
     "SELECT " SQLITE_SCHEMA " AS CONSTRAINT_SCHEMA, 'FK_' || t.name || '_' || f.id AS CONSTRAINT_NAME, " SQLITE_SCHEMA
     " AS UNIQUE_CONSTRAINT_SCHEMA, f.\"match\" AS MATCH_OPTION, f.on_update AS UPDATE_RULE, f.on_delete AS "
-    "DELETE_RULE " SQLITE_TABLES
+    "DELETE_RULE, " SQLITE_KEY " " SQLITE_TABLES
     "CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE f.seq = 0 AND " SQLITE_OWN;
 
 constexpr char kTableConstraints[] =
     "SELECT " SQLITE_SCHEMA " AS CONSTRAINT_SCHEMA, 'PK_' || t.name AS CONSTRAINT_NAME, " SQLITE_SCHEMA
     " AS TABLE_SCHEMA, t.name AS TABLE_NAME, 'PRIMARY KEY' AS CONSTRAINT_TYPE, NULL AS CHECKED_TABLE, NULL AS "
-    "CHECKS_IN " SQLITE_TABLES "CROSS JOIN pragma_table_info(t.name, t.schema) c WHERE c.pk = 1 AND " SQLITE_OWN
-    " UNION ALL SELECT " SQLITE_SCHEMA ", i.name, " SQLITE_SCHEMA ", t.name, 'UNIQUE', NULL, NULL " SQLITE_TABLES
+    "CHECKS_IN, " SQLITE_NO_KEY " " SQLITE_TABLES
+    "CROSS JOIN pragma_table_info(t.name, t.schema) c WHERE c.pk = 1 AND " SQLITE_OWN " UNION ALL SELECT " SQLITE_SCHEMA
+    ", i.name, " SQLITE_SCHEMA ", t.name, 'UNIQUE', NULL, NULL, " SQLITE_NO_KEY " " SQLITE_TABLES
     "CROSS JOIN pragma_index_list(t.name, t.schema) i WHERE i.origin = 'u' AND " SQLITE_OWN
     " UNION ALL SELECT " SQLITE_SCHEMA ", 'FK_' || t.name || '_' || f.id, " SQLITE_SCHEMA
-    ", t.name, 'FOREIGN KEY', NULL, NULL " SQLITE_TABLES
+    ", t.name, 'FOREIGN KEY', NULL, NULL, " SQLITE_KEY " " SQLITE_TABLES
     "CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE f.seq = 0 AND " SQLITE_OWN
-    " UNION ALL SELECT " SQLITE_SCHEMA ", NULL, " SQLITE_SCHEMA ", t.name, 'CHECK', t.name, t.sql " SQLITE_TEXTS;
+    " UNION ALL SELECT " SQLITE_SCHEMA ", NULL, " SQLITE_SCHEMA ", t.name, 'CHECK', t.name, t.sql, " SQLITE_NO_KEY
+    " " SQLITE_TEXTS;
 
 constexpr char kCharacterSets[] =
     "SELECT e.encoding AS CHARACTER_SET_NAME, e.encoding AS FORM_OF_USE, 'BINARY' AS DEFAULT_COLLATE_NAME "

@@ -6,10 +6,11 @@ namespace ADODB {
 
 namespace {
 
+// A temporary table is a "TABLE" like any other: lists and trees choose by that word.
 constexpr char kTables[] =
     "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, CASE WHEN t.type = 'view' THEN 'VIEW' "
     "WHEN t.type = 'shadow' OR t.name LIKE 'sqlite!_%' ESCAPE '!' THEN 'SYSTEM TABLE' "
-    "WHEN t.schema = 'temp' THEN 'LOCAL TEMPORARY' ELSE 'TABLE' END AS TABLE_TYPE FROM pragma_table_list t WHERE 1=1";
+    "ELSE 'TABLE' END AS TABLE_TYPE FROM pragma_table_list t WHERE 1=1";
 
 constexpr char kColumns[] =
     "SELECT " SQLITE_SCHEMA " AS TABLE_SCHEMA, t.name AS TABLE_NAME, c.name AS COLUMN_NAME, "
@@ -33,7 +34,8 @@ constexpr char kForeignKeys[] =
     " AS PK_COLUMN_NAME, " SQLITE_SCHEMA
     " AS FK_TABLE_SCHEMA, t.name AS FK_TABLE_NAME, f.\"from\" AS FK_COLUMN_NAME, f.seq + 1 AS ORDINAL, "
     "f.on_update AS UPDATE_RULE, f.on_delete AS DELETE_RULE, 'FK_' || t.name || '_' || f.id AS FK_NAME, "
-    "3 AS DEFERRABILITY FROM pragma_table_list t CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE 1=1";
+    "3 AS DEFERRABILITY, " SQLITE_KEY
+    " FROM pragma_table_list t CROSS JOIN pragma_foreign_key_list(t.name, t.schema) f WHERE 1=1";
 
 constexpr char kPrimaryKeys[] =
     "SELECT " SQLITE_SCHEMA

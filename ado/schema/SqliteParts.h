@@ -1,15 +1,15 @@
 #pragma once
-// What the queries of SQLite's catalogue share. Only attached databases have a schema; the main one has none, as over
-// ODBC.
+// What the queries of SQLite's catalogue share. Attached databases have a schema, and so has that of the temporary
+// tables, which may bear the name of another one; the main one has none, as over ODBC.
 
 #include "ado/schema/CatalogueQueries.h"
 
-#define SQLITE_SCHEMA "CASE WHEN t.schema IN ('main', 'temp') THEN NULL ELSE t.schema END"
+#define SQLITE_SCHEMA "CASE WHEN t.schema <> 'main' THEN t.schema END"
 #define SQLITE_USER " AND t.name NOT LIKE 'sqlite!_%' ESCAPE '!'"
 // The tables in the order of most rowsets, so that what is joined to them comes sorted. Without the LIMIT the library
 // would see no use in the order.
 #define SQLITE_TABLES                                                                                                  \
-    "FROM (SELECT * FROM pragma_table_list ORDER BY CASE WHEN schema NOT IN ('main', 'temp') THEN schema END, name "   \
+    "FROM (SELECT * FROM pragma_table_list ORDER BY CASE WHEN schema <> 'main' THEN schema END, name "                 \
     "LIMIT -1) t "
 // Stands for the catalogues of all attached databases, with a column "schema". Their names have to be known before they
 // can stand in a query, so TextOf asks for them.
@@ -22,6 +22,10 @@
 #define SQLITE_TARGET_COLUMN                                                                                           \
     "COALESCE((SELECT c.name FROM pragma_table_info(f.\"table\", t.schema) c WHERE lower(c.name) = lower(f.\"to\")), " \
     "f.\"to\", (SELECT c.name FROM pragma_table_info(f.\"table\", t.schema) c WHERE c.pk = f.seq + 1))"
+
+// Which key a row is of, for SqliteKeys.h; and that it is of none.
+#define SQLITE_KEY "t.schema AS KEY_SCHEMA, t.name AS KEY_TABLE, f.id AS KEY_ID"
+#define SQLITE_NO_KEY "NULL AS KEY_SCHEMA, NULL AS KEY_TABLE, NULL AS KEY_ID"
 
 namespace ADODB {
 

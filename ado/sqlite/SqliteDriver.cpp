@@ -18,9 +18,13 @@ public:
         if (file.isEmpty())
             throw Error(adErrProviderFailed, QStringLiteral("The connection string names no database file."),
                         QStringLiteral("HY000"));
-        const bool readOnly = AttributeValue(attributes, QStringLiteral("Mode"))
-                                  .compare(QStringLiteral("ReadOnly"), Qt::CaseInsensitive) == 0;
-        return std::make_unique<SqliteSession>(file, readOnly);
+        const auto says = [&](const char *key, const char *word) {
+            return AttributeValue(attributes, QString::fromLatin1(key))
+                       .compare(QLatin1String(word), Qt::CaseInsensitive) == 0;
+        };
+        return std::make_unique<SqliteSession>(file, says("Mode", "ReadOnly") ? SqliteAccess::ReadOnly
+                                                     : says("Create", "Yes")  ? SqliteAccess::Create
+                                                                              : SqliteAccess::Existing);
     }
 };
 

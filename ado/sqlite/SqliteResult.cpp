@@ -35,11 +35,9 @@ void SqliteResult::Describe(int column, ColumnInfo &info)
             info.Attributes = adFldUpdatable | (notNull ? 0 : adFldIsNullable);
             info.IsKey = key != 0;
         }
-        const QByteArrayView home(database);
-        if (home == "main" || home == "temp") {
-            info.BaseTable = QString::fromUtf8(table);
-            info.BaseColumn = QString::fromUtf8(origin);
-        }
+        info.BaseSchema = QString::fromUtf8(database);
+        info.BaseTable = QString::fromUtf8(table);
+        info.BaseColumn = QString::fromUtf8(origin);
     }
     if (info.Type == adLongVarWChar || info.Type == adBinary)
         info.Attributes |= adFldLong;

@@ -4,17 +4,65 @@
 #include "ado/sqlite/SqliteResult.h"
 #include "ado/sqlite/SqliteText.h"
 
+#include <QFileInfo>
 #include <QString>
+#include <QUrl>
 #include <chrono>
 #include <thread>
 
 namespace ADODB {
 
-SqliteSession::SqliteSession(const QString &file, bool readOnly)
+namespace {
+
+bool IsUri(const QString &file)
+{
+    return file.startsWith(QLatin1String("file:"));
+}
+
+// A word behind the "?" of an URI; the last one of a name counts.
+QString UriWord(const QString &uri, QLatin1String name)
+{
+    QString value;
+    for (const QString &word : uri.section(u'?', 1).section(u'#', 0, 0).split(u'&'))
+        if (word.startsWith(name) && word.mid(name.size()).startsWith(u'='))
+            value = word.mid(name.size() + 1);
+    return value;
+}
+
+// Does the name itself say that nothing has to be there: a database in memory, or an URI that asks to make the file?
+bool NeedsNoFile(const QString &file)
+{
+    if (!IsUri(file))
+        return file == u":memory:";
+    const QString mode = UriWord(file, QLatin1String("mode"));
+    return mode == u"memory" || mode == u"rwc" || UriWord(file, QLatin1String("vfs")) == u"memdb" ||
+           file.startsWith(QLatin1String("file::memory:"));
+}
+
+// The path that the library opens; an URI's without its host, its words and its escapes.
+QString PathOf(const QString &file)
+{
+    if (!IsUri(file))
+        return file;
+    QString path = file.mid(5).section(u'?', 0, 0).section(u'#', 0, 0);
+    if (path.startsWith(QLatin1String("//")))
+        path = path.mid(path.indexOf(u'/', 2));
+    return QUrl::fromPercentEncoding(path.toUtf8());
+}
+
+} // namespace
+
+SqliteSession::SqliteSession(const QString &file, SqliteAccess access)
 {
     // No mutexes of the library's own: a session is used by one thread at a time.
-    const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE) |
-                      SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+    // The file must be there, and the flag to make one is given all the same: it is ATTACH's too.
+    const int flags =
+        (access == SqliteAccess::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE) |
+        (IsUri(file) ? SQLITE_OPEN_URI : 0) | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+    const QString path = PathOf(file);
+    if (access != SqliteAccess::Create && !NeedsNoFile(file) && !QFileInfo::exists(path))
+        throw Error(adErrFileNotFound, QStringLiteral("The database file \"%1\" does not exist.").arg(path),
+                    QStringLiteral("08001"), SQLITE_CANTOPEN);
     int code = sqlite3_open_v2(file.toUtf8().constData(), &m_db, flags, nullptr);
     if (code == SQLITE_OK) {
         sqlite3_db_config(m_db, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
@@ -73,6 +121,7 @@ ExecuteResult SqliteSession::Execute(const QString &sql)
     const char *rest = text.constData();
     const char *const end = rest + text.size();
     ExecuteResult result;
+    std::vector<std::unique_ptr<ResultSet>> results;
     while (rest < end) {
         SqliteStatement statement;
         const char *tail = nullptr;
@@ -93,15 +142,36 @@ ExecuteResult SqliteSession::Execute(const QString &sql)
             auto rows = std::make_unique<SqliteResult>(*this, std::move(statement));
             // A statement that also writes is finished before anybody reads; so is one that others follow.
             if (readOnly && SqliteIsBlank(QByteArrayView(rest, end - rest)))
-                result.Rows = std::move(rows);
+                results.push_back(std::move(rows));
             else
-                result.Rows = std::make_unique<SqliteKeptRows>(*rows);
+                results.push_back(std::make_unique<SqliteKeptRows>(*rows));
         }
         RaiseIfCancelled();
         if (changesRows && !readOnly)
             result.RecordsAffected = std::max<qint64>(result.RecordsAffected, 0) + sqlite3_changes64(m_db);
     }
+    result.Rows = Chained(std::move(results));
     return result;
+}
+
+ExecuteResult SqliteSession::ExecuteOne(const QString &sql)
+{
+    const QByteArray text = sql.toUtf8();
+    const char *rest = text.constData();
+    const char *const end = rest + text.size();
+    for (bool found = false; rest < end;) {
+        SqliteStatement statement;
+        const char *tail = nullptr;
+        // What follows is not even prepared: it could not be, before the first one has run.
+        if (found && !SqliteIsBlank(QByteArrayView(rest, end - rest)))
+            throw Error(adErrProviderFailed, QStringLiteral("The text holds more than one statement."),
+                        QStringLiteral("42000"));
+        if (sqlite3_prepare_v2(m_db, rest, int(end - rest) + 1, &statement.handle, &tail) != SQLITE_OK)
+            break; // Execute tells why
+        found = found || statement.handle;
+        rest = tail;
+    }
+    return Execute(sql);
 }
 
 void SqliteSession::Run(const char *sql)

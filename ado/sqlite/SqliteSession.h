@@ -8,15 +8,23 @@
 
 namespace ADODB {
 
+enum class SqliteAccess
+{
+    Existing, // to read and write, if it is there
+    ReadOnly,
+    Create
+};
+
 class SqliteSession : public Session
 {
 public:
-    SqliteSession(const QString &file, bool readOnly);
+    SqliteSession(const QString &file, SqliteAccess access);
     ~SqliteSession() override;
 
     ExecuteResult Execute(const QString &sql) override;
-    qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
-                        const std::function<void(qint64, const Error &)> &failed) override;
+    ExecuteResult ExecuteOne(const QString &sql) override; // the library says where the first statement ends
+    qint64 ExecuteBatch(const Batch &batch) override;
+    bool CanReturn() const override { return sqlite3_libversion_number() >= 3035000; }
     void Begin() override;
     void Commit() override;
     void Rollback() override;

@@ -28,12 +28,13 @@ int main(int argc, char **argv)
         return 2;
     }
     const QString file = AppFile(QStringLiteral("es.dat"));
+    ConnectionStore store(file);
     clsConns conns;
-    LoadConnections(file, conns);
+    store.Load(conns);
     if (conns.Item(arguments[2]))
         return 0;
     conns.Add(arguments[3], arguments[2], arguments.value(4));
-    if (SaveConnections(file, conns))
+    if (store.Save(conns))
         return 0;
     std::fprintf(stderr, "brindlewick-store: cannot write %s\n", qPrintable(file));
     return 1;

@@ -1,6 +1,8 @@
 // Writing rows back: batches by key and by original values, rows that are refused, single rows at once.
 #include "TempDatabase.h"
 #include "ado/BaseTable.h"
+#include "tests/support/FaultDriver.h"
+#include <cmath>
 
 using namespace ADODB;
 
@@ -217,12 +219,123 @@ TEST_F(Batch, InsideATransactionItFollowsTheTransaction)
     EXPECT_EQ(All(), "1:one:1.00 2:two:- 3:three:3.00");
 }
 
+// A cancel that came while the key was asked for was lost, and the batch ran to its end.
+TEST(BatchCancel, ACancelBeforeTheFirstStatementEndsTheBatch)
+{
+    fault::Driver driver;
+    const ConnectionPtr connection = Connection::Create();
+    connection->Open(QStringLiteral("Driver=Fault"));
+    connection->Execute(
+        QStringLiteral("CREATE TABLE t (a INTEGER PRIMARY KEY, b TEXT); INSERT INTO t VALUES (1, 'x')"));
+    const RecordsetPtr rows = Recordset::Create();
+    rows->Open(QStringLiteral("SELECT * FROM t"), connection, adOpenStatic, adLockBatchOptimistic);
+    rows->Fields()[1].SetValue(QStringLiteral("changed"));
+    driver.plan.atCatalogue = [&] { connection->Cancel(); };
+    EXPECT_EQ(NumberOf([&] { rows->UpdateBatch(); }), adErrOperationCancelled);
+    driver.plan.atCatalogue = {};
+    EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT b FROM t")), "x");
+    EXPECT_EQ(rows->Status(), adRecModified);
+    rows->UpdateBatch();
+    EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT b FROM t")), "changed");
+}
+
+TEST_F(Batch, AnEmptyBlobIsWrittenAsOne)
+{
+    const RecordsetPtr rows = Orders();
+    rows->Fields()[4].SetValue(QByteArray(""));
+    rows->UpdateBatch();
+    EXPECT_EQ(
+        Scalar(connection, QStringLiteral("SELECT typeof(data) || length(data) FROM \"or\"\"der [x]\" WHERE id = 1")),
+        "blob0");
+    rows->Fields()[4].SetValue(Value());
+    rows->UpdateBatch(); // found by the empty one
+    EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT typeof(data) FROM \"or\"\"der [x]\" WHERE id = 1")), "null");
+}
+
+// The library stores a null in its place.
+TEST_F(Batch, WhatIsNoNumberIsRefused)
+{
+    const RecordsetPtr rows = Open(QStringLiteral("SELECT * FROM bare"));
+    rows->Fields()[2].SetValue(std::nan(""));
+    EXPECT_EQ(NumberOf([&] { rows->UpdateBatch(); }), adErrDataConversion);
+    EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT c FROM bare WHERE b = 'x'")), "0.1");
+}
+
+// The server gives up the whole transaction, and the rows that went before with it: none may count as written.
+TEST_F(Batch, ARowThatRollsEverythingBackLeavesEverythingPending)
+{
+    connection->Execute(
+        QStringLiteral("CREATE TABLE r (a INTEGER UNIQUE ON CONFLICT ROLLBACK); INSERT INTO r VALUES (3)"));
+    const RecordsetPtr rows = Open(QStringLiteral("SELECT * FROM r"));
+    for (const int a : {1, 2, 3, 4}) {
+        rows->AddNew();
+        rows->Fields()[0].SetValue(a);
+        rows->Update();
+    }
+    EXPECT_NE(NumberOf([&] { rows->UpdateBatch(); }), 0);
+    EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT group_concat(a) FROM r")), "3");
+    rows->SetAbsolutePosition(2);
+    EXPECT_EQ(rows->Status(), adRecNew);
+}
+
+TEST_F(Batch, CloseInTheMiddleOfAnEditForgetsIt)
+{
+    const RecordsetPtr rows = Orders();
+    rows->Fields()[1].SetValue(QStringLiteral("half"));
+    EXPECT_EQ(rows->EditMode(), adEditInProgress);
+    rows->Close();
+    rows->Open(QStringLiteral("SELECT * FROM bare"), connection, adOpenDynamic, adLockBatchOptimistic);
+    EXPECT_EQ(rows->EditMode(), adEditNone);
+    rows->UpdateBatch();
+    EXPECT_EQ(rows->Fields()[0].Text(), "1");
+    EXPECT_EQ(All(), "1:one:1.00 2:two:- 3:three:3.00");
+    EXPECT_EQ(rows->Status(), adRecUnmodified);
+}
+
+TEST_F(Batch, AColumnOutOfRangeIsAnError)
+{
+    const RecordsetPtr rows = Orders();
+    for (const int column : {-1, 5}) {
+        EXPECT_EQ(NumberOf([&] { rows->Fields()[column]; }), adErrItemNotFound);
+        EXPECT_EQ(NumberOf([&] { (void)rows->Column(column); }), adErrItemNotFound);
+        EXPECT_EQ(NumberOf([&] { (void)rows->CellText(0, column); }), adErrItemNotFound);
+        EXPECT_EQ(NumberOf([&] { (void)rows->CellValue(0, column); }), adErrItemNotFound);
+        EXPECT_EQ(NumberOf([&] { (void)rows->CellUtf8(0, column); }), adErrItemNotFound);
+        EXPECT_EQ(NumberOf([&] { (void)rows->CellIsNull(0, column); }), adErrItemNotFound);
+        EXPECT_EQ(NumberOf([&] { (void)rows->CompareCells(0, 1, column); }), adErrItemNotFound);
+    }
+    EXPECT_EQ(NumberOf([&] { (void)rows->CellText(3, 0); }), adErrNoCurrentRecord);
+}
+
+// Each changed row kept a copy of all of its values, and the batch made another of what it sent.
+TEST_F(Batch, PendingRowsTakeLittleBesideTheRecordset)
+{
+    constexpr qint64 count = 200000, limit = 64 * count; // so 64 MB for a million
+    connection->Execute(QStringLiteral("CREATE TABLE big (id INTEGER PRIMARY KEY, a INTEGER, b TEXT);"
+                                       "WITH RECURSIVE g(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM g WHERE n < %1) "
+                                       "INSERT INTO big SELECT n, n, 'text of row ' || n FROM g")
+                            .arg(count));
+    const RecordsetPtr rows = Open(QStringLiteral("SELECT * FROM big"));
+    ASSERT_EQ(rows->RecordCount(), count);
+    rows->MoveFirst();
+    for (; !rows->Eof(); rows->MoveNext()) {
+        rows->Fields()[1].SetValue(7);
+        rows->Update();
+    }
+    RecordProperty("pending_bytes", std::to_string(rows->PendingBytes()));
+    EXPECT_LT(rows->PendingBytes(), limit);
+    EXPECT_GT(rows->PendingBytes(), 16 * count - 4096); // what it must keep: where, and what it was
+    rows->UpdateBatch();
+    EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT count(*) FROM big WHERE a = 7")), QString::number(count));
+    EXPECT_LT(rows->PendingBytes(), 4096);
+}
+
 TEST(BaseTable, IsWhatStandsBehindFrom)
 {
     ColumnInfo column;
     column.BaseTable = QStringLiteral("t\"x");
     const auto table = [&](const char *sql, const std::vector<ColumnInfo> &columns) {
-        return BaseTableOf(QString::fromLatin1(sql), columns, QStringLiteral("\""));
+        return BaseTableOf(QString::fromLatin1(sql), columns, QStringLiteral("\""), DatabaseFamily::Other);
     };
     EXPECT_EQ(table("SELECT * FROM [order details]", {}), "[order details]");
     EXPECT_EQ(table("select a,b\r\nfrom\ts.\"t\"\"x\" where 1=0", {}), "s.\"t\"\"x\"");
@@ -235,6 +348,26 @@ TEST(BaseTable, IsWhatStandsBehindFrom)
     ColumnInfo other;
     other.BaseTable = QStringLiteral("u");
     EXPECT_THROW(table("SELECT * FROM t, u", {column, other}), Error);
+    // Signs that a plain name may hold: they were never tried.
+    EXPECT_EQ(table("SELECT * FROM #a@b$c_1 WHERE 1=0", {}), "#a@b$c_1");
+    const QString beyond = QStringLiteral("SELECT * FROM t") + QString::fromUtf8("𝒳日") + QStringLiteral(" x");
+    EXPECT_EQ(BaseTableOf(beyond, {}, QStringLiteral("\""), DatabaseFamily::Other),
+              QStringLiteral("t") + QString::fromUtf8("𝒳日"));
+}
+
+TEST(BaseTable, WhatTheDriverTellsWins)
+{
+    ColumnInfo column;
+    column.BaseTable = QStringLiteral("k4");
+    const auto table = [&](const char *sql, DatabaseFamily family) {
+        return BaseTableOf(QString::fromLatin1(sql), {column}, QStringLiteral("\""), family);
+    };
+    EXPECT_EQ(table("SELECT * FROM s.K4", DatabaseFamily::PostgreSQL), "s.K4"); // the same one, with its schema
+    EXPECT_EQ(table("SELECT * FROM s.\"K4\"", DatabaseFamily::PostgreSQL), "\"k4\"");
+    EXPECT_EQ(table("SELECT * FROM v", DatabaseFamily::MySQL), "\"k4\"");
+    column.BaseSchema = QStringLiteral("a.b");
+    EXPECT_EQ(table("SELECT * FROM s.k4", DatabaseFamily::PostgreSQL), "\"a.b\".\"k4\"");
+    EXPECT_THROW(table("SELECT * FROM v", DatabaseFamily::SQLite), Error); // a view, whose rows may be others
 }
 
 } // namespace

@@ -10,7 +10,7 @@ QString ConnectionStringOf(Server server)
 {
     switch (server) {
     case Server::BuiltIn:
-        return QStringLiteral("Driver=SQLite;Database=place");
+        return QStringLiteral("Driver=SQLite;Create=Yes;Database=place");
     case Server::SqliteOdbc:
         return qEnvironmentVariable("BRINDLEWICK_TEST_SQLITE_ODBC");
     case Server::Postgres:

@@ -26,6 +26,31 @@ std::vector<ColumnStore> NumbersAndTexts(qint64 rows)
     return columns;
 }
 
+// Runs a statement for the rows of columns that are all there.
+qint64 RunBatch(const ConnectionPtr &connection, const QString &sql, const std::vector<ColumnStore> &columns,
+                const std::function<void(qint64, const Error &)> &refused)
+{
+    Connection::Turn turn(connection, QStringLiteral("batch"));
+    turn.Begin();
+    Batch batch;
+    batch.Sql = sql;
+    for (const ColumnStore &column : columns)
+        batch.Types.push_back(column.Type());
+    qint64 next = 0, written = 0;
+    batch.Next = [&](std::vector<ColumnStore> &into, qint64 most) {
+        const qint64 rows = std::min(most, columns.front().Size() - next);
+        for (const qint64 end = next + rows; next < end; ++next)
+            for (size_t column = 0; column < columns.size(); ++column)
+                into[column].AppendFrom(columns[column], next);
+        return rows;
+    };
+    batch.Refused = refused;
+    batch.Written = [&](qint64 rows) { written = rows; };
+    const qint64 affected = turn.Driver().ExecuteBatch(batch);
+    EXPECT_EQ(written, columns.front().Size());
+    return affected;
+}
+
 } // namespace
 
 TEST_P(Conformance, ABatchWritesEveryRow)
@@ -34,12 +59,8 @@ TEST_P(Conformance, ABatchWritesEveryRow)
     const std::vector<ColumnStore> columns = NumbersAndTexts(2500);
     std::map<qint64, QString> failed;
     qint64 affected = 0;
-    {
-        Connection::Turn turn(m_connection, QStringLiteral("batch"));
-        turn.Begin();
-        affected = turn.Driver().ExecuteBatch(QStringLiteral("INSERT INTO t VALUES (?, ?, ?)"), columns,
-                                              [&](qint64 row, const Error &error) { failed[row] = error.Description; });
-    }
+    affected = RunBatch(m_connection, QStringLiteral("INSERT INTO t VALUES (?, ?, ?)"), columns,
+                        [&](qint64 row, const Error &error) { failed[row] = error.Description; });
     EXPECT_EQ(affected, 2500);
     EXPECT_TRUE(failed.empty()) << failed.begin()->second.toStdString();
     const RecordsetPtr rows = Run(QStringLiteral("SELECT a, b, c FROM t ORDER BY a"));
@@ -65,13 +86,8 @@ TEST_P(Conformance, ABatchReportsTheRowsThatFailAndKeepsTheOthers)
             m_connection->BeginTrans();
         std::map<qint64, Error> failed;
         qint64 affected = 0;
-        {
-            Connection::Turn turn(m_connection, QStringLiteral("batch"));
-            turn.Begin();
-            affected =
-                turn.Driver().ExecuteBatch(QStringLiteral("INSERT INTO t VALUES (?, ?, ?)"), NumbersAndTexts(2500),
-                                           [&](qint64 row, const Error &error) { failed[row] = error; });
-        }
+        affected = RunBatch(m_connection, QStringLiteral("INSERT INTO t VALUES (?, ?, ?)"), NumbersAndTexts(2500),
+                            [&](qint64 row, const Error &error) { failed[row] = error; });
         EXPECT_EQ(affected, 2498);
         ASSERT_EQ(failed.size(), 2u) << failed.rbegin()->second.what();
         EXPECT_TRUE(failed.contains(5) && failed.contains(1500));
@@ -105,13 +121,9 @@ TEST_P(Conformance, ABatchCarriesEveryKindOfValue)
         columns.push_back(std::move(store));
     }
     QStringList failed;
-    {
-        Connection::Turn turn(m_connection, QStringLiteral("batch"));
-        turn.Begin();
-        EXPECT_EQ(turn.Driver().ExecuteBatch(QStringLiteral("INSERT INTO t VALUES (?, ?, ?, ?, ?, ?, ?)"), columns,
-                                             [&](qint64, const Error &error) { failed += error.Description; }),
-                  2);
-    }
+    EXPECT_EQ(RunBatch(m_connection, QStringLiteral("INSERT INTO t VALUES (?, ?, ?, ?, ?, ?, ?)"), columns,
+                       [&](qint64, const Error &error) { failed += error.Description; }),
+              2);
     EXPECT_EQ(failed.join(u' '), u"");
     const RecordsetPtr rows =
         Run(QStringLiteral("SELECT f, m, b, d, ts, tm FROM t ORDER BY CASE WHEN n IS NULL THEN 1 ELSE 0 END"));

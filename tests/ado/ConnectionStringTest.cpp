@@ -70,6 +70,25 @@ TEST(ConnectionString, ABracedValueReadsBackAsItWas)
     }
 }
 
+// PostgreSQL's driver decodes "%" and "+" of a bare password.
+TEST(ConnectionString, APasswordThatIsPutInIsNotDecodedAndAWrittenOneStays)
+{
+    const auto with = [](const char *password) {
+        return WithAttribute(QStringLiteral("DSN=d"), QStringLiteral("PWD"), QString::fromUtf8(password));
+    };
+    EXPECT_EQ(with("plain"), "DSN=d;PWD=plain");
+    EXPECT_EQ(with("a%2Bb"), "DSN=d;PWD={a%2Bb}");
+    EXPECT_EQ(with("+"), "DSN=d;PWD={+}");
+    EXPECT_EQ(with("100%}"), "DSN=d;PWD={100%}}}");
+    EXPECT_EQ(WithAttribute(QString(), QStringLiteral("UID"), QStringLiteral("a+b")), "UID=a+b");
+    const auto odbc = [](const char *text) { return OdbcString(QString::fromUtf8(text)); };
+    EXPECT_EQ(odbc("Provider=MSDASQL;Data Source=d;Password=a%2Bb"), "DSN=d;PWD=a%2Bb");
+    EXPECT_EQ(odbc("Provider=MSDASQL;Data Source=d;Password={a%2Bb}"), "DSN=d;PWD={a%2Bb}");
+    EXPECT_EQ(odbc("Provider=MSDASQL;Data Source=d;Password=\"a;%b\""), "DSN=d;PWD={a;%b}");
+    EXPECT_EQ(odbc("Provider=MSDASQL;Data Source=d;Password=\"100%\""), "DSN=d;PWD={100%}");
+    EXPECT_EQ(odbc("DSN=d;PWD=a%2Bb"), "DSN=d;PWD=a%2Bb");
+}
+
 TEST(ConnectionString, NoTextBreaksTheReader)
 {
     std::mt19937 random(11);
@@ -89,7 +108,7 @@ TEST(ConnectionString, TheConnectionGivesItBackAsItWasGiven)
 {
     TempDatabase database;
     const ConnectionPtr connection = Connection::Create();
-    const QString given = QStringLiteral("Provider=MSDASQL;Driver={sqlite};Database=") + database.File();
+    const QString given = QStringLiteral("Provider=MSDASQL;Driver={sqlite};Create=Yes;Database=") + database.File();
     connection->Open(given, QStringLiteral("me"), QStringLiteral("secret"));
     EXPECT_EQ(connection->ConnectionString(), given);
     EXPECT_EQ(connection->State(), adStateOpen);

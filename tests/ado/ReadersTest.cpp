@@ -1,5 +1,6 @@
 // What is read out of texts that a catalogue keeps: the checks of a table, the tables and columns of a view.
 #include "ado/schema/CheckReader.h"
+#include "ado/schema/ForeignKeyReader.h"
 #include "ado/schema/ViewReader.h"
 #include <QStringList>
 #include <gtest/gtest.h>
@@ -36,6 +37,42 @@ TEST(CheckReader, FindsChecksAndTheirNames)
     EXPECT_EQ(Checks("CREATE TABLE t (a CHECK"), "");
     EXPECT_EQ(Checks("CREATE TABLE t (a CHECK (a = 'x"), "");
     EXPECT_EQ(Checks("CREATE TABLE t (a CONSTRAINT"), "");
+}
+
+// --- The same text, read for its foreign keys.
+
+std::string Keys(const char *createTable)
+{
+    constexpr const char *kWhen[] = {"", "deferred", "immediate", "never"};
+    QStringList texts;
+    for (const ForeignKey &key : ReadForeignKeys(QString::fromUtf8(createTable)))
+        texts += key.Name + u'=' + QLatin1String(kWhen[int(key.When)]);
+    return texts.join(u';').toStdString();
+}
+
+TEST(ForeignKeyReader, FindsNamesAndWhetherKeysAreDeferred)
+{
+    EXPECT_EQ(Keys(""), "");
+    EXPECT_EQ(Keys("CREATE TABLE t (a, b)"), "");
+    EXPECT_EQ(Keys("CREATE TABLE t (a REFERENCES u, b CONSTRAINT k REFERENCES v (x) ON DELETE CASCADE)"),
+              "=never;k=never");
+    EXPECT_EQ(
+        Keys("CREATE TABLE t (a, FOREIGN KEY (a) REFERENCES u, constraint [x y] foreign key (a) references v(b))"),
+        "=never;x y=never");
+    EXPECT_EQ(
+        Keys("CREATE TABLE t (a REFERENCES u DEFERRABLE INITIALLY DEFERRED, b REFERENCES u DEFERRABLE, c REFERENCES "
+             "u NOT DEFERRABLE INITIALLY DEFERRED, d REFERENCES u DEFERRABLE INITIALLY IMMEDIATE NOT NULL)"),
+        "=deferred;=immediate;=never;=immediate");
+    // The name of another constraint is not the key's.
+    EXPECT_EQ(Keys("CREATE TABLE t (a CONSTRAINT must NOT NULL REFERENCES u, b CONSTRAINT p CHECK (b > 0) CONSTRAINT "
+                   "\"it\"\"s\" "
+                   "REFERENCES u)"),
+              "=never;it\"s=never");
+    EXPECT_EQ(Keys("CREATE TABLE \"REFERENCES\" (a DEFAULT 'REFERENCES u' /* REFERENCES u */, -- REFERENCES u\n"
+                   "[references] CHECK (a <> ' REFERENCES u' ), b REFERENCES \"DEFERRABLE\" (\"DEFERRABLE\"))"),
+              "=never");
+    EXPECT_EQ(Keys("CREATE TABLE t (a REFERENCES"), "=never");
+    EXPECT_EQ(Keys("CREATE TABLE t (a CONSTRAINT"), "");
 }
 
 // --- The text of a view, read for what it uses.

@@ -250,7 +250,7 @@ TEST(Recordset, ValuesAreTurnedIntoTheFieldsType)
         return NumberOf([&] { stored(type, value); }) == adErrDataConversion;
     };
     EXPECT_EQ(stored(adInteger, QStringLiteral(" 42 ")), Value(42));
-    EXPECT_EQ(stored(adInteger, 2.5), Value(2));
+    EXPECT_EQ(stored(adInteger, 2.0), Value(2));
     EXPECT_EQ(stored(adBigInt, Decimal{"9007199254740993"}), Value(qint64(9007199254740993)));
     EXPECT_EQ(stored(adUnsignedBigInt, QStringLiteral("18446744073709551615")),
               Value(std::numeric_limits<quint64>::max()));
@@ -278,6 +278,72 @@ TEST(Recordset, ValuesAreTurnedIntoTheFieldsType)
     EXPECT_TRUE(refused(adDBTime, 3));
     EXPECT_TRUE(refused(adBinary, QStringLiteral("0xZZ")));
     EXPECT_TRUE(refused(adChapter, 3));
+}
+
+// What a field cannot hold was stored as something else: cut, wrapped around, rounded, or as its words.
+TEST(Recordset, WhatAFieldCannotHoldIsRefused)
+{
+    const auto number = [](DataTypeEnum type, const Value &value) {
+        const RecordsetPtr rows = Recordset::Create();
+        rows->Fields().Append(QStringLiteral("f"), type);
+        rows->Open();
+        rows->AddNew();
+        return NumberOf([&] { rows->Fields()[0].SetValue(value); });
+    };
+    struct Edge
+    {
+        DataTypeEnum type;
+        const char *least, *most, *below, *above;
+    };
+    constexpr Edge edges[] = {
+        {adTinyInt, "-128", "127", "-129", "128"},
+        {adUnsignedTinyInt, "0", "255", "-1", "256"},
+        {adSmallInt, "-32768", "32767", "-32769", "32768"},
+        {adUnsignedSmallInt, "0", "65535", "-1", "65536"},
+        {adInteger, "-2147483648", "2147483647", "-2147483649", "2147483648"},
+        {adUnsignedInt, "0", "4294967295", "-1", "4294967296"},
+        {adBigInt, "-9223372036854775808", "9223372036854775807", "-9223372036854775809", "9223372036854775808"},
+        {adUnsignedBigInt, "0", "18446744073709551615", "-1", "18446744073709551616"},
+    };
+    for (const Edge &edge : edges) {
+        SCOPED_TRACE(int(edge.type));
+        for (const char *text : {edge.least, edge.most}) {
+            EXPECT_EQ(number(edge.type, QString::fromLatin1(text)), 0) << text;
+            EXPECT_EQ(number(edge.type, Decimal{text}), 0) << text;
+        }
+        for (const char *text : {edge.below, edge.above}) {
+            EXPECT_EQ(number(edge.type, QString::fromLatin1(text)), adErrDataConversion) << text;
+            EXPECT_EQ(number(edge.type, Decimal{text}), adErrDataConversion) << text;
+        }
+        EXPECT_EQ(number(edge.type, 2.5), adErrDataConversion);
+        EXPECT_EQ(number(edge.type, std::nan("")), adErrDataConversion);
+    }
+    EXPECT_EQ(number(adInteger, qint64(5000000000)), adErrDataConversion);
+    EXPECT_EQ(number(adUnsignedInt, -1), adErrDataConversion);
+    EXPECT_EQ(number(adBigInt, std::numeric_limits<quint64>::max()), adErrDataConversion);
+    EXPECT_EQ(number(adSingle, 1e300), adErrDataConversion);
+    EXPECT_EQ(number(adSingle, 0.1), 0);
+    for (const DataTypeEnum type : {adNumeric, adDecimal, adCurrency, adBoolean}) {
+        EXPECT_EQ(number(type, std::nan("")), adErrDataConversion) << type;
+    }
+    for (const DataTypeEnum type : {adNumeric, adDecimal, adCurrency}) {
+        EXPECT_EQ(number(type, std::numeric_limits<double>::infinity()), adErrDataConversion) << type;
+    }
+    for (const DataTypeEnum type : {adDBDate, adDBTimeStamp, adDate}) {
+        for (const char *text : {"2024-02-30", "2023-02-29", "1900-02-29", "2024-04-31", "2024-13-01", "2024-00-10",
+                                 "0000-01-01", "2024-01-01 24:00:00", "2024-01-01 10:60:00"})
+            EXPECT_EQ(number(type, QString::fromLatin1(text)), adErrDataConversion) << type << text;
+        EXPECT_EQ(number(type, Date{2024, 2, 30}), adErrDataConversion) << type;
+        EXPECT_EQ(number(type, Timestamp{{2024, 2, 30}, {}}), adErrDataConversion) << type;
+        EXPECT_EQ(number(type, QStringLiteral("2000-02-29")), 0) << type;
+    }
+    EXPECT_EQ(number(adDBDate, QStringLiteral("2024-02-29 10:00:00")), adErrDataConversion); // the time would be lost
+    EXPECT_EQ(number(adDBDate, QStringLiteral("2024-02-29 00:00:00")), 0);
+    EXPECT_EQ(number(adDBTime, Time{25, 0, 0, 0}), adErrDataConversion);
+    EXPECT_EQ(number(adDBTime, Timestamp{{2024, 1, 1}, {10, 0, 0, 0}}), adErrDataConversion);
+    for (const DataTypeEnum type : {adVarWChar, adVarChar, adLongVarWChar, adChar, adGUID}) {
+        EXPECT_EQ(number(type, QByteArray("bytes")), adErrDataConversion) << type;
+    }
 }
 
 TEST(Recordset, AChapterFieldHoldsRowsOfItsOwn)

@@ -20,11 +20,7 @@ public:
         ++Statements;
         return m_real.Execute(sql);
     }
-    qint64 ExecuteBatch(const QString &sql, const std::vector<ColumnStore> &parameters,
-                        const std::function<void(qint64, const Error &)> &failed) override
-    {
-        return m_real.ExecuteBatch(sql, parameters, failed);
-    }
+    qint64 ExecuteBatch(const Batch &batch) override { return m_real.ExecuteBatch(batch); }
     void Begin() override { m_real.Begin(); }
     void Commit() override { m_real.Commit(); }
     void Rollback() override { m_real.Rollback(); }
@@ -96,7 +92,12 @@ TEST_P(RowsetScale, OneQueryARowset)
             sample->IsSqlite() &&
             (schema == adSchemaViews || schema == adSchemaCheckConstraints || schema == adSchemaConstraintTableUsage ||
              schema == adSchemaTableConstraints || schema == adSchemaStatistics);
-        EXPECT_EQ(few[size_t(schema)], source != RowsetSource::Catalogue ? 0 : isSecond ? 2 : 1);
+        // The names of SQLite's keys stand in the texts of their tables, which one more query brings for all, and the
+        // names of the attached databases, of which it is made, another.
+        const bool hasKeys =
+            sample->IsSqlite() && ((schema >= adSchemaConstraintColumnUsage && schema <= adSchemaTableConstraints) ||
+                                   schema == adSchemaForeignKeys);
+        EXPECT_EQ(few[size_t(schema)], source != RowsetSource::Catalogue ? 0 : (isSecond ? 2 : 1) + (hasKeys ? 2 : 0));
     }
     EXPECT_EQ(sample->Rows(adSchemaReferentialConstraints)->RecordCount(), 22);
     EXPECT_EQ(sample->Rows(adSchemaCheckConstraints)->RecordCount(), sample->Is(Server::Postgres) ? 23 : 22);

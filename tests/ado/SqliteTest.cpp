@@ -1,5 +1,6 @@
 // The built-in driver: opening, types and their exactness, errors, several statements, cancel.
 #include "TempDatabase.h"
+#include "ado/sqlite/SqliteTypes.h"
 
 #include <QFile>
 #include <cmath>
@@ -25,17 +26,79 @@ TEST(Sqlite, AFileThatIsNoDatabaseFailsAtOpenInTheLibrarysWords)
     EXPECT_EQ(connection->State(), adStateClosed);
 }
 
-TEST(Sqlite, AMissingFileIsMadeAndAMissingFolderIsAnError)
+// A mistyped name became an empty database without a word.
+TEST(Sqlite, AMissingFileIsAnErrorAndIsMadeWhenTheStringSaysSo)
 {
-    TempDatabase database;
-    database.Open()->Execute(QStringLiteral("CREATE TABLE t (a)"));
+    const TempDatabase database;
+    const QString plain = QStringLiteral("Driver={SQLite};Database=") + database.File();
+    for (const char *further : {"", ";Mode=ReadOnly", ";Create=No", ";Mode=ReadOnly;Create=Yes"}) {
+        const ConnectionPtr connection = Connection::Create();
+        const auto error = ErrorOf([&] { connection->Open(plain + QLatin1String(further)); });
+        ASSERT_TRUE(error) << further;
+        EXPECT_EQ(error->Number, adErrFileNotFound) << further;
+        EXPECT_TRUE(error->Description.contains(database.File())) << error->what();
+        EXPECT_TRUE(error->Description.endsWith(QLatin1String("does not exist."))) << error->what();
+        EXPECT_EQ(connection->State(), adStateClosed);
+        EXPECT_FALSE(QFile::exists(database.File())) << further;
+    }
+    Connection::Create()->Open(plain + QStringLiteral(";create=yes"));
     EXPECT_TRUE(QFile::exists(database.File()));
     const ConnectionPtr connection = Connection::Create();
-    const auto error =
-        ErrorOf([&] { connection->Open(QStringLiteral("Driver={SQLite};Database=/no/such/folder/x.db")); });
+    connection->Open(plain); // and now it is there
+    connection->Execute(QStringLiteral("CREATE TABLE t (a)"));
+    const auto error = ErrorOf(
+        [] { Connection::Create()->Open(QStringLiteral("Driver=SQLite;Create=Yes;Database=/no/such/folder/x.db")); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->Description, "unable to open database file");
-    EXPECT_NE(NumberOf([&] { connection->Open(QStringLiteral("Driver=SQLite")); }), 0);
+    EXPECT_NE(NumberOf([&] { Connection::Create()->Open(QStringLiteral("Driver=SQLite")); }), 0);
+}
+
+TEST(Sqlite, NamesThatNeedNoFileOpen)
+{
+    const TempDatabase database;
+    const QString uri = QStringLiteral("file:") + database.File();
+    for (const QString &name :
+         {QStringLiteral(":memory:"), QStringLiteral("file::memory:"),
+          QStringLiteral("file:shared?mode=memory&cache=shared"), uri + QStringLiteral("?mode=rwc")}) {
+        const ConnectionPtr connection = Connection::Create();
+        connection->Open(QStringLiteral("Driver=SQLite;Database={%1}").arg(name));
+        connection->Execute(QStringLiteral("CREATE TABLE t (a)"));
+        EXPECT_EQ(connection->Execute(QStringLiteral("SELECT * FROM t"))->RecordCount(), 0) << qPrintable(name);
+    }
+    EXPECT_FALSE(QFile::exists(QStringLiteral("shared")));
+    EXPECT_TRUE(QFile::exists(database.File())); // the URI said so
+    const ConnectionPtr connection = Connection::Create();
+    connection->Open(QStringLiteral("Driver=SQLite;Database={%1?mode=rw}").arg(uri));
+    connection->Close();
+    EXPECT_EQ(NumberOf([&] { connection->Open(QStringLiteral("Driver=SQLite;Database={%1x}").arg(uri)); }),
+              adErrFileNotFound);
+    EXPECT_FALSE(QFile::exists(database.File() + u'x'));
+}
+
+TEST(Sqlite, AFieldSaysWhetherItMayBeNullOrWritten)
+{
+    TempDatabase database;
+    const ConnectionPtr connection = database.Open();
+    connection->Execute(QStringLiteral("CREATE TABLE t (must INTEGER NOT NULL, may INTEGER)"));
+    const RecordsetPtr rows = connection->Execute(QStringLiteral("SELECT must, may, may + 1, 7 FROM t"));
+    EXPECT_EQ(rows->Fields()[0].Attributes(), adFldUpdatable);
+    EXPECT_EQ(rows->Fields()[1].Attributes(), adFldUpdatable | adFldIsNullable);
+    EXPECT_EQ(rows->Fields()[2].Attributes(), adFldIsNullable);
+    EXPECT_EQ(rows->Fields()[3].Attributes(), adFldIsNullable);
+}
+
+TEST(Sqlite, ATextThatLooksLikeADateStaysATextInANumericColumn)
+{
+    TempDatabase database;
+    const ConnectionPtr connection = database.Open();
+    connection->Execute(QStringLiteral("CREATE TABLE t (n NUMERIC(10,2), d DATE, h TIME, m TIMESTAMP)"));
+    connection->Execute(QStringLiteral("INSERT INTO t VALUES ('2024-02-29', '23:59:59', '2024-02-29', '23:59:59'), "
+                                       "('23:59:59', '1.5', '1.5', '1.5')"));
+    const RecordsetPtr rows = connection->Execute(QStringLiteral("SELECT * FROM t"));
+    for (int column = 0; column < 4; ++column)
+        EXPECT_NE(rows->CellValue(0, column).As<QString>(), nullptr) << column;
+    EXPECT_EQ(rows->CellText(0, 0), "2024-02-29");
+    EXPECT_EQ(rows->CellValue(1, 0), Value(QStringLiteral("23:59:59")));
 }
 
 TEST(Sqlite, ReadOnlyModeRefusesWrites)
@@ -89,6 +152,26 @@ INSTANTIATE_TEST_SUITE_P(
                     TypeCase{"TEXT", adLongVarWChar, -1, 0, 0}, TypeCase{"INTERVAL", adVarWChar, -1, 0, 0},
                     TypeCase{"VARCHAR(99999999999999999999)", adVarWChar, 9999999999, 0, 0},
                     TypeCase{"WHATEVER", adVarWChar, -1, 0, 0}));
+
+// SQLite's parser takes no such declarations, and the reader must take any text.
+TEST(Sqlite, ABrokenDeclarationGivesATypeAllTheSame)
+{
+    const auto read = [](const char *declaration) {
+        ColumnInfo column;
+        const bool known = SqliteDeclaredType(declaration, column);
+        return QStringLiteral("%1 %2 %3 %4")
+            .arg(known)
+            .arg(int(column.Type))
+            .arg(column.Precision)
+            .arg(column.NumericScale);
+    };
+    EXPECT_EQ(read("DECIMAL(,5)"), "1 131 5 0"); // the first number is the precision, wherever it stands
+    EXPECT_EQ(read("DECIMAL(5,)"), "1 131 5 0");
+    EXPECT_EQ(read("DECIMAL(5"), "1 131 5 0");
+    EXPECT_EQ(read("DECIMAL(5)(7)"), "1 131 5 0");
+    EXPECT_EQ(read("(,5)"), "0 202 0 0");
+    EXPECT_EQ(read(""), "0 202 0 0");
+}
 
 TEST(Sqlite, KeepsEveryValueExactly)
 {
@@ -183,7 +266,7 @@ TEST(Sqlite, ATypeThatChangesLateInALongResultIsKept)
     EXPECT_EQ(rows->CellText(4999, 0), "row 5000");
 }
 
-TEST(Sqlite, SeveralStatementsRunInOrderAndTheLastRowsAreTheResult)
+TEST(Sqlite, SeveralStatementsRunInOrderAndTheFirstRowsAreTheResult)
 {
     TempDatabase database;
     const ConnectionPtr connection = database.Open();
@@ -193,8 +276,12 @@ TEST(Sqlite, SeveralStatementsRunInOrderAndTheLastRowsAreTheResult)
                        "SELECT count(*) AS n FROM t; DELETE FROM t WHERE a = 1; /* done */ ;"),
         &affected);
     ASSERT_EQ(rows->State(), adStateOpen);
-    EXPECT_EQ(rows->Fields()[0].Name(), "n");
-    EXPECT_EQ(rows->CellText(0, 0), "3"); // read before the deletion ran
+    EXPECT_EQ(rows->Fields()[0].Name(), "a");
+    EXPECT_EQ(rows->RecordCount(), 3); // read before the deletion ran
+    ASSERT_EQ(rows->FurtherResults(), 1);
+    const RecordsetPtr next = rows->NextRecordset();
+    EXPECT_EQ(next->Fields()[0].Name(), "n");
+    EXPECT_EQ(next->CellText(0, 0), "3");
     EXPECT_EQ(affected, 4);
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT count(*) FROM t")), "2");
 }

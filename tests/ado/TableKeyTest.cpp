@@ -1,4 +1,4 @@
-#include "ado/TableKey.h"
+#include "ado/BaseTable.h"
 #include <gtest/gtest.h>
 
 using namespace ADODB;

@@ -13,7 +13,7 @@ struct TempDatabase
     QTemporaryDir folder;
 
     QString File(const QString &name = QStringLiteral("test.db")) const { return folder.filePath(name); }
-    QString ConnectionString() const { return QStringLiteral("Driver=SQLite;Database=") + File(); }
+    QString ConnectionString() const { return QStringLiteral("Driver=SQLite;Create=Yes;Database=") + File(); }
     ADODB::ConnectionPtr Open() const
     {
         const ADODB::ConnectionPtr connection = ADODB::Connection::Create();

@@ -45,8 +45,8 @@ struct Analyzer : testing::Test
         SetAppPath(folder.path());
         SetSettingsFile(folder.filePath(QStringLiteral("settings.ini")));
         InitColorTable();
-        gKeywords = KeywordSet({QStringLiteral("SELECT"), QStringLiteral("FROM"), QStringLiteral("WHERE"),
-                                QStringLiteral("UPDATE"), QStringLiteral("SET"), QStringLiteral("INSERT")});
+        gKeywordSet = KeywordSet({QStringLiteral("SELECT"), QStringLiteral("FROM"), QStringLiteral("WHERE"),
+                                  QStringLiteral("UPDATE"), QStringLiteral("SET"), QStringLiteral("INSERT")});
         InstallWaitHandler();
         shell.Side = &side;
         shell.Bar = &bar;
@@ -76,7 +76,8 @@ struct Analyzer : testing::Test
     ADODB::ConnectionPtr Connect() const
     {
         ADODB::ConnectionPtr connection = ADODB::Connection::Create();
-        connection->Open(QStringLiteral("Driver=SQLite;Database=") + folder.filePath(QStringLiteral("t.sqlite")));
+        connection->Open(QStringLiteral("Driver=SQLite;Create=Yes;Database=") +
+                         folder.filePath(QStringLiteral("t.sqlite")));
         return connection;
     }
     frmSQL *Make(const QString &name)

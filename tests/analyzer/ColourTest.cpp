@@ -100,18 +100,28 @@ TEST_F(Analyzer, UndoBringsBackAState)
     window->mnuSelectAll();
     Press(Qt::Key_Delete);
     EXPECT_EQ(window->Text(), QString());
-    QTest::keyClick(window->txtSQL, Qt::Key_Z, Qt::ControlModifier); // the state after the deletion
-    QTest::keyClick(window->txtSQL, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(window->txtSQL, Qt::Key_Z, Qt::ControlModifier); // past the entry of the text after the deletion
     EXPECT_EQ(window->Text(), QStringLiteral("select 1"));
-    EXPECT_EQ(window->txtSQL->SelText(), QStringLiteral("select 1"));
     EXPECT_EQ(Colours(), "11111100");
+}
+
+TEST_F(Analyzer, AnEntryBringsItsSelectionBack)
+{
+    window->SetText(QStringLiteral("select 1"));
+    window->txtSQL->SetSelStart(7);
+    window->txtSQL->SetSelLength(1);
+    Press(Qt::Key_Delete); // one character: no entry of the text afterwards
+    EXPECT_EQ(window->Text(), QStringLiteral("select "));
+    window->mnuUndo();
+    EXPECT_EQ(window->Text(), QStringLiteral("select 1"));
+    EXPECT_EQ(window->txtSQL->SelText(), QStringLiteral("1"));
 }
 
 TEST_F(Analyzer, UndoOfNothingLeavesTheText)
 {
-    Type(QStringLiteral("ab"));
     window->mnuUndo();
-    EXPECT_EQ(window->Text(), QStringLiteral("ab"));
+    window->Redo();
+    EXPECT_EQ(window->Text(), QString());
 }
 
 TEST_F(Analyzer, ASpaceIsAStateOfItsOwn)

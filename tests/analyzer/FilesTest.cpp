@@ -30,6 +30,8 @@ TEST(QueryFile, IsUtf8OrElseWindows1252)
     EXPECT_EQ(DecodeQueryFile(QByteArrayLiteral("a\xE4\x80\x93")), QStringLiteral("a\u4013")); // UTF-8 goes first
     EXPECT_EQ(DecodeQueryFile(QByteArrayLiteral("a\xE4 \x80 \x93")), QStringLiteral("a\u00E4 \u20AC \u201C"));
     EXPECT_EQ(DecodeQueryFile(QByteArray()), QString());
+    // A character that the file's end cuts off was dropped without a word.
+    EXPECT_EQ(DecodeQueryFile(QByteArrayLiteral("a\xC3")), QStringLiteral("a\u00C3"));
 }
 
 TEST_F(Analyzer, SavesThePlainTextAndAsksForANameOnce)

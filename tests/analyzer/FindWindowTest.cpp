@@ -223,16 +223,25 @@ TEST_F(Analyzer, ReplacementsCanBeUndone)
         EXPECT_EQ(window->Text(), S("select b, a, a from t where the_length_is_that_of_before"));
         window->mnuUndo();
         EXPECT_EQ(window->Text(), text);
-        EXPECT_EQ(window->txtSQL->SelText(), S("a")); // the hit is selected again
     }
     window->txtSQL->SetSelStart(0);
     FindAnswers answers({Replace(S("a,"), S("longer,"), true)});
     window->mnuFind();
     EXPECT_EQ(window->Text(), S("select longer, longer, a from t where the_length_is_that_of_before"));
     EXPECT_EQ(Colours().substr(0, 6), "111111");
-    window->mnuUndo(); // the state after the replacement
-    window->mnuUndo();
+    window->mnuUndo(); // its entry is the text after the replacement
     EXPECT_EQ(window->Text(), text);
+}
+
+// "bXab": the replacement took the line end and left the letter.
+TEST_F(Analyzer, NoHalfOfALineEndIsReplaced)
+{
+    window->SetText(S("b\r\nab"));
+    FindAnswers answers({Find(S("?a")), Replace(S("?a"), S("X"), false)});
+    window->mnuFind();
+    EXPECT_EQ(window->Text(), S("bXb"));
+    window->mnuUndo();
+    EXPECT_EQ(window->Text(), S("b\r\nab"));
 }
 
 TEST_F(Analyzer, ReplaceAllFromAHitStartsAtTheTopAgain)

@@ -165,3 +165,12 @@ TEST_F(Analyzer, TheRightButtonOpensTheEditMenu)
     QTest::mouseClick(window->txtSQL->viewport(), Qt::RightButton, {}, QPoint(10, 10));
     EXPECT_EQ(shell.EditMenus, 1);
 }
+
+// It showed brackets.
+TEST_F(Analyzer, ShiftF10OpensTheEditMenu)
+{
+    window->SetText(QStringLiteral("(a)"));
+    Press(Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(shell.EditMenus, 1);
+    EXPECT_FALSE(window->tmrParseBrackets->isActive());
+}

@@ -39,15 +39,15 @@ struct Structure : Analyzer
         QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, place);
         QCoreApplication::processEvents();
     }
-    void Drop(const char *key)
+    void Drop(const char *key, QPoint at = QPoint(5, 5))
     {
         TreeView *tree = window->TV;
         tree->SetSelectedItem(tree->Nodes().Item(S(key)));
         const std::unique_ptr<QMimeData> data(tree->model()->mimeData({tree->currentIndex()}));
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(window->txtSQL->viewport(), &enter);
         EXPECT_TRUE(enter.isAccepted());
-        QDropEvent drop(QPoint(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(window->txtSQL->viewport(), &drop);
         QTest::qWait(30);
     }
@@ -147,7 +147,7 @@ TEST_F(Structure, ADroppedTableStandsBehindABlankLine)
 {
     window->SetText(S("select 1"));
     StructureAnswer answer;
-    Drop("names"); // a view
+    Drop("names", QPoint(300, 200)); // a view, behind the text
     const QString text = window->Text();
     ASSERT_TRUE(text.startsWith(S("select 1\r\n\r\n")));
     EXPECT_EQ(text.mid(12).simplified(), S("SELECT * FROM names"));
@@ -156,6 +156,22 @@ TEST_F(Structure, ADroppedTableStandsBehindABlankLine)
     EXPECT_EQ(Colours(0), "11111100"); // the old text keeps its colours
     const std::string first = Colours(2);
     EXPECT_EQ(std::count(first.begin(), first.end(), '1'), 10) << first; // and the new one has its own
+}
+
+// It went behind the text, wherever it was dropped.
+TEST_F(Structure, ADroppedTableGoesInAtTheDropPoint)
+{
+    window->SetText(S("select 1\r\nselect 2"));
+    window->txtSQL->SetSelStart(10);
+    const QPoint secondLine = window->txtSQL->cursorRect().center();
+    window->txtSQL->SetSelStart(0);
+    StructureAnswer answer;
+    Drop("names", secondLine);
+    const QString text = window->Text();
+    EXPECT_TRUE(text.startsWith(S("select 1\r\n\r\n\r\n"))) << qPrintable(text);
+    EXPECT_TRUE(text.endsWith(S("\r\n\r\nselect 2"))) << qPrintable(text);
+    EXPECT_EQ(window->txtSQL->SelText().simplified(), S("SELECT * FROM names"));
+    EXPECT_EQ(window->txtSQL->SelStart(), 14);
 }
 
 TEST_F(Structure, EachTypeOfStatement)

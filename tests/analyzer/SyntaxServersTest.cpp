@@ -28,7 +28,8 @@ protected:
     void SetUp() override
     {
         InitColorTable();
-        QString text = QStringLiteral("Driver=SQLite;Database=") + m_folder.filePath(QStringLiteral("t.sqlite"));
+        QString text =
+            QStringLiteral("Driver=SQLite;Create=Yes;Database=") + m_folder.filePath(QStringLiteral("t.sqlite"));
         if (*GetParam().variable) {
             const QString server = qEnvironmentVariable(GetParam().variable);
             if (server.isEmpty()) {

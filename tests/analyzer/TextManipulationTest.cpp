@@ -1,5 +1,6 @@
 // The window of a generated text: saving, searching, leaving.
 #include "AnalyzerFixture.h"
+#include "FindAnswers.h"
 #include "analyzer/frmTextManipulation.h"
 #include "data/frmFind.h"
 #include <QAction>
@@ -134,6 +135,29 @@ TEST_F(TextManipulation, FindGoesFromHitToHitWithoutReplacing)
     });
     page->mnuFind->trigger();
     EXPECT_EQ(dialogs.LastText(), S("No match has been found."));
+}
+
+// The hit begins on an LF. It was shown one character too far in front, and what it then held was sought next.
+TEST_F(TextManipulation, AHitInALineEndIsSelectedWhole)
+{
+    page->etb->SetText(S("b\r\nab xa"));
+    page->etb->SetSelStart(0);
+    QStringList seen;
+    FindAnswers answers({[&](frmFind &find) {
+                             find.cmbCri->setEditText(S("?a"));
+                             find.cmdFind->click();
+                         },
+                         [&](frmFind &find) {
+                             seen << page->etb->SelText();
+                             find.cmdFind->click(); // as it stands
+                         },
+                         [&](frmFind &find) {
+                             seen << page->etb->SelText();
+                             find.cmdCancel->click();
+                         }});
+    QTest::keyClick(page->etb, Qt::Key_F3);
+    EXPECT_EQ(seen, QStringList({S("\r\na"), S("xa")}));
+    EXPECT_EQ(answers.criteria.mid(1), QStringList({S("?a"), S("?a")}));
 }
 
 TEST_F(TextManipulation, EscapeClosesOnlyWhileNothingWouldBeLost)

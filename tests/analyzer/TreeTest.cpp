@@ -176,3 +176,23 @@ TEST_F(Analyzer, TheSplitterSharesTheWidthAndTheTreeKeepsIts)
     EXPECT_EQ(window->txtSQL->width(), window->picSplit->x());
     EXPECT_GT(window->TV->width(), tree);
 }
+
+// They led to nodes of a tree that is gone, or to ones of the same name in another database.
+TEST_F(Analyzer, TheHistoryBarForgetsTheNodesOfAFormerConnection)
+{
+    window->TV->Nodes().Item(QStringLiteral("customers-name"))->EnsureVisible();
+    emit window->TV->NodeDblClick(window->TV->Nodes().Item(QStringLiteral("customers-name")));
+    const auto listed = [this] { return side.FindBar(QStringLiteral("DYNA"))->Items().Count(); };
+    ASSERT_EQ(listed(), 1);
+    window->ToolBar(QStringLiteral("SQLRefresh"));
+    EXPECT_EQ(listed(), 1);
+    const ADODB::ConnectionPtr other = ADODB::Connection::Create();
+    other->Open(QStringLiteral("Driver=SQLite;Create=Yes;Database=") + folder.filePath(QStringLiteral("other.sqlite")));
+    gConn = other;
+    window->RefreshForm(QStringLiteral("Other"));
+    EXPECT_EQ(listed(), 0);
+    window->Deactivated();
+    gConn = Connect();
+    window->RefreshForm(QStringLiteral("Back"));
+    EXPECT_FALSE(side.FindBar(QStringLiteral("DYNA"))); // it is the active window's
+}

@@ -6,6 +6,7 @@
 #include "app/WorkArea.h"
 #include "controls/CommandBar.h"
 #include "controls/FlexGrid.h"
+#include "controls/LongTextBox.h"
 #include "controls/Splitter.h"
 #include "controls/StatusBar.h"
 #include "tests/app/EveryWindow.h"

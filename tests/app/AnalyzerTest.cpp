@@ -2,6 +2,7 @@
 #include "analyzer/frmSQL.h"
 #include "app/InstallAnalyzer.h"
 #include "app/Menus.h"
+#include "app/WorkArea.h"
 #include "app/frmHelp.h"
 #include "controls/CommandBar.h"
 #include "controls/ListView.h"
@@ -11,6 +12,8 @@
 #include "views/frmHirarchy.h"
 #include <QAction>
 #include <QApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 
 namespace {
 
@@ -94,6 +97,62 @@ TEST_F(AnalyzerInTheShell, F1IsTheQuickListsAndTheManualStaysShut)
     Window->menus->Item(QStringLiteral("mnuShowHelp"))->trigger(); // goes to the editor as well
     EXPECT_FALSE(Window->findChild<frmHelp *>());
     EXPECT_TRUE(SQL->lvQuickList->isVisible());
+}
+
+// A click on a connection gave it that connection's name and text.
+TEST_F(AnalyzerInTheShell, AScratchWindowKeepsItsTextThroughAConnect)
+{
+    Window->mnuSQL();
+    QPointer<frmSQL> scratch = qobject_cast<frmSQL *>(Window->ActiveChild());
+    ASSERT_TRUE(scratch && scratch != SQL);
+    scratch->SetText(QStringLiteral("select 9"));
+    Window->ConnectTo(Entry(QStringLiteral("b")));
+    ASSERT_TRUE(scratch);
+    EXPECT_EQ(scratch->Text(), QStringLiteral("select 9"));
+    EXPECT_EQ(scratch->ConnName(), QString());
+    EXPECT_EQ(scratch->Caption(), QStringLiteral("SQL Analyzer: "));
+    EXPECT_EQ(SQL->Text(), QStringLiteral("select 2"));
+    scratch->CloseChild();
+    EXPECT_EQ(gConns().Item(QStringLiteral("b"))->Extra, QStringLiteral("select 2"));
+}
+
+// It stayed behind what had been opened since, and the rows came unseen.
+TEST_F(AnalyzerInTheShell, TheReusedResultComesToTheFront)
+{
+    const auto run = [this] {
+        QTest::keyClick(SQL->txtSQL, Qt::Key_F5);
+        return QTest::qWaitFor([&] { return Result() && AnalyzerFactory::Current().ResultRows(Result()) == 1; });
+    };
+    ASSERT_TRUE(run());
+    Window->mnuSQL();
+    auto *other = Window->ActiveChild();
+    ASSERT_NE(other, SQL);
+    other->parentWidget()->setGeometry(Result()->parentWidget()->geometry());
+    other->parentWidget()->raise();
+    SQL->ShowChild();
+    SQL->txtSQL->setFocus();
+    const auto above = [&](QWidget *one, QWidget *two) {
+        const QList<QMdiSubWindow *> order = Window->Area->subWindowList(QMdiArea::StackingOrder);
+        return order.indexOf(qobject_cast<QMdiSubWindow *>(one->parentWidget())) >
+               order.indexOf(qobject_cast<QMdiSubWindow *>(two->parentWidget()));
+    };
+    ASSERT_TRUE(above(other, Result()));
+    ASSERT_TRUE(run());
+    EXPECT_TRUE(above(Result(), other));
+    EXPECT_EQ(Window->ActiveChild(), SQL);
+}
+
+// With a text that fills the work area the new windows stood behind it.
+TEST_F(AnalyzerInTheShell, ANewResultOfSeveralCanBeSeen)
+{
+    Window->cb->SetChecked(QStringLiteral("SQLMulti"), true);
+    SQL->ToolBar(QStringLiteral("SQLMulti"));
+    SQL->parentWidget()->showMaximized();
+    QTest::keyClick(SQL->txtSQL, Qt::Key_F5);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Result() && AnalyzerFactory::Current().ResultRows(Result()) == 1; }));
+    QWidget *frame = Result()->parentWidget();
+    EXPECT_TRUE(frame->isMinimized());
+    EXPECT_FALSE(frame->visibleRegion().isEmpty());
 }
 
 TEST_F(AnalyzerInTheShell, AScratchWindowKeepsNoText)

@@ -114,6 +114,33 @@ TEST_F(ConnectTo, TheOpenConnectionAgainRunsItAll)
     EXPECT_TRUE(Log.contains(QStringLiteral("frmSQL RefreshForm a")));
 }
 
+// A mistyped file became an empty database without a word.
+TEST_F(ConnectTo, AFileThatIsNotThereIsMadeOnlyWhenTheUserSaysSo)
+{
+    const QString path = Folder.filePath(QStringLiteral("mistyped.sqlite"));
+    ASSERT_TRUE(gConns().Item(QStringLiteral("b")));
+    gConns().Item(QStringLiteral("b"))->ConnectionString = QStringLiteral("Driver=SQLite;Database=") + path;
+    Dialogs.Answers << mbNo;
+    EXPECT_FALSE(Window->ConnectTo(Entry(QStringLiteral("b"))));
+    ASSERT_EQ(Dialogs.Boxes.size(), 2);
+    EXPECT_EQ(Dialogs.Boxes[0].Buttons, mbYesNo);
+    EXPECT_TRUE(Dialogs.Boxes[0].Text.contains(path)) << qPrintable(Dialogs.Boxes[0].Text);
+    EXPECT_TRUE(Dialogs.Boxes[0].Text.endsWith(QStringLiteral("Do you want to create it?")));
+    EXPECT_TRUE(Dialogs.Boxes[1].Text.endsWith(QStringLiteral("\r\nFaild to connect.")));
+    EXPECT_FALSE(QFile::exists(path));
+    EXPECT_FALSE(IsConnected(false));
+    Dialogs.Boxes.clear();
+    Dialogs.Answers << mbYes;
+    EXPECT_TRUE(Window->ConnectTo(Entry(QStringLiteral("b"))));
+    ASSERT_EQ(Dialogs.Boxes.size(), 1);
+    EXPECT_TRUE(QFile::exists(path));
+    EXPECT_TRUE(IsConnected(false));
+    EXPECT_EQ(gConns().Item(QStringLiteral("b"))->ConnectionString, QStringLiteral("Driver=SQLite;Database=") + path);
+    Dialogs.Boxes.clear();
+    Window->ConnectTo(Entry(QStringLiteral("b")));
+    EXPECT_TRUE(Dialogs.Boxes.isEmpty()); // it is there now
+}
+
 TEST_F(ConnectTo, AFailureShowsTheDriversWordsAndKeepsTheOldString)
 {
     Window->ConnectTo(Entry(QStringLiteral("a")));

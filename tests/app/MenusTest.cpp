@@ -12,6 +12,7 @@
 #include <QMenuBar>
 #include <QSet>
 #include <QTimer>
+#include <stdexcept>
 
 namespace {
 
@@ -185,7 +186,8 @@ TEST_F(MenusTest, EveryItemReachesItsOperationAndNoneIsDead)
             wanted.prepend(QStringLiteral("ToolBar "));
         EXPECT_EQ(Log, QStringList(QStringLiteral("frmSQL ") + wanted));
         if (*row.Status) {
-            EXPECT_EQ(Window->SB->PanelText(1), QString::fromLatin1(row.Status));
+            EXPECT_EQ(child->StatusSeen, QString::fromLatin1(row.Status));
+            EXPECT_NE(Window->SB->PanelText(1), QString::fromLatin1(row.Status)); // it stayed for good
         }
     }
     EXPECT_TRUE(child);
@@ -377,6 +379,24 @@ TEST_F(MenusTest, PopupsOfTheWindowsShowTheirItems)
     InPopup([&](QMenu *popup) { name = popup->objectName(); });
     Window->CommandBarClick(QStringLiteral("SQLParser"));
     EXPECT_EQ(name, QStringLiteral("mnuParseMenu"));
+}
+
+// "Saving..." stayed for good.
+TEST_F(MenusTest, TheStatusReturnsWhenTheSaveIsDoneOrDeclined)
+{
+    SetStatus(QStringLiteral("Done."));
+    FakeChild *child = Child(QStringLiteral("frmSQL"));
+    QString during;
+    child->OnSave = [&] { during = LastStatus(); };
+    Window->Run(*FindMenuRow("mnuSave"));
+    EXPECT_EQ(during, QStringLiteral("Saving..."));
+    EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Done."));
+    child->OnSave = [] { throw std::runtime_error("failed"); };
+    Window->Run(*FindMenuRow("mnuStatsSave"));
+    EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Done."));
+    child->OnSave = [] { SetStatus(QStringLiteral("Error: the disk is full")); }; // what the command says stays
+    Window->Run(*FindMenuRow("mnuSave"));
+    EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Error: the disk is full"));
 }
 
 } // namespace

@@ -122,6 +122,31 @@ TEST_F(OpenFiles, DroppedFilesAreAppendedWithABlankLineBetween)
     EXPECT_EQ(Asked, 1);
 }
 
+// A file manager that proposes a move deletes what was taken so.
+TEST_F(OpenFiles, DroppedFilesAreTakenAsCopies)
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(Write(QStringLiteral("1.sql"), "select 1"))});
+    Choose(QStringLiteral("a"));
+    const Qt::DropActions possible = Qt::MoveAction | Qt::CopyAction;
+    QDragEnterEvent enter(QPoint(200, 200), possible, &data, Qt::LeftButton, Qt::NoModifier);
+    enter.setDropAction(Qt::MoveAction);
+    QApplication::sendEvent(Window.get(), &enter);
+    EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+    QDragMoveEvent move(QPoint(201, 200), possible, &data, Qt::LeftButton, Qt::NoModifier);
+    move.setDropAction(Qt::MoveAction);
+    QApplication::sendEvent(Window.get(), &move);
+    EXPECT_TRUE(move.isAccepted());
+    EXPECT_EQ(move.dropAction(), Qt::CopyAction);
+    QDropEvent drop(QPointF(200, 200), possible, &data, Qt::LeftButton, Qt::NoModifier);
+    drop.setDropAction(Qt::MoveAction);
+    QApplication::sendEvent(Window.get(), &drop);
+    EXPECT_TRUE(drop.isAccepted());
+    EXPECT_EQ(drop.dropAction(), Qt::CopyAction);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Analyzer && !Analyzer->Body.isEmpty(); }));
+    EXPECT_TRUE(QFile::exists(Folder.filePath(QStringLiteral("1.sql"))));
+}
+
 TEST_F(OpenFiles, AnEmptyFirstFileTakesTheNextWithoutABlankLine)
 {
     Choose(QStringLiteral("a"));
@@ -151,6 +176,24 @@ TEST_F(OpenFiles, AnUnreadableFileGetsTheSystemsWordsAndChangesNothing)
     EXPECT_TRUE(Dialogs.Boxes[0].Text.startsWith(Folder.filePath(QStringLiteral("gone.sql")) + QStringLiteral("\r\n")));
     EXPECT_GT(Dialogs.Boxes[0].Text.size(), Folder.filePath(QStringLiteral("gone.sql")).size() + 2);
     EXPECT_EQ(Analyzer->Body, QStringLiteral("select 1"));
+}
+
+// The question for the connection did not come for a file that is there and cannot be read.
+TEST_F(OpenFiles, AnUnreadableFileOfTheCommandLineAsksForTheConnectionAllTheSame)
+{
+    const QString path = Write(QStringLiteral("q.sql"), QByteArray("\x89PNG\0\0", 6));
+    Choose(QString());
+    EXPECT_FALSE(Window->ProcessCommandLine(QuotedPath(path)));
+    EXPECT_EQ(Asked, 1);
+    EXPECT_TRUE(Dialogs.Boxes.isEmpty());
+    EXPECT_FALSE(gConn);
+    Choose(QStringLiteral("a"));
+    EXPECT_EQ(Window->ProcessCommandLine(QuotedPath(path)), Analyzer);
+    EXPECT_EQ(Asked, 2);
+    ASSERT_EQ(Dialogs.Boxes.size(), 1);
+    EXPECT_EQ(Dialogs.Boxes[0].Text, path + QStringLiteral("\r\nIt is not a text file."));
+    EXPECT_TRUE(IsConnected(false));
+    EXPECT_EQ(Analyzer->Body, QString());
 }
 
 TEST_F(OpenFiles, ABinaryFileIsRefusedWithAMessageAndChangesNothing)

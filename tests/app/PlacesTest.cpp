@@ -1,8 +1,11 @@
 // Windows come up where and as large as the user left them.
 #include "app/ChildPlaces.h"
+#include "app/SideBarTable.h"
 #include "app/WorkArea.h"
 #include "app/frmHelp.h"
+#include "controls/ExplorerBar.h"
 #include "data/frmGetSelection.h"
+#include "frame/RememberedSize.h"
 #include "tests/app/ShellFixture.h"
 #include <QApplication>
 #include <QMdiSubWindow>
@@ -182,6 +185,60 @@ TEST_F(Places, ADialogInTheMiddleOfItsOwnerStaysThere)
     Window->setGeometry(30, 30, 500, 500);
     QCoreApplication::processEvents();
     EXPECT_EQ(dialog.pos(), QPoint(200, 300));
+}
+
+// The first result window stood exactly on the first list.
+TEST_F(Places, ListsAndResultsShareTheirPlacesAndTheirCount)
+{
+    QMdiSubWindow *list = Frame("frmGrid");
+    QMdiSubWindow *result = Frame("frmHirarchy");
+    EXPECT_NE(list->geometry().topLeft(), result->geometry().topLeft());
+    EXPECT_FALSE(result->geometry().contains(list->geometry()));
+    QMdiSubWindow *tree = Frame("frmTree");
+    QMdiSubWindow *text = Frame("frmTextOutput");
+    EXPECT_NE(tree->geometry().topLeft(), text->geometry().topLeft());
+    EXPECT_EQ(Frame("frmSQL")->geometry().topLeft(), QPoint(0, 0)); // the first of its own kind
+    // Where the user put the last one of a kind counts more.
+    Drag(result, QPoint(-10, -30));
+    const QRect chosen = result->geometry();
+    result->close();
+    EXPECT_EQ(Frame("frmHirarchy")->geometry(), chosen);
+}
+
+// With the program low on the screen, the manual's lower half was below it.
+TEST_F(Places, HelpOpensOnTheScreenWhole)
+{
+    const QRect screen = Window->screen()->availableGeometry();
+    for (const QPoint &corner : {screen.bottomRight() - QPoint(150, 120), screen.topLeft() - QPoint(800, 500)}) {
+        Window->move(corner);
+        QCoreApplication::processEvents();
+        auto *help = new frmHelp(Window.get());
+        help->ShowPage();
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(screen.contains(help->frameGeometry())) << help->x() << "," << help->y() << " " << help->width();
+        EXPECT_GE(help->y() - screen.top(), 0);
+        EXPECT_GT(help->width(), 400);
+        EXPECT_GT(help->height(), 300);
+        delete help;
+    }
+    const QMargins frame(8, 36, 8, 8);
+    const QRect desk(100, 50, 1000, 700);
+    EXPECT_EQ(WholeOnScreen({400, 300}, {300, 200, 600, 400}, desk, frame), QRect(400, 250, 400, 300)); // its middle
+    EXPECT_EQ(WholeOnScreen({400, 300}, {2000, 2000, 600, 400}, desk, frame), QRect(692, 442, 400, 300));
+    EXPECT_EQ(WholeOnScreen({4000, 3000}, {300, 200, 600, 400}, desk, frame), QRect(108, 86, 984, 656));
+}
+
+// A connection that was lost went on showing its lit icon.
+TEST_F(Places, TheIconOfALostConnectionTellsIt)
+{
+    Window->ConnectTo(Entry(QStringLiteral("a")));
+    ASSERT_EQ(Entry(QStringLiteral("a"))->Icon(), IconConnected);
+    QTest::qWait(700);
+    EXPECT_EQ(Entry(QStringLiteral("a"))->Icon(), IconConnected);
+    gConn->Close(); // as a session does that finds its server gone
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Entry(QStringLiteral("a"))->Icon() == IconNotConnected; }));
+    Window->ConnectTo(Entry(QStringLiteral("a")));
+    EXPECT_EQ(Entry(QStringLiteral("a"))->Icon(), IconConnected);
 }
 
 } // namespace

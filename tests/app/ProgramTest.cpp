@@ -27,7 +27,6 @@ protected:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("BRINDLEWICK_HOME"), m_home.path());
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_home.path()); // the toolkit says so when it is missing
         if (!picture.isEmpty())
             environment.insert(QStringLiteral("BRINDLEWICK_SESSION"), picture);
@@ -164,6 +163,45 @@ TEST_F(Program, TheStoreToolAddsWhatIsNotThere)
     EXPECT_EQ(Store({}), 2);
     EXPECT_EQ(Store({QStringLiteral("add"), QStringLiteral("  "), QStringLiteral("DSN=y")}), 2);
     EXPECT_EQ(Store({QStringLiteral("remove"), QStringLiteral("Sample"), QStringLiteral("DSN=y")}), 2);
+}
+
+// Of 200 processes that added at once 56 were kept.
+TEST_F(Program, TwoHundredStoreToolsAreAllKept)
+{
+    constexpr int tools = 200, together = 25;
+    std::vector<std::unique_ptr<QProcess>> running;
+    for (int begun = 0, ended = 0; ended < tools;) {
+        for (; begun < tools && begun - ended < together; ++begun) {
+            running.push_back(std::make_unique<QProcess>());
+            Prepare(*running.back(), QStringLiteral("brindlewick-store"),
+                    {QStringLiteral("add"), QStringLiteral("tool %1").arg(begun), QStringLiteral("DSN=x")});
+            running.back()->start();
+        }
+        QProcess &next = *running[size_t(ended++)];
+        ASSERT_TRUE(next.waitForFinished(90000));
+        EXPECT_EQ(next.exitCode(), 0) << next.readAllStandardError().constData();
+    }
+    clsConns conns;
+    ASSERT_TRUE(LoadConnections(Path(QStringLiteral("es.dat")), conns));
+    EXPECT_EQ(conns.Count(), tools);
+}
+
+TEST_F(Program, TheLockAndTheSettingsAreTheirOwnersAlone)
+{
+    ASSERT_EQ(Store({QStringLiteral("add"), QStringLiteral("n"), QStringLiteral("DSN=x")}), 0);
+    QProcess program;
+    Prepare(program);
+    program.start();
+    for (const char *name : {"instance.lock", "settings.ini", "es.dat", "es.dat.lock"}) {
+        const QString path = Path(QString::fromLatin1(name));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(path); }, 20000)) << name;
+        EXPECT_EQ(QFile::permissions(path) &
+                      (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
+                  QFile::Permissions())
+            << name;
+    }
+    program.kill();
+    program.waitForFinished();
 }
 
 TEST_F(Program, TheSessionPlaysAndLeavesAPicture)

@@ -31,8 +31,9 @@ struct AnswerRow
         ANSWER(form, mnuSave), ANSWER(form, mnuPrint), ANSWER(form, mnuChart), ANSWER(form, SnapShot),                 \
         ANSWER(form, Parse), ANSWER(form, InsertString), ANSWER(form, ChangeChartType), ANSWER(form, ChangeTitle),     \
         ANSWER(form, ChangeFootNote), ANSWER(form, mnuClearLog), ANSWER(form, mnuMax_Click),                           \
-        ANSWER(form, mnuMin_Click), ANSWER(form, mnuAvg_Click), ANSWER(form, mnuSum_Click), ANSWER(form, mnuAddTable), \
-        ANSWER(form, ToolBar), ANSWER(form, DynaMenuItemClick), ANSWER(form, SaveState), ANSWER(form, RefreshForm)
+        ANSWER(form, mnuMin_Click), ANSWER(form, mnuAvg_Click), ANSWER(form, mnuSum_Click),                            \
+        ANSWER(form, mnuFitColumns), ANSWER(form, mnuAddTable), ANSWER(form, ToolBar),                                 \
+        ANSWER(form, DynaMenuItemClick), ANSWER(form, SaveState), ANSWER(form, RefreshForm)
 
 constexpr AnswerRow s_answers[] = {ANSWERS(frmGrid),       ANSWERS(frmHirarchy), ANSWERS(frmSQL),
                                    ANSWERS(frmScriptMask), ANSWERS(frmTree),     ANSWERS(frmTextOutput)};
@@ -61,6 +62,7 @@ const QMap<QString, QStringList> s_offered = {
     {"mnuMin_Click", {"frmHirarchy"}},
     {"mnuAvg_Click", {"frmHirarchy"}},
     {"mnuSum_Click", {"frmHirarchy"}},
+    {"mnuFitColumns", {"frmHirarchy"}},
     {"mnuAddTable", {}},
     {"ToolBar", {"frmSQL"}},
     {"DynaMenuItemClick", {"frmSQL"}},

@@ -28,7 +28,7 @@ protected:
         AnalyzerFactory::Current().SetFileFilter = [this](ChildWindow *, const QString &filter) { Filter = filter; };
         clsConns stored; // without one the welcome would come up over a connection that takes its time
         stored.Add(QString(), QStringLiteral("Stored"), QString());
-        ASSERT_TRUE(SaveConnections(AppFile(QStringLiteral("es.dat")), stored));
+        ASSERT_TRUE(ConnectionStore(AppFile(QStringLiteral("es.dat"))).Save(stored));
         Start();
     }
     // A SQLite file with a few tables and a view.

@@ -155,7 +155,7 @@ TEST_F(SchemaRoutes, WhatChangesReachesTheServerAsItIs)
     Driver.ClearLog();
     Pick("my view");
     Do("mnuDropView");
-    EXPECT_EQ(Statements(), QStringList{"DROP VIEW [my view]"});
+    EXPECT_EQ(Statements(), QStringList{"DROP VIEW \"my view\""});
     EXPECT_EQ(Dialogs.LastTitle(), "Delete"); // and no message of a result
     Driver.ClearLog();
     Pick("Orders");
@@ -178,7 +178,7 @@ TEST_F(SchemaRoutes, BrowsingAViewQuotesItsName)
     ASSERT_TRUE(Newest<frmGrid>());
     EXPECT_TRUE(QTest::qWaitFor([&] { return Newest<frmGrid>()->Caption().startsWith("Browes View my view Data "); }))
         << Newest<frmGrid>()->Caption().toStdString();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Statements() == QStringList{"SELECT * FROM [my view]"}; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Statements() == QStringList{"SELECT * FROM \"my view\""}; }));
 }
 
 TEST_F(SchemaRoutes, TemplatesGoIntoTheActiveWindow)

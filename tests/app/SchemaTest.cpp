@@ -168,7 +168,12 @@ TEST_F(SchemaMenusOfAFile, DroppingAsksAndAFailureIsTold)
     EXPECT_EQ(Dialogs.LastText(), "Are you sure you want to remove this view? [v]");
     EXPECT_EQ(gConn->Execute("select count(*) from sqlite_master where name='v'")->CellText(0, 0), "0");
     Pick("it's");
-    Do("mnuDropTable"); // the name is not quoted, so the statement fails
+    Do("mnuDropTable"); // a quote in a name is a sign like any other
+    EXPECT_EQ(gConn->Execute("select count(*) from sqlite_master where name='it''s'")->CellText(0, 0), "0");
+    gConn->Execute("create table kept(x integer)");
+    gConn->Execute("pragma query_only = on");
+    Pick("kept");
+    Do("mnuDropTable");
     EXPECT_EQ(Dialogs.LastTitle(), "Error");
     EXPECT_TRUE(Dialogs.LastText().startsWith("Error: "));
 }
@@ -187,6 +192,43 @@ TEST_F(SchemaMenusOfAFile, TheDefinitionOpensInAScratchWindow)
     EXPECT_TRUE(Analyzer->Body.contains("CREATE TABLE t (\r\n\ta "));
     EXPECT_TRUE(Analyzer->Body.endsWith(")\r\n\r\n"));
     EXPECT_FALSE(Analyzer->Body.contains("CREATE TABLE v"));
+}
+
+// The bracket was missing when the table could not be read, and nothing was said.
+TEST_F(SchemaMenusOfAFile, ADefinitionEndsWithItsBracketAndTellsWhatFailed)
+{
+    gConn->Execute("create view broken as select b from t");
+    QStringList failures;
+    EXPECT_EQ(GenerateTableDDL(gConn, {{}, "main", "broken"}, &failures), "CREATE TABLE broken (\r\n)");
+    ASSERT_EQ(failures.size(), 1);
+    EXPECT_TRUE(failures[0].startsWith("broken: ")) << failures[0].toStdString();
+    EXPECT_TRUE(failures[0].contains("no such column")) << failures[0].toStdString();
+}
+
+// The names of columns that would end the statement stand in quotes; all others as told.
+TEST_F(SchemaMenusOfAFile, ADefinitionIsOneStatementWhateverItsColumnsAreCalled)
+{
+    gConn->Execute("create table odd(\"a); delete from t; --\" int, \"b c\" int, d varchar, \"e\"\"f\" int)");
+    const QString text = GenerateTableDDL(gConn, {{}, "main", "odd"});
+    EXPECT_TRUE(text.contains("\t\"a); delete from t; --\" ")) << text.toStdString();
+    EXPECT_TRUE(text.contains("\t[b c] ")) << text.toStdString();
+    EXPECT_TRUE(text.contains("\t\"e\"\"f\" ")) << text.toStdString();
+    EXPECT_FALSE(text.contains("(-1)")) << text.toStdString(); // nobody knows the length
+}
+
+// A popup on another entry changed the name in the caption.
+TEST_F(SchemaMenusOfAFile, TheDefinitionsCaptionNamesTheOpenConnection)
+{
+    EXPECT_EQ(Window->schema->ConnectionName(), Window->menus->Tag("mnuViewCS"));
+    gConns().Add(Database("b.sqlite"), "b", QString());
+    Window->eb->Bar("CONN")->Items().Add("C:b", "b");
+    Window->ConnectTo(Entry("b"));
+    Window->menus->SetTag("mnuViewCS", "Stored"); // as the popup does
+    EXPECT_EQ(Window->schema->ConnectionName(), "b");
+    Pick("t");
+    Do("mnuDDL");
+    ASSERT_TRUE(Analyzer);
+    EXPECT_TRUE(Analyzer->Caption().endsWith(" [b]")) << Analyzer->Caption().toStdString();
 }
 
 TEST_F(SchemaMenusOfAFile, WithoutAnAnalyzerATemplateGoesNowhere)

@@ -11,12 +11,14 @@
 #include "frame/AppPath.h"
 #include "frame/ChildWindow.h"
 #include "frame/Settings.h"
+#include "session/Status.h"
 #include "sqltext/Keywords.h"
 #include "tests/support/DialogDouble.h"
 #include <QPointer>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QTest>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -32,6 +34,8 @@ public:
     QString ConnName, Body, Inserted;
     clsMenuSettings Can;
     QStringList Answers;
+    std::function<void()> OnSave;
+    QString StatusSeen; // while the last name was called
 
     QString FormName() const override { return m_form; }
     clsMenuSettings MenuSettings() const override { return Can; }
@@ -47,7 +51,12 @@ public:
     void mnuFind() override { Note(QStringLiteral("mnuFind")); }
     void mnuReplace() override { Note(QStringLiteral("mnuReplace")); }
     void mnuOpen() override { Note(QStringLiteral("mnuOpen")); }
-    void mnuSave() override { Note(QStringLiteral("mnuSave")); }
+    void mnuSave() override
+    {
+        Note(QStringLiteral("mnuSave"));
+        if (OnSave)
+            OnSave();
+    }
     void mnuPrint() override { Note(QStringLiteral("mnuPrint")); }
     void SnapShot() override { Note(QStringLiteral("SnapShot")); }
     void Parse(int kind) override { Note(QStringLiteral("Parse %1").arg(kind)); }
@@ -56,6 +65,7 @@ public:
     void mnuMin_Click() override { Note(QStringLiteral("mnuMin_Click")); }
     void mnuAvg_Click() override { Note(QStringLiteral("mnuAvg_Click")); }
     void mnuSum_Click() override { Note(QStringLiteral("mnuSum_Click")); }
+    void mnuFitColumns() override { Note(QStringLiteral("mnuFitColumns")); }
     void ToolBar(const QString &key) override { Note(QStringLiteral("ToolBar ") + key); }
     void DynaMenuItemClick(const QString &key, const QString &text) override
     {
@@ -66,7 +76,11 @@ public:
     void RefreshForm(const QString &name) override { Note(QStringLiteral("RefreshForm ") + name); }
 
 private:
-    void Note(const QString &what) { *m_log << m_form + QLatin1Char(' ') + what; }
+    void Note(const QString &what)
+    {
+        StatusSeen = LastStatus();
+        *m_log << m_form + QLatin1Char(' ') + what;
+    }
     QString m_form;
     QStringList *m_log;
 };
@@ -99,7 +113,7 @@ protected:
         AnalyzerFactory::Current() = AnalyzerFactory();
         gConns().Clear();
         gConn.reset();
-        gKeywords = KeywordSet();
+        gKeywordSet = KeywordSet();
         SetAppPath(QString());
         SetSettingsFile(QString());
     }
@@ -122,7 +136,7 @@ protected:
     {
         const QString text = QStringLiteral("Driver=SQLite;Database=") + Folder.filePath(name);
         auto connection = ADODB::Connection::Create();
-        connection->Open(text);
+        connection->Open(text + QStringLiteral(";Create=Yes"));
         connection->Execute(QStringLiteral("create table if not exists t(a integer)"));
         connection->Close();
         return text;

@@ -6,6 +6,7 @@
 #include "controls/StatusBar.h"
 #include "controls/Twips.h"
 #include "data/ConnectionStore.h"
+#include "data/modKeywords.h"
 #include "tests/app/ShellFixture.h"
 #include <QAction>
 #include <QFile>
@@ -35,7 +36,18 @@ TEST_F(StartTest, ThirteenStepsStrictlyInOrder)
             EXPECT_FALSE(Window->menus->Item(QStringLiteral("mnuSQL"))->isEnabled());
         }
         if (number == 9) {
-            EXPECT_GT(gKeywords.Words().size(), 300); // the shipped list
+            EXPECT_GT(gKeywordSet.Words().size(), 300); // the shipped list
+            // It was a list of texts alone; windows read it as the recordset that it is.
+            ASSERT_TRUE(gKeywords);
+            ASSERT_EQ(gKeywords->Fields().Count(), 1);
+            EXPECT_EQ(gKeywords->Fields()[0].Name(), QStringLiteral("KW"));
+            EXPECT_EQ(gKeywords->Fields()[0].Type(), ADODB::adVarChar);
+            EXPECT_EQ(gKeywords->Fields()[0].DefinedSize(), 50);
+            EXPECT_EQ(gKeywords->Fields()[0].Attributes(), ADODB::adFldUnspecified);
+            EXPECT_FALSE(gKeywords->ActiveConnection());
+            ASSERT_EQ(gKeywords->RecordCount(), gKeywordSet.Words().size());
+            for (qint64 row = 0; row < gKeywords->RecordCount(); ++row)
+                ASSERT_EQ(gKeywords->CellText(row, 0), gKeywordSet.Words()[row]); // in the order of the file
             EXPECT_EQ(Window->eb->BarCount(), number > 9 ? 2 : 0) << number;
         }
         EXPECT_EQ(Window->cb->HasToolbar(QStringLiteral("MainTB")), number > 10) << number;
@@ -85,7 +97,8 @@ TEST_F(StartTest, ConnectionsGoThroughARealEndAndARealStart)
     QSignalSpy ended(Window.get(), &mdiMother::Ended);
     EXPECT_TRUE(Window->close());
     EXPECT_EQ(ended.count(), 1);
-    EXPECT_TRUE(gKeywords.Words().isEmpty());
+    EXPECT_TRUE(gKeywordSet.Words().isEmpty());
+    EXPECT_FALSE(gKeywords);
     EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Done."));
     EXPECT_EQ(QFileInfo(AppFile(QStringLiteral("es.dat"))).permissions() &
                   (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
@@ -191,8 +204,82 @@ TEST_F(StartTest, A4000TwipsWideWindowStaysAsDesigned)
     Window.reset();
     SaveSetting(QStringLiteral("WindowSize"), QStringLiteral("4001,9000"));
     Start();
-    EXPECT_NE(Window->size(), designed);
-    EXPECT_EQ(Window->height(), 600);
+    EXPECT_EQ(Window->size(), QSize(267, 600));
+}
+
+// The window was made wider than what is stored, and what was written at the end was that, in whole pixels.
+TEST_F(StartTest, AStoredSizeThatNobodyChangedIsWrittenAsItWas)
+{
+    AConnection();
+    SaveSetting(QStringLiteral("WindowPos"), QStringLiteral("301,452"));
+    SaveSetting(QStringLiteral("WindowSize"), QStringLiteral("4001,9001"));
+    SaveSetting(QStringLiteral("WindowState"), QStringLiteral("0"));
+    const auto run = [&](bool drag) {
+        Window = std::make_unique<mdiMother>();
+        StartUp start(*Window, QStringLiteral("TestMode"));
+        start.Show = [&] { Window->ShowAsStored(); };
+        ASSERT_TRUE(start.Run());
+        (void)QTest::qWaitForWindowExposed(Window.get());
+        EXPECT_EQ(Window->geometry(), QRect(20, 30, 267, 600));
+        if (drag)
+            Window->resize(300, 600);
+        Window->close();
+    };
+    run(false);
+    EXPECT_EQ(GetSetting(QStringLiteral("WindowPos")), QStringLiteral("301,452"));
+    EXPECT_EQ(GetSetting(QStringLiteral("WindowSize")), QStringLiteral("4001,9001"));
+    run(true);
+    EXPECT_EQ(GetSetting(QStringLiteral("WindowSize")), QStringLiteral("4500,9000"));
+}
+
+TEST_F(StartTest, AStoredPlaceThatNoScreenShowsIsBroughtBack)
+{
+    AConnection();
+    SaveSetting(QStringLiteral("WindowPos"), QStringLiteral("-60000,150"));
+    SaveSetting(QStringLiteral("WindowSize"), QStringLiteral("6000,6000"));
+    SaveSetting(QStringLiteral("WindowState"), QStringLiteral("0"));
+    Start();
+    EXPECT_EQ(Window->geometry().topLeft(), QPoint(0, 10));
+    EXPECT_EQ(Window->size(), QSize(400, 400));
+}
+
+TEST_F(StartTest, ATextPastSixteenMegabytesIsMentionedOnce)
+{
+    AConnection();
+    gConns().Add(QStringLiteral("s"), QStringLiteral("Big"), QString(int(kLargeText) + 1, QLatin1Char('x')));
+    const auto boxes = [this] {
+        QStringList texts;
+        for (const auto &box : Dialogs.Boxes)
+            texts << box.Text;
+        return texts.filter(QStringLiteral("16 MB"));
+    };
+    Start(QStringLiteral("TestMode"), true);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !boxes().isEmpty(); }));
+    EXPECT_EQ(boxes().size(), 1);
+    EXPECT_TRUE(boxes()[0].contains(QStringLiteral("Big")));
+    Window->close();
+    Window.reset();
+    gConns().Clear();
+    Start(QStringLiteral("TestMode"), true);
+    QTest::qWait(150); // past the moment of the first
+    EXPECT_EQ(boxes().size(), 1);
+    EXPECT_EQ(gConns().Item(QStringLiteral("Big"))->Extra.size(), kLargeText + 1);
+}
+
+// What another program wrote into the store while this one ran was gone with its end.
+TEST_F(StartTest, TheEndKeepsWhatAnotherWriterAdded)
+{
+    Start();
+    gConns().Add(QStringLiteral("s"), QStringLiteral("mine"), QString());
+    ConnectionStore other(AppFile(QStringLiteral("es.dat")));
+    clsConns theirs;
+    theirs.Add(QStringLiteral("t"), QStringLiteral("theirs"), QString());
+    ASSERT_TRUE(other.Save(theirs));
+    Window->close();
+    clsConns stored;
+    ASSERT_TRUE(LoadConnections(AppFile(QStringLiteral("es.dat")), stored));
+    EXPECT_TRUE(stored.Item(QStringLiteral("mine")));
+    EXPECT_TRUE(stored.Item(QStringLiteral("theirs")));
 }
 
 TEST_F(StartTest, AMaximisedEndKeepsTheOlderPlaceAndSize)

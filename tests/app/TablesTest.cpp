@@ -116,14 +116,34 @@ TEST(MenuTable, EveryLiveButtonHasARow)
 
 TEST(MenuTable, EveryOperationOfTheMainWindowIsReached)
 {
-    for (const char *name :
-         {"mnuConn", "mnuSQL", "mnuViewCS", "mnuDeleteConn", "mnuGenCS", "mnuMask", "mnuInsert", "mnuASP", "mnuExit",
-          "mnuAboutUS", "mnuShowHelp", "mnuTileHorizantally", "mnuTileVertically", "mnuCascade", "mnuArrangeIcons"}) {
+    const QList<const char *> names = {"mnuConn",
+                                       "mnuSQL",
+                                       "mnuViewCS",
+                                       "mnuDeleteConn",
+                                       "mnuGenCS",
+                                       "mnuMask",
+                                       "mnuInsert",
+                                       "mnuASP",
+                                       "mnuExit",
+                                       "mnuAboutUS",
+                                       "mnuShowHelp",
+                                       "mnuFileAssociation",
+                                       "mnuTileHorizantally",
+                                       "mnuTileVertically",
+                                       "mnuCascade",
+                                       "mnuArrangeIcons"};
+    for (const char *name : names) {
         const MenuRow *row = FindMenuRow(name);
         ASSERT_TRUE(row) << name;
         EXPECT_EQ(row->Route, MenuRoute::Main);
         EXPECT_STREQ(row->Operation, name);
     }
+    // And no row leads to another one.
+    for (const MenuRow &row : MenuTable())
+        if (row.Route == MenuRoute::Main)
+            EXPECT_TRUE(std::any_of(names.begin(), names.end(), [&](const char *name) {
+                return !std::strcmp(name, row.Operation);
+            })) << row.Operation;
 }
 
 TEST(MenuTable, CaptionsStandInTheirOrder)
@@ -141,13 +161,16 @@ TEST(MenuTable, CaptionsStandInTheirOrder)
                                                    "Add All Tables", "Remove Table", "Clear Diagram"}));
     EXPECT_EQ(Captions("mnuChart2D"), QStringList({"Area", "Bar", "Combination", "Line", "Pie", "Step", "XY"}));
     EXPECT_EQ(Captions("mnuChart3D"), QStringList({"Area", "Bar", "Combination", "Line", "Step"}));
+    ASSERT_TRUE(FindMenuRow("mnuChart3DComination")); // its name is spelt so, its caption is not
+    EXPECT_STREQ(FindMenuRow("mnuChart3DComination")->Caption, "Combination");
+    EXPECT_TRUE(FindMenuRow("mnuChart2DCombination"));
     EXPECT_EQ(Captions("mnuScripts"),
               QStringList({"Mask Script", "Insert Script", "Generate Connectin String", "Generate ASP"}));
     EXPECT_EQ(Captions("mnuWindow"), QStringList({"Tile Horizantally", "Tile Vertically", "Cascade", "Arrange Icons"}));
     EXPECT_EQ(Captions("mnuHelp"), QStringList({"About Us", "Contents", "File Association "}));
     EXPECT_EQ(Captions("popup"), QStringList({"HirachyMenu", "ParseMenu"}));
     EXPECT_EQ(Captions("mnuStats"), QStringList({"Find Max", "Find Min", "Get Average", "Get Sum", "Chart Results",
-                                                 "Generate ASP", "Clear Log", "Save"}));
+                                                 "Generate ASP", "Clear Log", "Save", "Fit Columns"}));
     EXPECT_EQ(Captions("mnuParseMenu"), QStringList({"Parse (Parenthesis)", "Parse [Bracket]", "Parse {Curly Bracket}",
                                                      "Parse 'Single Quote'", "Parse \"Double Quote\""}));
 }

@@ -100,4 +100,27 @@ TEST_F(Place, DamagedValuesAreIgnored)
     EXPECT_FALSE(moved);
 }
 
+// A place on a screen that is no longer there left the program running out of sight.
+TEST(BroughtBack, AWindowThatNoScreenShowsComesToTheNearest)
+{
+    const QList<QRect> screens{QRect(0, 0, 1000, 800), QRect(1000, 0, 2000, 1200)};
+    const struct
+    {
+        QRect Stored, Stands;
+    } cases[] = {
+        {QRect(10, 20, 600, 400), QRect(10, 20, 600, 400)},          // wholly in sight
+        {QRect(900, 20, 600, 400), QRect(900, 20, 600, 400)},        // over both
+        {QRect(-500, 20, 600, 400), QRect(-500, 20, 600, 400)},      // 100 pixels of its upper edge
+        {QRect(-550, 20, 600, 400), QRect(0, 20, 600, 400)},         // 50 of them
+        {QRect(20, -500, 600, 900), QRect(20, 0, 600, 900)},         // seen, but its upper edge is not
+        {QRect(5000, 300, 600, 400), QRect(2400, 300, 600, 400)},    // beyond the right one
+        {QRect(-3000, 9000, 600, 400), QRect(0, 400, 600, 400)},     // beyond the left one
+        {QRect(9000, 9000, 5000, 3000), QRect(1000, 0, 5000, 3000)}, // larger than any: its size stays
+        {QRect(-2000, 10, 267, 600), QRect(0, 10, 267, 600)},        {QRect(10, 10, 50, 30), QRect(10, 10, 50, 30)},
+    };
+    for (const auto &each : cases)
+        EXPECT_EQ(BroughtBack(each.Stored, screens), each.Stands) << each.Stored.x() << "," << each.Stored.y();
+    EXPECT_EQ(BroughtBack(QRect(-9000, 0, 10, 10), {}), QRect(-9000, 0, 10, 10));
+}
+
 } // namespace

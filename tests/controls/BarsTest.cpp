@@ -3,6 +3,7 @@
 #include "controls/CommandBar.h"
 #include "controls/ControlError.h"
 #include "controls/ExplorerBar.h"
+#include "controls/Icons.h"
 #include "controls/Skin.h"
 #include "controls/StatusBar.h"
 #include "controls/TabStrip.h"
@@ -382,4 +383,53 @@ TEST_F(CommandBarTest, KeysAreUniqueAndToolbarsGo)
     bar.AddToolbar(S("SQL"));
     bar.AddButton(S("SQL"), S("SQLRun"), S("Run"));
     EXPECT_TRUE(bar.HasButton(S("SQLRun")));
+}
+
+// The mouse that had chosen from the menu was gone, and the button stayed lit.
+TEST(CommandBarLook, ADropDownButtonDoesNotStayLit)
+{
+    CommandBar bar;
+    bar.AddToolbar(S("T"));
+    bar.AddButton(S("T"), S("SQLTrans"), S("Run Transaction"), cbrDropDown);
+    bar.AddMenuItem(S("SQLTrans"), S("BT"), S("Begin"));
+    bar.resize(300, 40);
+    bar.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&bar));
+    auto *face = bar.findChild<QToolButton *>(S("SQLTrans"));
+    ASSERT_TRUE(face);
+    QCursor::setPos(bar.mapToGlobal(QPoint(250, 200)));
+    const QImage rest = face->grab().toImage();
+    QEnterEvent enter(QPointF(3, 3), face->mapTo(&bar, QPointF(3, 3)), face->mapToGlobal(QPointF(3, 3)));
+    QCoreApplication::sendEvent(face, &enter);
+    ASSERT_TRUE(face->underMouse());
+    bool opened = false;
+    QTimer::singleShot(0, face, [&] {
+        QWidget *popup = QApplication::activePopupWidget();
+        opened = popup != nullptr;
+        if (popup)
+            QTest::keyClick(popup, Qt::Key_Escape);
+    });
+    face->showMenu();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return opened && !QApplication::activePopupWidget(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !face->underMouse(); }));
+    EXPECT_FALSE(face->isDown());
+    EXPECT_EQ(face->grab().toImage(), rest);
+}
+
+// A bright drawing looked alive where a dim one looked off.
+TEST(CommandBarLook, ButtonsThatAreOffLookAlike)
+{
+    for (const QString &key : ToolIconKeys()) {
+        const QImage off = ToolIcon(key).pixmap(QSize(20, 20), QIcon::Disabled).toImage();
+        bool any = false;
+        for (int y = 0; y < off.height(); ++y)
+            for (int x = 0; x < off.width(); ++x) {
+                const QColor pixel = off.pixelColor(x, y);
+                if (pixel.alpha() < 250)
+                    continue; // an edge
+                any = true;
+                ASSERT_EQ(pixel.rgb(), SkinColour(SkinRole::DisabledText).rgb()) << qPrintable(key);
+            }
+        EXPECT_TRUE(any) << qPrintable(key);
+    }
 }

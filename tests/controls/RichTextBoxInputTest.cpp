@@ -228,3 +228,44 @@ TEST(RichTextBoxInput, RightToLeftTextCanBeEdited)
     QTest::keyClicks(&box, QStringLiteral("x"));
     EXPECT_EQ(box.Text(), QString(text).insert(2, u'x'));
 }
+
+// It was swallowed, and no menu came on keyboards without a menu key.
+TEST(RichTextBoxInput, ShiftF10AsksForAMenu)
+{
+    RichTextBox box;
+    box.SetText(QStringLiteral("abc"));
+    ShowBox(box);
+    QSignalSpy asked(&box, &RichTextBox::contextRequested);
+    QTest::keyClick(&box, Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked[0][0].toPoint(), box.viewport()->mapToGlobal(box.cursorRect().bottomLeft()));
+    EXPECT_EQ(box.Text(), QStringLiteral("abc"));
+}
+
+// A giver that proposes to move files deletes them afterwards.
+TEST(RichTextBoxInput, FilesAndNodesAreTakenAsCopies)
+{
+    RichTextBox box;
+    ShowBox(box);
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a.sql"))});
+    QMimeData node;
+    node.setData(QLatin1String(RichTextBox::NodeMime), QByteArrayLiteral("orders"));
+    const Qt::DropActions possible = Qt::MoveAction | Qt::CopyAction;
+    for (const QMimeData *data : {&files, &node}) {
+        QDragEnterEvent enter(QPoint(5, 5), possible, data, Qt::LeftButton, Qt::NoModifier);
+        enter.setDropAction(Qt::MoveAction);
+        QCoreApplication::sendEvent(box.viewport(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+        QDragMoveEvent move(QPoint(6, 5), possible, data, Qt::LeftButton, Qt::NoModifier);
+        move.setDropAction(Qt::MoveAction);
+        QCoreApplication::sendEvent(box.viewport(), &move);
+        EXPECT_EQ(move.dropAction(), Qt::CopyAction);
+        QDropEvent drop(QPoint(6, 5), possible, data, Qt::LeftButton, Qt::NoModifier);
+        drop.setDropAction(Qt::MoveAction);
+        QCoreApplication::sendEvent(box.viewport(), &drop);
+        EXPECT_TRUE(drop.isAccepted());
+        EXPECT_EQ(drop.dropAction(), Qt::CopyAction);
+    }
+}

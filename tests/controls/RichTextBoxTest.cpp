@@ -202,3 +202,75 @@ TEST(RichTextBox, ATabIsAsWideAsFourCharacters)
     EXPECT_EQ(box.tabStopDistance(), 4 * QFontMetricsF(box.font()).horizontalAdvance(u' '));
     EXPECT_EQ(box.lineWrapMode(), QPlainTextEdit::NoWrap);
 }
+
+// Find's "?a" over "b" CR LF "ab" hit the LF: its replacement took the CR LF and left the "a".
+TEST(RichTextBox, ALengthCountsFromThePlaceThatWasAskedFor)
+{
+    RichTextBox box;
+    box.SetText(QStringLiteral("b\r\nab"));
+    box.SetSelStart(2); // on the LF
+    box.SetSelLength(2);
+    EXPECT_EQ(box.SelStart(), 1);
+    EXPECT_EQ(box.SelText(), QStringLiteral("\r\na"));
+    box.SetSelLength(3); // from the same place
+    EXPECT_EQ(box.SelText(), QStringLiteral("\r\nab"));
+    box.SetSelLength(1);
+    EXPECT_EQ(box.SelText(), QStringLiteral("\r\n"));
+    box.SetSelLength(0);
+    EXPECT_EQ(box.SelLength(), 0);
+    {
+        const RichTextBox::LockUpdate lock(&box);
+        box.SetSelStart(2);
+        box.SetSelLength(3);
+    }
+    EXPECT_EQ(box.SelText(), QStringLiteral("\r\nab"));
+    // The caret went elsewhere since, by itself or with the text.
+    box.SetSelStart(2);
+    box.selectAll();
+    box.SetSelLength(3);
+    EXPECT_EQ(box.SelText(), QStringLiteral("b\r\n"));
+    box.SetSelStart(2);
+    QTest::keyClick(&box, Qt::Key_Left);
+    box.SetSelLength(1);
+    EXPECT_EQ(box.SelText(), QStringLiteral("b"));
+    box.SetSelStart(2);
+    box.SetText(QStringLiteral("xyz"));
+    box.SetSelLength(2);
+    EXPECT_EQ(box.SelText(), QStringLiteral("xy"));
+}
+
+// Whoever replays the changes that were told has the text, whatever way it changed.
+TEST(RichTextBox, TellsEachChangeOfTheText)
+{
+    RichTextBox box;
+    ShowBox(box);
+    QString replayed;
+    int told = 0;
+    QObject::connect(&box, &RichTextBox::edited,
+                     [&](const QString &before, qsizetype start, qsizetype length, const QString &now) {
+                         EXPECT_EQ(before, replayed);
+                         EXPECT_EQ(before, box.Text());
+                         replayed.replace(start, length, now);
+                         ++told;
+                     });
+    box.SetText(QStringLiteral("one\r\ntwo"));
+    EXPECT_EQ(told, 1);
+    QTest::keyClicks(&box, QStringLiteral("ab"));
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_EQ(told, 4);
+    box.SetSelLength(7);
+    box.SetSelText(QStringLiteral("x\ny\nz"));
+    box.ChangeText(QStringLiteral("ab\r\nx\r\ny"));
+    box.SetTextRTF(Rtf(QStringLiteral("\\cf1 other\\cf0 \\par text")));
+    box.SetSelLength(3);
+    box.SetSelRTF(Rtf(QStringLiteral("\\cf1 frag\\cf0 ")));
+    box.selectAll();
+    QTest::keyClick(&box, Qt::Key_Delete);
+    box.SetText(Lines(3000));
+    box.ChangeText(Lines(3001, QStringLiteral("another")));
+    EXPECT_EQ(replayed, box.Text());
+    const int before = told;
+    box.SetTextRTF(box.TextRTF()); // formats are no change
+    box.SetSelStart(3);
+    EXPECT_EQ(told, before);
+}

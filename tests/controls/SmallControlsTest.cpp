@@ -12,18 +12,25 @@
 #include "controls/ucIconMaker.h"
 #include "tests/support/DialogDouble.h"
 #include <QApplication>
+#include <QFile>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <csignal>
 #include <functional>
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <sys/ptrace.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -45,6 +52,45 @@ template <class Dialog> void WithDialog(const std::function<void(Dialog *)> &act
 }
 
 } // namespace
+
+// In the test mode an error that is passed over went by without a trace.
+TEST(Attempt, InTheTestModeAPassedErrorIsToldWithItsPlace)
+{
+    const auto told = [](bool on, bool described) {
+        TellPassedErrors(on);
+        testing::internal::CaptureStderr();
+        QString why;
+        Attempt([] { throw ControlError(5, QStringLiteral("no such row")); }, described ? &why : nullptr);
+        TellPassedErrors(false);
+        return QString::fromStdString(testing::internal::GetCapturedStderr());
+    };
+    const QString line = told(true, false);
+    EXPECT_TRUE(line.contains(QRegularExpression(QStringLiteral("SmallControlsTest\\.cpp:\\d+: no such row\n$"))))
+        << line.toStdString();
+    EXPECT_EQ(told(true, true), QString()); // somebody takes its words
+    EXPECT_EQ(told(false, false), QString());
+}
+
+// With a debugger attached it stops at that place. The debugger here is the parent process.
+TEST(Attempt, InTheTestModeADebuggerStopsAtAPassedError)
+{
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
+            ::_exit(9);
+        TellPassedErrors(true);
+        Attempt([] { throw std::runtime_error("passed over"); });
+        ::_exit(3);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSTOPPED(status)) << status;
+    EXPECT_EQ(WSTOPSIG(status), SIGTRAP);
+    ASSERT_EQ(::ptrace(PTRACE_CONT, child, nullptr, SIGTRAP), 0); // as a tracer that hands it on
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 3) << status;
+}
 
 TEST(Attempt, SwallowsAndDescribes)
 {
@@ -180,6 +226,35 @@ TEST(Dialogs, ARealInputBoxGivesWhatIsTyped)
     bool accepted = true;
     EXPECT_EQ(InputBox(S("Name"), S("Title"), S("old"), &accepted), QString());
     EXPECT_FALSE(accepted);
+}
+
+// The toolkit refused a name that is not there in its own words, and the window's own never came.
+TEST(Dialogs, AFileThatIsNotThereCanBeNamedForOpening)
+{
+    const QTemporaryDir folder;
+    QFile there(folder.filePath(S("there.sql")));
+    ASSERT_TRUE(there.open(QIODevice::WriteOnly));
+    const auto typed = [&](const QString &name) {
+        int boxes = 0;
+        WithDialog<QFileDialog>([&](QFileDialog *dialog) {
+            auto *const line = dialog->findChild<QLineEdit *>();
+            line->setText(name);
+            QTimer::singleShot(0, dialog, [&boxes, dialog] { // what would stand above it
+                if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                    ++boxes;
+                    box->close();
+                    dialog->reject();
+                }
+            });
+            QTest::keyClick(line, Qt::Key_Return);
+        });
+        const QString path = OpenFileDialog(S("Open"), S("Query File [*.sql]|*.sql"), S("sql"), folder.path());
+        EXPECT_EQ(boxes, 0) << qPrintable(name);
+        return path;
+    };
+    EXPECT_EQ(typed(S("gone.txt")), folder.filePath(S("gone.txt")));
+    EXPECT_EQ(typed(S("there.sql")), folder.filePath(S("there.sql")));
+    EXPECT_EQ(typed(S("there")), folder.filePath(S("there.sql"))); // the extension goes without saying
 }
 
 TEST(Splitter, KeepsItsBordersAndSaysWhereItWent)

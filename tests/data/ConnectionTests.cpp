@@ -3,6 +3,7 @@
 #include "session/Pump.h"
 #include "tests/data/House.h"
 #include "tests/support/ScriptedDriver.h"
+#include "tests/support/WorkGate.h"
 #include <QLineEdit>
 
 namespace {
@@ -19,12 +20,14 @@ protected:
                 throw ADODB::Error(number, words);
         };
     }
-    void TypeLogin(const QString &user, const QString &password)
+    void TypeLogin(const QString &user, const QString &password, const QString &reason = {})
     {
         WithDialog([=](QWidget *dialog) {
             auto *login = qobject_cast<frmLogin *>(dialog);
             ASSERT_NE(login, nullptr);
             EXPECT_TRUE(login->Cancelled);
+            EXPECT_EQ(login->lblReason->text(), reason);
+            EXPECT_EQ(login->lblReason->isVisible(), !reason.isEmpty());
             EXPECT_EQ(login->windowTitle(), "Login");
             EXPECT_TRUE(login->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
             QTest::keyClicks(login->txtUserName, user);
@@ -71,7 +74,8 @@ TEST_F(ConnectionTest, TheLoginIsAskedForUntilItIsRight)
 {
     AskForLogin();
     TypeLogin("you", "x");
-    QTimer::singleShot(0, [&] { QTimer::singleShot(150, [&] { TypeLogin("me", "secret"); }); });
+    // What was typed has been refused: the next window says why.
+    QTimer::singleShot(0, [&] { QTimer::singleShot(150, [&] { TypeLogin("me", "secret", "who are you?"); }); });
     EXPECT_TRUE(OpenConnection("Scripted;Database=x"));
     EXPECT_EQ(m_attempts, 3);
     EXPECT_EQ(m_dialogs, 2);
@@ -143,26 +147,33 @@ TEST_F(ConnectionTest, AnExtraConnectionTouchesNothing)
 
 TEST_F(ConnectionTest, AServerThatDoesNotAnswerIsLeftBehindByEscape)
 {
-    std::atomic<bool> release = false;
+    WorkGate gate; // the server that does not answer
+    std::atomic<bool> answered = false;
     m_driver.OnConnect = [&](const QString &, const QString &, const QString &) {
-        while (!release)
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        gate.Pass();
+        answered = true;
     };
     QWidget window;
     window.show();
-    int painted = 0;
+    int rounds = 0; // of the event loop while the server is silent
     QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] { ++painted; });
-    timer.start(10);
-    QTimer::singleShot(300, [&] { QTest::keyClick(&window, Qt::Key_Escape); });
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (++rounds < 10 || !m_shell.Statuses.contains("Opening Connection ... (Esc cancels)"))
+            return;
+        timer.stop();
+        QTest::keyClick(&window, Qt::Key_Escape);
+    });
+    gate.WhenReached([&] { timer.start(0); }, false);
     EXPECT_FALSE(OpenConnection("Scripted"));
-    EXPECT_GT(painted, 5); // the event loop went on
+    EXPECT_GE(rounds, 10); // the event loop went on
     EXPECT_TRUE(m_shell.Statuses.contains("Opening Connection ... (Esc cancels)"));
     EXPECT_EQ(LastOpenError(), "Operation has been cancelled by the user.");
     EXPECT_EQ(m_dialogs, 0);
     EXPECT_EQ(gConn->State(), ADODB::adStateClosed);
-    release = true;
-    QTest::qWait(50);
+    EXPECT_FALSE(answered);
+    gate.Open();
+    EXPECT_TRUE(Until([&] { return answered.load(); }));
+    QCoreApplication::processEvents();
     EXPECT_EQ(gConn->State(), ADODB::adStateClosed); // the late one does not come back
 }
 

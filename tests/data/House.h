@@ -41,7 +41,7 @@ protected:
         SetAppPath(m_folder.path());
         SetSettingsFile(m_folder.filePath(QStringLiteral("settings.ini")));
         gConn.reset();
-        gKeywords = KeywordSet();
+        gKeywordSet = KeywordSet();
         gConns().Clear();
         InitColours();
     }
@@ -50,7 +50,7 @@ protected:
         m_shell.CloseAll();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         gConn.reset();
-        gKeywords = KeywordSet();
+        gKeywordSet = KeywordSet();
         gConns().Clear();
         SetSettingsFile({});
         SetAppPath({});
@@ -71,7 +71,7 @@ protected:
     // A fresh database of the built-in driver, open as the program's connection.
     void OpenSample(const QStringList &statements, const QString &name = QStringLiteral("sample.db"))
     {
-        ASSERT_TRUE(OpenConnection(QStringLiteral("Driver=SQLite;Database=") + Path(name)))
+        ASSERT_TRUE(OpenConnection(QStringLiteral("Driver=SQLite;Create=Yes;Database=") + Path(name)))
             << LastOpenError().toStdString();
         for (const QString &sql : statements)
             ASSERT_NO_THROW(gConn->Execute(sql)) << sql.toStdString();

@@ -81,9 +81,11 @@ TEST_F(PickTest, BothShowTheirTypes)
 {
     int width = 0, list = 0;
     Picker([&](frmGetSelection *form) {
-        QTest::qWait(30);
-        width = form->lvResults->ColumnWidth(0) + form->lvResults->ColumnWidth(1);
-        list = form->lvResults->ListWidth();
+        Until([&] { // the columns follow when the window has its size
+            width = form->lvResults->ColumnWidth(0) + form->lvResults->ColumnWidth(1);
+            list = form->lvResults->ListWidth();
+            return std::abs(width - (list - 300)) <= 40;
+        });
         Click(form, "cmdCancel");
     });
     GetTable(true, true, "< All Tables >");
@@ -118,6 +120,39 @@ TEST_F(PickTest, TheDefaultIsSelected)
 {
     Picker([](frmGetSelection *form) { QTest::keyClick(form->txtCri, Qt::Key_Return); });
     EXPECT_EQ(GetTable(false, true, "< All Tables >", "&OK", "&Cancel", {}, {}, "gamma"), "gamma");
+}
+
+// "Dept2" stands first, and was taken for "dept2".
+TEST_F(PickTest, TheDefaultIsSelectedLetterByLetter)
+{
+    ScriptedDriver driver;
+    driver.OnCatalogue = [](ADODB::SchemaEnum) -> std::unique_ptr<ADODB::ResultSet> {
+        return std::make_unique<ScriptedRows>(QStringList{"TABLE_CATALOG", "TABLE_SCHEMA", "TABLE_NAME", "TABLE_TYPE"},
+                                              QList<QStringList>{{"", "one", "dept2", "TABLE"},
+                                                                 {"", "one", "Dept2", "TABLE"},
+                                                                 {"", "two", "Dept2", "TABLE"}});
+    };
+    ASSERT_TRUE(OpenConnection("Scripted"));
+    const auto pick = [&](const QString &former, ADODB::ObjectName &object) {
+        qint64 row = -2;
+        Picker([&](frmGetSelection *form) {
+            row = form->lvResults->SelectedRow();
+            QTest::keyClick(form->txtCri, row < 0 ? Qt::Key_Escape : Qt::Key_Return);
+        });
+        GetTable(false, true, "< All Tables >", "&OK", "&Cancel", {}, {}, former, &object);
+        return row;
+    };
+    ADODB::ObjectName object;
+    EXPECT_EQ(pick("Dept2", object), 1);
+    EXPECT_EQ(object, (ADODB::ObjectName{"", "one", "Dept2"}));
+    object.Schema = "two"; // of two rows of that text the one that was picked
+    EXPECT_EQ(pick("Dept2", object), 3);
+    EXPECT_EQ(object, (ADODB::ObjectName{"", "two", "Dept2"}));
+    EXPECT_EQ(pick("dept2", object), 2);
+    EXPECT_EQ(pick("DEPT2", object), -1); // nothing is that
+    EXPECT_EQ(object, ADODB::ObjectName());
+    EXPECT_EQ(pick("< All Tables >", object), 0);
+    EXPECT_EQ(object, ADODB::ObjectName());
 }
 
 TEST_F(PickTest, ADefaultFarDownIsInSight)
@@ -165,7 +200,7 @@ TEST_F(PickTest, AConnectionStringWinsOverTheConnection)
 {
     {
         const auto other = ADODB::Connection::Create();
-        other->Open("Driver=SQLite;Database=" + Path("other.db"));
+        other->Open("Driver=SQLite;Create=Yes;Database=" + Path("other.db"));
         other->Execute("create table elsewhere (x int)");
     }
     Cancel();

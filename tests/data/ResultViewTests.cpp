@@ -208,8 +208,9 @@ TEST_F(ResultViewTest, EscapeClosesAndCancelsWhatRuns)
     ASSERT_TRUE(Until([&] { return driver.Log().contains("slow"); }));
     QTest::keyClick(grid->lvResults, Qt::Key_Escape);
     EXPECT_TRUE(Until([&] { return grid.isNull(); }));
-    EXPECT_TRUE(Until([&] { return driver.Cancels > 0; }, 2000));
-    QTest::qWait(50);
+    EXPECT_TRUE(Until([&] { return driver.Cancels > 0; }));
+    EXPECT_TRUE(Until([&] { return !gConn->IsBusy(); }));
+    QCoreApplication::processEvents();    // what the worker left in the queue
     EXPECT_TRUE(m_boxes.Boxes.isEmpty()); // nobody is told any more
     EXPECT_NO_THROW(gConn->Execute("next"));
 }
@@ -273,6 +274,7 @@ TEST_F(ResultViewTest, SavingAsksBeforeItOverwrites)
     grid->mnuSave();
     EXPECT_EQ(m_boxes.LastTitle(), "Save");
     EXPECT_EQ(m_boxes.Boxes.last().Buttons, mbYesNo);
+    EXPECT_EQ(m_boxes.Boxes.last().Icon, 0); // it came with a question mark
     EXPECT_EQ(m_boxes.LastText(), "This file name already exists. Are you sure you want to overwrite this file?");
     EXPECT_EQ(Read(path), "former");
     grid->mnuSave();

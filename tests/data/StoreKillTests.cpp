@@ -35,9 +35,11 @@ protected:
     QString Store() const { return Path(QStringLiteral("es.dat")); }
     bool Save(int number, const StoreHook &hook = {}) const
     {
-        clsConns conns;
+        clsConns conns, there;
         Fill(conns, number, kMembers);
-        return SaveConnections(Store(), conns, hook);
+        ConnectionStore store(Store()); // as one who read the store just now
+        store.Load(there);
+        return store.Save(conns, hook);
     }
     int Load() const
     {
@@ -48,6 +50,7 @@ protected:
     int Steps() const
     {
         int steps = 0;
+        Save(0);
         Save(0, [&](StoreStep) { return ++steps > 0; });
         return steps;
     }
@@ -66,6 +69,17 @@ TEST_F(StoreKillTest, EveryFailingStepLeavesAWholeList)
         if (saved) {
             EXPECT_EQ(found, 2) << "step " << fail;
         }
+    }
+}
+
+// Saved is what the disk is known to have: any of these that fails makes the save say so.
+TEST_F(StoreKillTest, WhatIsNotOnTheDiskIsNotCalledSaved)
+{
+    for (const StoreStep kind : {StoreStep::Lock, StoreStep::Open, StoreStep::Mode, StoreStep::Write, StoreStep::Sync,
+                                 StoreStep::Close, StoreStep::Rename, StoreStep::OpenFolder, StoreStep::SyncFolder}) {
+        ASSERT_TRUE(Save(1));
+        EXPECT_FALSE(Save(2, [&](StoreStep at) { return at != kind; })) << int(kind);
+        EXPECT_FALSE(QFile::exists(Store() + ".new")) << int(kind);
     }
 }
 

@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <random>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -39,6 +41,14 @@ class StoreTest : public DataTest
 {
 protected:
     QString Store() const { return Path(QStringLiteral("es.dat")); }
+    // As one who read the store just now: what is not in the list goes.
+    static bool SaveConnections(const QString &path, const clsConns &conns, const StoreHook &before = {})
+    {
+        ConnectionStore store(path);
+        clsConns there;
+        store.Load(there);
+        return store.Save(conns, before);
+    }
     QStringList Loaded() const
     {
         clsConns conns;
@@ -264,14 +274,44 @@ TEST_F(StoreTest, AnEmptyListStaysEmpty)
     EXPECT_EQ(Loaded(), QStringList());
 }
 
-TEST_F(StoreTest, AHugeStoreIsNotRead)
+// A store past 64 MB was written and then not read: texts and connections were gone from view with the next start.
+TEST_F(StoreTest, WhatWasWrittenIsReadAtAnySize)
 {
-    QFile file(Store());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_TRUE(file.resize(qint64(65) * 1024 * 1024));
-    file.close();
+    clsConns conns = Three();
+    conns.Item("Second")->Extra = QString(65 * 1024 * 1024, 'x');
+    ASSERT_TRUE(SaveConnections(Store(), conns));
+    ASSERT_GT(QFileInfo(Store()).size(), 65 * 1024 * 1024);
+    clsConns back;
+    qint64 last = 0, calls = 0;
+    ASSERT_TRUE(LoadConnections(Store(), back, [&](qint64 done, qint64 all) {
+        EXPECT_GT(done, last);
+        EXPECT_EQ(all, QFileInfo(Store()).size());
+        last = done;
+        ++calls;
+    }));
+    EXPECT_EQ(last, QFileInfo(Store()).size());
+    EXPECT_GT(calls, 10);
+    EXPECT_EQ(Names(back), Names(conns));
+    EXPECT_EQ(back.Item("Second")->Extra, conns.Item("Second")->Extra);
+    // And to the next save it is a good one, which is kept as the former content and not set aside as unreadable.
+    ConnectionStore store(Store());
+    clsConns there;
+    ASSERT_TRUE(store.Load(there) && store.Save(there));
+    EXPECT_TRUE(QFile::exists(Store() + ".old"));
+    EXPECT_FALSE(QFile::exists(Store() + ".unread"));
+}
+
+TEST(Store, TextsPastSixteenMegabytesAreNamed)
+{
     clsConns conns;
-    EXPECT_FALSE(LoadConnections(Store(), conns));
+    conns.Add("s", "just", QString(kLargeText, 'x'));
+    conns.Add("s", "past", QString(kLargeText + 1, 'x'));
+    conns.Add("s", "wide", QString(kLargeText / 2 + 1, QChar(0x436)));
+    conns.Add("s", "half", QString(kLargeText / 2, QChar(0x436)));
+    conns.Add("s", "three", QString(kLargeText / 3 + 1, QChar(0x4E2D)));
+    conns.Add("s", "pairs", QString::fromUcs4(U"\U0001F600").repeated(kLargeText / 4 + 1));
+    conns.Add("s", "pairs that fit", QString::fromUcs4(U"\U0001F600").repeated(kLargeText / 4));
+    EXPECT_EQ(LargeTexts(conns), (QStringList{"past", "wide", "three", "pairs"}));
 }
 
 TEST_F(StoreTest, WhatCouldNotBeReadWholeIsSetAside)
@@ -286,9 +326,9 @@ TEST_F(StoreTest, WhatCouldNotBeReadWholeIsSetAside)
     EXPECT_EQ(QFile::permissions(aside) & ~owner, QFile::Permissions());
 
     // A second one does not push the first away, and a good store makes none.
-    ASSERT_TRUE(QFile::resize(Store(), kLargestStore + 1));
+    ASSERT_TRUE(QFile::resize(Store(), whole.size() + 100));
     ASSERT_TRUE(SaveConnections(Store(), clsConns()));
-    EXPECT_EQ(QFileInfo(aside + "2").size(), kLargestStore + 1);
+    EXPECT_EQ(QFileInfo(aside + "2").size(), whole.size() + 100);
     EXPECT_EQ(Read(aside).size(), whole.size() - 3);
     ASSERT_TRUE(SaveConnections(Store(), Three()));
     ASSERT_TRUE(SaveConnections(Store(), Three()));
@@ -311,6 +351,135 @@ TEST_F(StoreTest, AStoreThatIsALinkStaysOne)
     ASSERT_TRUE(SaveConnections(Store(), Three()));
     EXPECT_TRUE(QFileInfo(Store()).isSymLink());
     EXPECT_EQ(Read(real), WriteConnections(Three()));
+}
+
+// The file replaced was whatever a link led to: a link to another file of the user's had that one overwritten.
+TEST_F(StoreTest, WhatALinkLeadsToElsewhereIsNotTouched)
+{
+    ASSERT_TRUE(QDir().mkpath(Path("elsewhere")));
+    const QString real = Path("elsewhere/real.dat");
+    const QByteArray before = WriteConnections(Three());
+    Write(real, before);
+    QFile::setPermissions(real, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
+    const auto mode = QFile::permissions(real);
+    ASSERT_TRUE(QFile::link(real, Store()));
+    clsConns more;
+    ConnectionStore store(Store());
+    ASSERT_TRUE(store.Load(more)); // read it may be
+    more.Add("d", "Fourth", "");
+    ASSERT_TRUE(store.Save(more));
+    EXPECT_EQ(Read(real), before);
+    EXPECT_EQ(QFile::permissions(real), mode);
+    EXPECT_FALSE(QFileInfo(Store()).isSymLink());
+    EXPECT_EQ(Loaded().size(), 4);
+    EXPECT_FALSE(QFileInfo(Store() + ".old").isSymLink());
+    EXPECT_EQ(QDir(Path("elsewhere")).entryList(QDir::Files), QStringList{"real.dat"});
+}
+
+TEST_F(StoreTest, ALinkThatLeadsNowhereIsReplaced)
+{
+    ASSERT_TRUE(QFile::link(Path("gone.dat"), Store()));
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    EXPECT_FALSE(QFileInfo(Store()).isSymLink());
+    EXPECT_FALSE(QFile::exists(Path("gone.dat")));
+    EXPECT_EQ(Loaded(), Names(Three()));
+}
+
+TEST_F(StoreTest, ADeviceOrAFolderIsNeverReplaced)
+{
+    ASSERT_TRUE(QFile::link("/dev/null", Store()));
+    EXPECT_FALSE(SaveConnections(Store(), Three()));
+    EXPECT_EQ(QFile::symLinkTarget(Store()), "/dev/null");
+    ASSERT_TRUE(QFile::remove(Store()));
+    ASSERT_TRUE(QDir().mkpath(Store()));
+    EXPECT_FALSE(SaveConnections(Store(), Three()));
+    EXPECT_TRUE(QFileInfo(Store()).isDir());
+    EXPECT_TRUE(Loaded().isEmpty());
+}
+
+TEST_F(StoreTest, AnotherUsersFileIsNeverReplaced)
+{
+    if (::geteuid() == 0) {
+        Write(Store(), "theirs");
+        ASSERT_EQ(::chown(QFile::encodeName(Store()).constData(), 65534, 65534), 0);
+    } else {
+        ASSERT_TRUE(QFile::link("/etc/passwd", Store()));
+    }
+    const QByteArray before = Read(Store());
+    EXPECT_FALSE(SaveConnections(Store(), Three()));
+    EXPECT_EQ(Read(Store()), before);
+}
+
+// Opening a pipe waits for its other end: the program hung at its start and at its end.
+TEST_F(StoreTest, APipeDoesNotHang)
+{
+    for (const char *name : {"es.dat", "es.dat.old", "es.dat.new", "es.dat.lock"})
+        ASSERT_EQ(::mkfifo(QFile::encodeName(Path(QString::fromLatin1(name))).constData(), 0600), 0);
+    EXPECT_TRUE(Loaded().isEmpty());
+    EXPECT_FALSE(SaveConnections(Store(), Three()));
+    struct stat info = {};
+    ASSERT_EQ(::lstat(QFile::encodeName(Store()).constData(), &info), 0);
+    EXPECT_TRUE(S_ISFIFO(info.st_mode));
+
+    ASSERT_TRUE(QFile::remove(Store())); // the others alone
+    EXPECT_FALSE(SaveConnections(Store(), Three())) << "a lock that is none";
+    ASSERT_TRUE(QFile::remove(Store() + ".lock"));
+    EXPECT_TRUE(SaveConnections(Store(), Three()));
+    EXPECT_TRUE(SaveConnections(Store(), Three()));
+    EXPECT_EQ(Loaded(), Names(Three()));
+}
+
+// Its password stayed in es.dat.old.
+TEST_F(StoreTest, ADeletedConnectionLeavesTheFormerStoreToo)
+{
+    const QByteArray secret = ScrambleText("DSN=x;PWD=secret");
+    const auto holders = [&] {
+        QStringList names;
+        for (const QString &name : QDir(Path(".")).entryList(QDir::Files | QDir::Hidden))
+            if (Read(Path(name)).contains(secret))
+                names << name;
+        return names;
+    };
+    ConnectionStore store(Store());
+    clsConns conns = Three();
+    conns.Add("DSN=x;PWD=secret", "Gone soon", "");
+    ASSERT_TRUE(store.Save(conns));
+    ASSERT_TRUE(store.Save(conns));
+    EXPECT_EQ(holders(), (QStringList{"es.dat", "es.dat.old"}));
+    conns.Remove("gone soon");
+    ASSERT_TRUE(store.Save(conns));
+    EXPECT_EQ(holders(), QStringList());
+    Write(Store(), ""); // what is left of the former content is still what a hollow store falls back to
+    EXPECT_EQ(Loaded(), Names(Three()));
+    const auto owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    EXPECT_EQ(QFile::permissions(Store() + ".old") & ~owner, QFile::Permissions());
+}
+
+TEST_F(StoreTest, ADeletedConnectionLeavesTheFormerStoreWhereTheStoreIsHollow)
+{
+    const QByteArray secret = ScrambleText("DSN=x;PWD=secret");
+    clsConns conns = Three();
+    conns.Add("DSN=x;PWD=secret", "Gone soon", "");
+    ASSERT_TRUE(SaveConnections(Store(), conns));
+    ASSERT_TRUE(SaveConnections(Store(), conns));
+    Write(Store(), "");
+    ASSERT_TRUE(SaveConnections(Store(), Three()));
+    EXPECT_FALSE(Read(Store()).contains(secret));
+    EXPECT_FALSE(Read(Store() + ".old").contains(secret));
+    EXPECT_EQ(Loaded(), Names(Three()));
+}
+
+TEST_F(StoreTest, AFormerStoreThatCannotBeRewrittenGoes)
+{
+    clsConns conns = Three();
+    conns.Add("DSN=x;PWD=secret", "Gone soon", "");
+    ASSERT_TRUE(SaveConnections(Store(), conns));
+    ASSERT_TRUE(SaveConnections(Store(), conns));
+    int opens = 0;
+    ASSERT_TRUE(SaveConnections(Store(), Three(), [&](StoreStep at) { return at != StoreStep::Open || ++opens != 2; }));
+    EXPECT_EQ(opens, 2);
+    EXPECT_FALSE(QFile::exists(Store() + ".old"));
+    EXPECT_EQ(Loaded(), Names(Three()));
 }
 
 TEST_F(StoreTest, AFolderThatIsNotThereFailsQuietly)

@@ -2,6 +2,7 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QSettings>
+#include <sys/stat.h>
 
 namespace {
 
@@ -105,6 +106,45 @@ TEST_F(SettingsTest, AFolderInItsPlaceIsSurvived)
     SaveSetting("WindowState", "0");
     SyncSettings();
     EXPECT_EQ(GetSetting("Other", "x"), "x");
+}
+
+// The last paths and statements of a user stand there; a file made by an older version was readable by everybody.
+TEST_F(SettingsTest, OnlyTheOwnerMayRead)
+{
+    const auto mode = [](const QString &path) {
+        struct stat info = {};
+        return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_mode & 07777 : 0;
+    };
+    const mode_t former = ::umask(0);
+    SaveSetting("WindowState", "1");
+    SyncSettings();
+    EXPECT_EQ(mode(File()), 0600u);
+    SetSettingsFile({});
+    ASSERT_EQ(::chmod(QFile::encodeName(File()).constData(), 0644), 0);
+    Reopen();
+    EXPECT_EQ(GetSetting("WindowState"), "1");
+    EXPECT_EQ(mode(File()), 0600u);
+    SaveSetting("WindowState", "2");
+    SyncSettings();
+    EXPECT_EQ(mode(File()), 0600u);
+    SetSettingsFile(Path("new folder/settings.ini"));
+    SaveSetting("WindowState", "1");
+    SyncSettings();
+    EXPECT_EQ(mode(Path("new folder/settings.ini")), 0600u);
+    ::umask(former);
+}
+
+TEST_F(SettingsTest, APipeInItsPlaceDoesNotHang)
+{
+    SetSettingsFile({});
+    ASSERT_EQ(::mkfifo(QFile::encodeName(File()).constData(), 0600), 0);
+    Reopen();
+    EXPECT_EQ(GetSetting("Other", "x"), "x");
+    SaveSetting("WindowState", "0");
+    SyncSettings();
+    struct stat info = {};
+    ASSERT_EQ(::lstat(QFile::encodeName(File()).constData(), &info), 0);
+    EXPECT_TRUE(S_ISFIFO(info.st_mode));
 }
 
 class PathTest : public DataTest

@@ -16,9 +16,19 @@ TEST(Trim, TakesBlanksAndNothingElse)
     EXPECT_EQ(Trim(S("  a b  ")), S("a b"));
     EXPECT_EQ(Trim(S(" \t a \r\n ")), S("\t a \r\n"));
     EXPECT_EQ(Trim(S("   ")), S(""));
+    EXPECT_EQ(LTrim(S("   ")), S(""));
+    EXPECT_EQ(RTrim(S("   ")), S(""));
+    EXPECT_EQ(Trim(S(" a")), S("a"));
+    EXPECT_EQ(Trim(S("a ")), S("a"));
+    EXPECT_EQ(Trim(S("a")), S("a"));
+    EXPECT_FALSE(Trim(S(" ")).isNull()); // a text of blanks is an empty text, not none
     EXPECT_EQ(Trim(S("")), S(""));
     EXPECT_EQ(LTrim(S("  a  ")), S("a  "));
     EXPECT_EQ(RTrim(S("  a  ")), S("  a"));
+    for (const char *blanks : {" ", "  ", "   "}) {
+        EXPECT_EQ(LTrim(S(blanks)), S(""));
+        EXPECT_EQ(RTrim(S(blanks)), S(""));
+    }
     EXPECT_EQ(Trim(QString(QChar(0xA0))), QString(QChar(0xA0)));
 }
 

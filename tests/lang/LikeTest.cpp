@@ -30,6 +30,9 @@ const Row Rows[] = {
     {"abc", "[a-c]*", true},
     {"abc", "[!a-c]*", false},
     {"xbc", "[!a-c]*", true},
+    {"xbc", "[!a]*", true}, // one character behind the mark is a list too
+    {"abc", "[!a]*", false},
+    {"!bc", "[!a]*", true},
     {"a]c", "a]c", true},
     {"a-c", "a[-x]c", true},
     {"axc", "a[x-]c", true},

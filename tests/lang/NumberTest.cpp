@@ -18,11 +18,60 @@ QString S(const char *text)
 TEST(Val, ReadsTheLeadingNumber)
 {
     const std::pair<const char *, double> rows[] = {
-        {"", 0},        {"abc", 0},    {"12abc", 12},  {"1,234", 1},  {"1.5.6", 1.5}, {"-3", -3},      {"+3", 3},
-        {"- 3", -3},    {"--3", 0},    {"1 2 3", 123}, {" \t\n7", 7}, {"1\r2", 1},    {".5", 0.5},     {".", 0},
-        {"5.", 5},      {"1e3", 1000}, {"1D3", 1000},  {"1e", 1},     {"1e+", 1},     {"1E-2x", 0.01}, {"&HFF", 255},
-        {"&hff", 255},  {"&O17", 15},  {"&H", 0},      {"&X1", 0},    {"&O19", 1},    {"2 e 2", 200},  {"$5", 0},
-        {"1e2e3", 100}, {"0x10", 0},   {"1d2", 100},   {"1/2", 1},
+        {"", 0},
+        {"abc", 0},
+        {"12abc", 12},
+        {"1,234", 1},
+        {"1.5.6", 1.5},
+        {"-3", -3},
+        {"+3", 3},
+        {"- 3", -3},
+        {"--3", 0},
+        {"1 2 3", 123},
+        {" \t\n7", 7},
+        {"1\r2", 1},
+        {".5", 0.5},
+        {".", 0},
+        {"5.", 5},
+        {"1e3", 1000},
+        {"1D3", 1000},
+        {"1e", 1},
+        {"1e+", 1},
+        {"1E-2x", 0.01},
+        {"&HFF", 255},
+        {"&hff", 255},
+        {"&O17", 15},
+        {"&H", 0},
+        {"&X1", 0},
+        {"&O19", 1},
+        {"2 e 2", 200},
+        {"$5", 0},
+        {"1e2e3", 100},
+        {"0x10", 0},
+        {"1d2", 100},
+        {"1/2", 1},
+        // Each end of the ranges of digits, and what stands next to them.
+        {"1029384756", 1029384756},
+        {"90:1", 90},
+        {"20/1", 20},
+        {"1e10", 1e10},
+        {"&H1-2", 1},
+        {"&H9A0f", 39439},
+        {"&Hg", 0},
+        {"&H1@", 1},
+        {"&O70", 56},
+        {"&O8", 0},
+        {"\n5", 5},
+        {"1\t2", 12},
+        {"+-3", 0},
+        {"-&H1", 0},
+        {"1+2", 1},
+        {"1e-3", 0.001},
+        {"1e 3", 1000},
+        {"1e+x", 1},
+        {"..5", 0},
+        {"0.05", 0.05},
+        {"&", 0},
     };
     for (const auto &[text, want] : rows)
         EXPECT_DOUBLE_EQ(Val(S(text)), want) << text;
@@ -41,6 +90,33 @@ TEST(IsNumeric, LooksAtTheWholeText)
         EXPECT_FALSE(IsNumeric(S(text))) << text;
 }
 
+TEST(IsNumeric, TakesEachSignOnceOnEitherSide)
+{
+    for (const char *text :
+         {"0", "10", "( 5 )", "5+", "$ 5", "5 $", "(5) ", "(5)$", "$(5)", "1e+5", "&H10", "&H1", "&O10", "1,", "1,.5"})
+        EXPECT_TRUE(IsNumeric(S(text))) << text;
+    for (const char *text : {"+5+",  "-5+", "$5$", "((5))", "(5))", "+(5)", "(+5)", "(-5)", "(5)-", ")5(", "5(",
+                             "1e5x", "&O8", "&",   "&X1",   "&H1x", "1\t",  "1e 5", "5 5",  "$$5",  "-"})
+        EXPECT_FALSE(IsNumeric(S(text))) << text;
+}
+
+TEST(CLng, RoundsAndStaysWithinItsRange)
+{
+    const double edge = 9223372036854775808.0; // 2^63, the first that does not fit
+    EXPECT_EQ(CLng(edge), std::numeric_limits<qint64>::max());
+    EXPECT_EQ(CLng(std::nextafter(edge, 0)), 9223372036854774784);
+    EXPECT_EQ(CLng(-edge), std::numeric_limits<qint64>::min());
+    EXPECT_EQ(CLng(std::nextafter(-edge, 0)), -9223372036854774784);
+    EXPECT_EQ(CLng(-2 * edge), std::numeric_limits<qint64>::min());
+    EXPECT_EQ(CLng(std::numeric_limits<double>::infinity()), std::numeric_limits<qint64>::max());
+    EXPECT_EQ(CLng(-std::numeric_limits<double>::infinity()), std::numeric_limits<qint64>::min());
+    EXPECT_EQ(CLng(std::nan("")), 0);
+    EXPECT_EQ(CLng(2.5), 2);
+    EXPECT_EQ(CLng(3.5), 4);
+    EXPECT_EQ(CLng(-2.5), -2);
+    EXPECT_EQ(CLng(4503599627370495.5), 4503599627370496);
+}
+
 TEST(CStr, WritesFifteenDigitsAndNoMore)
 {
     EXPECT_EQ(CStr(0.0), S("0"));
@@ -55,6 +131,9 @@ TEST(CStr, WritesFifteenDigitsAndNoMore)
     EXPECT_EQ(CStr(-2.5e-7), S("-2.5E-07"));
     EXPECT_EQ(CStr(1e300), S("1E+300"));
     EXPECT_EQ(CStr(std::numeric_limits<qint64>::min()), S("-9223372036854775808"));
+    EXPECT_EQ(CStr(std::nan("")), S("-1.#IND"));
+    EXPECT_EQ(CStr(std::numeric_limits<double>::infinity()), S("1.#INF"));
+    EXPECT_EQ(CStr(-std::numeric_limits<double>::infinity()), S("-1.#INF"));
     EXPECT_EQ(CStr(true), S("True"));
     EXPECT_EQ(CStr(false), S("False"));
     EXPECT_EQ(Str(3), S(" 3"));
@@ -75,6 +154,11 @@ TEST(Round, SendsTheHalfToTheEvenNeighbour)
     EXPECT_EQ(CLng(4.5), 4);
     EXPECT_EQ(CLng(1e30), std::numeric_limits<qint64>::max());
     EXPECT_EQ(CLng(-1e30), std::numeric_limits<qint64>::min());
+    // 2^63 is the first double past the largest integer; the one before it still is one, and so is -2^63.
+    EXPECT_EQ(CLng(9223372036854775808.0), std::numeric_limits<qint64>::max());
+    EXPECT_EQ(CLng(9223372036854774784.0), 9223372036854774784);
+    EXPECT_EQ(CLng(-9223372036854775808.0), std::numeric_limits<qint64>::min());
+    EXPECT_EQ(CLng(-9223372036854774784.0), -9223372036854774784);
     EXPECT_EQ(CLng(std::nan("")), 0);
 }
 

@@ -136,3 +136,16 @@ TEST(BraceShow, ASecondShowStartsFromTheOriginal)
     show.Parse(QStringLiteral("(a)"), 0);
     EXPECT_EQ(show.Tick().selStart, 2);
 }
+
+// ")(" has a second column, behind its one group: it is never shown.
+TEST(Brace, AGroupPastTheLengthIsNotShown)
+{
+    const clsBraceStacker brace = Stack(QStringLiteral(")("), QStringLiteral("("), QStringLiteral(")"));
+    ASSERT_EQ(brace.GetLength(), 1);
+    ASSERT_EQ(brace.Opener(2), 2);
+    for (const qsizetype group : {-1, 0, 2, 3}) {
+        EXPECT_EQ(brace.FocusOnGroup(group).rtf, QStringLiteral(")(")) << group;
+        EXPECT_FALSE(brace.FocusOnGroup(group).selStart) << group;
+    }
+    EXPECT_EQ(brace.FocusOnGroup(1).rtf, QStringLiteral("\\i )("));
+}

@@ -13,13 +13,13 @@ protected:
     void SetUp() override
     {
         InitColorTable();
-        InitKeywords();
+        ClearKeywordSet();
         for (const char *word : {"SELECT", "FROM", "BY"})
-            gKeywords.Append(QString::fromLatin1(word));
+            gKeywordSet.Append(QString::fromLatin1(word));
     }
     static std::string Body(const char *text, bool whole = true)
     {
-        return ColourBody(QString::fromUtf8(text), gKeywords, whole).toStdString();
+        return ColourBody(QString::fromUtf8(text), gKeywordSet, whole).toStdString();
     }
 };
 
@@ -45,6 +45,20 @@ TEST_F(ColourEdges, WhereAKeywordStandsAlone)
 }
 
 // A TAB has become a switch before the keywords are looked for: it ends no word on its left, but does on its right.
+// The first character past the ASCII ones neither ends a word nor belongs to one.
+TEST_F(ColourEdges, CharactersBesideAKeyword)
+{
+    for (const char16_t c : {u'\x7F', u'\x80', u'\x81', u'\xFF'}) {
+        const QString sign(1, QChar(c));
+        for (const QString &text : {sign + QStringLiteral("select"), QStringLiteral("select") + sign,
+                                    QStringLiteral("sel") + sign + QStringLiteral("ect")})
+            EXPECT_EQ(ColourBody(text, gKeywordSet, true), text) << int(c);
+        EXPECT_EQ(ColourBody(sign + QStringLiteral(" by ") + sign, gKeywordSet, true),
+                  sign + QStringLiteral(" \\cf1 by\\cf0  ") + sign)
+            << int(c);
+    }
+}
+
 TEST_F(ColourEdges, Tabs)
 {
     EXPECT_EQ(Body("select\tfrom"), "select\\tab \\cf1 from\\cf0 ");

@@ -103,8 +103,11 @@ TEST(EditAssist, InsertReplacesOnlyASelectionBehindTheStart)
 
 TEST(EditAssist, StatementIsPlacedBehindABlankLineAndSelected)
 {
-    ExpectEdit(PlaceStatement(S(""), S("select")), "select", 0, 6);
-    ExpectEdit(PlaceStatement(S("a"), S("select")), "a\r\n\r\nselect", 5, 6);
+    ExpectEdit(PlaceStatement(S(""), 0, S("select")), "select", 0, 6);
+    ExpectEdit(PlaceStatement(S("a"), 1, S("select")), "a\r\n\r\nselect", 5, 6);
+    ExpectEdit(PlaceStatement(S("a"), 0, S("select")), "select\r\n\r\na", 0, 6);
+    ExpectEdit(PlaceStatement(S("ab"), 1, S("select")), "a\r\n\r\nselect\r\n\r\nb", 5, 6);
+    ExpectEdit(PlaceStatement(S("a\r\nb"), 2, S("x")), "a\r\n\r\nx\r\n\r\n\r\nb", 5, 1); // no half of a line end
 }
 
 TEST(EditAssist, SkeletonsGoThroughTheFormatter)
@@ -116,4 +119,25 @@ TEST(EditAssist, SkeletonsGoThroughTheFormatter)
     EXPECT_EQ(FormatStatement(Skeleton({3, false, false, false, false}, S("t"), S("x"))),
               S("  DELETE\r\n FROM t\r\n WHERE [Expression]"));
     EXPECT_EQ(Skeleton({6, false, false, false, false}, S("t"), S("x")), S(""));
+}
+
+TEST(EditAssist, ASkeletonTakesTheNameAsItIsWritten)
+{
+    SkeletonOptions options;
+    options.type = 3;
+    EXPECT_EQ(SkeletonOf(options, S("second.\"T\""), {}), S("DELETE FROM second.\"T\"\r\n WHERE [Expression]"));
+    EXPECT_EQ(Skeleton(options, S("a b"), {}), SkeletonOf(options, S("[a b]"), {}));
+}
+
+TEST(EditAssist, WhatAnEditorWouldChangeIsNoNameForIt)
+{
+    for (const char *kept :
+         {"t", "[Order Details]", "\"a;b\"", "\"a--b\"", "\"\xf0\x9f\x98\x80\"", "\"a]b\"", "`a{b}\\c`"})
+        EXPECT_TRUE(KeepsInEditor(S(kept))) << kept;
+    for (const char *lost : {"\"a\nb\"", "\"a\r\nb\"", "\"a\tb\"", "\"a  b\"", "\"a] b\"", "\"a]1\"",
+                             "\"a\xc2\xa0"
+                             "b\"",
+                             "\"a\xe2\x80\xa8"
+                             "b\""})
+        EXPECT_FALSE(KeepsInEditor(S(lost))) << lost;
 }

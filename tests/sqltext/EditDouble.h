@@ -2,6 +2,7 @@
 // An edit control without a window: a document, a selection, and a log of what was written.
 
 #include "sqltext/EditControl.h"
+#include "sqltext/FixText.h"
 
 #include <QStringList>
 
@@ -38,24 +39,18 @@ public:
     void SetSelStart(qsizetype position) override
     {
         log += QStringLiteral("SelStart %1").arg(position);
-        m_start = qBound(qsizetype(0), position, document.text.size());
+        m_asked = qBound(qsizetype(0), position, document.text.size());
+        m_start = Snapped(document.text, {m_asked, 0}).start;
         m_length = 0;
     }
     qsizetype SelLength() const override { return m_length; }
     void SetSelLength(qsizetype length) override
     {
         log += QStringLiteral("SelLength %1").arg(length);
-        m_length = qBound(qsizetype(0), length, document.text.size() - m_start);
+        // From the place that was asked for, if the caret still stands where that one took it.
         const QString &text = document.text;
-        const auto inside = [&](qsizetype at) {
-            return at > 0 && at < text.size() && text[at - 1] == u'\r' && text[at] == u'\n';
-        };
-        if (m_length > 0 && inside(m_start)) {
-            --m_start;
-            ++m_length;
-        }
-        if (m_length > 0 && inside(m_start + m_length))
-            ++m_length;
+        const bool here = Snapped(text, {m_asked, 0}).start == m_start;
+        m_length = Snapped(text, {here ? m_asked : m_start, length}).length;
     }
     QString SelText() const override { return document.text.mid(m_start, m_length); }
     void SetSelText(const QString &text) override
@@ -90,4 +85,5 @@ private:
     }
 
     qsizetype m_start = 0, m_length = 0;
+    qsizetype m_asked = 0;
 };

@@ -228,3 +228,41 @@ TEST(FindTree, NeedsASelectedNode)
     EXPECT_FALSE(result.message);
     EXPECT_TRUE(result.hits.isEmpty());
 }
+
+// The hit begins on an LF: its replacement took the line end and left the "a", "bXab".
+TEST(Find, NoHalfOfALineEndIsReplaced)
+{
+    FindAnswer replace = Next("?a");
+    replace.doReplace = true;
+    replace.replaceWith = S("X");
+    QList<FindAnswer> answers{Next("?a"), replace, {}};
+    QList<FindEdit> edits;
+    QString text = S("b\r\nab");
+    const FindResult result = FindInText(
+        text, 0, 0, [&](const FindHit &) { return answers.isEmpty() ? FindAnswer() : answers.takeFirst(); },
+        [&](const FindEdit &edit) {
+            edits += edit;
+            return text.replace(edit.start, edit.length, edit.with);
+        });
+    EXPECT_EQ(result.hits.value(0), 2);
+    ASSERT_EQ(edits.size(), 1);
+    EXPECT_EQ(edits[0].start, 1);
+    EXPECT_EQ(edits[0].length, 3);
+    EXPECT_EQ(result.text, S("bXb"));
+    replace.doReplace = false;
+    replace.doReplaceAll = true;
+    EXPECT_EQ(Script(S("b\r\nab"), 0, {replace}).text, S("bXb"));
+    replace.criteria = S("a?"); // ends between CR and LF
+    EXPECT_EQ(Script(S("ba\r\nb"), 0, {replace}).text, S("bXb"));
+}
+
+// Letters with a third form: the long s is an S in upper case, the dotless i an I.
+TEST(Find, EveryLetterThatIsTheSameInUpperCaseIsAHit)
+{
+    EXPECT_EQ(Script(QStringLiteral("x\u017Felect"), 0, {Next("select"), {}}).hits, QList<qsizetype>({1}));
+    EXPECT_EQ(Script(QStringLiteral("a\u0131n"), 0, {Next("in"), {}}).hits, QList<qsizetype>({1}));
+    FindAnswer exact = Next("s");
+    exact.caseSensitive = true;
+    EXPECT_TRUE(Script(QStringLiteral("a\u017F"), 0, {exact}).hits.isEmpty());
+    EXPECT_TRUE(Script(QStringLiteral("a\u0180"), 0, {Next("s")}).hits.isEmpty());
+}

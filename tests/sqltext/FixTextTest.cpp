@@ -120,8 +120,8 @@ protected:
     void SetUp() override
     {
         InitColorTable();
-        InitKeywords();
-        gKeywords.Append(QStringLiteral("SELECT"));
+        ClearKeywordSet();
+        gKeywordSet.Append(QStringLiteral("SELECT"));
     }
 };
 
@@ -166,6 +166,33 @@ TEST_F(FixControlTest, ASelectionStaysSelected)
     FixControl(control, true, FixMode::Window);
     EXPECT_EQ(control.SelStart(), 2);
     EXPECT_EQ(control.SelLength(), 6);
+}
+
+// The window began between CR and LF: its start went down and its end with it, one character too soon.
+TEST(FixControl, AWindowThatBeginsInALineEndReachesAsFarAsItShould)
+{
+    const QString text = QString(20, u'a') + QStringLiteral("\r\n") + QString(127, u'b') + QString(128, u'c') +
+                         QStringLiteral(" tail of the text");
+    EditDouble control(text);
+    const qsizetype caret = 20 + 1 + 128; // the window begins behind the CR
+    const FixRange window = SelectWindow(text, caret);
+    ASSERT_EQ(window.start, 21);
+    control.SetSelStart(window.start);
+    control.SetSelLength(window.length);
+    EXPECT_EQ(control.SelText(), text.mid(20, window.length + 1));
+    EXPECT_EQ(Snapped(text, window), (FixRange{20, window.length + 1}));
+}
+
+TEST(FixTextRange, WholeLines)
+{
+    const QString text = QStringLiteral("ab\r\ncd\r\n\r\nef");
+    EXPECT_EQ(WholeLines(text, {0, 0}), (FixRange{0, 2}));
+    EXPECT_EQ(WholeLines(text, {1, 4}), (FixRange{0, 6}));
+    EXPECT_EQ(WholeLines(text, {3, 0}), (FixRange{0, 2})); // between CR and LF
+    EXPECT_EQ(WholeLines(text, {5, 1}), (FixRange{4, 2}));
+    EXPECT_EQ(WholeLines(text, {8, 0}), (FixRange{8, 0}));
+    EXPECT_EQ(WholeLines(text, {11, 99}), (FixRange{10, 2}));
+    EXPECT_EQ(WholeLines(u"", {0, 0}), (FixRange{0, 0}));
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // A short run of the fuzz targets of this room; scripts/fuzz runs them for long.
+#include "fuzz/BracesTarget.h"
 #include "fuzz/ColourTarget.h"
 #include "fuzz/RtfTarget.h"
+#include "fuzz/StatementsTarget.h"
 #include "tests/support/Mutate.h"
 
 namespace {
@@ -31,6 +33,25 @@ TEST(Fuzz, Colour)
               "\\cf1 select\\CF0 {a}\tselectselect [a]1 --\r\n", "a ab aba abab aab,b(a)a\r\n"})
             seeds += keywords + '\0' + kEven + text;
     mutate::Feed(seeds, 4'000, fuzz::Colour);
+}
+
+TEST(Fuzz, Statements)
+{
+    QByteArrayList seeds;
+    for (const char *seed : {"select 1\r\n\r\nupdate t set a = 'x  y'\r\n \r\ndelete\r\nGO\r\n  \r\n\r\n\r\n",
+                             " \r\n\r\n \r\n", "a \r\n \r\nb\n\nc\r\rd", "Drop\r\n\r\nInsert (Create)", ""})
+        seeds += QByteArray("\x07\0", 2) + kEven + seed;
+    mutate::Feed(seeds, 2'000, fuzz::Statements);
+}
+
+TEST(Fuzz, Braces)
+{
+    QByteArrayList seeds;
+    for (int kind = 0; kind < 6; ++kind)
+        for (const char *seed :
+             {"((a) [b] {c} 'd' \"e\")", ")(", "))((", "{\\rtf1 {\\fonttbl{\\f0 x;}}\\par ('[{\"}]')}", ""})
+            seeds += QByteArray(1, char(kind)) + kEven + seed;
+    mutate::Feed(seeds, 2'000, fuzz::Braces);
 }
 
 } // namespace

@@ -91,9 +91,9 @@ TEST(Keywords, TheShippedListIsSound)
 
 TEST(Keywords, GlobalListStartsEmpty)
 {
-    gKeywords.Append(QStringLiteral("x"));
-    InitKeywords();
-    EXPECT_TRUE(gKeywords.Words().isEmpty());
+    gKeywordSet.Append(QStringLiteral("x"));
+    ClearKeywordSet();
+    EXPECT_TRUE(gKeywordSet.Words().isEmpty());
 }
 
 TEST(Keywords, MatchCaseOfUnequalLengths)

@@ -48,8 +48,16 @@ struct LiteralFind
     QList<qsizetype> hits = {};
     bool message = false;
 
+    // As the editor selects: no half of a line end.
     void SelText(const QString &with)
     {
+        const auto inside = [this](qsizetype at) { return at > 0 && Mid(text, at, 2) == u"\r\n"; };
+        qsizetype end = selStart + selLength;
+        if (selLength > 0 && inside(end))
+            ++end;
+        if (inside(selStart))
+            --selStart;
+        selLength = selLength > 0 ? end - selStart : 0;
         text = Left(text, selStart) + with + Mid(text, selStart + selLength + 1);
         selStart += with.size();
         selLength = 0;

@@ -87,3 +87,23 @@ TEST(Manipulation, FormatsEachClauseOnItsLine)
     EXPECT_EQ(FormatStatement(S("-- note\r\nselect a")), S("  -- note\r\nSELECT a"));
     EXPECT_EQ(FormatStatement(S("-- note\r\nx y")), S("  -- notex y"));
 }
+
+// Clause words within a name in quotes were parted from it, so the statement named another table.
+TEST(Manipulation, ANameKeepsItsClauseWords)
+{
+    const QString name = S("\"a from b\""), plain = S("[Order Details]");
+    EXPECT_FALSE(FormatStatement(S("select * from ") + name).contains(name));
+    EXPECT_EQ(FormatStatementKeeping(S("select * from ") + name + S(" where x"), {name}),
+              S("  SELECT * FROM ") + name + S("\r\n WHERE x"));
+    EXPECT_EQ(FormatStatementKeeping(S("select \"x or y\", z from ") + name, {name, S("\"x or y\"")}),
+              S("  SELECT \"x or y\", z\r\n FROM ") + name);
+    EXPECT_EQ(FormatStatementKeeping(S(" select * from ") + plain, {plain}),
+              FormatStatement(S(" select * from ") + plain));
+}
+
+TEST(Manipulation, ALengthThatNobodyKnowsIsLeftOut)
+{
+    EXPECT_EQ(FieldDefinition({S("a"), 200, -1, 0, 0}), S("\ta VarChar"));
+    EXPECT_EQ(FieldDefinition({S("a"), 200, 30, 0, 0}), S("\ta VarChar(30)"));
+    EXPECT_EQ(FieldDefinition({S("a;b c"), 3, 4, 0, 0, S("\"a;b c\"")}), S("\t\"a;b c\" Integer(4)"));
+}

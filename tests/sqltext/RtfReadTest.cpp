@@ -50,6 +50,20 @@ TEST(RtfRead, LinesOfTheSourceMeanNothing)
     EXPECT_EQ(Plain(TextOf("a\\\r\nb")), "a\r\nb");
 }
 
+// A CR escape takes the LF escape behind it along, but not over a line end of its own.
+TEST(RtfRead, AnLfBehindAParagraphIsALineEnd)
+{
+    EXPECT_EQ(Plain(TextOf("a\\'0d\\'0ab")), "a\r\nb");
+    EXPECT_EQ(Plain(TextOf("a\\'0d\\par \\'0ab")), "a\r\n\r\n\r\nb");
+    EXPECT_EQ(Plain(TextOf("a\\'0d\\line \\'0ab")), "a\r\n\r\n\r\nb");
+}
+
+TEST(RtfRead, ASizeWithoutANumberIsTwelvePoints)
+{
+    EXPECT_EQ(ReadRtf(kHead + "\\fs a}").fontHalfPoints, 24);
+    EXPECT_EQ(ReadRtf(kHead + "\\fs20 a}").fontHalfPoints, 20);
+}
+
 TEST(RtfRead, EscapesAndCharacters)
 {
     EXPECT_EQ(Plain(TextOf("\\\\\\{\\}\\tab x\\tab y")), "\\{}\tx\ty");

@@ -166,3 +166,13 @@ TEST(ScriptPage, ThePageReaderFindsFaults)
          })
         EXPECT_NE(faults(what, by).size(), 0) << what << " by " << by;
 }
+
+// No line end of any kind may break a string of the page.
+TEST(ScriptPage, LoneLineEndsAreWrittenByName)
+{
+    const QString page = GenerateScriptPage(S("a\rb\nc"), S("x\ny\rz\r\nw\r\r\n\nv"));
+    EXPECT_TRUE(page.contains(S("CONN.Open \"a\" & vbCr & \"b\" & vbLf & \"c\"\r\n"))) << qPrintable(page);
+    EXPECT_TRUE(page.contains(S("CONN.EXECUTE(\"x\" & vbLf & \"y\" & vbCr & \"z\" & vbCrLf & \"w\" & vbCr & \"\" & "
+                                "vbCrLf & \"\" & vbLf & \"v\")\r\n")))
+        << qPrintable(page);
+}

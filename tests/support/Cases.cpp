@@ -6,6 +6,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <cmath>
+#include <map>
+
 namespace cases {
 
 namespace {
@@ -16,10 +19,10 @@ struct Loaded
     QStringList failures;
 };
 
-Loaded Load()
+Loaded Load(const char *name)
 {
     Loaded loaded;
-    QFile file((places::Source() + QStringLiteral("/tests/cases/text.jsonl")));
+    QFile file(places::Source() + QStringLiteral("/tests/cases/") + QString::fromLatin1(name));
     if (!file.open(QIODevice::ReadOnly)) {
         loaded.failures += QStringLiteral("cannot open ") + file.fileName();
         return loaded;
@@ -38,10 +41,11 @@ Loaded Load()
     return loaded;
 }
 
-const Loaded &File()
+const Loaded &File(const char *name)
 {
-    static const Loaded loaded = Load();
-    return loaded;
+    static std::map<QByteArray, Loaded> files;
+    const auto found = files.find(name);
+    return found != files.end() ? found->second : files.emplace(name, Load(name)).first->second;
 }
 
 QString Shown(const QJsonValue &value)
@@ -52,23 +56,33 @@ QString Shown(const QJsonValue &value)
 
 } // namespace
 
-std::vector<Case> Of(const QString &op)
+std::vector<Case> Of(const QString &op, const char *file)
 {
     std::vector<Case> result;
-    for (const Case &one : File().all) {
+    for (const Case &one : File(file).all) {
         if (one.op == op)
             result.push_back(one);
     }
     return result;
 }
 
-bool Matches(const QJsonValue &want, const QJsonValue &got)
+QStringList Operations(const char *file)
+{
+    QStringList names;
+    for (const Case &one : File(file).all) {
+        if (!names.contains(one.op))
+            names += one.op;
+    }
+    return names;
+}
+
+bool Matches(const QJsonValue &want, const QJsonValue &got, double relative)
 {
     if (want.isObject() && got.isObject()) {
         const QJsonObject wanted = want.toObject();
         const QJsonObject object = got.toObject();
         for (auto key = wanted.begin(); key != wanted.end(); ++key) {
-            if (!object.contains(key.key()) || !Matches(key.value(), object[key.key()]))
+            if (!object.contains(key.key()) || !Matches(key.value(), object[key.key()], relative))
                 return false;
         }
         return true;
@@ -79,25 +93,27 @@ bool Matches(const QJsonValue &want, const QJsonValue &got)
         if (wanted.size() != array.size())
             return false;
         for (qsizetype i = 0; i < wanted.size(); ++i) {
-            if (!Matches(wanted.at(i), array.at(i)))
+            if (!Matches(wanted.at(i), array.at(i), relative))
                 return false;
         }
         return true;
     }
     if (want.isDouble() && got.isDouble())
-        return want.toDouble() == got.toDouble();
+        return std::abs(want.toDouble() - got.toDouble()) <= relative * std::abs(want.toDouble());
     return want == got;
 }
 
-Report Run(const QString &op, const std::function<QJsonValue(const QJsonObject &args)> &run)
+Report Run(const QString &op, const std::function<QJsonValue(const QJsonObject &args)> &run, const char *file,
+           double relative)
 {
-    Report report{0, File().failures};
-    for (const Case &one : Of(op)) {
+    Report report{0, File(file).failures};
+    for (const Case &one : Of(op, file)) {
         ++report.ran;
         const QJsonValue got = run(one.args);
-        if (!Matches(one.want, got))
-            report.failures += QStringLiteral("text.jsonl:%1: args %2\n  want %3\n  got  %4")
-                                   .arg(QString::number(one.line), Shown(one.args), Shown(one.want), Shown(got));
+        if (!Matches(one.want, got, relative))
+            report.failures += QStringLiteral("%1:%2: args %3\n  want %4\n  got  %5")
+                                   .arg(QString::fromLatin1(file), QString::number(one.line), Shown(one.args),
+                                        Shown(one.want), Shown(got));
     }
     return report;
 }

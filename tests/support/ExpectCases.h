@@ -7,9 +7,10 @@
 
 #include <functional>
 
-inline void ExpectCases(const char *op, const std::function<QJsonValue(const QJsonObject &args)> &run)
+inline void ExpectCases(const char *op, const std::function<QJsonValue(const QJsonObject &args)> &run,
+                        const char *file = cases::kText, double relative = 0)
 {
-    const cases::Report report = cases::Run(QString::fromUtf8(op), run);
+    const cases::Report report = cases::Run(QString::fromUtf8(op), run, file, relative);
     EXPECT_GT(report.ran, 0) << "no case of " << op;
     for (const QString &failure : report.failures)
         ADD_FAILURE() << failure.toStdString();

@@ -8,6 +8,7 @@
 #include "ado/sqlite/SqliteDriver.h"
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -34,6 +35,7 @@ struct Plan
     std::atomic<int> calls = 0;
     std::atomic<bool> broken = false;
     std::atomic<int> cancels = 0;
+    std::function<void()> atCatalogue; // what happens meanwhile
 
     void Set(Kind what, int call)
     {
@@ -90,6 +92,11 @@ public:
         }
         return m_real->Fetch(columns, maxRows);
     }
+    std::unique_ptr<ADODB::ResultSet> TakeNext() override
+    {
+        std::unique_ptr<ADODB::ResultSet> next = m_real->TakeNext();
+        return next ? std::make_unique<Rows>(std::move(next), m_plan) : nullptr;
+    }
 
 private:
     std::unique_ptr<ADODB::ResultSet> m_real;
@@ -109,12 +116,12 @@ public:
             result.Rows = std::make_unique<Rows>(std::move(result.Rows), m_plan);
         return result;
     }
-    qint64 ExecuteBatch(const QString &sql, const std::vector<ADODB::ColumnStore> &parameters,
-                        const std::function<void(qint64, const ADODB::Error &)> &failed) override
+    qint64 ExecuteBatch(const ADODB::Batch &batch) override
     {
         m_plan.Pass();
-        return m_real->ExecuteBatch(sql, parameters, failed);
+        return m_real->ExecuteBatch(batch);
     }
+    bool CanReturn() const override { return m_real->CanReturn(); }
     void Begin() override
     {
         m_plan.Pass();
@@ -133,6 +140,8 @@ public:
     std::unique_ptr<ADODB::ResultSet> Catalogue(ADODB::SchemaEnum schema, const QStringList &restrictions) override
     {
         m_plan.Pass();
+        if (m_plan.atCatalogue)
+            m_plan.atCatalogue();
         return m_real->Catalogue(schema, restrictions);
     }
     ADODB::DatabaseFamily Family() const override { return m_real->Family(); }

@@ -144,11 +144,7 @@ private:
             }
             return m_owner.OnExecute ? m_owner.OnExecute(sql) : ADODB::ExecuteResult{};
         }
-        qint64 ExecuteBatch(const QString &, const std::vector<ADODB::ColumnStore> &,
-                            const std::function<void(qint64, const ADODB::Error &)> &) override
-        {
-            return 0;
-        }
+        qint64 ExecuteBatch(const ADODB::Batch &) override { return 0; }
         void Begin() override { Transact(QStringLiteral("BEGIN")); }
         void Commit() override { Transact(QStringLiteral("COMMIT")); }
         void Rollback() override { Transact(QStringLiteral("ROLLBACK")); }

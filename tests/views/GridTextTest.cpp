@@ -161,4 +161,23 @@ TEST(GridText, FindGoesFromCellToCellAndPassesOverTheLastColumn)
     EXPECT_EQ(asked, 2);
 }
 
+// The pattern was read anew for every cell.
+TEST(GridText, TheSearchReadsItsPatternBeforeAnyCell)
+{
+    struct Counted : Table
+    {
+        using Table::Table;
+        mutable int reads = 0;
+        QString Text(qint64 row, int column) const override
+        {
+            ++reads;
+            return Table::Text(row, column);
+        }
+    };
+    const Counted cells(QList<QStringList>{{"", "a", ""}, {"", "x", ""}, {"", "y", ""}});
+    EXPECT_THROW(grid::Find(cells, {QStringLiteral("[x"), false, false}, {1, 0}), lang::BadPattern);
+    EXPECT_EQ(cells.reads, 0);
+    EXPECT_EQ(grid::Find(cells, {QStringLiteral("[x-y]"), true, true}, {1, 0}), (grid::Cell{1, 1}));
+}
+
 } // namespace

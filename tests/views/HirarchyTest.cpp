@@ -1,6 +1,7 @@
 // The result window for real: a SQLite file behind it, keys and mouse in front of it.
 #include "ado/Connection.h"
 #include "controls/FlexGrid.h"
+#include "controls/LongTextBox.h"
 #include "controls/StatusBar.h"
 #include "controls/TabStrip.h"
 #include "data/modMain.h"
@@ -53,7 +54,8 @@ struct Hirarchy : testing::Test
     void SetUp() override
     {
         connection = ADODB::Connection::Create();
-        connection->Open(QStringLiteral("Driver=SQLite;Database=") + folder.filePath(QStringLiteral("t.sqlite")));
+        connection->Open(QStringLiteral("Driver=SQLite;Create=Yes;Database=") +
+                         folder.filePath(QStringLiteral("t.sqlite")));
         connection->Execute(QStringLiteral("create table t(id integer, name text, amount double)"));
         connection->Execute(QStringLiteral("insert into t values (1,'Anna, \"A\"',1.5),(2,null,-3),(3,'Björn',1.5)"));
         gConn = connection;
@@ -111,6 +113,19 @@ TEST_F(Hirarchy, AnEmptyResultCountsNoRecords)
     ASSERT_TRUE(Run(QStringLiteral("select * from t where 1=0")));
     EXPECT_EQ(window.SB->PanelText(3), "Record Count= 0");
     EXPECT_EQ(window.mfg->TextMatrix(0, 1), "id");
+}
+
+// Only the last of several results showed, and nothing said that there had been others.
+TEST_F(Hirarchy, OfSeveralResultsTheFirstShowsAndTheLogSaysHowManyThereWere)
+{
+    ASSERT_TRUE(Run(QStringLiteral("select name from t where id = 1; select 2; select 3, 4")));
+    EXPECT_EQ(window.mfg->TextMatrix(1, 1), "Anna, \"A\"");
+    EXPECT_EQ(window.SB->PanelText(3), "Record Count= 1");
+    const QString told = QStringLiteral("The statement gave 3 results. This is the first one.");
+    EXPECT_TRUE(Log().contains(told));
+    EXPECT_EQ(shell.Status(), told);
+    ASSERT_TRUE(Run(QStringLiteral("select 1")));
+    EXPECT_EQ(Log().filter(QStringLiteral("results")).size(), 1); // of the former run
 }
 
 TEST_F(Hirarchy, AFailureIsToldInTheServersWordsAndTheWindowStays)
@@ -434,6 +449,80 @@ TEST_F(Hirarchy, ASchemaRowsetIsMountedAndAnEmptyOneShowsNothing)
     frmHirarchy other;
     other.SetDataSourceRec(connection->Execute(QStringLiteral("select * from t where 1=0")));
     EXPECT_EQ(other.mfg->DataSource(), nullptr);
+}
+
+// A double click on 20 MB froze the program for 15 s, and the text stayed in memory until the window closed.
+TEST_F(Hirarchy, AHugeCellShowsItsFirstPartAtOnceAndGoesWithTheNextRun)
+{
+    window.resize(700, 400);
+    window.show();
+    ASSERT_TRUE(
+        Run(QStringLiteral("select zeroblob(6000000) as b, replace(hex(zeroblob(1500000)), '00', 'word ') as t")));
+    const std::weak_ptr<ADODB::Recordset> rows = window.mfg->DataSource();
+    window.mfg->SetColWidth(1, 3000);
+    for (const int column : {1, 2}) {
+        const qint64 all = column == 1 ? 12000002 : 7500000;
+        window.ts->Select(1);
+        const QPoint cell = window.mfg->CellRect(1, column).center();
+        QTest::mouseClick(window.mfg->viewport(), Qt::LeftButton, {}, cell);
+        QTest::mouseDClick(window.mfg->viewport(), Qt::LeftButton, {}, cell);
+        EXPECT_EQ(window.ts->Selected(), 3);
+        EXPECT_FALSE(window.txtData->IsComplete());
+        EXPECT_GT(window.txtData->CharactersMade(), 1000);
+        EXPECT_LT(window.txtData->CharactersMade(), 100000);
+        EXPECT_TRUE(window.txtData->toPlainText().startsWith(column == 1 ? "0x0000" : "word word"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window.txtData->CharactersMade() > all / 2; }, 60000));
+        EXPECT_TRUE(shell.Status().startsWith("Loading the text of the cell ... ")) << shell.Status().toStdString();
+        window.mnuCopy(); // all of it, though a part is still to come
+        EXPECT_EQ(QApplication::clipboard()->text().size(), all);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window.txtData->IsComplete(); }, 60000));
+        EXPECT_EQ(window.txtData->CharactersMade(), all);
+        EXPECT_EQ(shell.Status(), "");
+    }
+    window.ts->Select(1);
+    window.mfg->Select(1, 1, 1, 1);
+    window.mnuCopy();
+    EXPECT_EQ(QApplication::clipboard()->text().size(), 12000002);
+    QApplication::clipboard()->clear();
+    window.ClearForRun();
+    ASSERT_TRUE(Run(QStringLiteral("select 1")));
+    EXPECT_EQ(window.txtData->toPlainText(), "");
+    EXPECT_TRUE(rows.expired());
+}
+
+TEST_F(Hirarchy, AnEmptyResultShowsItsNamesAndSavesNoRow)
+{
+    window.resize(700, 400);
+    window.show();
+    ASSERT_TRUE(Run(QStringLiteral("select id, name as customer from t where 1=0")));
+    EXPECT_EQ(window.mfg->Rows(), 2);
+    EXPECT_EQ(window.SB->PanelText(3), "Record Count= 0");
+    EXPECT_GT(window.mfg->ColWidth(2), window.mfg->fontMetrics().horizontalAdvance("customer") * 15);
+    ASSERT_TRUE(window.SaveFile(folder.filePath("e.csv")));
+    EXPECT_EQ(Bytes("e.csv"), "\"id\",\"customer\",\r\n\r\n");
+}
+
+TEST_F(Hirarchy, FitColumnsWorksOnTheGridThatThePopupWasOpenedOn)
+{
+    window.resize(900, 400);
+    window.show();
+    ASSERT_TRUE(Run(QStringLiteral("select 'a text that is longer than its heading' as c")));
+    const int before = window.mfg->ColWidth(1);
+    const auto open = [](FlexGrid *grid) { QTest::mouseClick(grid->viewport(), Qt::RightButton, {}, QPoint(30, 30)); };
+    window.ts->Select(2);
+    open(window.mfgMessge);
+    window.mnuFitColumns();
+    EXPECT_EQ(window.mfg->ColWidth(1), before);
+    window.ts->Select(1);
+    open(window.mfg);
+    window.mnuFitColumns();
+    EXPECT_GT(window.mfg->ColWidth(1), before);
+}
+
+TEST_F(Hirarchy, ALogRowOfOneLineReadsBackItsHeight)
+{
+    window.AppendMessage(QStringLiteral("one line"), QStringLiteral("Log"), true);
+    EXPECT_EQ(window.mfgMessge->RowHeight(window.mfgMessge->Rows() - 1), 240);
 }
 
 } // namespace

@@ -1,0 +1,25 @@
+# The target header_check compiles each header alone, without the precompiled ones: a header that leans on what another one
+# includes does not build. Not part of "all"; CI builds it.
+
+# house_header_check(ROOM LIBS...): for the headers below the calling folder.
+function(house_header_check room)
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  set(units "")
+  foreach(header ${headers})
+    string(REGEX REPLACE "[/.]" "_" unit ${header})
+    set(unit ${PROJECT_BINARY_DIR}/headers/${unit}.cpp)
+    file(CONFIGURE OUTPUT ${unit} CONTENT "#include \"${header}\"\n")
+    list(APPEND units ${unit})
+  endforeach()
+  if(NOT units)
+    return()
+  endif()
+  add_library(headers_${room} OBJECT EXCLUDE_FROM_ALL ${units})
+  set_target_properties(headers_${room} PROPERTIES AUTOMOC OFF AUTORCC OFF)
+  target_compile_options(headers_${room} PRIVATE -O0 -g0)
+  target_link_libraries(headers_${room} PRIVATE ${room})
+  if(NOT TARGET header_check)
+    add_custom_target(header_check)
+  endif()
+  add_dependencies(header_check headers_${room})
+endfunction()
