@@ -1,4 +1,5 @@
 // The program itself, as a process of its own.
+#include "ado/Recordset.h"
 #include "data/ConnectionStore.h"
 #include "data/clsConns.h"
 #include "tests/support/Places.h"
@@ -99,6 +100,53 @@ TEST_F(Program, ASignalToEndSavesAsExitDoes)
         ASSERT_TRUE(LoadConnections(Path(QStringLiteral("es.dat")), conns));
         EXPECT_EQ(conns.Count(), 1) << signal;
     }
+}
+
+// A server that stops answering kept a process without a window behind, with the lock, and no text was saved.
+TEST_F(Program, ASilentServerDoesNotKeepTheProgram)
+{
+    if (qEnvironmentVariable("BRINDLEWICK_TEST_POSTGRES").isEmpty()) {
+        ASSERT_NE(qEnvironmentVariable("BRINDLEWICK_TEST_SERVERS"), "1");
+        GTEST_SKIP() << "no server here";
+    }
+    const QString script = places::Source() + QStringLiteral("/tests/servers/servers");
+    const QString folder = Path(QStringLiteral("own"));
+    QProcess servers;
+    servers.start(script, {QStringLiteral("start"), folder, QStringLiteral("postgres")});
+    ASSERT_TRUE(servers.waitForFinished(60000));
+    ASSERT_EQ(servers.exitCode(), 0) << servers.readAllStandardError().toStdString();
+    const QString lines = QString::fromUtf8(servers.readAllStandardOutput());
+    const qsizetype from = lines.indexOf(u'\'') + 1;
+    const QString text = lines.mid(from, lines.indexOf(u'\'', from) - from);
+    ASSERT_EQ(Store({QStringLiteral("add"), QStringLiteral("Sample"), text, QStringLiteral("select pg_sleep(50)")}), 0);
+    QProcess program;
+    Prepare(program, QStringLiteral("Brindlewick"), {}, Path(QStringLiteral("s.png")));
+    program.start();
+    {
+        const ADODB::ConnectionPtr look = ADODB::Connection::Create();
+        look->Open(text);
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] {
+                return look->Execute(QStringLiteral("select 1 from pg_stat_activity where state = 'active' and query = "
+                                                    "'select pg_sleep(50)'"))
+                           ->RecordCount() > 0;
+            },
+            40000));
+    }
+    EXPECT_EQ(QProcess::execute(script, {QStringLiteral("pause"), folder}), 0);
+    EXPECT_EQ(::kill(pid_t(program.processId()), SIGTERM), 0);
+    EXPECT_TRUE(program.waitForFinished(20000)); // the statement itself would take longer
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_FALSE(QFile::exists(Path(QStringLiteral("instance.lock"))));
+    EXPECT_TRUE(QFile::exists(Path(QStringLiteral("settings.ini"))));
+    clsConns conns;
+    EXPECT_TRUE(LoadConnections(Path(QStringLiteral("es.dat")), conns));
+    ASSERT_TRUE(conns.Item(QStringLiteral("Sample")));
+    EXPECT_EQ(conns.Item(QStringLiteral("Sample"))->Extra, QStringLiteral("select pg_sleep(50)"));
+    program.kill();
+    program.waitForFinished();
+    QProcess::execute(script, {QStringLiteral("resume"), folder});
+    EXPECT_EQ(QProcess::execute(script, {QStringLiteral("stop"), folder}), 0);
 }
 
 TEST_F(Program, TheStoreToolAddsWhatIsNotThere)
