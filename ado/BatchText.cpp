@@ -54,7 +54,7 @@ QString Condition(const ColumnInfo &column, DatabaseFamily family)
         if (type == adSingle) // its text is 0.1, its value is not
             return QStringLiteral("%1 = CAST(? AS real)");
         if (IsText(type) && !HasPlainEquality(column.TypeName))
-            return QStringLiteral("CAST(%1 AS text) = ?");
+            return QStringLiteral("pg_catalog.format('%s', %1) = ?");
         break;
     case DatabaseFamily::MySQL:
         // Its collations make 'x', 'X' and 'x ' equal. The plain comparison stays, for the sake of an index.

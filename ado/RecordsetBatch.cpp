@@ -271,12 +271,10 @@ private:
         for (size_t i = 0; i < text.Parameters.size(); ++i) {
             const BatchText::Parameter &parameter = text.Parameters[i];
             qint64 place = row;
-            if (parameter.Column < 0)
-                columns[i].AppendFrom(*m_body.rowIds, place);
-            else if (parameter.Original)
-                columns[i].AppendFrom(Original(row, size_t(parameter.Column), place), place);
-            else
-                columns[i].AppendFrom(m_body.stores[size_t(parameter.Column)], place);
+            const ColumnStore &from = parameter.Column < 0 ? *m_body.rowIds
+                                      : parameter.Original ? Original(row, size_t(parameter.Column), place)
+                                                           : m_body.stores[size_t(parameter.Column)];
+            columns[i].AppendFrom(from, place);
         }
     }
 

@@ -2,6 +2,7 @@
 
 #include "ado/BaseTable.h"
 #include "ado/Guard.h"
+#include "lang/Text.h"
 #include <QSet>
 
 namespace ADODB {
@@ -36,6 +37,27 @@ KeyRows Read(ResultSet &rows)
     return key;
 }
 
+// SQLite's own word, in the one database that is meant: its ODBC driver names no database in its catalogue.
+KeyRows AskSqlite(Session &session, const QString &database, const QString &table)
+{
+    const auto literal = [](const QString &text) {
+        return u'\'' + lang::Replace(text, QStringLiteral("'"), QStringLiteral("''")) + u'\'';
+    };
+    const ExecuteResult result =
+        session.Execute(QStringLiteral("SELECT name FROM pragma_table_info(") + literal(table) +
+                        (database.isEmpty() ? QString() : QStringLiteral(", ") + literal(database)) +
+                        QStringLiteral(") WHERE pk > 0 ORDER BY pk"));
+    KeyRows key;
+    std::vector<ColumnStore> names;
+    names.emplace_back(adVarWChar);
+    while (result.Rows && result.Rows->Fetch(names, kMostRows) > 0) {
+    }
+    for (qint64 row = 0; row < names[0].Size(); ++row)
+        key.columns += names[0].Text(row);
+    key.tables += table;
+    return key;
+}
+
 qsizetype IndexOfAnyCase(const QStringList &names, const QString &name)
 {
     for (qsizetype i = 0; i < names.size(); ++i)
@@ -59,6 +81,8 @@ void MarkKey(Session &session, const QString &table, const QStringList &names, s
                 adSchemaPrimaryKeys, {noSchemas ? before : QString(), noSchemas ? QString() : before, parts.last()});
             if (rows)
                 key = Read(*rows);
+            if (rows && key.columns.isEmpty() && session.Family() == DatabaseFamily::SQLite)
+                key = AskSqlite(session, before, parts.last());
             return rows != nullptr;
         });
         if (!known)

@@ -13,7 +13,7 @@ RecordsetPtr Sample()
     const RecordsetPtr rows = Recordset::Create();
     rows->Fields().Append(QStringLiteral("Table_Name"), adVarWChar, 128);
     rows->Fields().Append(QStringLiteral("TABLE_TYPE"), adVarWChar, 32);
-    rows->Fields().Append(QStringLiteral("n"), adInteger);
+    rows->Fields().Append(QStringLiteral("n"), adBigInt);
     rows->Fields().Append(QStringLiteral("price"), adNumeric);
     rows->Fields().Append(QStringLiteral("day"), adDBDate);
     rows->Fields().Append(QStringLiteral("or der"), adBoolean);
