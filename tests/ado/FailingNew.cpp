@@ -29,6 +29,19 @@ void *operator new(std::size_t size)
     throw std::bad_alloc();
 }
 
+// The forms that raise nothing belong to the same deletes.
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept
+{
+    if (g_left >= 0 && g_left-- == 0)
+        return nullptr;
+    return std::malloc(size ? size : 1);
+}
+
+void operator delete(void *memory, const std::nothrow_t &) noexcept
+{
+    std::free(memory);
+}
+
 void operator delete(void *memory) noexcept
 {
     std::free(memory);
