@@ -99,7 +99,8 @@ public:
             Run("RELEASE brindlewick_batch");
         } catch (...) {
             sqlite3_reset(m_statement.handle);
-            sqlite3_exec(m_db, "ROLLBACK TO brindlewick_batch; RELEASE brindlewick_batch", nullptr, nullptr, nullptr);
+            Undo("ROLLBACK TO brindlewick_batch");
+            Undo("RELEASE brindlewick_batch");
             throw;
         }
         if (m_batch.Written)
@@ -114,6 +115,13 @@ private:
         const int code = sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr);
         if (code != SQLITE_OK)
             throw m_session.LastError(code);
+    }
+
+    // A cancel is repeated until the batch has ended, and must not stop what takes the batch back.
+    void Undo(const char *sql)
+    {
+        while ((sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr) & 0xFF) == SQLITE_INTERRUPT) {
+        }
     }
 
     bool NextBlock()

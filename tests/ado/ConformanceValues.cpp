@@ -221,11 +221,13 @@ TEST_P(Conformance, ABareNameOpensItsTable)
     if (Is(Server::Postgres)) {
         EXPECT_EQ(open("SHOW server_encoding")->CellText(0, 0), u"UTF8");
     }
-    ErrorFrom([&] { open("two words"); }); // letter by letter
-    ErrorFrom([&] { open("Two words "); });
-    ErrorFrom([&] { open("no_such_table"); });
-    ErrorFrom([&] { open("Two words", 1); }); // said to be a statement
-    if (Is(Server::Postgres)) {               // of two schemas, the one that a plain name reaches
+    for (const auto &[text, options] : {std::pair{"two words", -1}, // letter by letter
+                                        std::pair{"Two words ", -1}, std::pair{"no_such_table", -1},
+                                        std::pair{"Two words", 1}}) { // said to be a statement
+        SCOPED_TRACE(text);
+        ErrorFrom([&] { open(text, options); });
+    }
+    if (Is(Server::Postgres)) { // of two schemas, the one that a plain name reaches
         Run(QStringLiteral("CREATE TABLE pg_temp.%1 (a INTEGER, b INTEGER)").arg(Quoted(QStringLiteral("Two words"))));
         EXPECT_EQ(open("Two words")->ColumnCount(), 2);
         Run(QStringLiteral("SET search_path TO pg_catalog"));
