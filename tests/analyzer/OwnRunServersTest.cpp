@@ -152,10 +152,11 @@ TEST_P(OwnRunServers, ATransactionBegunByHandIsTheConnectionsAndEndsBetweenRuns)
 
 INSTANTIATE_TEST_SUITE_P(
     Over, OwnRunServers,
-    testing::Values(RunServer{"Postgres", "BRINDLEWICK_TEST_POSTGRES", "pg_sleep(%1)::text",
-                              "select 1 from pg_stat_activity where state = 'active' and datname = current_database() "
-                              "and pid <> pg_backend_pid() and query like '%update t set a%'"}, // behind a savepoint too
-                    RunServer{"MariaDb", "BRINDLEWICK_TEST_MARIADB", "sleep(%1)",
-                              "select 1 from information_schema.processlist where db = database() and info like "
-                              "'update t set a%'"}),
+    testing::Values(
+        RunServer{"Postgres", "BRINDLEWICK_TEST_POSTGRES", "pg_sleep(%1)::text",
+                  "select 1 from pg_stat_activity where state = 'active' and datname = current_database() "
+                  "and pid <> pg_backend_pid() and query like '%update t set a%'"}, // behind a savepoint too
+        RunServer{"MariaDb", "BRINDLEWICK_TEST_MARIADB", "sleep(%1)",
+                  "select 1 from information_schema.processlist where db = database() and info like "
+                  "'update t set a%'"}),
     [](const auto &info) { return std::string(info.param.name); });

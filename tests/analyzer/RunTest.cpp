@@ -89,7 +89,11 @@ TEST_F(Analyzer, TheSplitSharesTheWorkArea)
     window->SetText(QStringLiteral("select 1"));
     window->RunSQL();
     EXPECT_EQ(window->geometry(), QRect(0, 0, 780, 280));
-    EXPECT_EQ(Results().front()->geometry(), QRect(0, 280, 780, 280));
+    // Here it is a window of its own, and once its first events have come the platform puts it behind its frame.
+    const QRect below = Results().front()->geometry();
+    const int frame = below.left() - Results().front()->frameGeometry().left();
+    EXPECT_TRUE(below.left() == 0 || below.left() == frame) << below.left();
+    EXPECT_EQ(QRect(QPoint(0, below.top()), below.size()), QRect(0, 280, 780, 280));
     WaitForResults();
 }
 
