@@ -180,16 +180,13 @@ TEST_F(Hirarchy, StopCancelsTheStatementAndEscapeToo)
         window.ShowRec(Counting(2000000000), connection, QStringLiteral("long"));
         ASSERT_TRUE(
             QTest::qWaitFor([&] { return window.cmdStop->isVisible() && !window.lblRunning->text().isEmpty(); }));
-        QTest::qWait(300);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return connection->IsBusy(); }));
         EXPECT_TRUE(window.IsRunning());
-        QElapsedTimer clock;
-        clock.start();
         if (byKey)
             QTest::keyClick(window.mfgMessge, Qt::Key_Escape);
         else
             QTest::mouseClick(window.cmdStop, Qt::LeftButton);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !window.IsRunning() && window.Caption() == "long"; }, 5000));
-        EXPECT_LT(clock.elapsed(), 2000);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !window.IsRunning() && window.Caption() == "long"; }, 20000));
         EXPECT_TRUE(Log().last().startsWith("Error: "));
         EXPECT_TRUE(window.cmdStop->isHidden());
         ASSERT_TRUE(Run(QStringLiteral("select 7")));
@@ -200,12 +197,9 @@ TEST_F(Hirarchy, StopCancelsTheStatementAndEscapeToo)
 TEST_F(Hirarchy, ClosingCancelsAndNothingArrivesLate)
 {
     window.ShowRec(Counting(2000000000), connection, QStringLiteral("long"));
-    QTest::qWait(100);
-    window.close();
-    QElapsedTimer clock;
-    clock.start();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return connection->IsBusy(); }));
+    window.close(); // the statement takes many minutes by itself
     EXPECT_EQ(connection->Execute(QStringLiteral("select 5"))->CellText(0, 0), "5");
-    EXPECT_LT(clock.elapsed(), 3000);
     EXPECT_TRUE(QTest::qWaitFor([&] { return holder.isNull(); }));
 }
 
@@ -431,12 +425,16 @@ TEST_F(Hirarchy, PrintingRunsTheStatementAgainAndShowsTheReport)
 {
     ASSERT_TRUE(Run(QStringLiteral("select * from t")));
     QString pages;
-    QTimer::singleShot(400, [&] {
-        if (auto *report = qobject_cast<drReport *>(QApplication::activeModalWidget())) {
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [&] {
+        auto *report = qobject_cast<drReport *>(QApplication::activeModalWidget());
+        if (report && !report->lblPages->text().isEmpty()) {
+            look.stop();
             pages = report->lblPages->text();
             QTest::keyClick(report, Qt::Key_Escape);
         }
     });
+    look.start(5);
     window.mnuPrint();
     EXPECT_EQ(pages, "1 page");
 }

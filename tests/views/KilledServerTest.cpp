@@ -70,7 +70,7 @@ TEST_P(KilledServer, IsToldInTheWindowWhichServesTheNextConnection)
     window->KillOnError = false;
     window->show();
     window->ShowRec(QLatin1String(GetParam().rows), m_connection, QStringLiteral("SQL Result: doomed"));
-    QTest::qWait(200);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_connection->IsBusy(); }));
     ASSERT_TRUE(window->IsRunning());
     EXPECT_FALSE(window->cmdStop->isHidden());
     ASSERT_EQ(QProcess::execute(m_script, {QStringLiteral("kill"), m_servers}), 0);
