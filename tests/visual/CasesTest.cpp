@@ -68,7 +68,7 @@ TEST_P(VisualCases, Agree)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, VisualCases, testing::ValuesIn(AllRunners()),
-                         [](const auto &info) { return std::string(info.param.op); });
+                         [](const auto &row) { return std::string(row.param.op); });
 
 TEST(VisualCasesList, NamesEveryOperationOfTheFileOnce)
 {
