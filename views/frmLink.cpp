@@ -47,8 +47,10 @@ void FillSide(FlexGrid *grid, const std::vector<LinkRow> &links)
         grid->SetTextMatrix(row, 1, link.OtherColumn);
         grid->SetTextMatrix(row, 2, link.OwnColumn);
     }
-    if (grid->Rows() >= 2)
+    if (grid->Rows() >= 2) {
         grid->SetFixedRows(1);
+        grid->Select(1, 0, 1, 0);
+    }
 }
 
 } // namespace
@@ -65,7 +67,7 @@ frmLink::frmLink(QWidget *parent) : ChildWindow(parent)
         NewGrid("mfgFK", QStringLiteral("Tables that refer to this one"),
                 {QStringLiteral("Foreign Table"), QStringLiteral("Foreign Column"), QStringLiteral("Primary Column")});
     BuildLegend();
-    resize(860, 460);
+    resize(1040, 460);
     setFocusProxy(mfg);
     ApplySkin(this);
     LayOut();
@@ -159,8 +161,10 @@ void frmLink::Fill(const QString &table, const LinkRows &links, const QStringLis
         mfg->AddItem(QString());
         mfg->SetTextMatrix(mfg->Rows() - 1, 0, field);
     }
-    if (mfg->Rows() >= 2)
+    if (mfg->Rows() >= 2) {
         mfg->SetFixedRows(1);
+        mfg->Select(1, 0, 1, 0);
+    }
     GrowForRows();
     LayOut();
 }
