@@ -10,7 +10,7 @@ namespace {
 
 [[noreturn]] void NoBaseTable()
 {
-    throw Error(adErrProviderFailed, QStringLiteral("Insufficient base table information for updating or refreshing."));
+    throw Error(Fault::NoBaseTable);
 }
 
 bool SameName(const QString &left, const QString &right, DatabaseFamily family)

@@ -164,8 +164,7 @@ private:
             conditions += condition.replace(QStringLiteral("%1"), Name(i)); // no arg(): a name may hold a "%1" too
         }
         if (conditions.isEmpty()) // every row would be met
-            throw Error(adErrProviderFailed,
-                        QStringLiteral("Insufficient key column information for updating or refreshing."));
+            throw Error(Fault::NoKey);
         m_text.Sql += QStringLiteral(" WHERE ") + conditions.join(QStringLiteral(" AND "));
     }
 

@@ -115,7 +115,7 @@ void Recordset::Open()
     if (m->state != adStateClosed)
         RaiseOpen();
     if (m->infos.empty())
-        throw Error(adErrInvalidArgument, QStringLiteral("A recordset without a source needs fields."));
+        throw Error(Fault::NoFields);
     for (const ColumnInfo &column : m->infos)
         m->stores.emplace_back(column.Type);
     m->lockType = adLockOptimistic;
@@ -251,9 +251,7 @@ void Recordset::SetAbsolutePosition(qint64 position)
     m->NeedOpen();
     Update();
     if (position < 1 || position > m->Count())
-        throw Error(adErrInvalidArgument,
-                    QStringLiteral("Arguments are of the wrong type, are out of acceptable range, "
-                                   "or are in conflict with one another."));
+        throw Error(Fault::InvalidArgument);
     m->currentGone = false;
     m->position = position - 1;
 }

@@ -39,8 +39,7 @@ Value Fitting(const Value &value, const ColumnInfo &column)
 
 Error NoWayToTheRow()
 {
-    return Error(adErrProviderFailed,
-                 QStringLiteral("Insufficient key column information for updating or refreshing."));
+    return Error(Fault::NoKey);
 }
 
 } // namespace

@@ -165,36 +165,13 @@ bool IsOneStatement(DatabaseFamily family, const QString &sql)
 void RaiseUnlessOneStatement(DatabaseFamily family, const QString &sql)
 {
     if (!IsOneStatement(family, sql))
-        throw Error(adErrProviderFailed, QStringLiteral("The text holds more than one statement."),
-                    QStringLiteral("42000"));
+        throw Error(Fault::SeveralStatements);
 }
 
 ExecuteResult Session::ExecuteOne(const QString &sql)
 {
     RaiseUnlessOneStatement(Family(), sql);
     return Execute(sql);
-}
-
-Error RowConflict()
-{
-    return Error(adErrRowConflict,
-                 QStringLiteral("Row cannot be located for updating. Some values may have been changed since it was "
-                                "last read."));
-}
-
-Error TooManyRows()
-{
-    return Error(adErrProviderFailed,
-                 QStringLiteral("Key column information is insufficient or incorrect. Too many rows were affected by "
-                                "update."),
-                 QStringLiteral("21000"));
-}
-
-Error WrongValue()
-{
-    return Error(adErrDataConversion,
-                 QStringLiteral("Application uses a value of the wrong type for the current operation."),
-                 QStringLiteral("22018"));
 }
 
 } // namespace ADODB

@@ -24,13 +24,4 @@ bool IsOneStatement(DatabaseFamily family, const QString &sql);
 // Raises what is told of any other text.
 void RaiseUnlessOneStatement(DatabaseFamily family, const QString &sql);
 
-// What a run that met none is: adErrRowConflict, since somebody else was faster.
-Error RowConflict();
-
-// What a run that met several is, when it has been taken back.
-Error TooManyRows();
-
-// What a value is that no column of this database can hold.
-Error WrongValue();
-
 } // namespace ADODB

@@ -36,12 +36,11 @@ SyntaxCheck::SyntaxCheck(ADODB::ConnectionPtr connection)
 template <class Work> void SyntaxCheck::Step(bool stoppable, const Work &work)
 {
     if (!m_connection)
-        throw ADODB::Error(ADODB::adErrObjectClosed,
-                           QStringLiteral("Operation is not allowed when the object is closed."));
+        throw ADODB::Error(ADODB::Fault::ObjectClosed);
     {
         const std::scoped_lock held(m_lock);
         if (stoppable && m_cancelled)
-            throw ADODB::Error(ADODB::adErrOperationCancelled, QStringLiteral("Operation has been cancelled."));
+            throw ADODB::Error(ADODB::Fault::Cancelled);
         m_stoppable = stoppable;
         m_claim = ADODB::Claim::OfThisThread(*m_connection);
     }

@@ -113,7 +113,7 @@ void Link::ReadTraits()
 Handle Link::NewStatement()
 {
     if (!m_connection)
-        throw Error(adErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
+        throw Error(Fault::ObjectClosed);
     return Handle(SQL_HANDLE_STMT, m_connection.Get(), SQL_HANDLE_DBC);
 }
 
@@ -137,8 +137,10 @@ Error Link::Judge(Error error)
     if (!m_cancelled)
         return error;
     m_cancelled = false;
-    return Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."), error.SQLState,
-                 error.NativeError);
+    Error cancelled(Fault::Cancelled);
+    cancelled.SQLState = error.SQLState;
+    cancelled.NativeError = error.NativeError;
+    return cancelled;
 }
 
 Error Link::Failure(const Handle &statement, const char *function)
@@ -161,7 +163,7 @@ void Link::Cancel() noexcept
 void Link::RaiseIfCancelled() const
 {
     if (m_cancelled)
-        throw Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."));
+        throw Error(Fault::Cancelled);
 }
 
 Link::Running::Running(Link &link, const Handle &statement, bool isFetch) : m_link(link)

@@ -123,9 +123,9 @@ void BatchRun::RunOne(qint64 row)
 {
     BatchStatement::Outcome outcome = m_statement.RunRow(m_columns, row);
     if (m_mustMeetRows && outcome.Met() == 0)
-        throw RowConflict();
+        throw Error(Fault::RowConflict);
     if (m_mustMeetRows && outcome.Met() > 1)
-        throw TooManyRows();
+        throw Error(Fault::TooManyRows);
     if (!m_batch.Ask.isEmpty())
         if (std::optional<BatchStatement::Values> made = m_statement.FirstRowOf(m_batch.Ask.toUtf8()))
             outcome.Returned = {std::move(*made)};
@@ -148,7 +148,8 @@ bool BatchRun::ByRows()
             if (!m_shield.GoesOnAfter(error))
                 throw;
             // Several met; or the server has given the transaction up, or waits for its end.
-            if (error.SQLState == TooManyRows().SQLState || error.SQLState == u"25P02" || error.SQLState == u"40001") {
+            if (error.Name == Fault::TooManyRows || error.SQLState == SqlState::kFailedTransaction ||
+                error.SQLState == SqlState::kGivenUp) {
                 m_shield.TakeBack();
                 return false;
             }

@@ -42,10 +42,10 @@ template <class Function> QStringList Listed(const char *name, Function function
 
 Error NotInstalled(const QString &driver, const QString &words = {})
 {
-    QString text = QStringLiteral("The driver \"%1\" is not installed.").arg(driver);
+    Error error(Fault::DriverMissing, {driver});
     if (!words.isEmpty())
-        text += QStringLiteral("\r\n") + words;
-    return Error(adErrProviderNotFound, text, QStringLiteral("IM002"));
+        error.Description += QStringLiteral("\r\n") + words;
+    return error;
 }
 
 void RaiseIfNotInstalled(const QString &driver)

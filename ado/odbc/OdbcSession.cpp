@@ -53,8 +53,7 @@ void OdbcSession::Run(const Handle &statement, const QByteArray &sql)
     const SQLRETURN result =
         ODBC_TRY(SQLExecDirect, statement.Get(), reinterpret_cast<SQLCHAR *>(text.data()), SQLINTEGER(text.size()));
     if (result == SQL_NEED_DATA)
-        throw Error(adErrProviderFailed,
-                    QStringLiteral("The statement has parameters, and there are no values for them."));
+        throw Error(Fault::NoValues);
     if (result != SQL_NO_DATA && !SQL_SUCCEEDED(result))
         throw m_link->Failure(statement, "SQLExecDirect");
 }

@@ -44,7 +44,8 @@ bool OdbcSession::HasTypedTransaction()
         if (!m_link->IsAlive())
             throw;
         // 25P02: in a transaction that has failed and waits for its end. Other refusals tell nothing.
-        return error.SQLState == u"25P02" || error.Description.contains(QLatin1String("within a transaction"));
+        return error.SQLState == SqlState::kFailedTransaction ||
+               error.Description.contains(QLatin1String("within a transaction"));
     }
 }
 
@@ -59,10 +60,9 @@ void OdbcSession::SetAutocommit(bool on)
 void OdbcSession::Begin()
 {
     if (m_inTransaction)
-        throw Error(adErrNestedTransaction, QStringLiteral("Only one transaction can be open on a connection."));
+        throw Error(Fault::NestedTransaction);
     if (HasTypedTransaction()) // a commit or rollback of ours would end the user's own
-        throw Error(adErrNestedTransaction,
-                    QStringLiteral("A transaction that a statement began is still open on this connection."));
+        throw Error(Fault::TypedTransaction);
     SetAutocommit(false);
     m_inTransaction = true;
 }
@@ -70,7 +70,7 @@ void OdbcSession::Begin()
 void OdbcSession::End(SQLSMALLINT how)
 {
     if (!m_inTransaction)
-        throw Error(adErrNoTransaction, QStringLiteral("No transaction is open on this connection."));
+        throw Error(Fault::NoTransaction);
     const SQLHANDLE connection = m_link->Connection().Get();
     const SQLRETURN result = ODBC_TRY(SQLEndTran, SQLSMALLINT(SQL_HANDLE_DBC), connection, how);
     if (!SQL_SUCCEEDED(result)) {

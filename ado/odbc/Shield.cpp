@@ -35,7 +35,7 @@ bool Shield::GoesOnAfter(const Error &error) const
 
 bool Shield::LosesTransaction(const Error &error) const
 {
-    return m_nested && m_link.Of().Family == DatabaseFamily::MySQL && error.SQLState == u"40001";
+    return m_nested && m_link.Of().Family == DatabaseFamily::MySQL && error.SQLState == SqlState::kGivenUp;
 }
 
 void Shield::Run(const char *sql)

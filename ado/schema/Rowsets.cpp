@@ -135,8 +135,7 @@ int RowsetIndex(const Rowset &rowset, QStringView column)
 
 void RaiseNotCapable()
 {
-    throw Error(adErrFeatureNotAvailable,
-                QStringLiteral("Object or provider is not capable of performing requested operation."));
+    throw Error(Fault::NotCapable);
 }
 
 } // namespace ADODB

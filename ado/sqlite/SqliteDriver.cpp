@@ -16,8 +16,7 @@ public:
         const std::vector<Attribute> attributes = ParseConnectionString(connectionString);
         const QString file = AttributeValue(attributes, QStringLiteral("Database"));
         if (file.isEmpty())
-            throw Error(adErrProviderFailed, QStringLiteral("The connection string names no database file."),
-                        QStringLiteral("HY000"));
+            throw Error(Fault::NoFileNamed);
         const auto says = [&](const char *key, const char *word) {
             return AttributeValue(attributes, QString::fromLatin1(key))
                        .compare(QLatin1String(word), Qt::CaseInsensitive) == 0;
