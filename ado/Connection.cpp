@@ -1,6 +1,7 @@
 #include "ado/ConnectionBody.h"
 
 #include "ado/ConnectionString.h"
+#include "ado/DriverList.h"
 #include "ado/Guard.h"
 #include "ado/Handlers.h"
 #include "ado/MemoryGuard.h"
@@ -98,7 +99,7 @@ void Connection::Open(const QString &connectionString, const QString &user, cons
         const QString drivers = OdbcString(ConnectionString());
         std::unique_ptr<Session> session;
         QHash<QString, QVariant> properties;
-        DatabaseFamily family = DatabaseFamily::Other;
+        const ADODB::Family *family = nullptr;
         m->thread->Run([&] {
             AsErrors([&] {
                 session =
@@ -111,7 +112,7 @@ void Connection::Open(const QString &connectionString, const QString &user, cons
                 {QStringLiteral("identifier quote"), session->IdentifierQuote()},
                 {CatalogueName(), session->DatabaseName()},
             };
-            family = session->Family();
+            family = &session->Family();
         });
         const std::lock_guard noCancel(m->cancelLock);
         m->session.swap(session); // a former one whose server is gone ends below
@@ -264,10 +265,10 @@ void Connection::SetProperty(const QString &name, const QVariant &value)
     m->properties.insert(name.toLower(), value);
 }
 
-DatabaseFamily Connection::Family() const
+const ADODB::Family &Connection::Family() const
 {
     const std::lock_guard guard(m->lock);
-    return m->family;
+    return *m->family;
 }
 
 } // namespace ADODB

@@ -1,5 +1,6 @@
 #include "analyzer/SyntaxCheck.h"
 
+#include "ado/family/Family.h"
 #include "controls/Attempt.h"
 #include "data/modMain.h"
 #include "lang/Text.h"
@@ -93,11 +94,11 @@ QString SyntaxCheck::Entry(const QString &words, const QString &statement) const
            statement + QStringLiteral("\\par \\par");
 }
 
-// PostgreSQL gives up a whole transaction at the first statement that fails, and each way begins with one that fails
-// there: what the user has done in a transaction of his own would be gone.
+// Each way begins with a statement that may fail. Where that gives up the whole transaction, what the user has done in
+// one of his own would be gone.
 bool SyntaxCheck::WouldLoseWork() const
 {
-    return m_connection && m_connection->Family() == ADODB::DatabaseFamily::PostgreSQL && m_connection->InTransaction();
+    return m_connection && m_connection->Family().Transactions.FailureEndsAll && m_connection->InTransaction();
 }
 
 QString SyntaxCheck::CheckOne(const QString &runText, const QString &statement)

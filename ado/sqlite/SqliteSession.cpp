@@ -1,4 +1,5 @@
 #include "ado/sqlite/SqliteSession.h"
+#include "ado/family/Family.h"
 #include "lang/Text.h"
 
 #include "ado/sqlite/SqliteResult.h"
@@ -224,9 +225,9 @@ std::unique_ptr<ResultSet> SqliteSession::Catalogue(SchemaEnum schema, const QSt
         .Rows;
 }
 
-DatabaseFamily SqliteSession::Family() const
+const ADODB::Family &SqliteSession::Family() const
 {
-    return DatabaseFamily::SQLite;
+    return FamilyOf(DatabaseFamily::SQLite);
 }
 
 QString SqliteSession::ProductName() const
