@@ -12,8 +12,7 @@ namespace {
 
 Error OutOfMemory()
 {
-    return Error(ADODB::adErrOutOfMemory, QStringLiteral("The result is too large for the memory."),
-                 QStringLiteral("HY001"));
+    return Error(ADODB::Fault::ResultTooLarge);
 }
 
 } // namespace

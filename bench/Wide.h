@@ -4,6 +4,7 @@
 
 #include "ado/Connection.h"
 #include "ado/Recordset.h"
+#include "ado/family/Family.h"
 #include "bench/Figures.h"
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -70,7 +71,7 @@ private:
                 Connection->Execute(QStringLiteral("CREATE VIEW v%1 AS SELECT id, up, column_3 FROM t%1").arg(table));
         }
         Connection->CommitTrans();
-        if (Connection->Family() == ADODB::DatabaseFamily::SQLite)
+        if (Connection->Family().Id == ADODB::DatabaseFamily::SQLite)
             Connection->Execute(QStringLiteral("ANALYZE"));
     }
     QTemporaryDir m_folder;

@@ -35,7 +35,7 @@ int Bind(sqlite3_stmt *statement, int index, const ColumnStore &column, qint64 r
         return sqlite3_bind_int64(statement, index, *number);
     if (const double *real = value.As<double>()) {
         if (std::isnan(*real)) // the library would store a null instead
-            throw WrongValue();
+            throw Error(Fault::WrongValue);
         return sqlite3_bind_double(statement, index, *real);
     }
     if (const QByteArray *data = value.As<QByteArray>())
@@ -149,10 +149,10 @@ private:
                 if (!rowByRow)
                     return m_batch.ByKey; // which cannot be
                 Run("ROLLBACK TO brindlewick_row");
-                m_refused.emplace_back(row, TooManyRows());
+                m_refused.emplace_back(row, Error(Fault::TooManyRows));
                 met = kRefused;
             } else if (m_mustMeetRows && met == 0) {
-                m_refused.emplace_back(row, RowConflict());
+                m_refused.emplace_back(row, Error(Fault::RowConflict));
             }
             if (rowByRow)
                 Run("RELEASE brindlewick_row");

@@ -110,9 +110,9 @@ TEST_P(ConformanceOfOneRow, ARowIdThatWasGivenAgainIsAConflict)
 TEST_P(ConformanceOfOneRow, RowsThatDifferInTextOrBytesAloneAreTwoRows)
 {
     Run(QStringLiteral("CREATE TABLE e (v VARCHAR(20), l %1, b %2)")
-            .arg(Pick({"TEXT", "TEXT", "LONGTEXT"}), Pick({"BLOB", "BYTEA", "LONGBLOB"})));
-    const QString one = Is(Server::Postgres) ? QStringLiteral("'\\x01'") : QStringLiteral("x'01'");
-    const QString two = Is(Server::Postgres) ? QStringLiteral("'\\x02'") : QStringLiteral("x'02'");
+            .arg(QLatin1String(Expects().LongText), QLatin1String(Expects().Blob)));
+    const QString one = Bytes(QStringLiteral("01"));
+    const QString two = Bytes(QStringLiteral("02"));
     Run(QStringLiteral("INSERT INTO e VALUES ('x', 'long', %1), ('X', 'long', %1), ('x ', 'long', %1), "
                        "('x', 'Long', %1), ('x', 'long', %2), ('x', NULL, NULL), ('x', '', NULL)")
             .arg(one, two));
@@ -131,7 +131,7 @@ TEST_P(ConformanceOfOneRow, RowsThatDifferInTextOrBytesAloneAreTwoRows)
 // A table of one text column could not be edited.
 TEST_P(ConformanceOfOneRow, ATableOfOneLongTextCanBeEdited)
 {
-    Run(QStringLiteral("CREATE TABLE e (l %1)").arg(Pick({"TEXT", "TEXT", "LONGTEXT"})));
+    Run(QStringLiteral("CREATE TABLE e (l %1)").arg(QLatin1String(Expects().LongText)));
     const QString text = QString(100'000, u'ä') + QStringLiteral("'\"\\ 🎉");
     const RecordsetPtr rows = Open(QStringLiteral("SELECT * FROM e"));
     rows->AddNew();
@@ -330,7 +330,7 @@ TEST_P(ConformanceOfOneRow, AnAliasChoosesNoColumn)
     Run(QStringLiteral("CREATE TABLE e (id INTEGER NOT NULL PRIMARY KEY, t VARCHAR(20), u VARCHAR(20))"));
     Run(QStringLiteral("INSERT INTO e VALUES (1, 'tee', 'you')"));
     const RecordsetPtr rows = Open(QStringLiteral("SELECT id, upper(t) AS t, t AS u, u AS \"x\" FROM e")
-                                       .replace(u'"', Is(Server::MariaDb) ? u'`' : u'"'));
+                                       .replace(u'"', QLatin1String(Expects().Quote)));
     EXPECT_EQ(ErrorFrom([&] { rows->Fields()[1].SetValue(QStringLiteral("no")); }).Number, adErrFeatureNotAvailable);
     EXPECT_EQ(rows->EditMode(), adEditNone);
     Set(rows, 1, 2, QStringLiteral("new t"));

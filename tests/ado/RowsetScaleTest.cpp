@@ -29,7 +29,7 @@ public:
         ADD_FAILURE() << "the driver's own function for rowset " << schema;
         return nullptr;
     }
-    DatabaseFamily Family() const override { return m_real.Family(); }
+    const ADODB::Family &Family() const override { return m_real.Family(); }
     QString ProductName() const override { return m_real.ProductName(); }
     QString ProductVersion() const override { return m_real.ProductVersion(); }
     QString IdentifierQuote() const override { return m_real.IdentifierQuote(); }

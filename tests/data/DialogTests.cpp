@@ -151,6 +151,7 @@ TEST_F(DialogTest, ThePromptFillsTheConnectionString)
 TEST_F(DialogTest, ConnectionPartsMakeStrings)
 {
     ConnectionParts parts;
+    parts.name = "SQLite";
     EXPECT_EQ(parts.ToString(), "Driver=SQLite");
     parts.database = "/a;b/x.db";
     EXPECT_EQ(parts.ToString(), "Driver=SQLite;Database={/a;b/x.db}");
