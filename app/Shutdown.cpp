@@ -26,6 +26,7 @@ void mdiMother::SaveAll()
 {
     for (ChildWindow *child : Children())
         Attempt([&] { child->SaveState(); });
+    Attempt([&] { Area->RememberPlaces(); }); // at the way out each child does so when it closes
     SaveSettings();
 }
 
