@@ -176,8 +176,10 @@ private:
         while (code == SQLITE_OK || code == SQLITE_ROW) {
             code = sqlite3_step(m_statement.handle);
             if (code == SQLITE_ROW && m_batch.Made) {
+                const int columns = sqlite3_column_count(m_statement.handle);
                 std::vector<Value> values;
-                for (int i = 0; i < sqlite3_column_count(m_statement.handle); ++i)
+                values.reserve(size_t(columns));
+                for (int i = 0; i < columns; ++i)
                     values.push_back(Cell(m_statement.handle, i));
                 m_made.emplace_back(row, std::move(values));
             }

@@ -297,4 +297,4 @@ INSTANTIATE_TEST_SUITE_P(Databases, ExplainOn,
                          testing::Values(Database{"SQLite", nullptr, "SCAN planned"},
                                          Database{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "Seq Scan [planned]"},
                                          Database{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "planned [ALL]"}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &server) { return std::string(server.param.name); });

@@ -232,7 +232,7 @@ INSTANTIATE_TEST_SUITE_P(Databases, Links,
                          testing::Values(Database{"SQLite", nullptr},
                                          Database{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES"},
                                          Database{"MariaDB", "BRINDLEWICK_TEST_MARIADB"}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &server) { return std::string(server.param.name); });
 
 TEST(LinkWithoutKeys, AServerWithoutTheRowsetLeavesTheGridsAndSaysWhy)
 {

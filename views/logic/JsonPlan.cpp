@@ -32,7 +32,7 @@ double Cost(const QJsonObject &plan)
 double OwnCost(const QJsonObject &plan)
 {
     double own = Cost(plan);
-    for (const QJsonValue &below : plan[u"Plans"].toArray())
+    for (const QJsonValue below : plan[u"Plans"].toArray())
         own -= Cost(below.toObject());
     return std::max(own, 0.0);
 }
