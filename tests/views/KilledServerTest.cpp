@@ -102,6 +102,6 @@ INSTANTIATE_TEST_SUITE_P(Servers, KilledServer,
                          testing::Values(Server{"postgres",
                                                 "SELECT n, repeat('x', 500) AS s FROM generate_series(1, 3000000) n"},
                                          Server{"mariadb", "SELECT seq, repeat('x', 500) AS s FROM seq_1_to_3000000"}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &server) { return std::string(server.param.name); });
 
 } // namespace
