@@ -82,11 +82,11 @@ Answer Ask(const ConnectionPtr &connection, const ConnectionPtr &own, const QStr
     }
     const QString question = FamilyPlanQuestion(connection->Family(), statement);
     if (question.isEmpty())
-        throw ADODB::Error(ADODB::adErrFeatureNotAvailable, QStringLiteral("The server tells no plan."));
+        throw ADODB::Error(ADODB::Fault::NotCapable);
     return {PlanForm::Family, connection->Execute(question, nullptr, ADODB::adOneStatement)};
 }
 
-void Show(frmExecutionPlan *window, const Answer &answer, ADODB::DatabaseFamily family)
+void Show(frmExecutionPlan *window, const Answer &answer, const ADODB::Family &family)
 {
     bool shown = false;
     switch (answer.Form) {

@@ -102,7 +102,7 @@ void frmExecutionPlan::ExplainOracle(const ADODB::RecordsetPtr &Rec, bool &Resul
     });
 }
 
-void frmExecutionPlan::ExplainFamily(ADODB::DatabaseFamily family, const ADODB::RecordsetPtr &Rec, bool &Result)
+void frmExecutionPlan::ExplainFamily(const ADODB::Family &family, const ADODB::RecordsetPtr &Rec, bool &Result)
 {
     Explain(Rec, Result, [&](PlanNodes &nodes) { return ReadFamilyPlan(family, Rec, nodes); });
 }

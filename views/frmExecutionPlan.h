@@ -6,6 +6,7 @@
 // of views/logic say: those are caught here, and the raw rows show beside the tree as it stood.
 
 #include "ado/Recordset.h"
+#include "ado/family/Family.h"
 #include "frame/ChildWindow.h"
 #include "views/logic/PlanText.h"
 
@@ -30,7 +31,7 @@ public:
     void ExplainOracle(const ADODB::RecordsetPtr &Rec, bool &Result);
     void ExplainAsIs(const ADODB::RecordsetPtr &Rec, bool &Result);
     // The answer of a server that is asked in its own words.
-    void ExplainFamily(ADODB::DatabaseFamily family, const ADODB::RecordsetPtr &Rec, bool &Result);
+    void ExplainFamily(const ADODB::Family &family, const ADODB::RecordsetPtr &Rec, bool &Result);
 
     void mnuCopy() override; // the tree as text, a line each node, or the grid's block when the focus is there
 

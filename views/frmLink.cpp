@@ -129,7 +129,7 @@ void frmLink::Load(const LinkTarget &target)
         return;
     const ADODB::ConnectionPtr connection = gConn;
     LinkTarget asked = target;
-    asked.Family = connection->Family();
+    asked.Family = &connection->Family();
     const QPointer<frmLink> alive(this); // events are processed meanwhile
     const auto read = std::make_shared<Read>();
     QString why;

@@ -217,7 +217,7 @@ TEST(FamilyPlan, TablesOfOneSelectStandUnderItAlsoWhereAnotherComesBetween)
     add({"1", "PRIMARY", "c", "eq_ref", "PRIMARY", "1", ""});
     add({{}, "UNION RESULT", "<union1,2>", "ALL", {}, {}, ""});
     PlanNodes nodes;
-    EXPECT_EQ(ReadFamilyPlan(DatabaseFamily::MySQL, answer, nodes), answer);
+    EXPECT_EQ(ReadFamilyPlan(FamilyOf(DatabaseFamily::MySQL), answer, nodes), answer);
     EXPECT_EQ(Texts(nodes),
               (QStringList{"PRIMARY 1", "a [ALL]   Rows(100)   Using where", "DERIVED 2", "b [ref]   Key(k)   Rows(3)",
                            "c [eq_ref]   Key(PRIMARY)   Rows(1)", "UNION RESULT", "<union1,2> [ALL]"}));
@@ -228,7 +228,8 @@ TEST(FamilyPlan, TablesOfOneSelectStandUnderItAlsoWhereAnotherComesBetween)
 
 TEST(FamilyPlan, OthersAreNotAsked)
 {
-    EXPECT_EQ(FamilyPlanQuestion(DatabaseFamily::Oracle, QStringLiteral("select 1")), "");
-    EXPECT_EQ(FamilyPlanQuestion(DatabaseFamily::Other, QStringLiteral("select 1")), "");
-    EXPECT_EQ(FamilyPlanQuestion(DatabaseFamily::SQLite, QStringLiteral(" select 1")), "EXPLAIN QUERY PLAN select 1");
+    EXPECT_EQ(FamilyPlanQuestion(FamilyOf(DatabaseFamily::Oracle), QStringLiteral("select 1")), "");
+    EXPECT_EQ(FamilyPlanQuestion(FamilyOf(DatabaseFamily::Other), QStringLiteral("select 1")), "");
+    EXPECT_EQ(FamilyPlanQuestion(FamilyOf(DatabaseFamily::SQLite), QStringLiteral(" select 1")),
+              "EXPLAIN QUERY PLAN select 1");
 }

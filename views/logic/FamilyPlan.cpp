@@ -2,7 +2,6 @@
 
 #include "views/logic/JsonPlan.h"
 
-using ADODB::DatabaseFamily;
 using ADODB::RecordsetPtr;
 
 namespace {
@@ -63,41 +62,28 @@ RecordsetPtr ReadTableRows(const RecordsetPtr &answer, PlanNodes &nodes)
     return answer;
 }
 
-struct Way
-{
-    DatabaseFamily family;
-    const char *question; // what stands in front of the statement
-    RecordsetPtr (*read)(const RecordsetPtr &answer, PlanNodes &nodes);
-};
-
-constexpr Way kWays[] = {
-    {DatabaseFamily::SQLite, "EXPLAIN QUERY PLAN ", ReadStepRows},
-    {DatabaseFamily::PostgreSQL, "EXPLAIN (FORMAT JSON) ", ReadJsonPlan},
-    {DatabaseFamily::MySQL, "EXPLAIN ", ReadTableRows},
-};
-
-const Way *WayOf(DatabaseFamily family)
-{
-    for (const Way &way : kWays)
-        if (way.family == family)
-            return &way;
-    return nullptr;
-}
-
 } // namespace
 
-QString FamilyPlanQuestion(DatabaseFamily family, const QString &sql)
+QString FamilyPlanQuestion(const ADODB::Family &family, const QString &sql)
 {
-    const Way *const way = WayOf(family);
-    return way ? QLatin1String(way->question) + sql.trimmed() : QString();
+    return family.Plans.Question ? QLatin1String(family.Plans.Question) + sql.trimmed() : QString();
 }
 
-RecordsetPtr ReadFamilyPlan(DatabaseFamily family, const RecordsetPtr &answer, PlanNodes &nodes)
+RecordsetPtr ReadFamilyPlan(const ADODB::Family &family, const RecordsetPtr &answer, PlanNodes &nodes)
 {
-    const Way *const way = WayOf(family);
-    if (!way || answer->State() == ADODB::adStateClosed)
-        throw ADODB::Error(ADODB::adErrFeatureNotAvailable, QStringLiteral("The server tells no plan."));
+    if (answer->State() == ADODB::adStateClosed)
+        throw ADODB::Error(ADODB::Fault::NotCapable);
     if (!answer->Bof())
         answer->MoveFirst();
-    return way->read(answer, nodes);
+    switch (family.Plans.Answer) {
+    case ADODB::PlanAnswer::Steps:
+        return ReadStepRows(answer, nodes);
+    case ADODB::PlanAnswer::Tables:
+        return ReadTableRows(answer, nodes);
+    case ADODB::PlanAnswer::Json:
+        return ReadJsonPlan(answer, nodes);
+    case ADODB::PlanAnswer::None:
+        break;
+    }
+    throw ADODB::Error(ADODB::Fault::NotCapable);
 }

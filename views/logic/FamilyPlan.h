@@ -7,11 +7,12 @@
 // nodes below it, in percent of the whole. Any thread; ReadFamilyPlan raises ADODB::Error for an answer of another
 // form.
 
+#include "ado/family/Family.h"
 #include "views/logic/PlanText.h"
 
 // "" where no way of the family is known.
-QString FamilyPlanQuestion(ADODB::DatabaseFamily family, const QString &sql);
+QString FamilyPlanQuestion(const ADODB::Family &family, const QString &sql);
 
 // Appends the nodes; what was read before an error stays. Gives the rows for the grid: the answer itself, or where that
 // is one long text, a row for each node.
-ADODB::RecordsetPtr ReadFamilyPlan(ADODB::DatabaseFamily family, const ADODB::RecordsetPtr &answer, PlanNodes &nodes);
+ADODB::RecordsetPtr ReadFamilyPlan(const ADODB::Family &family, const ADODB::RecordsetPtr &answer, PlanNodes &nodes);

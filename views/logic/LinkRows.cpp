@@ -39,8 +39,7 @@ bool IsTarget(const ADODB::ObjectName &name, const LinkTarget &target)
 {
     if (!target.IsPicked)
         return name.Name.compare(target.Table.Name, Qt::CaseInsensitive) == 0;
-    const QString quoted = ADODB::InQuotes(target.Family, QStringLiteral("\""), target.Table.Name);
-    return ADODB::ReadsAs(target.Family, quoted, name.Name) && SamePlace(name.Schema, target.Table.Schema) &&
+    return target.Family->SameName(target.Table.Name, name.Name) && SamePlace(name.Schema, target.Table.Schema) &&
            SamePlace(name.Catalog, target.Table.Catalog);
 }
 

@@ -7,6 +7,7 @@
 
 #include "ado/ObjectName.h"
 #include "ado/Recordset.h"
+#include "ado/family/Family.h"
 #include <QStringList>
 #include <vector>
 
@@ -31,7 +32,7 @@ struct LinkTarget
 {
     ADODB::ObjectName Table;
     bool IsPicked = false;
-    ADODB::DatabaseFamily Family = ADODB::DatabaseFamily::Other;
+    const ADODB::Family *Family = &ADODB::NoFamily();
 };
 
 LinkRows ReadLinks(const ADODB::Recordset &keys, const LinkTarget &target);

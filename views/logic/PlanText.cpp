@@ -26,7 +26,7 @@ QString Rounded(const Value &cell)
         bool isNumber = false;
         const double number = text->toDouble(&isNumber);
         if (!isNumber)
-            throw Error(ADODB::adErrInvalidArgument, QStringLiteral("Type mismatch"));
+            throw Error(ADODB::Fault::WrongValue);
         return Value(lang::Round(number, 2)).ToText();
     }
     return Value(lang::Round(cell.ToDouble(), 2)).ToText();
@@ -61,11 +61,11 @@ template <class Compose> void ReadPlan(ADODB::Recordset &rows, PlanNodes &nodes,
 void PlanNodes::Add(PlanNode node)
 {
     if (m_byKey.contains(node.Key))
-        throw Error(ADODB::adErrInvalidArgument, QStringLiteral("Key is not unique in collection"));
+        throw Error(ADODB::Fault::ItemExists);
     if (!node.Parent.isEmpty()) {
         const auto above = m_byKey.constFind(node.Parent);
         if (above == m_byKey.constEnd())
-            throw Error(ADODB::adErrItemNotFound, QStringLiteral("Element not found"));
+            throw Error(ADODB::Fault::ItemNotFound);
         m_nodes[above.value()].Expanded = true;
     }
     m_byKey.insert(node.Key, m_nodes.size());
