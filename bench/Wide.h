@@ -5,6 +5,7 @@
 #include "ado/Connection.h"
 #include "ado/Recordset.h"
 #include "ado/family/Family.h"
+#include "bench/Figures.h"
 #include <QCoreApplication>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -12,7 +13,8 @@
 
 namespace bench {
 
-constexpr int kTables = 2000, kColumns = 10, kKeys = 1000;
+inline const int kTables = Quick() ? 200 : 2000, kKeys = kTables / 2;
+constexpr int kColumns = 10;
 
 class Wide
 {

@@ -88,18 +88,27 @@ QStringList SchemaFields::Known() const
     return names;
 }
 
+bool SchemaFields::Knows(const ADODB::ObjectName &object) const
+{
+    return m_known.contains(KeyOf(object));
+}
+
+QString SchemaFields::NameOf(const ADODB::ObjectName &object) const
+{
+    const auto standing = m_standing.constFind(KeyOf(object));
+    return standing == m_standing.constEnd()
+               ? ServerName(m_connection, object)
+               : NameText(m_connection->Family(), m_connection->Property(QStringLiteral("Identifier Quote")).toString(),
+                          object, standing->plainName);
+}
+
 std::optional<QStringList> SchemaFields::Probe(const ADODB::ObjectName &object) const
 {
     std::optional<QStringList> names;
     Attempt([&] {
-        const auto standing = m_standing.constFind(KeyOf(object));
-        const QString name = standing == m_standing.constEnd()
-                                 ? ServerName(m_connection, object)
-                                 : NameText(m_connection->Family(),
-                                            m_connection->Property(QStringLiteral("Identifier Quote")).toString(),
-                                            object, standing->plainName);
-        const auto empty = m_connection->Execute(QStringLiteral("SELECT * FROM ") + name + QStringLiteral(" where 0=1"),
-                                                 nullptr, ADODB::adOneStatement);
+        const auto empty =
+            m_connection->Execute(QStringLiteral("SELECT * FROM ") + NameOf(object) + QStringLiteral(" where 0=1"),
+                                  nullptr, ADODB::adOneStatement);
         if (!empty || empty->State() != ADODB::adStateOpen)
             return;
         names.emplace();

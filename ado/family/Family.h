@@ -131,6 +131,21 @@ struct AnswerRules
     std::vector<int> LostNumbers = {}; // native numbers by which the client's library says that the server is gone
 };
 
+// How a plan comes back from a server that is asked for it in its own words.
+enum class PlanAnswer
+{
+    None,
+    Steps,  // id, parent, detail: a row each step
+    Tables, // a row each table, in the order of the join
+    Json    // one text
+};
+
+struct PlanRules
+{
+    const char *Question = nullptr; // what stands in front of the statement
+    PlanAnswer Answer = PlanAnswer::None;
+};
+
 struct CatalogueQuery;
 struct Literal;
 struct TypeName;
@@ -160,6 +175,7 @@ struct Family
     RowRules Rows = {};
     TransactionRules Transactions = {};
     AnswerRules Answers = {};
+    PlanRules Plans = {};
     CatalogueRules Catalogue = {};
 
     bool SameName(const QString &left, const QString &right) const; // as its catalogue spells them

@@ -56,7 +56,7 @@ struct SqliteStatement
 {
     sqlite3_stmt *handle = nullptr;
     SqliteStatement() = default;
-    explicit SqliteStatement(sqlite3_stmt *handle) : handle(handle) {}
+    explicit SqliteStatement(sqlite3_stmt *own) : handle(own) {}
     SqliteStatement(SqliteStatement &&other) noexcept : handle(std::exchange(other.handle, nullptr)) {}
     SqliteStatement &operator=(SqliteStatement &&other) noexcept
     {

@@ -116,11 +116,11 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Over, ConformanceOfSchemas,
                          testing::Values(Server::BuiltIn, Server::SqliteOdbc, Server::Postgres, Server::MariaDb),
-                         [](const testing::TestParamInfo<Server> &info) {
-                             return std::string(info.param == Server::BuiltIn      ? "BuiltIn"
-                                                : info.param == Server::SqliteOdbc ? "SqliteOdbc"
-                                                : info.param == Server::Postgres   ? "Postgres"
-                                                                                   : "MariaDb");
+                         [](const testing::TestParamInfo<Server> &server) {
+                             return std::string(server.param == Server::BuiltIn      ? "BuiltIn"
+                                                : server.param == Server::SqliteOdbc ? "SqliteOdbc"
+                                                : server.param == Server::Postgres   ? "Postgres"
+                                                                                     : "MariaDb");
                          });
 
 TEST_P(ConformanceOfSchemas, Tables)

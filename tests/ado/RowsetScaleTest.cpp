@@ -45,8 +45,8 @@ class RowsetScale : public testing::TestWithParam<Server>
 {
 };
 INSTANTIATE_TEST_SUITE_P(Over, RowsetScale, testing::ValuesIn(kServers),
-                         [](const testing::TestParamInfo<Server> &info) {
-                             return std::string(rowsets::NameOf(info.param));
+                         [](const testing::TestParamInfo<Server> &server) {
+                             return std::string(rowsets::NameOf(server.param));
                          });
 
 // How many statements each rowset takes.

@@ -261,7 +261,7 @@ INSTANTIATE_TEST_SUITE_P(Ways, HostileNames,
                          testing::Values(Way{"SQLite", ""}, Way{"SQLiteOdbc", "BRINDLEWICK_TEST_SQLITE_ODBC"},
                                          Way{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES"},
                                          Way{"MariaDB", "BRINDLEWICK_TEST_MARIADB"}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &server) { return std::string(server.param.name); });
 
 TEST_P(HostileNames, ConnectingReadsTheirFieldsAndRunsNothing)
 {

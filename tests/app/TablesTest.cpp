@@ -139,11 +139,13 @@ TEST(MenuTable, EveryOperationOfTheMainWindowIsReached)
         EXPECT_STREQ(row->Operation, name);
     }
     // And no row leads to another one.
-    for (const MenuRow &row : MenuTable())
-        if (row.Route == MenuRoute::Main)
-            EXPECT_TRUE(std::any_of(names.begin(), names.end(), [&](const char *name) {
-                return !std::strcmp(name, row.Operation);
-            })) << row.Operation;
+    for (const MenuRow &row : MenuTable()) {
+        if (row.Route != MenuRoute::Main)
+            continue;
+        EXPECT_TRUE(std::any_of(names.begin(), names.end(), [&](const char *name) {
+            return !std::strcmp(name, row.Operation);
+        })) << row.Operation;
+    }
 }
 
 TEST(MenuTable, CaptionsStandInTheirOrder)

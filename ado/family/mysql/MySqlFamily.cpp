@@ -71,6 +71,7 @@ const Family &MySqlFamily()
                          .Warnings = "SHOW WARNINGS",
                          .IgnoredRollback = 1196},
         .Answers = {.CancelLooksDone = true, .LostNumbers = {2006, 2013}},
+        .Plans = {.Question = "EXPLAIN ", .Answer = PlanAnswer::Tables},
         .Catalogue = {.Queries = {MySqlObjects(), MySqlQueries()},
                       .Literals = MySqlLiterals(),
                       .Types = MySqlTypes(),

@@ -71,6 +71,7 @@ const Family &PostgresFamily()
                   .ReturnEndsLine = true},
         .Rows = {.HaveHeirs = true, .Equality = Equality, .CanReturn = CanReturn},
         .Transactions = {.Question = kInside, .FailureEndsAll = true},
+        .Plans = {.Question = "EXPLAIN (FORMAT JSON) ", .Answer = PlanAnswer::Json},
         .Catalogue = {.Queries = {PostgresObjects(), PostgresQueries(), PostgresGrants()},
                       .Literals = PostgresLiterals(),
                       .NotAtTheStart = "0123456789$",

@@ -68,6 +68,7 @@ const Family &SqliteFamily()
                  .KeyQuery = KeyQuery,
                  .Equality = Equality},
         .Transactions = {.InsideWords = "within a transaction", .KeepsFailedCommit = true, .CommitsWriteAll = true},
+        .Plans = {.Question = "EXPLAIN QUERY PLAN ", .Answer = PlanAnswer::Steps},
         .Catalogue = {.Queries = {SqliteObjects(), SqliteConstraints()},
                       .Complete = WithSqliteMasters,
                       .KeyTexts = &kKeyTexts,
