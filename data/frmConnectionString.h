@@ -7,6 +7,8 @@
 #include <QString>
 
 class QComboBox;
+class QGridLayout;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -48,6 +50,8 @@ public:
     void reject() override; // during a test Escape stops the test only
 
 private:
+    QGridLayout *MakeParts();
+    QHBoxLayout *MakeButtons();
     void FillSources();
     void Compose();
     void ChooseFile();

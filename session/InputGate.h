@@ -26,7 +26,7 @@ private:
     PumpInput m_input;
     std::function<void()> m_cancel;
     QPointer<QWidget> m_window;
-    QObject *m_modal; // the modal window at the start, only compared
+    QObject *m_modal; // the modal window at the start; compared and never followed, since it may have gone
     QObject *m_popup;
     InputGate *m_outer;
 };
