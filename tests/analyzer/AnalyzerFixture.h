@@ -21,6 +21,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 // The buttons of the tool bar, in their order.
