@@ -49,7 +49,7 @@ void mdiMother::mnuInsert()
         return;
     }
     SkeletonOptions options;
-    options.type = 1;
+    options.type = StatementKind::Insert;
     options.useFields = true;
     const QString sql = SkeletonOf(options, name, GetFieldList(connection, picked, QStringLiteral(", ")));
     QPointer<ChildWindow> analyzer = active && active->FormName() == QLatin1String("frmSQL") ? active : nullptr;

@@ -145,7 +145,7 @@ void frmGrid::Unload()
 void frmGrid::ShowPanel(int panel)
 {
     auto *output = new frmTextOutput;
-    output->SetText(SB->PanelText(panel)); // as RTF body, unescaped: that is meant
+    output->SetText(SB->PanelText(panel)); // as RTF body, unescaped: a text with marks shows with them
     output->ShowChild();
 }
 

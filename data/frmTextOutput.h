@@ -1,6 +1,7 @@
 #pragma once
 // "Text Output": a text, scrollable, savable, printable. Escape closes it. The text comes as RTF body text: what is not
-// escaped by the caller ("\", "{", "}") works as RTF, and that is meant.
+// escaped by the caller ("\", "{", "}") works as RTF. That is meant: reports come
+// with colours and headings of their own.
 
 #include "frame/ChildWindow.h"
 

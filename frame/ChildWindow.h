@@ -3,7 +3,7 @@
 // by default, so that a command which a window does not know is ignored. Offers() tells which names a window answers.
 //
 // A child is a plain widget; the main window puts it into its work area (Shell::AddChild) and owns it from then on.
-// Closing goes through Unload, the window's own logic on the way out. Interface thread only; nothing here raises.
+// Closing goes through Unload, the window's own logic on the way out. Interface thread only; nothing raises.
 
 #include "frame/clsMenuSettings.h"
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 // What the windows below may ask of the main window. The main window implements it and installs itself; tests install a
-// double. With nothing installed every request is taken and nothing happens. Interface thread only; nothing here
+// double. With nothing installed every request is taken and nothing happens. Interface thread only; nothing
 // raises.
 
 #include "session/Status.h"
