@@ -58,7 +58,7 @@ frmSQL::frmSQL(QWidget *parent) : ChildWindow(parent)
     connect(txtSQL, &RichTextBox::undoRequested, this, &frmSQL::mnuUndo);
     connect(txtSQL, &RichTextBox::filesDropped, this, &frmSQL::OpenFiles);
     connect(txtSQL, &RichTextBox::contextRequested, this,
-            [](const QPoint &position) { Shell::Current().ShowEditMenu(position); });
+            [](const QPoint &position) { Shell::Current().ShowMenu(QStringLiteral("mnuEdit"), position); });
     connect(tmrParseBrackets, &QTimer::timeout, this, &frmSQL::TickBrackets);
     connect(lvQuickList, &ListView::DblClick, this, &frmSQL::TakeFromQuickList);
     const auto move = [this](int twips) {
@@ -121,26 +121,6 @@ void frmSQL::Load()
         SetText(conn->Extra);
     if (first)
         m_journey.Clear(); // it begins with the text that the window was opened with
-}
-
-clsMenuSettings frmSQL::MenuSettings() const
-{
-    clsMenuSettings settings;
-    settings.CanSave = settings.CanOpen = settings.CanSelectAll = settings.CanReplace = settings.CanCopy = true;
-    settings.CanCut = settings.CanPaste = settings.CanUndo = settings.CanFind = settings.CanPrint = true;
-    return settings;
-}
-
-bool frmSQL::Offers(const QString &name) const
-{
-    static const QSet<QString> names = {
-        QStringLiteral("mnuCopy"),    QStringLiteral("mnuCut"),       QStringLiteral("mnuPaste"),
-        QStringLiteral("mnuUndo"),    QStringLiteral("mnuSelectAll"), QStringLiteral("mnuFind"),
-        QStringLiteral("mnuReplace"), QStringLiteral("mnuOpen"),      QStringLiteral("mnuSave"),
-        QStringLiteral("mnuPrint"),   QStringLiteral("Parse"),        QStringLiteral("InsertString"),
-        QStringLiteral("ToolBar"),    QStringLiteral("SaveState"),    QStringLiteral("DynaMenuItemClick"),
-        QStringLiteral("RefreshForm")};
-    return names.contains(name);
 }
 
 void frmSQL::SaveState()

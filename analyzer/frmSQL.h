@@ -9,6 +9,7 @@
 
 #include "ado/Connection.h"
 #include "frame/ChildWindow.h"
+#include "frame/QueryWindow.h"
 #include "sqltext/BraceShow.h"
 #include "sqltext/FixText.h"
 #include "sqltext/QuickList.h"
@@ -31,7 +32,7 @@ class Work;
 class frmHirarchy;
 struct EditText;
 
-class frmSQL : public ChildWindow, public ResultOwner
+class frmSQL : public ChildWindow, public QueryWindow, public ResultOwner
 {
     Q_OBJECT
 public:
@@ -41,15 +42,19 @@ public:
     void SetConnName(const QString &name) { m_ConnName = name; }
     QString ConnName() const { return m_ConnName; }
     void Load(); // tree, quick list, the stored text
-    QString Text() const;
-    void SetText(const QString &text); // and colours it
+    void OpenFor(const QString &connectionName) override
+    {
+        SetConnName(connectionName);
+        Load();
+    }
+    QString Text() const override;
+    void SetText(const QString &text) override;
+    void SetFileFilter(const QString &filter) override { FileFilter = filter; }
     QString FileName() const { return m_FileName; }
     QString FileFilter;      // of the save dialog; the one for query files when empty
     QString RunText() const; // what a run would execute: selection, statement at the caret, or the whole text
 
-    QString FormName() const override { return QStringLiteral("frmSQL"); }
-    clsMenuSettings MenuSettings() const override;
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmSQL>(); }
     void Activated() override;
     void Deactivated() override;
     void Unload() override;

@@ -212,15 +212,10 @@ CommandBar *mdiMother::Commands() const
     return cb;
 }
 
-void mdiMother::ShowEditMenu(const QPoint &globalPosition)
+void mdiMother::ShowMenu(const QString &name, const QPoint &globalPosition, const QString &tag)
 {
-    menus->Popup(QStringLiteral("mnuEdit"), globalPosition);
-}
-
-void mdiMother::ShowStatsMenu(const QPoint &globalPosition, const QString &tag)
-{
-    menus->SetTag(QStringLiteral("mnuStats"), tag);
-    menus->Popup(QStringLiteral("mnuStats"), globalPosition);
+    menus->SetTag(name, tag);
+    menus->Popup(name, globalPosition);
 }
 
 void mdiMother::RefreshMenus()
