@@ -12,32 +12,31 @@ namespace {
 
 Error OutOfMemory()
 {
-    return Error(ADODB::adErrOutOfMemory, QStringLiteral("The result is too large for the memory."),
-                 QStringLiteral("HY001"));
+    return Error(ADODB::Fault::ResultTooLarge);
 }
 
 } // namespace
 
-ADODB::RecordsetPtr UARecordset::Job::Read(ADODB::Connection::Turn &turn)
+ADODB::RecordsetPtr UARecordset::Job::Read(ADODB::Connection::Turn &own)
 {
-    turn.Begin();
-    ADODB::Session &session = turn.Driver();
-    const ADODB::MemoryGuard memory([&turn] { turn.Cancel(); });
+    own.Begin();
+    ADODB::Session &session = own.Driver();
+    const ADODB::MemoryGuard memory([&own] { own.Cancel(); });
     ADODB::RecordsetPtr read;
     try {
-        turn.OnThread([&] {
+        own.OnThread([&] {
             ADODB::ExecuteResult result; // lives to the end of a cancel: a driver may have to throw its rows away
             try {
                 result = session.Execute(sql);
                 read = result.Rows ? ReadRows(*result.Rows) : ADODB::Recordset::FromColumns({}, {});
-            } catch (const Error &error) {
-                if (error.Number == ADODB::adErrOutOfMemory)
+            } catch (const Error &refusal) {
+                if (refusal.Number == ADODB::adErrOutOfMemory)
                     session.Cancel(); // nobody will read the rest
                 throw;
             }
         });
-    } catch (const Error &error) {
-        if (memory.Struck() && error.Number != ADODB::adErrOutOfMemory)
+    } catch (const Error &refusal) {
+        if (memory.Struck() && refusal.Number != ADODB::adErrOutOfMemory)
             throw ADODB::ResultTooLarge();
         throw;
     }
@@ -54,7 +53,7 @@ ADODB::RecordsetPtr UARecordset::Job::ReadRows(ADODB::ResultSet &from)
         definition = from.Columns();
         Tell();
     };
-    ADODB::RecordsetPtr recordset = ADODB::ReadAll(
+    ADODB::RecordsetPtr read = ADODB::ReadAll(
         from,
         [&](qint64 rowsSoFar) {
             tellDefinition(); // the types are known from the first block on
@@ -62,7 +61,7 @@ ADODB::RecordsetPtr UARecordset::Job::ReadRows(ADODB::ResultSet &from)
         },
         [this] { return cancelled.load(std::memory_order_relaxed); });
     tellDefinition();
-    return recordset;
+    return read;
 }
 
 void UARecordset::Job::Run(std::unique_ptr<ADODB::Connection::Turn> own) noexcept
@@ -72,8 +71,8 @@ void UARecordset::Job::Run(std::unique_ptr<ADODB::Connection::Turn> own) noexcep
     try {
         try {
             read = Read(*own);
-        } catch (const Error &error) {
-            failure = error;
+        } catch (const Error &refusal) {
+            failure = refusal;
         } catch (const std::bad_alloc &) {
             failure = OutOfMemory();
         } catch (const std::exception &other) {

@@ -33,8 +33,8 @@ struct UARecordset::Job
     std::mutex turnLock;
     ADODB::Connection::Turn *turn = nullptr; // while it lives: what a cancel speaks to
 
-    void Run(std::unique_ptr<ADODB::Connection::Turn> turn) noexcept; // the worker's whole life
-    void Finish(ADODB::RecordsetPtr recordset, std::optional<ADODB::Error> error) noexcept;
+    void Run(std::unique_ptr<ADODB::Connection::Turn> own) noexcept; // the worker's whole life
+    void Finish(ADODB::RecordsetPtr read, std::optional<ADODB::Error> failure) noexcept;
     void Tell() noexcept; // with `lock` held: wakes the owner, if there is one
 
     // Held while an event is made and posted, and passed by the receiver before it looks at one: so the hand-over of
@@ -43,7 +43,7 @@ struct UARecordset::Job
     static std::mutex &PostLock();
 
 private:
-    ADODB::RecordsetPtr Read(ADODB::Connection::Turn &turn); // within the limit on memory
+    ADODB::RecordsetPtr Read(ADODB::Connection::Turn &own); // within the limit on memory
     ADODB::RecordsetPtr ReadRows(ADODB::ResultSet &from);
 };
 

@@ -2,6 +2,7 @@
 
 #include "ado/Error.h"
 #include "ado/SelectText.h"
+#include "ado/family/Family.h"
 #include "lang/Text.h"
 
 namespace ADODB {
@@ -10,13 +11,7 @@ namespace {
 
 [[noreturn]] void NoBaseTable()
 {
-    throw Error(adErrProviderFailed, QStringLiteral("Insufficient base table information for updating or refreshing."));
-}
-
-bool SameName(const QString &left, const QString &right, DatabaseFamily family)
-{
-    const bool exactly = family == DatabaseFamily::PostgreSQL || family == DatabaseFamily::Oracle;
-    return left.compare(right, exactly ? Qt::CaseSensitive : Qt::CaseInsensitive) == 0;
+    throw Error(Fault::NoBaseTable);
 }
 
 // What the statement writes for each column; a star stands for as many as the other items leave.
@@ -48,7 +43,7 @@ QString QuotedName(const QString &name, const QString &quote)
     return quote + lang::Replace(name, quote, quote + quote) + quote;
 }
 
-QStringList NameParts(const QString &written, DatabaseFamily family)
+QStringList NameParts(const QString &written, const Family &family)
 {
     QStringList parts;
     for (qsizetype at = 0; at <= written.size(); ++at) {
@@ -59,10 +54,7 @@ QStringList NameParts(const QString &written, DatabaseFamily family)
             while (at < written.size() && written[at] != u'.')
                 part += written[at++];
             // An unquoted name means the one that the server has folded it to.
-            if (family == DatabaseFamily::PostgreSQL)
-                part = part.toLower();
-            else if (family == DatabaseFamily::Oracle)
-                part = part.toUpper();
+            part = family.Folded(part);
         } else {
             for (++at; at < written.size(); ++at) {
                 if (written[at] != close)
@@ -80,7 +72,7 @@ QStringList NameParts(const QString &written, DatabaseFamily family)
 }
 
 QString BaseTableOf(const QString &source, const std::vector<ColumnInfo> &columns, const QString &quote,
-                    DatabaseFamily family)
+                    const Family &family)
 {
     const ColumnInfo *told = nullptr;
     for (const ColumnInfo &column : columns) {
@@ -95,8 +87,8 @@ QString BaseTableOf(const QString &source, const std::vector<ColumnInfo> &column
         NoBaseTable();
     if (!told)
         return select.Table;
-    const bool same = SameName(NameParts(select.Table, family).last(), told->BaseTable, family);
-    if (!same && family == DatabaseFamily::SQLite) // it tells the table behind a view, whose rows may be others
+    const bool same = family.SameName(NameParts(select.Table, family).last(), told->BaseTable);
+    if (!same && family.Rows.TellBehindViews)
         NoBaseTable();
     const QString name = QuotedName(told->BaseTable, quote);
     if (!told->BaseSchema.isEmpty())
@@ -104,7 +96,7 @@ QString BaseTableOf(const QString &source, const std::vector<ColumnInfo> &column
     return same ? select.Table : name;
 }
 
-QStringList BaseColumnsOf(const QString &source, const std::vector<ColumnInfo> &columns, DatabaseFamily family)
+QStringList BaseColumnsOf(const QString &source, const std::vector<ColumnInfo> &columns, const Family &family)
 {
     bool told = false;
     for (const ColumnInfo &column : columns)
@@ -116,7 +108,7 @@ QStringList BaseColumnsOf(const QString &source, const std::vector<ColumnInfo> &
         if (!told || !columns[i].BaseTable.isEmpty())
             name = columns[i].BaseColumn.isEmpty() ? written[qsizetype(i)] : columns[i].BaseColumn;
         for (const QString &other : names)
-            if (!name.isEmpty() && SameName(name, other, family))
+            if (!name.isEmpty() && family.SameName(name, other))
                 name.clear();
         names += name;
     }

@@ -1,87 +1,16 @@
 #include "ado/BatchText.h"
 
 #include "ado/BaseTable.h"
+#include "ado/family/Family.h"
 
 namespace ADODB {
 
 namespace {
 
-bool IsText(DataTypeEnum type)
-{
-    switch (type) {
-    case adBSTR:
-    case adGUID:
-    case adChar:
-    case adWChar:
-    case adVarChar:
-    case adVarWChar:
-    case adLongVarWChar:
-        return true;
-    default:
-        return false;
-    }
-}
-
-// PostgreSQL's types whose values equal exactly when their texts do, as far as "=" goes. The others are compared as the
-// texts that they were read as: some have no "=" (json, xml, point), with some it means something else (box).
-bool HasPlainEquality(const QString &typeName)
-{
-    for (const char *name : {"varchar", "text", "char", "bpchar", "name", "uuid"})
-        if (typeName == QLatin1String(name))
-            return true;
-    return false;
-}
-
 // That a column (%1) has the value that was read, once or several times bound; "" where the server cannot compare it.
-QString Condition(const ColumnInfo &column, DatabaseFamily family)
+QString Condition(const ColumnInfo &column, const Family &family)
 {
-    const DataTypeEnum type = column.Type;
-    const bool isLong = (column.Attributes & adFldLong) != 0 && column.Attributes != adFldUnspecified;
-    if (type == adChapter)
-        return {};
-    switch (family) {
-    case DatabaseFamily::SQLite:
-        // A real number may have been read with the 15 digits that its text has, and a moment in another spelling.
-        if (type == adSingle || type == adDouble)
-            return QStringLiteral("(%1 = ? OR CAST(CAST(%1 AS TEXT) AS REAL) = ?)");
-        if (type == adDBTimeStamp || type == adDate || type == adDBTime)
-            return QStringLiteral("(%1 = ? OR julianday(%1) = julianday(?))");
-        if (IsText(type)) // by bytes, whatever the column's collation says
-            return column.TypeName.isEmpty() ? QStringLiteral("%1 = ? COLLATE BINARY")
-                                             : QStringLiteral("(%1 = ? COLLATE BINARY OR CAST(%1 AS TEXT) = ?)");
-        break;
-    case DatabaseFamily::PostgreSQL:
-        if (type == adSingle) // its text is 0.1, its value is not
-            return QStringLiteral("%1 = CAST(? AS real)");
-        if (IsText(type) && !HasPlainEquality(column.TypeName))
-            return QStringLiteral("pg_catalog.format('%s', %1) = ?");
-        break;
-    case DatabaseFamily::MySQL:
-        // Its collations make 'x', 'X' and 'x ' equal. The plain comparison stays, for the sake of an index.
-        if (IsText(type))
-            return QStringLiteral("(%1 = ? AND CAST(CONVERT(%1 USING utf8mb4) AS BINARY) = "
-                                  "CAST(CONVERT(? USING utf8mb4) AS BINARY))");
-        if (type == adSingle)
-            return QStringLiteral("(%1 = ? OR CAST(CAST(%1 AS CHAR) AS FLOAT) = CAST(? AS FLOAT))");
-        if (type == adBinary && column.TypeName == u"bit")
-            return QStringLiteral("CAST(%1 AS BINARY) = ?");
-        break;
-    case DatabaseFamily::SQLServer:
-        if (type == adLongVarWChar)
-            return QStringLiteral("CAST(%1 AS nvarchar(max)) = ?");
-        if (type == adBinary && isLong)
-            return QStringLiteral("CAST(%1 AS varbinary(max)) = ?");
-        break;
-    case DatabaseFamily::Oracle:
-        if (type == adLongVarWChar || (type == adBinary && isLong))
-            return QStringLiteral("DBMS_LOB.COMPARE(%1, ?) = 0");
-        break;
-    case DatabaseFamily::Other:
-        if (type == adLongVarWChar || type == adBinary)
-            return {};
-        break;
-    }
-    return QStringLiteral("%1 = ?");
+    return column.Type == adChapter ? QString() : family.Rows.Equality(column);
 }
 
 class Composer
@@ -104,8 +33,7 @@ public:
             m_text.Sql += QStringLiteral(" (%1) VALUES (%2)")
                               .arg(names.join(QStringLiteral(", ")), marks.join(QStringLiteral(", ")));
         else
-            m_text.Sql += m_target.Family == DatabaseFamily::MySQL ? QStringLiteral(" () VALUES ()")
-                                                                   : QStringLiteral(" DEFAULT VALUES");
+            m_text.Sql += QLatin1String(Rules().EmptyRow);
         if (RowHas(BatchPattern::Returning))
             AskForWhatWasMade();
         return std::move(m_text);
@@ -134,6 +62,8 @@ public:
     }
 
 private:
+    const RowRules &Rules() const { return m_target.Family->Rows; }
+    QString RowId() const { return QString::fromLatin1(Rules().RowId); }
     bool RowHas(char flag) const { return (m_pattern[1] & flag) != 0; }
     bool Has(size_t column, char flag) const { return (m_pattern[qsizetype(column) + 2] & flag) != 0; }
     QString Name(size_t column) const { return QuotedName(m_target.Names[qsizetype(column)], m_target.Quote); }
@@ -146,7 +76,7 @@ private:
     {
         QStringList conditions;
         if (RowHas(BatchPattern::ByRowId)) {
-            conditions += QStringLiteral("rowid = ?");
+            conditions += RowId() + QStringLiteral(" = ?");
             m_text.Parameters.push_back({-1, true, adBigInt});
         }
         for (size_t i = 0; i < m_target.Columns.size(); ++i) {
@@ -156,7 +86,7 @@ private:
                 conditions += Name(i) + QStringLiteral(" IS NULL");
                 continue;
             }
-            QString condition = Condition(m_target.Columns[i], m_target.Family);
+            QString condition = Condition(m_target.Columns[i], *m_target.Family);
             if (condition.isEmpty())
                 continue;
             for (qsizetype marks = condition.count(u'?'); marks > 0; --marks)
@@ -164,8 +94,7 @@ private:
             conditions += condition.replace(QStringLiteral("%1"), Name(i)); // no arg(): a name may hold a "%1" too
         }
         if (conditions.isEmpty()) // every row would be met
-            throw Error(adErrProviderFailed,
-                        QStringLiteral("Insufficient key column information for updating or refreshing."));
+            throw Error(Fault::NoKey);
         m_text.Sql += QStringLiteral(" WHERE ") + conditions.join(QStringLiteral(" AND "));
     }
 
@@ -179,19 +108,17 @@ private:
             m_text.Made.push_back(int(i));
         }
         if (m_target.HasRowIds) {
-            names += QStringLiteral("rowid");
+            names += RowId();
             m_text.Made.push_back(-1);
         }
         const QString list = names.join(QStringLiteral(", "));
         const std::vector<int> key = m_target.Key();
         if (m_target.CanReturn)
             m_text.Sql += QStringLiteral(" RETURNING ") + list;
-        else if (m_target.Family == DatabaseFamily::SQLite)
-            m_text.Ask =
-                QStringLiteral("SELECT %1 FROM %2 WHERE rowid = last_insert_rowid()").arg(list, m_target.Table);
-        else if (m_target.Family == DatabaseFamily::MySQL && key.size() == 1)
-            m_text.Ask = QStringLiteral("SELECT %1 FROM %2 WHERE %3 = LAST_INSERT_ID()")
-                             .arg(list, m_target.Table, Name(size_t(key.front())));
+        else if (Rules().MadeByRowId)
+            m_text.Ask = QString::fromLatin1(Rules().MadeByRowId).arg(list, m_target.Table);
+        else if (Rules().MadeByKey && key.size() == 1)
+            m_text.Ask = QString::fromLatin1(Rules().MadeByKey).arg(list, m_target.Table, Name(size_t(key.front())));
         else
             m_text.Made.clear();
     }

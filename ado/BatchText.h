@@ -14,9 +14,9 @@ struct BatchTarget
 {
     QString Table; // as BaseTableOf gives it
     QString Quote;
-    DatabaseFamily Family = DatabaseFamily::Other;
+    const ADODB::Family *Family = nullptr; // never null when a batch is composed
     bool CanReturn = false;
-    bool HasRowIds = false; // SQLite: the recordset knows the row id beside each row
+    bool HasRowIds = false; // the recordset knows the family's row id beside each row
     QStringList Names;      // the table's name of each column, "" for one that cannot be written
     std::vector<ColumnInfo> Columns;
 

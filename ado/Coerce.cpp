@@ -13,7 +13,7 @@ namespace {
 
 [[noreturn]] void WrongType()
 {
-    throw WrongValue();
+    throw Error(Fault::WrongValue);
 }
 
 // What the whole numbers of each type reach from and to.

@@ -231,7 +231,7 @@ QByteArrayView ColumnStore::Body::ArenaAt(qint64 row) const
 void ColumnStore::Body::Check(qint64 row) const
 {
     if (row < 0 || row >= size)
-        throw Error(adErrInvalidArgument, QStringLiteral("There is no row %1.").arg(row + 1));
+        throw Error(Fault::NoSuchRow, {QString::number(row + 1)});
 }
 
 } // namespace ADODB

@@ -36,7 +36,7 @@ Value UnpackTimestamp(std::uint64_t word); // a Timestamp, or a Date for PackDat
 
 struct ColumnStore::Body
 {
-    explicit Body(DataTypeEnum type) : type(type), storage(StorageOf(type)) {}
+    explicit Body(DataTypeEnum of) : type(of), storage(StorageOf(of)) {}
 
     DataTypeEnum type;
     Storage storage;

@@ -7,7 +7,7 @@ namespace ADODB {
 RecordsetPtr Command::Execute(qint64 *recordsAffected) const
 {
     if (!ActiveConnection)
-        throw Error(adErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
+        throw Error(Fault::ObjectClosed);
     return ActiveConnection->Execute(CommandText, recordsAffected);
 }
 

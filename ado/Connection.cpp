@@ -1,6 +1,7 @@
 #include "ado/ConnectionBody.h"
 
 #include "ado/ConnectionString.h"
+#include "ado/DriverList.h"
 #include "ado/Guard.h"
 #include "ado/Handlers.h"
 #include "ado/MemoryGuard.h"
@@ -63,7 +64,7 @@ QString Connection::ConnectionString() const
 void Connection::SetConnectionString(const QString &text)
 {
     if (m->open)
-        throw Error(adErrObjectOpen, QStringLiteral("Operation is not allowed when the object is open."));
+        throw Error(Fault::ObjectOpen);
     const std::lock_guard guard(m->lock);
     m->connectionString = text;
 }
@@ -92,13 +93,13 @@ void Connection::Open(const QString &connectionString, const QString &user, cons
         Turn turn(shared_from_this(), words);
         turn.Begin();
         if (m->open)
-            throw Error(adErrObjectOpen, QStringLiteral("Operation is not allowed when the object is open."));
+            throw Error(Fault::ObjectOpen);
         if (!connectionString.isEmpty())
             SetConnectionString(connectionString);
         const QString drivers = OdbcString(ConnectionString());
         std::unique_ptr<Session> session;
         QHash<QString, QVariant> properties;
-        DatabaseFamily family = DatabaseFamily::Other;
+        const ADODB::Family *family = nullptr;
         m->thread->Run([&] {
             AsErrors([&] {
                 session =
@@ -111,7 +112,7 @@ void Connection::Open(const QString &connectionString, const QString &user, cons
                 {QStringLiteral("identifier quote"), session->IdentifierQuote()},
                 {CatalogueName(), session->DatabaseName()},
             };
-            family = session->Family();
+            family = &session->Family();
         });
         const std::lock_guard noCancel(m->cancelLock);
         m->session.swap(session); // a former one whose server is gone ends below
@@ -137,7 +138,7 @@ void Connection::Close()
             m->inTransaction = false;
         }
         if (!session)
-            throw Error(adErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
+            throw Error(Fault::ObjectClosed);
     });
 }
 
@@ -194,7 +195,7 @@ void Connection::BeginTrans()
 {
     Transact(QStringLiteral("BeginTrans"), [this](Session &session) {
         if (m->inTransaction)
-            throw Error(adErrNestedTransaction, QStringLiteral("Only one transaction can be active on this session."));
+            throw Error(Fault::NestedTransaction);
         session.Begin();
         m->inTransaction = true;
     });
@@ -204,7 +205,7 @@ void Connection::CommitTrans()
 {
     Transact(QStringLiteral("CommitTrans"), [this](Session &session) {
         if (!m->inTransaction)
-            throw Error(adErrNoTransaction, QStringLiteral("No transaction is active."));
+            throw Error(Fault::NoTransaction);
         session.Commit();
         m->inTransaction = false;
     });
@@ -214,7 +215,7 @@ void Connection::RollbackTrans()
 {
     Transact(QStringLiteral("RollbackTrans"), [this](Session &session) {
         if (!m->inTransaction)
-            throw Error(adErrNoTransaction, QStringLiteral("No transaction is active."));
+            throw Error(Fault::NoTransaction);
         session.Rollback();
         m->inTransaction = false;
     });
@@ -254,8 +255,7 @@ QVariant Connection::Property(const QString &name) const
     const std::lock_guard guard(m->lock);
     const auto found = m->properties.constFind(key);
     if (found == m->properties.constEnd())
-        throw Error(adErrItemNotFound, QStringLiteral("Item cannot be found in the collection corresponding to the "
-                                                      "requested name or ordinal."));
+        throw Error(Fault::ItemNotFound);
     return *found;
 }
 
@@ -265,10 +265,10 @@ void Connection::SetProperty(const QString &name, const QVariant &value)
     m->properties.insert(name.toLower(), value);
 }
 
-DatabaseFamily Connection::Family() const
+const ADODB::Family &Connection::Family() const
 {
     const std::lock_guard guard(m->lock);
-    return m->family;
+    return *m->family;
 }
 
 } // namespace ADODB

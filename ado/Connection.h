@@ -83,7 +83,7 @@ public:
     // adErrItemNotFound.
     QVariant Property(const QString &name) const;
     void SetProperty(const QString &name, const QVariant &value);
-    DatabaseFamily Family() const;
+    const ADODB::Family &Family() const; // of the server that it is or was open to; else what nobody knows
 
     // One turn on the connection. Taken where it is constructed (so order is kept from the interface thread; and it
     // belongs to the claim of that thread), served by Begin, given up by the destructor. A turn that begins while its

@@ -5,6 +5,7 @@
 #include "ado/Claim.h"
 #include "ado/Connection.h"
 #include "ado/OwnThread.h"
+#include "ado/family/Family.h"
 
 #include <condition_variable>
 #include <deque>
@@ -42,7 +43,7 @@ struct Connection::Body
     quint64 lastNumber = 0;
     QString connectionString;
     QHash<QString, QVariant> properties; // by name in lower case
-    DatabaseFamily family = DatabaseFamily::Other;
+    const ADODB::Family *family = &NoFamily();
     int cursorLocation = adUseServer;
 
     // Seen from any thread; written by the thread whose turn is served.

@@ -144,7 +144,7 @@ QString OdbcString(const QString &connectionString)
     const QString provider = AttributeValue(attributes, QStringLiteral("Provider"));
     if (!provider.isEmpty() && !SameKey(provider, u"MSDASQL") &&
         !provider.startsWith(QStringLiteral("MSDASQL."), Qt::CaseInsensitive))
-        throw Error(adErrProviderNotFound, QStringLiteral("Provider %1 is not installed.").arg(provider));
+        throw Error(Fault::ProviderMissing, {provider});
 
     QStringList parts;
     for (const Attribute &attribute : attributes) {

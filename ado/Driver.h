@@ -1,6 +1,6 @@
 #pragma once
-// What a database driver is to the layer above: a few small interfaces. ado/sqlite and ado/odbc implement them; a third
-// driver needs these, one row in ado/Drivers.cpp, and nothing else.
+// What a database driver is to the layer above: a few small interfaces. Each driver is a folder below ado/ that
+// implements them and registers itself (ado/DriverList.h); nothing outside of its folder names it.
 //
 // Every operation raises ADODB::Error with the driver's own words. All operations of one session come from one thread
 // at a time (Connection sees to it), except Cancel, which may come from any thread at any moment.
@@ -77,15 +77,7 @@ struct Batch
     std::function<void(qint64 rows)> Written; // all rows before this one are in to stay, but for those refused
 };
 
-enum class DatabaseFamily
-{
-    Other,
-    SQLite,
-    PostgreSQL,
-    MySQL,
-    SQLServer,
-    Oracle
-};
+struct Family; // ado/family/Family.h
 
 class Session
 {
@@ -113,8 +105,8 @@ public:
     // it. Restrictions count from 0 as the rowset's restriction columns do; a null QString is "no restriction".
     virtual std::unique_ptr<ResultSet> Catalogue(SchemaEnum schema, const QStringList &restrictions) = 0;
 
-    virtual DatabaseFamily Family() const = 0;
-    virtual QString ProductName() const = 0; // "SQLite", "PostgreSQL", "MariaDB" ...
+    virtual const ADODB::Family &Family() const = 0; // of the server behind it; lives as long as the program
+    virtual QString ProductName() const = 0;         // "SQLite", "PostgreSQL", "MariaDB" ...
     virtual QString ProductVersion() const = 0;
     virtual QString IdentifierQuote() const = 0; // "\"", "`" or ""
     virtual QString DatabaseName() const = 0;    // the current catalogue, "" when there is no such notion
@@ -132,9 +124,6 @@ public:
     virtual std::unique_ptr<Session> Connect(const QString &connectionString, const QString &user,
                                              const QString &password) = 0;
 };
-
-// The driver that a connection string asks for. Raises adErrProviderNotFound naming a driver that is not installed.
-Driver &DriverFor(const QString &connectionString);
 
 // Tests put a double in front of the real drivers: it gets every string first and gives null for "not mine".
 using DriverHook = std::function<Driver *(const QString &connectionString)>;

@@ -87,7 +87,7 @@ void Fields::Append(const QString &name, DataTypeEnum type, qint64 definedSize, 
     if (body.state != adStateClosed)
         RaiseOpen();
     if (Contains(name))
-        throw Error(adErrObjectInCollection, QStringLiteral("Object is already in collection. Cannot append."));
+        throw Error(Fault::ItemExists);
     ColumnInfo column;
     column.Name = name;
     column.Type = type;

@@ -40,8 +40,7 @@ using NodePtr = std::unique_ptr<Node>;
 
 [[noreturn]] void Malformed()
 {
-    throw Error(adErrInvalidArgument, QStringLiteral("Arguments are of the wrong type, are out of acceptable range, or "
-                                                     "are in conflict with one another."));
+    throw Error(Fault::InvalidArgument);
 }
 
 class Parser
@@ -94,8 +93,7 @@ private:
         TakeValue(*node);
         node->column = m_columnOf(name);
         if (node->column < 0)
-            throw Error(adErrItemNotFound, QStringLiteral("Item cannot be found in the collection corresponding to the "
-                                                          "requested name or ordinal."));
+            throw Error(Fault::ItemNotFound);
         return node;
     }
 

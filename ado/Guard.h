@@ -15,7 +15,7 @@ template <class Work> auto AsErrors(Work &&work)
     } catch (const Error &) {
         throw;
     } catch (const std::bad_alloc &) {
-        throw Error(adErrOutOfMemory, QStringLiteral("Not enough memory for this operation."), QStringLiteral("HY001"));
+        throw Error(Fault::NoMemory);
     } catch (const std::exception &other) {
         throw Error(adErrProviderFailed, QString::fromLocal8Bit(other.what()), QStringLiteral("HY000"));
     }

@@ -44,8 +44,7 @@ RecordsetPtr ReadOne(ResultSet &rows, const std::function<void(qint64)> &progres
             stores.emplace_back(column.Type);
         for (;;) {
             if (cancelled && cancelled())
-                throw Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."),
-                            QStringLiteral("HY008"));
+                throw Error(Fault::Cancelled);
             const qint64 fetched = rows.Fetch(stores, block);
             if (fetched == 0)
                 break;

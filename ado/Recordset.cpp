@@ -4,6 +4,7 @@
 #include "ado/BaseTable.h"
 #include "ado/SelectText.h"
 #include "ado/TableName.h"
+#include "ado/family/Family.h"
 
 #include <algorithm>
 #include <limits>
@@ -65,22 +66,26 @@ RecordsetPtr Recordset::NextRecordset()
 
 namespace {
 
-// A result that is to be written back over SQLite brings the row id of each row beside it, in a column more at its end:
-// without a key nothing else tells equal rows apart. What has no row id (a view) is read as it is written.
+// A result that is to be written back brings the row id of each row beside it where the family has one, in a column
+// more at its end: without a key nothing else tells equal rows apart. What has no row id (a view) is read as it is
+// written.
 RecordsetPtr ExecuteForWriting(Connection &connection, const QString &sql, int lockType, int options, bool &withRowIds)
 {
-    if (lockType != adLockReadOnly && connection.Family() == DatabaseFamily::SQLite) {
-        const SelectText select = ReadSelect(sql, DatabaseFamily::SQLite);
+    const Family &family = connection.Family();
+    if (lockType != adLockReadOnly && family.Rows.RowId) {
+        const SelectText select = ReadSelect(sql, family);
         if (select.Plain) {
-            const QString id = (select.Alias.isEmpty() ? select.Table : select.Alias) + QStringLiteral(".rowid");
+            const QString rowId = QString::fromLatin1(family.Rows.RowId);
+            const QString id = (select.Alias.isEmpty() ? select.Table : select.Alias) + u'.' + rowId;
             try {
-                const RecordsetPtr result = connection.Execute(sql.left(select.From) + QStringLiteral(", ") + id +
-                                                                   QStringLiteral(" AS rowid ") + sql.mid(select.From),
-                                                               nullptr, options);
+                const RecordsetPtr result =
+                    connection.Execute(sql.left(select.From) + QStringLiteral(", ") + id + QStringLiteral(" AS ") +
+                                           rowId + u' ' + sql.mid(select.From),
+                                       nullptr, options);
                 withRowIds = result->State() != adStateClosed;
                 return result;
             } catch (const Error &error) {
-                if (!error.Description.contains(QLatin1String("no such column")))
+                if (!error.Description.contains(QLatin1String(family.Rows.NoRowIdWords)))
                     throw;
             }
         }
@@ -115,7 +120,7 @@ void Recordset::Open()
     if (m->state != adStateClosed)
         RaiseOpen();
     if (m->infos.empty())
-        throw Error(adErrInvalidArgument, QStringLiteral("A recordset without a source needs fields."));
+        throw Error(Fault::NoFields);
     for (const ColumnInfo &column : m->infos)
         m->stores.emplace_back(column.Type);
     m->lockType = adLockOptimistic;
@@ -251,9 +256,7 @@ void Recordset::SetAbsolutePosition(qint64 position)
     m->NeedOpen();
     Update();
     if (position < 1 || position > m->Count())
-        throw Error(adErrInvalidArgument,
-                    QStringLiteral("Arguments are of the wrong type, are out of acceptable range, "
-                                   "or are in conflict with one another."));
+        throw Error(Fault::InvalidArgument);
     m->currentGone = false;
     m->position = position - 1;
 }

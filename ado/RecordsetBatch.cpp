@@ -6,6 +6,7 @@
 #include "ado/BatchText.h"
 #include "ado/Guard.h"
 #include "ado/TableKey.h"
+#include "ado/family/Family.h"
 
 #include <algorithm>
 
@@ -39,8 +40,7 @@ Value Fitting(const Value &value, const ColumnInfo &column)
 
 Error NoWayToTheRow()
 {
-    return Error(adErrProviderFailed,
-                 QStringLiteral("Insufficient key column information for updating or refreshing."));
+    return Error(Fault::NoKey);
 }
 
 } // namespace
@@ -95,10 +95,10 @@ private:
     void MakeTarget(const std::vector<std::uint32_t> &rows)
     {
         m_target.Quote = m_session.IdentifierQuote();
-        m_target.Family = m_session.Family();
+        m_target.Family = &m_session.Family();
         m_target.CanReturn = m_session.CanReturn();
         m_target.HasRowIds = m_body.rowIds.has_value();
-        m_target.Table = BaseTableOf(m_body.source, m_body.infos, m_target.Quote, m_target.Family);
+        m_target.Table = BaseTableOf(m_body.source, m_body.infos, m_target.Quote, *m_target.Family);
         m_target.Names = m_body.baseColumns;
         const bool needed = std::any_of(rows.begin(), rows.end(), [this](std::uint32_t row) {
             return m_body.pending.KindOf(row) != PendingRows::None;
@@ -206,7 +206,7 @@ private:
         return std::any_of(m_key.begin(), m_key.end(), [&](int column) {
             const ColumnStore &store = m_body.stores[size_t(column)];
             return store.IsNull(row) || !m_body.pending.Has(row, size_t(column)) ||
-                   (m_target.Family == DatabaseFamily::MySQL && store.Text(row) == u"0"); // means the next number there
+                   (m_target.Family->Rows.ZeroCountsOn && store.Text(row) == u"0");
         });
     }
 

@@ -6,39 +6,32 @@ namespace ADODB {
 
 void RaiseClosed()
 {
-    throw Error(adErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
+    throw Error(Fault::ObjectClosed);
 }
 
 void RaiseOpen()
 {
-    throw Error(adErrObjectOpen, QStringLiteral("Operation is not allowed when the object is open."));
+    throw Error(Fault::ObjectOpen);
 }
 
 void RaiseNoCurrent()
 {
-    throw Error(adErrNoCurrentRecord,
-                QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
-                               "Requested operation requires a current record."));
+    throw Error(Fault::NoCurrentRecord);
 }
 
 void RaiseNotFound()
 {
-    throw Error(adErrItemNotFound,
-                QStringLiteral("Item cannot be found in the collection corresponding to the requested "
-                               "name or ordinal."));
+    throw Error(Fault::ItemNotFound);
 }
 
 void RaiseReadOnly()
 {
-    throw Error(
-        adErrFeatureNotAvailable,
-        QStringLiteral("Current Recordset does not support updating. This may be a limitation of the provider, or "
-                       "of the selected locktype."));
+    throw Error(Fault::ReadOnly);
 }
 
 void RaiseOutOfMemory()
 {
-    throw Error(adErrOutOfMemory, QStringLiteral("The result is too large for the memory."), QStringLiteral("HY001"));
+    throw Error(Fault::ResultTooLarge);
 }
 
 void Recordset::Body::NeedOpen() const

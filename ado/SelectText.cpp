@@ -1,5 +1,7 @@
 #include "ado/SelectText.h"
 
+#include "ado/family/Family.h"
+
 namespace ADODB {
 
 namespace {
@@ -27,7 +29,7 @@ bool IsNameChar(QChar c)
 class Reader
 {
 public:
-    Reader(const QString &text, DatabaseFamily family) : m_text(text), m_family(family) { Next(); }
+    Reader(const QString &text, const Family &family) : m_text(text), m_rules(family.Texts) { Next(); }
 
     const Token &At() const { return m_token; }
     bool Failed() const { return m_failed; }
@@ -95,7 +97,7 @@ private:
     // Over "$tag$ ... $tag$"; false when none stands here.
     bool DollarText()
     {
-        if (m_family != DatabaseFamily::PostgreSQL || Char(m_at) != u'$' || Char(m_at + 1).isDigit())
+        if (!m_rules.DollarTexts || Char(m_at) != u'$' || Char(m_at + 1).isDigit())
             return false;
         qsizetype end = m_at + 1;
         while (IsNameChar(Char(end)) && Char(end) != u'$')
@@ -112,21 +114,20 @@ private:
     bool Comment()
     {
         const QChar c = Char(m_at), next = Char(m_at + 1);
-        const bool isMySQL = m_family == DatabaseFamily::MySQL; // where "5--3" is a number
-        if ((c == u'-' && next == u'-' && (!isMySQL || m_at + 2 >= m_text.size() || m_text[m_at + 2].isSpace())) ||
-            (c == u'#' && isMySQL)) {
+        if ((c == u'-' && next == u'-' &&
+             (!m_rules.DashesWantBlank || m_at + 2 >= m_text.size() || m_text[m_at + 2].isSpace())) ||
+            (c == u'#' && m_rules.HashComments)) {
             while (m_at < m_text.size() && m_text[m_at] != u'\n')
                 ++m_at;
             return true;
         }
         if (c != u'/' || next != u'*')
             return false;
-        if (isMySQL && (Char(m_at + 2) == u'!' || Char(m_at + 2) == u'M'))
+        if (m_rules.CommentsRun && (Char(m_at + 2) == u'!' || Char(m_at + 2) == u'M'))
             m_failed = true; // what stands in it runs
         int depth = 0;
         do {
-            if (Char(m_at) == u'/' && Char(m_at + 1) == u'*' &&
-                (depth == 0 || m_family == DatabaseFamily::PostgreSQL)) {
+            if (Char(m_at) == u'/' && Char(m_at + 1) == u'*' && (depth == 0 || m_rules.NestedComments)) {
                 ++depth;
                 m_at += 2;
             } else if (Char(m_at) == u'*' && Char(m_at + 1) == u'/') {
@@ -154,14 +155,14 @@ private:
         if (Comment())
             return true;
         if (c == u'\'') {
-            // PostgreSQL's E'...' and all of MySQL's texts know the backslash.
             const bool escaped = from > 0 && m_text[from - 1].toUpper() == u'E';
             ++m_at;
-            Close(u'\'', m_family == DatabaseFamily::MySQL || (escaped && m_family == DatabaseFamily::PostgreSQL));
+            Close(u'\'',
+                  m_rules.InTexts == Backslash::Escapes || (escaped && m_rules.InTexts == Backslash::InEscapeTexts));
             m_token = {Kind::Other, from, m_at};
         } else if (DollarText()) {
             m_token = {Kind::Other, from, m_at};
-        } else if (c == u'"' || c == u'`' || (c == u'[' && m_family != DatabaseFamily::PostgreSQL)) {
+        } else if (c == u'"' || c == u'`' || (c == u'[' && !m_rules.Subscripts)) {
             ++m_at;
             Close(c == u'[' ? QChar(u']') : c);
             m_token = {Kind::Quoted, from, m_at};
@@ -189,7 +190,7 @@ private:
     }
 
     const QString &m_text;
-    const DatabaseFamily m_family;
+    const TextRules &m_rules;
     qsizetype m_at = 0;
     Token m_token;
     bool m_failed = false;
@@ -245,7 +246,7 @@ bool IsAmong(const Reader &reader, auto &words)
 
 } // namespace
 
-SelectText ReadSelect(const QString &sql, DatabaseFamily family)
+SelectText ReadSelect(const QString &sql, const Family &family)
 {
     SelectText select;
     Reader reader(sql, family);
@@ -255,7 +256,7 @@ SelectText ReadSelect(const QString &sql, DatabaseFamily family)
     bool plain = !reader.IsOneOf({u"DISTINCT", u"DISTINCTROW", u"UNIQUE"});
     if (reader.Is(u"ALL"))
         reader.Next();
-    if (reader.Is(u"TOP") && family == DatabaseFamily::SQLServer) {
+    if (reader.Is(u"TOP") && family.Texts.Top) {
         reader.Next();
         reader.Next();
     }

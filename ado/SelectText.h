@@ -2,11 +2,12 @@
 // What the text of a SELECT says about where its rows come from. Pure and total; any thread. It steps over comments,
 // texts, quoted names and whatever stands in parentheses; a text that it cannot follow is not plain and names nothing.
 
-#include "ado/Driver.h"
 #include <QString>
 #include <vector>
 
 namespace ADODB {
+
+struct Family;
 
 struct SelectText
 {
@@ -22,6 +23,6 @@ struct SelectText
     std::vector<Item> Items;
 };
 
-SelectText ReadSelect(const QString &sql, DatabaseFamily family);
+SelectText ReadSelect(const QString &sql, const Family &family);
 
 } // namespace ADODB

@@ -1,6 +1,7 @@
 #include "ado/StatementText.h"
 
 #include "ado/Types.h"
+#include "ado/family/Family.h"
 #include <algorithm>
 
 namespace ADODB {
@@ -48,7 +49,10 @@ namespace {
 class OneStatementReader
 {
 public:
-    OneStatementReader(DatabaseFamily family, const QString &text) : m_family(family), m_text(text) {}
+    OneStatementReader(const Family &family, const QString &text)
+        : m_rules(family.Texts), m_names(family.Names), m_text(text)
+    {
+    }
 
     // True when nothing but blanks, comments and further semicolons follows the first statement.
     bool Read()
@@ -72,13 +76,12 @@ public:
 
 private:
     static bool IsBlank(QChar c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); }
-    bool Is(DatabaseFamily family) const { return m_family == family; }
+    bool Known() const { return m_rules.InTexts != Backslash::Unknown; }
     QChar At(qsizetype at) const { return at < m_text.size() ? m_text[at] : QChar(); }
 
     void SkipLine()
     {
-        while (m_at < m_text.size() && m_text[m_at] != u'\n' &&
-               !(Is(DatabaseFamily::PostgreSQL) && m_text[m_at] == u'\r'))
+        while (m_at < m_text.size() && m_text[m_at] != u'\n' && !(m_rules.ReturnEndsLine && m_text[m_at] == u'\r'))
             ++m_at;
     }
 
@@ -86,23 +89,22 @@ private:
     bool SkipComment()
     {
         const QChar c = At(m_at), next = At(m_at + 1), third = At(m_at + 2);
-        if (c == u'-' && next == u'-' && (!Is(DatabaseFamily::MySQL) || IsBlank(third) || third.isNull())) {
+        if (c == u'-' && next == u'-' && (!m_rules.DashesWantBlank || IsBlank(third) || third.isNull())) {
             SkipLine();
             return true;
         }
-        if (c == u'#' && Is(DatabaseFamily::MySQL)) {
+        if (c == u'#' && m_rules.HashComments) {
             SkipLine();
             return true;
         }
-        if (c != u'/' || next != u'*' || (Is(DatabaseFamily::MySQL) && (third == u'!' || third == u'M')))
+        if (c != u'/' || next != u'*' || (m_rules.CommentsRun && (third == u'!' || third == u'M')))
             return false;
-        const bool nested = Is(DatabaseFamily::PostgreSQL) || Is(DatabaseFamily::SQLServer);
         int depth = 1;
         for (m_at += 2; m_at < m_text.size() && depth > 0; ++m_at) {
             if (At(m_at) == u'*' && At(m_at + 1) == u'/') {
                 --depth;
                 ++m_at;
-            } else if (nested && At(m_at) == u'/' && At(m_at + 1) == u'*') {
+            } else if (m_rules.NestedComments && At(m_at) == u'/' && At(m_at + 1) == u'*') {
                 ++depth;
                 ++m_at;
             }
@@ -113,21 +115,18 @@ private:
     // One sign or one quoted piece of a statement; false for what may be read in two ways.
     bool SkipPiece(QChar c)
     {
-        const bool mySql = Is(DatabaseFamily::MySQL), known = !Is(DatabaseFamily::Other);
         if (c == u'\'') // the backslash is a sign or no sign, by the server's settings
-            return !(Is(DatabaseFamily::Oracle) && At(m_at - 1).toLower() == u'q') &&
-                   SkipQuoted(c, true,
-                              Is(DatabaseFamily::SQLite) || Is(DatabaseFamily::SQLServer) ||
-                                  Is(DatabaseFamily::Oracle));
+            return !(m_rules.BracketTexts && At(m_at - 1).toLower() == u'q') &&
+                   SkipQuoted(c, true, m_rules.InTexts == Backslash::Plain);
         if (c == u'"')
-            return SkipQuoted(c, true, known && !mySql);
-        if (c == u'`' && (mySql || Is(DatabaseFamily::SQLite)))
+            return SkipQuoted(c, true, Known() && m_rules.InTexts != Backslash::Escapes);
+        if (c == u'`' && m_rules.Backticks)
             return SkipQuoted(c, true, true);
-        if (c == u'[' && (Is(DatabaseFamily::SQLite) || Is(DatabaseFamily::SQLServer)))
-            return SkipQuoted(u']', Is(DatabaseFamily::SQLServer), true);
-        if ((c == u'$' && Is(DatabaseFamily::PostgreSQL)) || (c == u'/' && mySql && At(m_at + 1) == u'*'))
+        if (c == u'[' && m_names.Brackets)
+            return SkipQuoted(u']', m_names.DoublesBracket, true);
+        if ((c == u'$' && m_rules.DollarTexts) || (c == u'/' && m_rules.CommentsRun && At(m_at + 1) == u'*'))
             return false;
-        if (!known && QStringView(u"`[$#\\").contains(c))
+        if (!Known() && QStringView(u"`[$#\\").contains(c))
             return false;
         ++m_at;
         return true;
@@ -148,53 +147,31 @@ private:
         return true;
     }
 
-    const DatabaseFamily m_family;
+    const TextRules &m_rules;
+    const NameRules &m_names;
     const QString &m_text;
     qsizetype m_at = 0;
 };
 
 } // namespace
 
-bool IsOneStatement(DatabaseFamily family, const QString &sql)
+bool IsOneStatement(const Family &family, const QString &sql)
 {
     if (sql.contains(QChar(0)))
         return false;
     return !sql.contains(u';') || OneStatementReader(family, sql).Read();
 }
 
-void RaiseUnlessOneStatement(DatabaseFamily family, const QString &sql)
+void RaiseUnlessOneStatement(const Family &family, const QString &sql)
 {
     if (!IsOneStatement(family, sql))
-        throw Error(adErrProviderFailed, QStringLiteral("The text holds more than one statement."),
-                    QStringLiteral("42000"));
+        throw Error(Fault::SeveralStatements);
 }
 
 ExecuteResult Session::ExecuteOne(const QString &sql)
 {
     RaiseUnlessOneStatement(Family(), sql);
     return Execute(sql);
-}
-
-Error RowConflict()
-{
-    return Error(adErrRowConflict,
-                 QStringLiteral("Row cannot be located for updating. Some values may have been changed since it was "
-                                "last read."));
-}
-
-Error TooManyRows()
-{
-    return Error(adErrProviderFailed,
-                 QStringLiteral("Key column information is insufficient or incorrect. Too many rows were affected by "
-                                "update."),
-                 QStringLiteral("21000"));
-}
-
-Error WrongValue()
-{
-    return Error(adErrDataConversion,
-                 QStringLiteral("Application uses a value of the wrong type for the current operation."),
-                 QStringLiteral("22018"));
 }
 
 } // namespace ADODB

@@ -20,17 +20,8 @@ bool MustMeetRows(QByteArrayView sql);
 // Is the text surely one statement to a server of this family? Quotes and comments are read as the family reads them;
 // where a server's settings decide how it reads them (backslashes, dollar quotes), a semicolon anywhere makes it false.
 // SQL Server needs no semicolon between two statements: there it tells only of texts whose names stand in quotes.
-bool IsOneStatement(DatabaseFamily family, const QString &sql);
+bool IsOneStatement(const Family &family, const QString &sql);
 // Raises what is told of any other text.
-void RaiseUnlessOneStatement(DatabaseFamily family, const QString &sql);
-
-// What a run that met none is: adErrRowConflict, since somebody else was faster.
-Error RowConflict();
-
-// What a run that met several is, when it has been taken back.
-Error TooManyRows();
-
-// What a value is that no column of this database can hold.
-Error WrongValue();
+void RaiseUnlessOneStatement(const Family &family, const QString &sql);
 
 } // namespace ADODB

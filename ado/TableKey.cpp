@@ -2,7 +2,7 @@
 
 #include "ado/BaseTable.h"
 #include "ado/Guard.h"
-#include "lang/Text.h"
+#include "ado/family/Family.h"
 #include <QSet>
 
 namespace ADODB {
@@ -37,16 +37,10 @@ KeyRows Read(ResultSet &rows)
     return key;
 }
 
-// SQLite's own word, in the one database that is meant: its ODBC driver names no database in its catalogue.
-KeyRows AskSqlite(Session &session, const QString &database, const QString &table)
+// The family's own word, where the catalogue has none.
+KeyRows Asked(Session &session, const QString &query, const QString &table)
 {
-    const auto literal = [](const QString &text) {
-        return u'\'' + lang::Replace(text, QStringLiteral("'"), QStringLiteral("''")) + u'\'';
-    };
-    const ExecuteResult result =
-        session.Execute(QStringLiteral("SELECT name FROM pragma_table_info(") + literal(table) +
-                        (database.isEmpty() ? QString() : QStringLiteral(", ") + literal(database)) +
-                        QStringLiteral(") WHERE pk > 0 ORDER BY pk"));
+    const ExecuteResult result = session.Execute(query);
     KeyRows key;
     std::vector<ColumnStore> names;
     names.emplace_back(adVarWChar);
@@ -70,10 +64,11 @@ qsizetype IndexOfAnyCase(const QStringList &names, const QString &name)
 
 void MarkKey(Session &session, const QString &table, const QStringList &names, std::vector<ColumnInfo> &columns)
 {
-    const QStringList parts = NameParts(table, session.Family());
+    const Family &family = session.Family();
+    const QStringList parts = NameParts(table, family);
     // What stands before the name is the catalogue where there are no schemas.
     const QString before = parts.size() > 1 ? parts[parts.size() - 2] : QString();
-    const bool noSchemas = session.Family() == DatabaseFamily::MySQL || session.Family() == DatabaseFamily::SQLite;
+    const bool noSchemas = family.Names.DatabasesForSchemas;
     KeyRows key;
     try {
         const bool known = AsErrors([&] {
@@ -81,8 +76,8 @@ void MarkKey(Session &session, const QString &table, const QStringList &names, s
                 adSchemaPrimaryKeys, {noSchemas ? before : QString(), noSchemas ? QString() : before, parts.last()});
             if (rows)
                 key = Read(*rows);
-            if (rows && key.columns.isEmpty() && session.Family() == DatabaseFamily::SQLite)
-                key = AskSqlite(session, before, parts.last());
+            if (rows && key.columns.isEmpty() && family.Rows.KeyQuery)
+                key = Asked(session, family.Rows.KeyQuery(before, parts.last()), parts.last());
             return rows != nullptr;
         });
         if (!known)

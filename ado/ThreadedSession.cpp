@@ -124,9 +124,9 @@ std::unique_ptr<ResultSet> ThreadedSession::Catalogue(SchemaEnum schema, const Q
     return Wrap(There([&] { return m_session->Catalogue(schema, restrictions); }));
 }
 
-DatabaseFamily ThreadedSession::Family() const
+const ADODB::Family &ThreadedSession::Family() const
 {
-    return There([&] { return m_session->Family(); });
+    return *There([&] { return &m_session->Family(); });
 }
 
 QString ThreadedSession::ProductName() const

@@ -25,7 +25,7 @@ public:
     void Rollback() override;
     std::optional<bool> InTransaction() const override;
     std::unique_ptr<ResultSet> Catalogue(SchemaEnum schema, const QStringList &restrictions) override;
-    DatabaseFamily Family() const override;
+    const ADODB::Family &Family() const override;
     QString ProductName() const override;
     QString ProductVersion() const override;
     QString IdentifierQuote() const override;

@@ -10,8 +10,7 @@ namespace {
 
 Error Cancelled()
 {
-    return Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."),
-                 QStringLiteral("HY008"));
+    return Error(Fault::Cancelled);
 }
 
 } // namespace
@@ -38,7 +37,7 @@ Connection::Turn::~Turn()
     body.RefreshAfter(m_number);
     {
         const std::lock_guard guard(body.lock);
-        std::erase_if(body.queue, [this](const Body::Ticket &ticket) { return ticket.number == m_number; });
+        std::erase_if(body.queue, [this](const Body::Ticket &other) { return other.number == m_number; });
         if (m_claim)
             body.DropHoldIfDone(*m_claim);
     }
@@ -54,10 +53,9 @@ void Connection::Turn::Begin()
         return;
     for (const Body::Ticket &ticket : body.queue)
         if (ticket.served && (ticket.server == thread || body.thread->IsHere()))
-            throw Error(adErrObjectOpen,
-                        QStringLiteral("Operation cannot be performed while the connection runs: ") + ticket.sql);
+            throw Error(Fault::ConnectionRuns, {ticket.sql});
     const auto own = std::find_if(body.queue.begin(), body.queue.end(),
-                                  [this](const Body::Ticket &ticket) { return ticket.number == m_number; });
+                                  [this](const Body::Ticket &other) { return other.number == m_number; });
     const auto outer = std::find_if(body.queue.begin(), own, [thread](const Body::Ticket &ticket) {
         return ticket.waiting && ticket.waiter == thread;
     });
@@ -67,8 +65,8 @@ void Connection::Turn::Begin()
     ticket->waiting = true;
     ticket->waiter = thread;
     const auto ready = [&body, this] { // with the lock held
-        const Body::Ticket &ticket = *body.Find(m_number);
-        return ticket.cancelled || body.IsNext(ticket);
+        const Body::Ticket &mine = *body.Find(m_number);
+        return mine.cancelled || body.IsNext(mine);
     };
     if (!ready()) {
         if (const WaitHandler handler = WaitHandlerOfThisThread()) {
@@ -103,10 +101,10 @@ Session &Connection::Turn::Driver()
         if (own->cancelled)
             throw Cancelled();
         if (!own->served)
-            throw Error(adErrObjectClosed, QStringLiteral("The turn has not begun."));
+            throw Error(Fault::TurnNotBegun);
     }
     if (!body.session)
-        throw Error(adErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
+        throw Error(Fault::ObjectClosed);
     return *body.session;
 }
 

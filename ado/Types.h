@@ -159,27 +159,4 @@ enum SchemaEnum : int
     adSchemaTrustees = 39,
 };
 
-// Error numbers that callers test for.
-enum ErrorValue : int
-{
-    adErrLoginFailed = static_cast<int>(0x80040E4D),
-    adErrFeatureNotAvailable = 3251, // "Object or provider is not capable of performing requested operation."
-    adErrObjectClosed = 3704,        // "Operation is not allowed when the object is closed."
-    adErrObjectOpen = 3705,          // "Operation is not allowed when the object is open."
-    adErrNoCurrentRecord = 3021,     // "Either BOF or EOF is True, or the current record has been deleted. ..."
-    adErrFileNotFound = 53,          // the database file of the built-in driver does not exist
-    adErrDataConversion = 3421,      // "Application uses a value of the wrong type for the current operation."
-    adErrRowConflict = static_cast<int>(0x80040E38), // "Row cannot be located for updating. ..."
-    adErrObjectInCollection = 3367,                  // "Object is already in collection. Cannot append."
-    adErrItemNotFound =
-        3265, // "Item cannot be found in the collection corresponding to the requested name or ordinal."
-    adErrInvalidArgument = 3001,    // "Arguments are of the wrong type, ... or are in conflict with one another."
-    adErrOperationCancelled = 3712, // "Operation has been cancelled by the user."
-    adErrProviderFailed = static_cast<int>(0x80004005),
-    adErrOutOfMemory = static_cast<int>(0x8007000E),
-    adErrProviderNotFound = 3706,                          // driver not installed
-    adErrNestedTransaction = static_cast<int>(0x8004D013), // one transaction at a time on a connection
-    adErrNoTransaction = static_cast<int>(0x8004D00E),
-};
-
 } // namespace ADODB

@@ -37,8 +37,7 @@ void UARecordset::OpenRecordset(const QString &SQL, const ADODB::ConnectionPtr &
     job->owner = this;
     m_job = job;
     if (!Connection) {
-        job->Finish(nullptr, ADODB::Error(ADODB::adErrObjectClosed,
-                                          QStringLiteral("Operation is not allowed when the object is closed.")));
+        job->Finish(nullptr, ADODB::Error(ADODB::Fault::ObjectClosed));
         return;
     }
     try {

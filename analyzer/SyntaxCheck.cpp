@@ -1,5 +1,6 @@
 #include "analyzer/SyntaxCheck.h"
 
+#include "ado/family/Family.h"
 #include "controls/Attempt.h"
 #include "data/modMain.h"
 #include "lang/Text.h"
@@ -36,12 +37,11 @@ SyntaxCheck::SyntaxCheck(ADODB::ConnectionPtr connection)
 template <class Work> void SyntaxCheck::Step(bool stoppable, const Work &work)
 {
     if (!m_connection)
-        throw ADODB::Error(ADODB::adErrObjectClosed,
-                           QStringLiteral("Operation is not allowed when the object is closed."));
+        throw ADODB::Error(ADODB::Fault::ObjectClosed);
     {
         const std::scoped_lock held(m_lock);
         if (stoppable && m_cancelled)
-            throw ADODB::Error(ADODB::adErrOperationCancelled, QStringLiteral("Operation has been cancelled."));
+            throw ADODB::Error(ADODB::Fault::Cancelled);
         m_stoppable = stoppable;
         m_claim = ADODB::Claim::OfThisThread(*m_connection);
     }
@@ -94,11 +94,11 @@ QString SyntaxCheck::Entry(const QString &words, const QString &statement) const
            statement + QStringLiteral("\\par \\par");
 }
 
-// PostgreSQL gives up a whole transaction at the first statement that fails, and each way begins with one that fails
-// there: what the user has done in a transaction of his own would be gone.
+// Each way begins with a statement that may fail. Where that gives up the whole transaction, what the user has done in
+// one of his own would be gone.
 bool SyntaxCheck::WouldLoseWork() const
 {
-    return m_connection && m_connection->Family() == ADODB::DatabaseFamily::PostgreSQL && m_connection->InTransaction();
+    return m_connection && m_connection->Family().Transactions.FailureEndsAll && m_connection->InTransaction();
 }
 
 QString SyntaxCheck::CheckOne(const QString &runText, const QString &statement)

@@ -94,16 +94,20 @@ void frmSQL::resizeEvent(QResizeEvent *event)
 
 QString frmSQL::Text() const
 {
-    return txtSQL->Text();
+    return m_coming ? EditorText::Normalised(*m_coming) : txtSQL->Text();
 }
 
-void frmSQL::SetText(const QString &text)
+bool frmSQL::SetText(const QString &text)
 {
+    if (text.size() > AtOnce || m_bringing)
+        return SetLongText(text, true);
+    m_coming.reset();
     m_InParse = true;
     txtSQL->SetText(text);
     m_InParse = false;
     FixText(true, true, 2);
     m_journey.Seal();
+    return true;
 }
 
 void frmSQL::Load()
@@ -111,15 +115,23 @@ void frmSQL::Load()
     const QPointer<frmSQL> self(this);
     if (!m_ConnName.isEmpty())
         SetCaption(QStringLiteral("SQL Analyzer: [") + m_ConnName + u']');
+    // From here on it is the window's text: a save while the tree is read must not put an empty one in its place.
+    if (const clsConn *stored = m_ConnName.isEmpty() ? nullptr : gConns().Item(m_ConnName);
+        stored && !stored->Extra.isEmpty() && !m_bringing)
+        m_coming = stored->Extra;
     FillTree();
     if (!self || m_unloading)
         return;
     FillQuickList();
     const bool first = !std::exchange(m_loaded, true) && txtSQL->Text().isEmpty();
     const clsConn *conn = m_ConnName.isEmpty() ? nullptr : gConns().Item(m_ConnName);
-    if (conn && !conn->Extra.isEmpty())
+    if (conn && conn->Extra.size() > AtOnce)
+        SetLongText(conn->Extra, false); // what the store holds must not give way to an empty editor
+    else if (conn && !conn->Extra.isEmpty())
         SetText(conn->Extra);
-    if (first)
+    else if (!m_bringing)
+        m_coming.reset();
+    if (self && first)
         m_journey.Clear(); // it begins with the text that the window was opened with
 }
 
@@ -127,7 +139,7 @@ void frmSQL::SaveState()
 {
     EndBracketShow();
     if (clsConn *conn = m_ConnName.isEmpty() ? nullptr : gConns().Item(m_ConnName))
-        conn->Extra = txtSQL->Text();
+        conn->Extra = Text();
 }
 
 // A scratch window follows the connection with its tree alone: its text belongs to no connection, and stays.

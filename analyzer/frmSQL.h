@@ -22,6 +22,7 @@
 #include <QSet>
 #include <QTimer>
 #include <memory>
+#include <optional>
 
 class ListView;
 class Node;
@@ -48,8 +49,9 @@ public:
         Load();
     }
     QString Text() const override;
-    void SetText(const QString &text) override;
+    bool SetText(const QString &text) override;
     void SetFileFilter(const QString &filter) override { FileFilter = filter; }
+    static qsizetype AtOnce; // characters; a text up to this is coloured at once. Tests set it
     QString FileName() const { return m_FileName; }
     QString FileFilter;      // of the save dialog; the one for query files when empty
     QString RunText() const; // what a run would execute: selection, statement at the caret, or the whole text
@@ -147,6 +149,12 @@ private:
     void OnChanged();
     void OnEdited(const QString &before, qsizetype start, qsizetype length, const QString &now);
     void Colour(bool all, bool checkLength, int mode, const std::optional<FixRange> &lines);
+    bool ColoursAll(bool all, int mode, const std::optional<FixRange> &lines) const;
+    struct LongText;
+    bool SetLongText(const QString &text, bool mayGiveUp);
+    bool MakeLong(const std::shared_ptr<LongText> &made);
+    bool ShowLong(LongText &made, bool mayGiveUp, bool *given);
+    void ColourLong();
     void TickBrackets();
     void EndBracketShow(); // the text as it was before the show
     void LoadShow(const QString &rtf);
@@ -175,6 +183,8 @@ private:
     bool m_Multi = false; // each run opens its own result window
     bool m_Split = false; // the result window takes half the work area
     bool m_InParse = false;
+    std::optional<QString> m_coming; // a long text on its way into the editor
+    bool m_bringing = false;         // and somebody is at it
     clsStringHistory m_History;
     TextJourney m_journey;             // every state since the window was opened, beside the history's ten
     bool m_travelling = false;         // what is written is no edit: a step of the journey, or a show of brackets

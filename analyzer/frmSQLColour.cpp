@@ -29,7 +29,8 @@ void frmSQL::OnChanged()
         txtSQL->SetSelColor(typedColour);
     // Once a keyword is coloured the caret's line is enough, or the lines that came in one piece.
     const std::optional<FixRange> arrived = std::exchange(m_arrived, {});
-    if (!txtSQL->HasColour(1))
+    // A long text is never coloured whole while it is typed into.
+    if (!txtSQL->HasColour(1) && txtSQL->Text().size() <= AtOnce)
         FixText(true, false, 1);
     else if (arrived)
         Colour(true, false, 2, WholeLines(txtSQL->Text(), *arrived));
@@ -53,6 +54,12 @@ void frmSQL::Colour(bool all, bool checkLength, int mode, const std::optional<Fi
         KeepHistory();
     if (m_fixState.IsIdle(all, checkLength, length))
         return;
+    if (length > AtOnce && ColoursAll(all, mode, lines)) {
+        m_fixState.Coloured(length);
+        if (all)
+            ColourLong();
+        return;
+    }
     m_InParse = true;
     {
         const RichTextBox::LockUpdate lock(txtSQL);
@@ -69,6 +76,16 @@ void frmSQL::Colour(bool all, bool checkLength, int mode, const std::optional<Fi
     }
     m_fixState.Coloured(length);
     m_InParse = false;
+}
+
+// A stretch that holds nothing stands for the whole text.
+bool frmSQL::ColoursAll(bool all, int mode, const std::optional<FixRange> &lines) const
+{
+    const QString text = txtSQL->Text();
+    const FixRange kept = lines.value_or(FixRange{txtSQL->SelStart(), txtSQL->SelLength()});
+    const FixView view{txtSQL->GetFirstVisibleLine(), txtSQL->GetVisibleLineCount()};
+    const FixRange range = SelectFixRange(text, all, FixMode(mode), kept, view);
+    return text.startsWith(u'\t') || Clipped(text, range).length == 0 || IsBlankRange(text, range);
 }
 
 // The history's entries come first. A press that would show nothing new goes on at once to the state before the present
@@ -112,7 +129,7 @@ void frmSQL::ShowState(const std::optional<TextJourney::State> &state)
     {
         const RichTextBox::LockUpdate lock(txtSQL);
         // An entry of the history may have been taken before its text was coloured.
-        const bool coloured = txtSQL->HasColour(1);
+        const bool coloured = txtSQL->HasColour(1) || state->text.size() > AtOnce;
         txtSQL->ChangeText(state->text);
         const FixRange lines =
             coloured ? WholeLines(state->text, {state->start, state->length}) : FixRange{0, state->text.size()};

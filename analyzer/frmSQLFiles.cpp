@@ -48,8 +48,8 @@ void frmSQL::mnuOpen()
     if (!ReadFile(path, text) || !self)
         return;
     EndBracketShow();
-    m_FileName = path;
-    SetText(text);
+    if (SetText(text) && self)
+        m_FileName = path;
 }
 
 bool frmSQL::ReadFile(const QString &path, QString &text)

@@ -94,9 +94,9 @@ void frmSQL::Batch::Run()
             if (altering)
                 connection->Execute(step.sql, &affected);
             else
-                OnWindow([step, connection = connection, claim = work->Claim()](frmSQL &window) {
+                OnWindow([step, connection = connection, claim = work->Claim()](frmSQL &into) {
                     const ADODB::Claim::Scope scope(claim); // its rows are a part of this run
-                    window.ShowResult(step, connection);
+                    into.ShowResult(step, connection);
                 });
         } catch (const ADODB::Error &error) {
             result = false;

@@ -4,6 +4,7 @@
 #include "controls/CommandBar.h"
 #include "controls/RichTextBox.h"
 #include "frame/Shell.h"
+#include "views/ExplainSQL.h"
 
 namespace {
 
@@ -38,7 +39,7 @@ const frmSQL::Action frmSQL::Actions[] = {
     {"CommIn", [](frmSQL &w) { w.CommentIn(); }},
     {"CommOut", [](frmSQL &w) { w.RemoveComment(); }},
     {"Refresh", [](frmSQL &w) { w.RefreshForm(w.m_ConnName); }},
-    {"Explain", nullptr},
+    {"Explain", [](frmSQL &w) { ExplainSQL(w.RunText()); }},
     {"Syntax", [](frmSQL &w) { w.CheckSyntax(); }},
     {"LCase", [](frmSQL &w) { w.ChangeCase(false); }},
     {"UCase", [](frmSQL &w) { w.ChangeCase(true); }},

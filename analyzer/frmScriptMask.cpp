@@ -113,8 +113,7 @@ bool frmScriptMask::Generate(QString *trouble)
     const bool read = Attempt(
         [&] {
             if (!connection)
-                throw ADODB::Error(ADODB::adErrObjectClosed,
-                                   QStringLiteral("Operation is not allowed when the object is closed."));
+                throw ADODB::Error(ADODB::Fault::ObjectClosed);
             const QString name = picked ? ServerName(connection, m_object) : ServerName(connection, m_table);
             const ADODB::RecordsetPtr empty =
                 ExecutePumped(connection, QStringLiteral("Select * FROM ") + name + QStringLiteral(" WHERE 1=0"),

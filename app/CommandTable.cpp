@@ -200,13 +200,13 @@ constexpr CommandRow s_rows[] = {
     Rowset("mnuDatabaseGrp", "mnuTranslations", "Translations", adSchemaTranslations, "Translations"),
     Rowset("mnuDatabaseGrp", "mnuTrustees", "Trustees", adSchemaTrustees, "Trustees"),
     Group("", "mnuDiagram", "Diagram").On(Needs::Connection),
-    Coming("mnuDiagram", "mnuTableDiagram", "Database Diagram"),
-    Child("mnuDiagram", "mnuDiagramAddTable", "Add Table", ChildName::mnuAddTable).Of("DTB").Later().Button("DTBTable"),
+    Opens("mnuDiagram", "mnuTableDiagram", "Database Diagram", "frmDiagram"),
+    Child("mnuDiagram", "mnuDiagramAddTable", "Add Table", ChildName::mnuAddTable).Of("DTB").Button("DTBTable"),
     Diagram("mnuDiagram", "mnuDiagramAddLinked", "Add Linked Tables", "DTBLinked")
         .Later()
         .Button("DTBLinked", "Add Linked"),
-    Diagram("mnuDiagram", "mnuDiagramAddAll", "Add All Tables", "DTBAll").Later().Button("DTBAll"),
-    Diagram("mnuDiagram", "mnuDiagramRemove", "Remove Table", "DTBRemove").Later().Button("DTBRemove"),
+    Diagram("mnuDiagram", "mnuDiagramAddAll", "Add All Tables", "DTBAll").Button("DTBAll"),
+    Diagram("mnuDiagram", "mnuDiagramRemove", "Remove Table", "DTBRemove").Button("DTBRemove"),
     Diagram("mnuDiagram", "mnuDiagramClear", "Clear Diagram", "DTBClear")
         .Later()
         .Button("DTBClear", "Clear All Tables"),
@@ -240,6 +240,7 @@ constexpr CommandRow s_rows[] = {
     Group("", "mnuQuery", "Query"),
     Sql("mnuQuery", "mnuRun", "Run", "SQLRun").Button("SQLRun").ChildKey("F5"),
     Sql("mnuQuery", "mnuRunTrans", "Run Transaction", "SQLTrans").Button("SQLTrans"),
+    Sql("mnuQuery", "mnuExplain", "Show Execution Plan", "SQLExplain").Button("SQLExplain"),
     Sql("mnuQuery", "mnuBeginTrans", "Begin Transaction", "BT").Drops("SQLTrans"),
     Sql("mnuQuery", "mnuCommitTrans", "Commit Transaction", "CT").Drops("SQLTrans"),
     Sql("mnuQuery", "mnuRollbackTrans", "Rollback Transaction", "RT").Drops("SQLTrans"),
@@ -292,13 +293,12 @@ constexpr CommandRow s_rows[] = {
 
     // Buttons without an item in a menu.
     Sql(NoMenu, "SQLWiz", "Wizzard", "SQLWiz").Button("SQLWiz").Later(),
-    Sql(NoMenu, "SQLExplain", "Show Execution Plan", "SQLExplain").Button("SQLExplain").Later(),
     WithText(NoMenu, "SQLParser", "Parser", Calls::Popup, "mnuParseMenu").Of("SQL").Button("SQLParser"),
     Sql(NoMenu, "SQLMulti", "Multiple Output windows", "SQLMulti").Check("SQLMulti"),
     Sql(NoMenu, "SQLSplit", "Split window workarea between code and results", "SQLSplit").Check("SQLSplit"),
-    Diagram(NoMenu, "DTBB2F", "Bring To Front", "DTBB2F").Button("DTBB2F").Later(),
-    Diagram(NoMenu, "DTBS2B", "Send To Back", "DTBS2B").Button("DTBS2B").Later(),
-    Diagram(NoMenu, "DTBB&W", "Black and White", "DTBB&W").Check("DTBB&W").Later(),
+    Diagram(NoMenu, "DTBB2F", "Bring To Front", "DTBB2F").Button("DTBB2F"),
+    Diagram(NoMenu, "DTBS2B", "Send To Back", "DTBS2B").Button("DTBS2B"),
+    Diagram(NoMenu, "DTBB&W", "Black and White", "DTBB&W").Check("DTBB&W"),
 
     // A rowset of the table of schema commands to which no item leads.
     Rowset(NoMenu, "mnuTables", "Tables", adSchemaTables, "Tables"),

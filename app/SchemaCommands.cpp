@@ -38,10 +38,12 @@ bool Told(const std::function<void()> &work)
 
 ADODB::RecordsetPtr OpenSchemaPumped(const ADODB::ConnectionPtr &connection, int schema)
 {
+    // Held, not referred to: a caller may hand over the current connection itself, and that changes meanwhile.
+    const ADODB::ConnectionPtr held = connection; // NOLINT(performance-unnecessary-copy-initialization)
     ADODB::RecordsetPtr rowset;
-    RunPumpedOn(connection, QObject::tr("Reading the schema ... (Esc cancels)"),
-                [&, held = connection] { rowset = held->OpenSchema(schema); }, {});
-    RaiseIfLeft(connection);
+    RunPumpedOn(held, QObject::tr("Reading the schema ... (Esc cancels)"), [&] { rowset = held->OpenSchema(schema); },
+                {});
+    RaiseIfLeft(held);
     return rowset;
 }
 

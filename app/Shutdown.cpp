@@ -15,7 +15,7 @@
 #include <QElapsedTimer>
 #include <thread>
 
-static constexpr int s_patience = 2000; // ms that cancelled work may take to its end
+static constexpr int s_patience = 2000; // ms from the close that cancelled work may take to its end
 
 void mdiMother::mnuExit()
 {
@@ -32,14 +32,13 @@ void mdiMother::SaveAll()
 {
     for (ChildWindow *child : Children())
         Attempt([&] { child->SaveState(); });
+    Attempt([&] { Area->RememberPlaces(); }); // at the way out each child does so when it closes
     SaveSettings();
 }
 
 // A server that answers lets go at once; one that stands still is left to the process's end.
-static void WaitForWork()
+static void WaitForWork(const QElapsedTimer &since)
 {
-    QElapsedTimer since;
-    since.start();
     while (ADODB::Connection::AnyWork() && since.elapsed() < s_patience) {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
@@ -52,12 +51,14 @@ void mdiMother::closeEvent(QCloseEvent *event)
     if (m_ended)
         return; // a second close, while the first one lets events through
     m_ended = true;
+    QElapsedTimer since; // the saving, which may wait for another writer as long, and this work end side by side
+    since.start();
     EndPumps(true); // whoever waits for a statement may go; this waits for nothing
     Attempt(
         [&] { Area->CloseAll(); }); // one that stays open keeps its changes to the end, and nothing is saved unasked
     SaveSettings();
     ReleaseKeywords(); // gConn ends with the process
     hide();
-    WaitForWork();
+    WaitForWork(since);
     emit Ended();
 }

@@ -9,6 +9,7 @@
 #include "controls/Splitter.h"
 #include "controls/Twips.h"
 #include "data/ConnectionStore.h"
+#include "data/SaveBeside.h"
 #include "data/clsConns.h"
 #include "frame/AppPath.h"
 #include "frame/Settings.h"
@@ -112,7 +113,7 @@ void mdiMother::SaveSettings()
     Attempt([&] {
         if (!m_store)
             m_store = std::make_unique<ConnectionStore>(AppFile(QStringLiteral("es.dat")));
-        m_store->Save(gConns());
+        SaveBeside(*m_store, gConns());
     });
     ::SetStatus(QStringLiteral("Done."));
 }

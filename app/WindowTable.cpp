@@ -18,7 +18,10 @@
 #include "data/frmTree.h"
 #include "frame/QueryWindow.h"
 #include "frame/Shell.h"
+#include "views/frmExecutionPlan.h"
 #include "views/frmHirarchy.h"
+#include "views/frmLink.h"
+#include "visual/frmDiagram.h"
 #include <QPointer>
 
 namespace {
@@ -48,12 +51,15 @@ constexpr WindowRow s_rows[] = {
     Free<frmAni>("frmAni"),
     Free<frmCode>("frmCode", "analyzer"),
     Dialog<frmConnectionString>("frmConnectionString", "connections"),
+    Child<frmDiagram>("frmDiagram", "diagram"),
+    Child<frmExecutionPlan>("frmExecutionPlan", "plan"),
     Dialog<frmFind>("frmFind", "analyzer"),
     Dialog<frmGetSQLStructure>("frmGetSQLStructure", "analyzer"),
     Dialog<frmGetSelection>("frmGetSelection"),
     Child<frmGrid>("frmGrid", "results", Stand::Rows),
     Free<frmHelp>("frmHelp"),
     Child<frmHirarchy>("frmHirarchy", "results", Stand::Rows),
+    Child<frmLink>("frmLink", "schema"),
     Dialog<frmLogin>("frmLogin", "connections"),
     Dialog<frmNewConnection>("frmNewConnection", "connections"),
     Dialog<frmRookie>("frmRookie"),

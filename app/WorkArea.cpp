@@ -159,6 +159,13 @@ void WorkArea::ActivateChild(ChildWindow *child)
     setActiveSubWindow(window);
 }
 
+void WorkArea::RememberPlaces()
+{
+    for (const ChildWindow *child : Children())
+        if (const auto *window = qobject_cast<const QMdiSubWindow *>(child->parentWidget()))
+            Remember(window);
+}
+
 bool WorkArea::CloseAll()
 {
     bool all = true;

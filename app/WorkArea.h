@@ -25,6 +25,7 @@ public:
     QList<ChildWindow *> Children() const;
     ChildWindow *ActiveChild() const;
     void ActivateChild(ChildWindow *child);
+    void RememberPlaces(); // of all children, as each does when it closes
     bool CloseAll();       // each child's own Unload runs; false when one stayed open
     void FocusActive();    // gives the keyboard to the active child
     void ShowSystemMenu(); // of the active child: move, size, minimise ... without a mouse

@@ -1,6 +1,5 @@
 #include "app/frmAbout.h"
-#include "ado/odbc/OdbcDriver.h"
-#include "ado/sqlite/SqliteDriver.h"
+#include "ado/DriverList.h"
 #include "controls/Icons.h"
 #include "controls/ListView.h"
 #include <QHeaderView>
@@ -12,7 +11,10 @@ static const int s_shownDrivers = 5; // rows of the list without scrolling
 
 QStringList frmAbout::Drivers()
 {
-    return QStringList{QStringLiteral("SQLite %1 (built in)").arg(ADODB::SqliteVersion())} + ADODB::OdbcDrivers();
+    QStringList lines;
+    for (const ADODB::DriverEntry &entry : ADODB::DriverEntries())
+        lines += entry.About();
+    return lines;
 }
 
 frmAbout::frmAbout(QWidget *parent) : ModalForm(QStringLiteral("About Us"), parent)

@@ -65,6 +65,7 @@ mdiMother::mdiMother(QWidget *parent) : QMainWindow(parent)
     schema->SetLastTable = [this](const QString &table) { menus->SetTag(QStringLiteral("mnuDBTables"), table); };
     schema->ConnectionName = [this] { return ConnectedName(); };
     Shell::Install(this);
+    DiagramHost::Install(this);
     EndPumps(false);
 }
 
@@ -216,6 +217,16 @@ void mdiMother::ShowMenu(const QString &name, const QPoint &globalPosition, cons
 {
     menus->SetTag(name, tag);
     menus->Popup(name, globalPosition);
+}
+
+void mdiMother::SetDiagramMenu(bool)
+{
+    RefreshMenus();
+}
+
+void mdiMother::ShowDiagramMenu(const QPoint &globalPosition)
+{
+    ShowMenu(QStringLiteral("mnuDiagram"), globalPosition, {});
 }
 
 void mdiMother::RefreshMenus()

@@ -7,6 +7,7 @@
 // is raised. Lengths of the settings are twips, all others pixels.
 
 #include "frame/Shell.h"
+#include "visual/DiagramHost.h"
 #include <QMainWindow>
 #include <QPointer>
 #include <QRectF>
@@ -23,7 +24,7 @@ class StatusBar;
 class WorkArea;
 struct CommandRow;
 
-class mdiMother : public QMainWindow, public Shell
+class mdiMother : public QMainWindow, public Shell, public DiagramHost
 {
     Q_OBJECT
 public:
@@ -55,6 +56,8 @@ public:
     bool TestMode() const override { return m_testMode; }
     void ShowMenu(const QString &name, const QPoint &globalPosition, const QString &tag) override;
     void RefreshMenus() override;
+    void SetDiagramMenu(bool on) override; // its rows follow their toolbar by themselves
+    void ShowDiagramMenu(const QPoint &globalPosition) override;
 
     // Start and end.
     void SetTestMode(bool on); // also tells every error that is passed over

@@ -1,13 +1,14 @@
 #pragma once
 // The rows that the benches read: 1,000,000 of 8 mixed columns, about 106 MB as text.
 
+#include "bench/Figures.h"
 #include <QString>
 #include <cstdio>
 #include <sqlite3.h>
 
 namespace bench {
 
-constexpr qint64 kRows = 1000000;
+inline const qint64 kRows = Size(1000000);
 
 // Makes a SQLite file with the table "rows": id, name, price, amount, day, moment, note, flag. Some values are null.
 inline bool MakeRows(const QString &path, qint64 rows)

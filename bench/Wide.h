@@ -4,6 +4,8 @@
 
 #include "ado/Connection.h"
 #include "ado/Recordset.h"
+#include "ado/family/Family.h"
+#include "bench/Figures.h"
 #include <QCoreApplication>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -11,7 +13,8 @@
 
 namespace bench {
 
-constexpr int kTables = 2000, kColumns = 10, kKeys = 1000;
+inline const int kTables = Quick() ? 200 : 2000, kKeys = kTables / 2;
+constexpr int kColumns = 10;
 
 class Wide
 {
@@ -68,7 +71,7 @@ private:
                 Connection->Execute(QStringLiteral("CREATE VIEW v%1 AS SELECT id, up, column_3 FROM t%1").arg(table));
         }
         Connection->CommitTrans();
-        if (Connection->Family() == ADODB::DatabaseFamily::SQLite)
+        if (Connection->Family().Id == ADODB::DatabaseFamily::SQLite)
             Connection->Execute(QStringLiteral("ANALYZE"));
     }
     QTemporaryDir m_folder;

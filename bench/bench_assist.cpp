@@ -88,7 +88,7 @@ void QuickList()
     if (many.window.lvQuickList->Text(77) != QLatin1String("CUSTOMER_ORDERS_OF_YEAR_00077"))
         Fail("another name stands there");
     std::vector<double> ratios, extra;
-    for (int round = 0; round < 31; ++round) {
+    for (int round = 0; round < bench::Rounds(31); ++round) {
         const double empty = none.Open(), hundred = few.Open(), all = many.Open();
         ratios.push_back(all / hundred);
         extra.push_back((all - empty) / frame);
@@ -127,7 +127,7 @@ void ReplaceAll()
     window.resize(1000, 600);
     window.show();
     std::vector<double> ratios;
-    for (int round = 0; round < 9; ++round) {
+    for (int round = 0; round < bench::Rounds(9); ++round) {
         window.SetText(text);
         Paint(window);
         const double pass = bench::Seconds([&] { window.FixText(true, true, 2); });

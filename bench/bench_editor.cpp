@@ -101,7 +101,7 @@ int main(int argc, char **argv)
     QCoreApplication::processEvents();
     // Neither side is charged with the painting, which is that of one screen however long the text is.
     std::vector<double> ratios;
-    for (int round = 0; round < 15; ++round) {
+    for (int round = 0; round < bench::Rounds(15); ++round) {
         const double press = bench::Seconds([&] { QTest::keyClick(box, Qt::Key_X); });
         QCoreApplication::processEvents();
         const double pass = bench::Seconds([&] { window.FixText(true, true, 2); });

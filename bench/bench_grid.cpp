@@ -48,7 +48,7 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     FlexGrid large, small;
-    large.SetDataSource(MakeRows(1000000));
+    large.SetDataSource(MakeRows(bench::Size(1000000)));
     small.SetDataSource(MakeRows(1000));
     for (FlexGrid *const grid : {&large, &small}) {
         grid->resize(900, 600);

@@ -119,7 +119,7 @@ double RowsIntoGrid(const ADODB::RecordsetPtr &rows)
 template <class Ours, class Peer> double Ratio(int rounds, Ours &&ours, Peer &&peer)
 {
     std::vector<double> ratios;
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < bench::Rounds(rounds); ++round) {
         const double one = ours(), other = peer();
         ratios.push_back(one / other);
         std::fprintf(stderr, "  list %.4f s, grid %.4f s\n", one, other);

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr qint64 kRows = 1000000;
+const qint64 kRows = bench::Size(1000000);
 constexpr char kStatement[] = "SELECT * FROM bench_rows";
 constexpr char kMake[] =
     "CREATE TABLE bench_rows AS SELECT i AS id, 'Customer number ' || (i::bigint * 7919 % 100003) AS name, "
@@ -23,7 +23,7 @@ constexpr char kMake[] =
     "second' "
     "+ (100 + i % 900) * interval '1 millisecond' AS moment, CASE WHEN i % 10 <> 0 THEN 'A note of ordinary length "
     "about row "
-    "' || i END AS note, i % 2 = 0 AS flag FROM generate_series(1, 1000000) i";
+    "' || i END AS note, i % 2 = 0 AS flag FROM generate_series(1, %1) i";
 
 // The plainest loop that the interface allows, on a connection of its own.
 class Bare
@@ -92,7 +92,7 @@ int main()
         const ConnectionPtr connection = Connection::Create();
         connection->Open(string);
         connection->Execute(QStringLiteral("DROP TABLE IF EXISTS bench_rows"));
-        connection->Execute(QString::fromLatin1(kMake));
+        connection->Execute(QString::fromLatin1(kMake).arg(kRows));
         Bare bare(string.toUtf8());
         RecordsetPtr rows = connection->Execute(QString::fromLatin1(kStatement));
         if (rows->RecordCount() != kRows || bare.Read() != kRows)

@@ -128,9 +128,9 @@ bool Measure(const char *name, bench::Wide &wide, Bare &bare, int only)
             return false;
         }
         // Short ones many times over, so that the clock can tell.
-        const int times = qBound(1, int(0.1 / qMax(once, 1e-5)), 500);
+        const int times = bench::Quick() ? 1 : qBound(1, int(0.1 / qMax(once, 1e-5)), 500);
         std::vector<double> ratios, seconds, bareSeconds;
-        for (int round = 0; round < (once > 0.5 ? 3 : 7); ++round) {
+        for (int round = 0; round < bench::Rounds(once > 0.5 ? 3 : 7); ++round) {
             seconds.push_back(bench::Seconds([&] {
                                   for (int i = 0; i < times; ++i)
                                       ours();

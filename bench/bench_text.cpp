@@ -85,9 +85,9 @@ void Growth()
     for (const Work &work : works) {
         double seconds[3] = {};
         for (int i = 0; i < 3; ++i) {
-            const QString text = SqlText(lengths[i]);
+            const QString text = SqlText(bench::Size(lengths[i]));
             std::vector<double> times;
-            for (int round = 0; round < (i == 2 ? 3 : 9); ++round)
+            for (int round = 0; round < bench::Rounds(i == 2 ? 3 : 9); ++round)
                 times.push_back(WorkSeconds([&] {
                     volatile qsizetype size = work.run(text);
                     (void)size;

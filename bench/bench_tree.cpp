@@ -69,7 +69,7 @@ bool Measure(const char *name, const bench::Wide &wide)
     tree.show();
     QCoreApplication::processEvents();
     std::vector<double> gaps, ends, seconds;
-    for (int round = 0; round < 3; ++round) {
+    for (int round = 0; round < bench::Rounds(3); ++round) {
         Heart heart;
         seconds.push_back(bench::Seconds([&] { Fill(tree); }));
         heart.Beat();

@@ -48,7 +48,7 @@ function(house_use_pch target kind)
 endfunction()
 
 function(house_make_pch)
-  if(NOT BRINDLEWICK_PCH OR CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  if(NOT BRINDLEWICK_PCH)
     return()
   endif()
   house_pch_kind(core library "${house_pch_core}" Qt6::Core Threads::Threads)

@@ -1,7 +1,12 @@
 # What every room shares: warnings, sanitizers, and one function a kind of target.
 
 add_library(house_flags INTERFACE)
-target_compile_options(house_flags INTERFACE -Wall -Wextra -Wpedantic -Wno-unused-parameter)
+target_compile_options(house_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wno-unused-parameter)
+# What CI holds and nobody else is stopped by: another compiler warns of other things.
+option(BRINDLEWICK_STRICT "Let no warning pass" OFF)
+if(BRINDLEWICK_STRICT)
+  target_compile_options(house_flags INTERFACE -Werror)
+endif()
 target_compile_definitions(house_flags INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH)
 target_include_directories(house_flags INTERFACE ${PROJECT_SOURCE_DIR})
 # Qt's and the standard library's own assertions: a read one past a text is seen, which no sanitizer notices inside a buffer.

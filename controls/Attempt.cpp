@@ -35,7 +35,7 @@ void TellPassedErrors(bool on)
     s_tell = on;
 }
 
-void ErrorPassedOver(const std::source_location &place) noexcept
+void ErrorPassedOver(const SourcePlace &place) noexcept
 {
     if (!s_tell)
         return;
@@ -43,9 +43,9 @@ void ErrorPassedOver(const std::source_location &place) noexcept
         return StopInDebugger();
     try {
         const QByteArray words = DescribeCurrentException().toLocal8Bit();
-        std::fprintf(stderr, "%s:%u: %s\n", place.file_name(), unsigned(place.line()), words.constData());
+        std::fprintf(stderr, "%s:%d: %s\n", place.File, place.Line, words.constData());
     } catch (...) {
-        std::fprintf(stderr, "%s:%u: an error without words\n", place.file_name(), unsigned(place.line()));
+        std::fprintf(stderr, "%s:%d: an error without words\n", place.File, place.Line);
     }
 }
 

@@ -12,7 +12,6 @@
 
 #include <QString>
 #include <exception>
-#include <source_location>
 #include <utility>
 
 // The words of the exception that is being handled: an ADODB::Error's or ControlError's description, else what().
@@ -20,14 +19,24 @@ QString DescribeCurrentException();
 
 // The test mode: whether errors that are passed over are told. Any thread.
 void TellPassedErrors(bool on);
+// Where a call stands, in a default argument. The standard's own class is not known to every reader of this tree.
+struct SourcePlace
+{
+    const char *File;
+    int Line;
+    static constexpr SourcePlace Here(const char *file = __builtin_FILE(), int line = __builtin_LINE())
+    {
+        return {file, line};
+    }
+};
 // Tells the exception that is being handled, in the test mode; else nothing.
-void ErrorPassedOver(const std::source_location &place) noexcept;
+void ErrorPassedOver(const SourcePlace &place) noexcept;
 
 // True when the statement ran to its end. Otherwise `description`, when given, gets the words; it is emptied on
 // success.
 template <class Statement>
 bool Attempt(Statement &&statement, QString *description = nullptr,
-             const std::source_location &place = std::source_location::current()) noexcept
+             const SourcePlace &place = SourcePlace::Here()) noexcept
 {
     try {
         std::forward<Statement>(statement)();

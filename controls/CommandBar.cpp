@@ -188,16 +188,16 @@ QVariant CommandBar::ItemData(const QString &key) const
     return At(key).data;
 }
 
-void CommandBar::SetItemData(const QString &key, const QVariant &data)
+void CommandBar::SetItemData(const QString &key, const QVariant &value)
 {
     At(key);
-    m_buttons[key].data = data;
+    m_buttons[key].data = value;
 }
 
-void CommandBar::SetEnabledByData(const QVariant &data, bool on)
+void CommandBar::SetEnabledByData(const QVariant &value, bool on)
 {
     for (const Button &button : m_buttons)
-        if (button.data.isValid() && button.data == data && button.kind != cbrSeparator)
+        if (button.data.isValid() && button.data == value && button.kind != cbrSeparator)
             button.action->setEnabled(on);
 }
 

@@ -5,7 +5,7 @@
 
 namespace {
 
-const QString lineEnd = QStringLiteral("\r\n");
+const QString lineBreak = QStringLiteral("\r\n");
 
 // What the toolkit's document takes for the end of a paragraph.
 bool EndsParagraph(QChar ch)
@@ -64,13 +64,41 @@ void EditorText::Reset(const QString &text)
     m_lines.resize(size_t(std::count(text.cbegin(), text.cend(), QChar(u'\n'))) + 1); // only as part of CR LF
 }
 
+void EditorText::Reset(const QString &text, const RtfDocument &document)
+{
+    Reset(text);
+    size_t line = 0;
+    qsizetype lineStart = 0;
+    qsizetype lineEnd = text.indexOf(lineBreak, 0);
+    const auto endOf = [&](qsizetype end) { return end < 0 ? text.size() : end; };
+    for (const RtfRun &run : document.runs) {
+        EditorStyle style{run.colour, run.bold, run.italic};
+        if (style.colour < 0 || size_t(style.colour) >= document.colours.size())
+            style.colour = 0;
+        const qsizetype runEnd = std::min(run.start + run.length, text.size());
+        for (qsizetype from = run.start; from < runEnd;) {
+            for (; lineEnd >= 0 && from >= lineEnd + 2; ++line) {
+                lineStart = lineEnd + 2;
+                lineEnd = text.indexOf(lineBreak, lineStart);
+            }
+            const qsizetype to = std::min(runEnd, endOf(lineEnd));
+            Append(m_lines[line].runs, {int(from - lineStart), int(to - from), style});
+            from = lineEnd < 0 ? runEnd : std::max(to, std::min(runEnd, lineEnd + 2));
+        }
+    }
+    for (LineRuns &each : m_lines) {
+        Count(each.runs, 1);
+        each.stale = each.formatted = true;
+    }
+}
+
 void EditorText::Replace(qsizetype position, qsizetype removed, const QString &added, int line, int column,
                          EditorStyle style)
 {
     const QStringView gone = QStringView(m_text).mid(position, removed);
-    const int goneLines = int(gone.count(lineEnd));
-    const int tailColumn = goneLines ? int(removed - gone.lastIndexOf(lineEnd) - 2) : column + int(removed);
-    const int newLines = int(added.count(lineEnd));
+    const int goneLines = int(gone.count(lineBreak));
+    const int tailColumn = goneLines ? int(removed - gone.lastIndexOf(lineBreak) - 2) : column + int(removed);
+    const int newLines = int(added.count(lineBreak));
     const size_t first = size_t(line);
 
     for (size_t i = first; i <= first + size_t(goneLines); ++i)
@@ -87,7 +115,7 @@ void EditorText::Replace(qsizetype position, qsizetype removed, const QString &a
 
     qsizetype pieceStart = 0;
     for (int i = 0; i <= newLines; ++i) {
-        const qsizetype pieceEnd = i < newLines ? added.indexOf(lineEnd, pieceStart) : added.size();
+        const qsizetype pieceEnd = i < newLines ? added.indexOf(lineBreak, pieceStart) : added.size();
         const int start = i ? 0 : column;
         Runs runs = i ? Runs() : std::move(head);
         Append(runs, {start, int(pieceEnd - pieceStart), style});
@@ -167,7 +195,7 @@ QString EditorText::Normalised(const QString &text)
         }
         if (text[i] == u'\r' && i + 1 < size && text[i + 1] == u'\n')
             ++i;
-        result += lineEnd;
+        result += lineBreak;
     }
     return result;
 }

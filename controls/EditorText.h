@@ -6,6 +6,7 @@
 // Positions are zero-based; in the text CR LF counts as two. Lines count from 0, columns within a line from 0, a line
 // has no line end. Interface thread; nothing is raised.
 
+#include "sqltext/Rtf.h"
 #include <QString>
 #include <vector>
 
@@ -42,6 +43,10 @@ public:
 
     // Everything anew, without styles. The text has CR LF line ends only.
     void Reset(const QString &text);
+
+    // Everything anew with the runs of a document whose text that is, on any thread. A colour that is not in its table
+    // is the default one. No line is drawn with its formats yet.
+    void Reset(const QString &text, const RtfDocument &document);
 
     // `removed` characters at `position` give way to `added`, which gets one style. `line` and `column` say where
     // `position` is.

@@ -119,10 +119,10 @@ QString FlexGrid::Body::HiddenText(const QPoint &position) const
         return {};
     const QRect room = TextRoom(r, c, cell);
     const QString text = ShownText(r, c);
-    const QStringList lines = lang::Split(text, QStringLiteral("\n"));
+    const QStringList pieces = lang::Split(text, QStringLiteral("\n"));
     const int shown = LinesIn(room);
-    bool hidden = lines.size() > shown;
-    for (const QString &line : lines)
+    bool hidden = pieces.size() > shown;
+    for (const QString &line : pieces)
         hidden = hidden || q->fontMetrics().horizontalAdvance(OneLine(line)) > room.width();
     if (!hidden)
         return {};

@@ -167,7 +167,7 @@ std::optional<QString> LongTextBox::WholeText(const std::function<bool()> &keepO
 
 QMimeData *LongTextBox::createMimeDataFromSelection() const
 {
-    auto *const data = new QMimeData;
-    data->setText(SelectedText());
-    return data;
+    auto *const mime = new QMimeData;
+    mime->setText(SelectedText());
+    return mime;
 }

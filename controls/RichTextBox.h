@@ -15,7 +15,10 @@
 #include <QTextBlock>
 #include <QTextCharFormat>
 #include <QTextCursor>
+#include <functional>
 #include <optional>
+
+struct EditorContent;
 
 class RichTextBox : public QPlainTextEdit, public EditControl
 {
@@ -33,12 +36,20 @@ public:
     // Another text: what it has in common with the present one at both ends keeps its formats; caret and view stay as
     // well unless most of it is new.
     void ChangeText(const QString &text);
+    // A long content that was made ready on another thread. Its text goes in by pieces, and `goOn` is asked between
+    // them: it may let events through; false from it gives up. False when it was given up, or when the text is not the
+    // one that the content was made for: then everything is as it was. Text() is the former one until all is in. The
+    // selection stays at its numbers, and what came already can be read. A content that differs in its colours alone
+    // costs next to nothing.
+    static constexpr qsizetype PieceSize = 16 * 1024; // characters, and one more where they belong together
+    bool TakeContent(EditorContent &&made, const std::function<bool()> &goOn);
     // The whole content as RTF. Writing a document with the present text only changes formats: caret and view stay.
     // Otherwise the caret goes to 0.
     QString TextRTF() const override;
     void SetTextRTF(const QString &rtf) override;
     void SetSelRTF(const QString &rtf) override; // the caret goes behind it
     RtfFrame Frame() const override;
+    RtfDocument Look() const; // font and colour table, without text
     bool TakeColoured(const ColouredText &coloured) override;
 
     qsizetype SelStart() const override;
@@ -115,6 +126,8 @@ private:
     void ReplaceText(qsizetype position, qsizetype length, const QString &text);
     void WriteWhole(const QString &text);
     void TellWhole(const QString &text);
+    void Adopt(QTextDocument *document);
+    bool Fill(const QString &text, const std::function<bool()> &goOn);
     void Rewrite(const QString &text, bool keepFormats);
     std::vector<RtfRun> Runs() const;
 
@@ -148,6 +161,7 @@ private:
     int m_quiet = 0;        // the document is being rewritten from within: its signals are none of the text's
     bool m_pending = false; // the text changed and nobody was told yet
     bool m_telling = false; // listeners of changed() are at work
+    bool m_filling = false; // the document is not yet the text
     int m_locks = 0;
     std::optional<QTextCursor> m_shadow; // the selection while locked
     std::optional<qsizetype> m_asked;    // what SetSelStart was given, as long as the selection starts there

@@ -94,7 +94,8 @@ void RichTextBox::ShowAllColours()
 // Lines get their formats when they are first seen.
 void RichTextBox::paintEvent(QPaintEvent *event)
 {
-    ShowStale(GetFirstVisibleLine(), LastVisibleLine());
+    if (!m_filling) // else the lines are another text's
+        ShowStale(GetFirstVisibleLine(), LastVisibleLine());
     QPlainTextEdit::paintEvent(event);
 }
 

@@ -127,9 +127,9 @@ void RichTextBox::dragMoveEvent(QDragMoveEvent *event)
 
 void RichTextBox::dropEvent(QDropEvent *event)
 {
-    const QMimeData *data = event->mimeData();
-    const QStringList files = Files(data);
-    if (isReadOnly() || (!IsNode(data) && files.isEmpty())) {
+    const QMimeData *mime = event->mimeData();
+    const QStringList files = Files(mime);
+    if (isReadOnly() || (!IsNode(mime) && files.isEmpty())) {
         QPlainTextEdit::dropEvent(event);
         return;
     }
@@ -138,9 +138,9 @@ void RichTextBox::dropEvent(QDropEvent *event)
     QDropEvent done(event->position(), event->possibleActions(), &nothing, event->buttons(), event->modifiers());
     QPlainTextEdit::dropEvent(&done);
     Accept(event);
-    if (IsNode(data)) {
+    if (IsNode(mime)) {
         setTextCursor(cursorForPosition(event->position().toPoint()));
-        emit nodeDropped(data->data(QLatin1String(NodeMime)));
+        emit nodeDropped(mime->data(QLatin1String(NodeMime)));
     } else {
         emit filesDropped(files);
     }
@@ -167,8 +167,8 @@ void RichTextBox::insertFromMimeData(const QMimeData *source)
 // The toolkit would hand out blanks for hard blanks; what is copied is what stands in the text.
 QMimeData *RichTextBox::createMimeDataFromSelection() const
 {
-    auto *data = new QMimeData;
+    auto *mime = new QMimeData;
     QString text = SelText();
-    data->setText(text.replace(QLatin1String("\r\n"), QLatin1String("\n")));
-    return data;
+    mime->setText(text.replace(QLatin1String("\r\n"), QLatin1String("\n")));
+    return mime;
 }

@@ -1,4 +1,5 @@
 // The editor's content as RTF, and finished colourings taken over without that detour.
+#include "controls/EditorContent.h"
 #include "controls/RichTextBox.h"
 
 #include <QTextDocument>
@@ -12,33 +13,8 @@ constexpr int inPlaceShare = 2;
 // So many lines are shown at once, seen or not; of more only those in sight.
 constexpr int shownAtOnce = 64;
 
-struct Difference
-{
-    qsizetype start, oldLength, newLength;
-};
-
-bool SplitsLineEnd(QStringView text, qsizetype position)
-{
-    return position > 0 && position < text.size() && text[position - 1] == u'\r' && text[position] == u'\n';
-}
-
-// The middle that differs; it never begins or ends between CR and LF.
-Difference Compare(QStringView before, QStringView after)
-{
-    const qsizetype shorter = std::min(before.size(), after.size());
-    const qsizetype head =
-        std::mismatch(before.begin(), before.begin() + shorter, after.begin()).first - before.begin();
-    qsizetype tail = 0;
-    while (tail < shorter - head && before[before.size() - 1 - tail] == after[after.size() - 1 - tail])
-        ++tail;
-    const qsizetype start = SplitsLineEnd(before, head) || SplitsLineEnd(after, head) ? head - 1 : head;
-    if (SplitsLineEnd(before, before.size() - tail) || SplitsLineEnd(after, after.size() - tail))
-        --tail;
-    return {start, before.size() - start - tail, after.size() - start - tail};
-}
-
 // What of the runs lies beside the middle, at its places in the new text.
-std::vector<RtfRun> Beside(const std::vector<RtfRun> &runs, const Difference &middle)
+std::vector<RtfRun> Beside(const std::vector<RtfRun> &runs, const TextDifference &middle)
 {
     std::vector<RtfRun> kept;
     const qsizetype behind = middle.start + middle.oldLength;
@@ -69,13 +45,19 @@ std::vector<RtfRun> RichTextBox::Runs() const
     return runs;
 }
 
+RtfDocument RichTextBox::Look() const
+{
+    RtfDocument look;
+    look.colours = m_colours;
+    look.fontName = m_fontName;
+    look.fontHalfPoints = m_fontHalfPoints;
+    return look;
+}
+
 QString RichTextBox::TextRTF() const
 {
-    RtfDocument whole;
+    RtfDocument whole = Look();
     whole.text = m_content.Text();
-    whole.colours = m_colours;
-    whole.fontName = m_fontName;
-    whole.fontHalfPoints = m_fontHalfPoints;
     whole.runs = Runs();
     return WriteRtf(whole);
 }
@@ -107,7 +89,7 @@ bool RichTextBox::TakeColoured(const ColouredText &coloured)
 void RichTextBox::TellWhole(const QString &text)
 {
     m_asked.reset();
-    const Difference middle = Compare(m_content.Text(), text);
+    const TextDifference middle = CompareTexts(m_content.Text(), text);
     if (middle.oldLength > 0 || middle.newLength > 0)
         emit edited(m_content.Text(), middle.start, middle.oldLength, text.mid(middle.start, middle.newLength));
 }
@@ -115,7 +97,7 @@ void RichTextBox::TellWhole(const QString &text)
 // Another text with as little of the document touched as there is need; nobody is told.
 void RichTextBox::Rewrite(const QString &text, bool keepFormats)
 {
-    const Difference middle = Compare(m_content.Text(), text);
+    const TextDifference middle = CompareTexts(m_content.Text(), text);
     const bool telling = std::exchange(m_telling, true);
     if (middle.newLength > text.size() / inPlaceShare) {
         const std::vector<RtfRun> kept = keepFormats ? Beside(Runs(), middle) : std::vector<RtfRun>();

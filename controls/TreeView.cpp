@@ -296,12 +296,12 @@ QMimeData *TreeView::mimeData(const QList<QTreeWidgetItem *> &items) const
     QStringList texts;
     for (QTreeWidgetItem *const item : items)
         texts << item->text(0);
-    auto *const data = new QMimeData;
-    data->setText(texts.join(QStringLiteral("\r\n")));
+    auto *const mime = new QMimeData;
+    mime->setText(texts.join(QStringLiteral("\r\n")));
     // The editor takes a node by its key, which says what the name stands for.
     if (const Node *node = items.isEmpty() ? nullptr : Node::From(items.front()))
-        data->setData(QStringLiteral("application/x-brindlewick-node"), node->Key().toUtf8());
-    return data;
+        mime->setData(QStringLiteral("application/x-brindlewick-node"), node->Key().toUtf8());
+    return mime;
 }
 
 // The triangle of a row that opens, in the row's own text colour: the style's would vanish on a selected row.

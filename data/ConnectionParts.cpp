@@ -17,7 +17,7 @@ QString ConnectionParts::ToString() const
     QString text;
     switch (kind) {
     case Kind::BuiltIn:
-        text = QStringLiteral("Driver=SQLite");
+        text = QStringLiteral("Driver=") + name;
         break;
     case Kind::Dsn:
         text = QStringLiteral("DSN=") + ADODB::BracedValue(name);

@@ -19,7 +19,7 @@ void Open(ADODB::ConnectionPtr &connection, const QString &status, const QString
         return;
     connection = ADODB::Connection::Create();
     connection->SetConnectionString(text);
-    throw ADODB::Error(ADODB::adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."));
+    throw ADODB::Error(ADODB::Fault::Cancelled);
 }
 
 // Opens, and asks for user and password as long as the server refuses them.

@@ -52,7 +52,7 @@ void AddRow(ListView *list, bool typed, const QString &name, const QString &type
 
 // Each row's tag is the number of its object, counted from 1; the first item has none.
 void FillTables(ListView *list, const ADODB::RecordsetPtr &rowset, bool typed, const QString &first,
-                ADODB::DatabaseFamily family, std::vector<ADODB::ObjectName> &objects)
+                const ADODB::Family &family, std::vector<ADODB::ObjectName> &objects)
 {
     const int width = list->ListWidth();
     list->AddColumn(QStringLiteral("Name"), typed ? width - 1400 : width - 300);

@@ -1,37 +1,10 @@
 #include "data/SchemaFields.h"
+#include "ado/family/Family.h"
 #include "controls/Attempt.h"
 #include "data/ServerName.h"
 #include <QMultiMap>
 
 namespace {
-
-// Schema, name, whether the user may read it, whether the plain name leads to it.
-const char *const kStandingPostgres =
-    "SELECT n.nspname, c.relname, CASE WHEN pg_catalog.has_schema_privilege(n.oid, 'USAGE') "
-    "AND pg_catalog.has_table_privilege(c.oid, 'SELECT') THEN 1 ELSE 0 END, "
-    "CASE WHEN pg_catalog.pg_table_is_visible(c.oid) THEN 1 ELSE 0 END "
-    "FROM pg_catalog.pg_class c JOIN pg_catalog.pg_namespace n ON n.oid = c.relnamespace "
-    "WHERE c.relkind IN ('r', 'p', 'v', 'm', 'f') AND n.nspname NOT IN ('pg_catalog', 'information_schema')";
-// Base tables alone: a view here may be listed and still fail.
-const char *const kStandingMySQL =
-    "SELECT t.TABLE_SCHEMA, t.TABLE_NAME, 1, 1 FROM information_schema.TABLES t WHERE t.TABLE_SCHEMA = DATABASE() "
-    "AND t.TABLE_TYPE = 'BASE TABLE' AND t.ENGINE IS NOT NULL "
-    "AND (EXISTS (SELECT 1 FROM information_schema.USER_PRIVILEGES p WHERE p.PRIVILEGE_TYPE = 'SELECT' "
-    "AND p.GRANTEE = CONCAT('''', REPLACE(CURRENT_USER(), '@', '''@'''), '''')) "
-    "OR EXISTS (SELECT 1 FROM information_schema.SCHEMA_PRIVILEGES p WHERE p.PRIVILEGE_TYPE = 'SELECT' "
-    "AND DATABASE() = p.TABLE_SCHEMA AND p.GRANTEE = CONCAT('''', REPLACE(CURRENT_USER(), '@', '''@'''), '''')))";
-
-const char *StandingQuery(ADODB::DatabaseFamily family)
-{
-    switch (family) {
-    case ADODB::DatabaseFamily::PostgreSQL:
-        return kStandingPostgres;
-    case ADODB::DatabaseFamily::MySQL:
-        return kStandingMySQL;
-    default:
-        return nullptr;
-    }
-}
 
 QString KeyOf(const QString &owner, const QString &name)
 {
@@ -62,7 +35,7 @@ SchemaFields::SchemaFields(ADODB::ConnectionPtr connection, const std::atomic<bo
 // False where the family has no such query.
 bool SchemaFields::ReadStanding()
 {
-    const char *query = StandingQuery(m_connection->Family());
+    const char *query = m_connection->Family().Catalogue.Standing;
     if (!query)
         return false;
     const auto rows = m_connection->Execute(QLatin1String(query), nullptr, ADODB::adOneStatement);
@@ -78,7 +51,7 @@ void SchemaFields::ReadAll()
         m_hasStanding = ReadStanding();
         if (m_stop)
             return;
-        const auto family = m_connection->Family();
+        const ADODB::Family &family = m_connection->Family();
         const auto rowset = m_connection->OpenSchema(ADODB::adSchemaColumns);
         const int catalogue = Find(*rowset, "TABLE_CATALOG"), schema = Find(*rowset, "TABLE_SCHEMA");
         const int table = Find(*rowset, "TABLE_NAME"), column = Find(*rowset, "COLUMN_NAME");
@@ -115,18 +88,27 @@ QStringList SchemaFields::Known() const
     return names;
 }
 
+bool SchemaFields::Knows(const ADODB::ObjectName &object) const
+{
+    return m_known.contains(KeyOf(object));
+}
+
+QString SchemaFields::NameOf(const ADODB::ObjectName &object) const
+{
+    const auto standing = m_standing.constFind(KeyOf(object));
+    return standing == m_standing.constEnd()
+               ? ServerName(m_connection, object)
+               : NameText(m_connection->Family(), m_connection->Property(QStringLiteral("Identifier Quote")).toString(),
+                          object, standing->plainName);
+}
+
 std::optional<QStringList> SchemaFields::Probe(const ADODB::ObjectName &object) const
 {
     std::optional<QStringList> names;
     Attempt([&] {
-        const auto standing = m_standing.constFind(KeyOf(object));
-        const QString name = standing == m_standing.constEnd()
-                                 ? ServerName(m_connection, object)
-                                 : NameText(m_connection->Family(),
-                                            m_connection->Property(QStringLiteral("Identifier Quote")).toString(),
-                                            object, standing->plainName);
-        const auto empty = m_connection->Execute(QStringLiteral("SELECT * FROM ") + name + QStringLiteral(" where 0=1"),
-                                                 nullptr, ADODB::adOneStatement);
+        const auto empty =
+            m_connection->Execute(QStringLiteral("SELECT * FROM ") + NameOf(object) + QStringLiteral(" where 0=1"),
+                                  nullptr, ADODB::adOneStatement);
         if (!empty || empty->State() != ADODB::adStateOpen)
             return;
         names.emplace();

@@ -27,6 +27,8 @@ public:
     // The field names in the order of the table; nothing when the SELECT was refused.
     std::optional<QStringList> Of(const ADODB::ObjectName &object) const;
     QStringList Known() const; // the names that ReadAll answered for
+    bool Knows(const ADODB::ObjectName &object) const;
+    QString NameOf(const ADODB::ObjectName &object) const; // as ServerName; raises what that raises
 
 private:
     // What a server says of the objects that the catalogue lists, by owner and name.

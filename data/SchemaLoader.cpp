@@ -80,7 +80,7 @@ void Read(const ADODB::ConnectionPtr &connection, const QString &type, const std
     OpenRowset(*connection, type);
     if (!g_rowset)
         return;
-    const auto family = connection->Family();
+    const ADODB::Family &family = connection->Family();
     bool more = true;
     while (more && !stop) {
         more = Attempt([&] {
@@ -142,7 +142,7 @@ ADODB::ObjectName ObjectOf(const Node *node)
     return {place.value(0), place.value(1), node->Text()};
 }
 
-ADODB::ObjectName ObjectOfRow(ADODB::Recordset &rowset, ADODB::DatabaseFamily family)
+ADODB::ObjectName ObjectOfRow(ADODB::Recordset &rowset, const ADODB::Family &family)
 {
     QString catalog, schema;
     Attempt([&] { catalog = rowset.Fields()[QStringLiteral("TABLE_CATALOG")].Text(); });

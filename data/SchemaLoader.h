@@ -25,4 +25,4 @@ bool LoadStructure(TreeView *Tree, Node *Parent, const QString &ObjectType, int 
 // Which object a node of such a tree stands for: its text is the name alone, and two schemas may have that.
 ADODB::ObjectName ObjectOf(const Node *node);
 // The object of a tables rowset's current row. Raises where it has no name.
-ADODB::ObjectName ObjectOfRow(ADODB::Recordset &rowset, ADODB::DatabaseFamily family);
+ADODB::ObjectName ObjectOfRow(ADODB::Recordset &rowset, const ADODB::Family &family);

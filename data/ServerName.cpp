@@ -1,6 +1,7 @@
 #include "data/ServerName.h"
 
 #include "ado/Recordset.h"
+#include "ado/family/Family.h"
 #include "lang/Text.h"
 #include "session/Pump.h"
 #include "sqltext/EditAssist.h"
@@ -9,7 +10,7 @@
 #include <QThread>
 
 using ADODB::ConnectionPtr;
-using ADODB::DatabaseFamily;
+using ADODB::Family;
 using ADODB::ObjectName;
 
 namespace {
@@ -73,7 +74,7 @@ QString ByNumbers(const QString &name)
 
 } // namespace
 
-QString NameText(DatabaseFamily family, const QString &quote, const ObjectName &object, bool plainLeadsHere)
+QString NameText(const Family &family, const QString &quote, const ObjectName &object, bool plainLeadsHere)
 {
     if (!plainLeadsHere)
         return ADODB::PlacedName(family, quote, object);
@@ -99,7 +100,7 @@ QString OfferedName(const ConnectionPtr &connection, const ObjectName &object)
     const QString text = ServerName(connection, object);
     if (KeepsInEditor(text))
         return text;
-    if (connection->Family() != DatabaseFamily::PostgreSQL)
+    if (!connection->Family().Names.NumberNotation)
         return {};
     const bool placed = !PlainNameLeadsTo(connection, object);
     const bool plainSchema = KeepsInEditor(ADODB::PartName(connection->Family(), {}, object.Schema));

@@ -13,7 +13,7 @@
 #include <QStringList>
 
 // How the name is written, when it is known whether the plain name leads to this object. Pure.
-QString NameText(ADODB::DatabaseFamily family, const QString &quote, const ADODB::ObjectName &object,
+QString NameText(const ADODB::Family &family, const QString &quote, const ADODB::ObjectName &object,
                  bool plainLeadsHere);
 
 QString ServerName(const ADODB::ConnectionPtr &connection, const ADODB::ObjectName &object);

@@ -1,5 +1,4 @@
 #include "data/frmConnectionString.h"
-#include "ado/odbc/OdbcDriver.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
 #include "data/modMain.h"
@@ -18,11 +17,17 @@ namespace {
 
 using Kind = ConnectionParts::Kind;
 
-// Which boxes a source can use: a file database has no server.
-bool IsFileSource(const ConnectionParts &parts)
+Kind KindOf(ADODB::ConnectionChoice::Way way)
 {
-    return parts.kind == Kind::BuiltIn ||
-           (parts.kind == Kind::Driver && parts.name.contains(QLatin1String("SQLite"), Qt::CaseInsensitive));
+    switch (way) {
+    case ADODB::ConnectionChoice::BuiltIn:
+        return Kind::BuiltIn;
+    case ADODB::ConnectionChoice::DataSource:
+        return Kind::Dsn;
+    case ADODB::ConnectionChoice::Installed:
+        break;
+    }
+    return Kind::Driver;
 }
 
 } // namespace
@@ -114,30 +119,33 @@ frmConnectionString::frmConnectionString(QWidget *parent) : ModalForm(QStringLit
 
 void frmConnectionString::FillSources()
 {
-    const auto add = [this](const QString &caption, Kind kind, const QString &name) {
-        cmbSource->addItem(caption, name);
-        cmbSource->setItemData(cmbSource->count() - 1, int(kind), Qt::UserRole + 1);
-    };
-    add(QStringLiteral("SQLite (built in)"), Kind::BuiltIn, QStringLiteral("SQLite"));
-    for (const QString &name : ADODB::OdbcDataSources())
-        add(QStringLiteral("Data source: ") + name, Kind::Dsn, name);
-    for (const QString &name : ADODB::OdbcDrivers())
-        if (name.compare(QLatin1String("SQLite"), Qt::CaseInsensitive) != 0) // that name means the built-in one
-            add(QStringLiteral("Driver: ") + name, Kind::Driver, name);
+    for (const ADODB::DriverEntry &entry : ADODB::DriverEntries())
+        for (const ADODB::ConnectionChoice &choice : entry.Choices()) {
+            m_choices.push_back(choice);
+            cmbSource->addItem(choice.Label);
+        }
+}
+
+const ADODB::ConnectionChoice &frmConnectionString::Choice() const
+{
+    static const ADODB::ConnectionChoice none;
+    const int index = cmbSource->currentIndex();
+    return index < 0 ? none : m_choices[size_t(index)];
 }
 
 ConnectionParts frmConnectionString::Parts() const
 {
+    const ADODB::ConnectionChoice &choice = Choice();
     ConnectionParts parts;
-    parts.kind = Kind(cmbSource->currentData(Qt::UserRole + 1).toInt());
-    parts.name = cmbSource->currentData().toString();
+    parts.kind = KindOf(choice.How);
+    parts.name = choice.Name;
     parts.database = txtDatabase->text();
     parts.further = lang::Trim(txtFurther->text());
-    if (!IsFileSource(parts)) {
+    if (choice.HasServer) {
         parts.server = lang::Trim(txtServer->text());
         parts.port = lang::Trim(txtPort->text());
     }
-    if (parts.kind != Kind::BuiltIn) {
+    if (choice.HasUser) {
         parts.user = txtUser->text();
         parts.password = txtPassword->text();
     }
@@ -146,14 +154,13 @@ ConnectionParts frmConnectionString::Parts() const
 
 void frmConnectionString::Compose()
 {
-    const ConnectionParts parts = Parts();
-    const bool file = IsFileSource(parts);
-    txtServer->setEnabled(!file);
-    txtPort->setEnabled(!file);
-    cmdFile->setEnabled(file);
-    txtUser->setEnabled(parts.kind != Kind::BuiltIn);
-    txtPassword->setEnabled(parts.kind != Kind::BuiltIn);
-    txtResult->setPlainText(parts.ToString());
+    const ADODB::ConnectionChoice &choice = Choice();
+    txtServer->setEnabled(choice.HasServer);
+    txtPort->setEnabled(choice.HasServer);
+    cmdFile->setEnabled(!choice.Files.isEmpty());
+    txtUser->setEnabled(choice.HasUser);
+    txtPassword->setEnabled(choice.HasUser);
+    txtResult->setPlainText(Parts().ToString());
     lblTest->clear();
 }
 
@@ -165,10 +172,7 @@ QString frmConnectionString::Written() const
 
 void frmConnectionString::ChooseFile()
 {
-    const QString path = OpenFileDialog(
-        QStringLiteral("Database File"),
-        QStringLiteral("SQLite Database [*.db;*.sqlite;*.sqlite3]|*.db;*.sqlite;*.sqlite3|All Files [*]|*"), {},
-        txtDatabase->text(), this);
+    const QString path = OpenFileDialog(QStringLiteral("Database File"), Choice().Files, {}, txtDatabase->text(), this);
     if (!path.isEmpty())
         txtDatabase->setText(path);
 }

@@ -3,8 +3,10 @@
 // file chooser, server, port, database, user, password, further attributes. The resulting string is shown and may be
 // edited; Test opens it in the background and says what the driver says.
 
+#include "ado/DriverList.h"
 #include "frame/ModalForm.h"
 #include <QString>
+#include <vector>
 
 class QComboBox;
 class QLabel;
@@ -18,7 +20,7 @@ struct ConnectionParts
 {
     enum class Kind
     {
-        BuiltIn,
+        BuiltIn, // one of the program's own drivers
         Dsn,
         Driver
     };
@@ -54,5 +56,7 @@ private:
     void Test();
     ConnectionParts Parts() const;
     QString Written() const; // the string as it stands in the box
+    const ADODB::ConnectionChoice &Choice() const;
+    std::vector<ADODB::ConnectionChoice> m_choices; // one a line of cmbSource
     bool m_testing = false;
 };

@@ -29,8 +29,7 @@ static ADODB::RecordsetPtr OpenEmpty(const QString &Table)
 {
     const ADODB::ConnectionPtr connection = gConn;
     if (!connection)
-        throw ADODB::Error(ADODB::adErrObjectClosed,
-                           QStringLiteral("Operation is not allowed when the object is closed."));
+        throw ADODB::Error(ADODB::Fault::ObjectClosed);
     return connection->Execute(QStringLiteral("SELECT * FROM ") + ServerName(connection, Table) +
                                    QStringLiteral(" WHERE 1=0"),
                                nullptr, ADODB::adOneStatement);

@@ -183,7 +183,7 @@ std::basic_string<unsigned char> Picture(Dice &dice, int side) // a bitmap of `s
     std::basic_string<unsigned char> bytes(static_cast<size_t>(size), 0);
     const auto put = [&](int at, int value) {
         for (int i = 0; i < 4; ++i)
-            bytes[static_cast<size_t>(at + i)] = static_cast<unsigned char>(value >> (8 * i));
+            bytes[static_cast<size_t>(at) + static_cast<size_t>(i)] = static_cast<unsigned char>(value >> (8 * i));
     };
     bytes[0] = 'B', bytes[1] = 'M';
     put(2, size), put(10, 54), put(14, 40), put(18, side), put(22, side);

@@ -1,8 +1,10 @@
 #include "session/InputGate.h"
+#include "session/CloseButton.h"
 #include "session/Status.h"
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QWidget>
 
 namespace {
@@ -13,6 +15,12 @@ QList<QPointer<QWidget>> g_toClose; // once no gate holds input back
 bool IsEscape(const QEvent *event)
 {
     return static_cast<const QKeyEvent *>(event)->key() == Qt::Key_Escape;
+}
+
+void CloseLater(QWidget *window)
+{
+    if (!g_toClose.contains(window))
+        g_toClose.append(window);
 }
 
 bool IsInput(QEvent::Type type)
@@ -75,12 +83,13 @@ InputGate *InputGate::ForEscape()
     return g_innermost;
 }
 
-void InputGate::CloseLater(QWidget *window)
+void InputGate::NoteCloseButton(const QObject *watched, const QMouseEvent &event)
 {
-    if (!g_toClose.contains(window))
-        g_toClose.append(window);
-    if (m_cancel)
-        m_cancel();
+    QWidget *window = WindowToClose(watched, event);
+    if (event.type() == QEvent::MouseButtonPress)
+        m_pressed = window;
+    else if (event.type() == QEvent::MouseButtonRelease && window && window == m_pressed)
+        CloseLater(window);
 }
 
 bool InputGate::Holds(QObject *watched) const
@@ -108,10 +117,14 @@ bool InputGate::eventFilter(QObject *watched, QEvent *event)
     if (type == QEvent::Close && event->spontaneous() && Holds(watched)) {
         event->ignore();
         CloseLater(static_cast<QWidget *>(watched)->window());
+        if (m_cancel)
+            m_cancel();
         return true;
     }
     if (!IsInput(type) || !(type == QEvent::Shortcut ? sameDialogs : Holds(watched)))
         return false;
+    if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonRelease)
+        NoteCloseButton(watched, *static_cast<QMouseEvent *>(event));
     event->accept();
     return true;
 }

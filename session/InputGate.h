@@ -2,12 +2,17 @@
 // What the user may do while the program is inside a long operation: Escape and the Stop control call `cancel`; other
 // input is held back or let through, as told. Dialogs that open meanwhile are never held back. Gates nest; the
 // innermost one that still lives takes Escape. Interface thread; nothing raises.
+//
+// A close that is held back is done afterwards. That of the desktop, for a whole window, calls `cancel` as well; that
+// of a window in the work area lets the operation go on, which may be another's.
 
 #include "session/Pump.h"
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
 #include <functional>
+
+class QMouseEvent;
 
 class InputGate : public QObject
 {
@@ -22,11 +27,12 @@ protected:
 private:
     bool Holds(QObject *watched) const;
     InputGate *ForEscape();
-    void CloseLater(QWidget *window);
+    void NoteCloseButton(const QObject *watched, const QMouseEvent &event);
     PumpInput m_input;
     std::function<void()> m_cancel;
     QPointer<QWidget> m_window;
     QObject *m_modal; // the modal window at the start, only compared
     QObject *m_popup;
+    QPointer<QWidget> m_pressed; // whose close button the mouse holds
     InputGate *m_outer;
 };

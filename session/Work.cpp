@@ -18,8 +18,7 @@ std::vector<Work *> g_running; // the innermost last; interface thread
 
 ADODB::Error Stopped()
 {
-    return ADODB::Error(ADODB::adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."),
-                        QStringLiteral("HY008"));
+    return ADODB::Error(ADODB::Fault::Cancelled);
 }
 
 bool IsInterfaceThread()
@@ -84,8 +83,7 @@ std::shared_ptr<Work::State::Call> Work::State::Push(const std::function<void()>
 std::shared_ptr<Work> Work::On(const ADODB::ConnectionPtr &connection, const QString &words, ADODB::Claim::Kind kind)
 {
     if (!connection)
-        throw ADODB::Error(ADODB::adErrObjectClosed,
-                           QStringLiteral("Operation is not allowed when the object is closed."));
+        throw ADODB::Error(ADODB::Fault::ObjectClosed);
     return std::make_shared<Work>(ADODB::Claim::On(connection, words, kind));
 }
 

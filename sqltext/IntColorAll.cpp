@@ -28,11 +28,16 @@ void TakeFrame(const RtfFrame &frame)
         gRTFFont = frame.font;
 }
 
-// The whole RTF: frame, colour table, text. Only the text itself may be long.
-QString Framed(const QString &body)
+// What stands before the text: frame, colour table, default code.
+QString Front()
 {
-    const QString front = gRTFHead + QStringLiteral("\r\n") + gColorTableString + QStringLiteral("\r\n") + gRTFFont +
-                          ColourCodes::Current().plain;
+    return gRTFHead + QStringLiteral("\r\n") + gColorTableString + QStringLiteral("\r\n") + gRTFFont +
+           ColourCodes::Current().plain;
+}
+
+// The whole RTF. Only the text itself may be long.
+QString Framed(const QString &front, const QString &body)
+{
     QString rtf;
     rtf.reserve(front.size() + body.size() + 1);
     return rtf.append(front).append(body).append(u'}');
@@ -41,7 +46,36 @@ QString Framed(const QString &body)
 QString ColouredRtf(const QString &all, const QString &selected, const KeywordSet &keywords)
 {
     const bool whole = selected.isEmpty();
-    return Framed(ColourBody(whole ? all : selected, keywords, whole));
+    return Framed(Front(), ColourBody(whole ? all : selected, keywords, whole));
+}
+
+// `step` hears after each pass how many parts of a hundred are done; the rest is for reading the result.
+QString RunPasses(const QString &text, const ColourCodes &codes, const KeywordSet &keywords, bool wholeText,
+                  const std::function<void(int)> &step)
+{
+    QString working = text, spare;
+    int done = 0;
+    const auto tell = [&](int share) {
+        done += share;
+        if (step)
+            step(done);
+    };
+    // Two texts take turns: each pass reads one and writes over the other.
+    const auto pass = [&](auto &&change) {
+        TextSink out(std::move(spare), working.size() + working.size() / 4);
+        change(out);
+        spare = std::exchange(working, out.Take());
+        tell(5);
+    };
+    pass([&](TextSink &out) { EscapeSource(working, codes, out); });
+    spare = std::exchange(working, keywords.Plan().Colour(working, {codes.keyword, codes.plain}));
+    tell(40);
+    pass([&](TextSink &out) { MarkLines(working, wholeText, out); });
+    pass([&](TextSink &out) { ColourQuotes(working, u'"', codes.doubleQuote, codes, out); });
+    pass([&](TextSink &out) { ColourQuotes(working, u'\'', codes.singleQuote, codes, out); });
+    pass([&](TextSink &out) { ColourComments(working, codes, out); });
+    pass([&](TextSink &out) { MarkBrackets(working, out); });
+    return working;
 }
 
 } // namespace
@@ -69,22 +103,33 @@ RtfFrame FrameOf(QStringView textRTF)
 
 QString ColourBody(const QString &text, const KeywordSet &keywords, bool wholeText)
 {
-    const ColourCodes codes = ColourCodes::Current();
-    QString working = text, spare;
-    // Two texts take turns: each pass reads one and writes over the other.
-    const auto pass = [&](auto &&change) {
-        TextSink out(std::move(spare), working.size() + working.size() / 4);
-        change(out);
-        spare = std::exchange(working, out.Take());
-    };
-    pass([&](TextSink &out) { EscapeSource(working, codes, out); });
-    spare = std::exchange(working, keywords.Plan().Colour(working, {codes.keyword, codes.plain}));
-    pass([&](TextSink &out) { MarkLines(working, wholeText, out); });
-    pass([&](TextSink &out) { ColourQuotes(working, u'"', codes.doubleQuote, codes, out); });
-    pass([&](TextSink &out) { ColourQuotes(working, u'\'', codes.singleQuote, codes, out); });
-    pass([&](TextSink &out) { ColourComments(working, codes, out); });
-    pass([&](TextSink &out) { MarkBrackets(working, out); });
-    return working;
+    return RunPasses(text, ColourCodes::Current(), keywords, wholeText, {});
+}
+
+struct WholeColouring::Parts
+{
+    QString front;
+    ColourCodes codes;
+    KeywordSet keywords;
+};
+
+WholeColouring::WholeColouring(const EditControl &control)
+    : m([&] {
+          TakeFrame(control.Frame());
+          auto parts = std::make_unique<Parts>(Parts{Front(), ColourCodes::Current(), gKeywordSet});
+          parts->keywords.Plan(); // from here on any thread may read it
+          return parts;
+      }())
+{
+}
+
+WholeColouring::~WholeColouring() = default;
+
+std::optional<RtfDocument> WholeColouring::Document(const QString &text, const std::function<void(int)> &step) const
+{
+    if (IsAllBlank(text))
+        return std::nullopt;
+    return ReadRtf(Framed(m->front, RunPasses(text, m->codes, m->keywords, true, step)));
 }
 
 std::optional<ColourAnswer> intColorAll(const ColourRequest &request, const KeywordSet &keywords)

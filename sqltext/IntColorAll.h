@@ -9,6 +9,8 @@
 #include "sqltext/Keywords.h"
 
 #include <QString>
+#include <functional>
+#include <memory>
 #include <optional>
 
 // Head and font line of the control last coloured.
@@ -38,3 +40,22 @@ std::optional<ColourAnswer> intColorAll(const ColourRequest &request, const Keyw
 // Colours the control: with an empty `text` all of it, otherwise its selection, whose text that is. Then sets SelStart
 // to `caretPos`. Uses gKeywordSet.
 void intColorAll(EditControl &control, const QString &text, qsizetype caretPos);
+
+// The colouring of a whole text away from the window thread, for texts that take long. Made on the window thread, where
+// it takes what belongs there: the frame of the control, the switches, the keywords. Document may then be called on any
+// thread; it gives what the other forms show, its text included.
+class WholeColouring
+{
+public:
+    explicit WholeColouring(const EditControl &control);
+    ~WholeColouring();
+    WholeColouring(const WholeColouring &) = delete;
+    WholeColouring &operator=(const WholeColouring &) = delete;
+
+    // Nothing for a text that is empty or all blanks. `step` hears how many parts of a hundred are done.
+    std::optional<RtfDocument> Document(const QString &text, const std::function<void(int)> &step) const;
+
+private:
+    struct Parts;
+    const std::unique_ptr<const Parts> m;
+};

@@ -56,6 +56,14 @@ void JoinLayers::DrawJoins(const MapJoins &joins, const MapTables &tables, const
     }
 }
 
+void JoinLayers::Shift(double deltaX, double deltaY)
+{
+    for (auto &one : m_layers) {
+        one.second.finder->Shift(deltaX, deltaY);
+        one.second.bounds = one.second.finder->IsEmpty() ? QRectF() : one.second.finder->Bounds();
+    }
+}
+
 void JoinLayers::ClearJoinLayers()
 {
     for (auto &one : m_layers) {

@@ -26,8 +26,9 @@ public:
     // Draws the joins of one table anew, or all with -1. A join whose table or field is gone stays blank.
     void DrawJoins(const MapJoins &joins, const MapTables &tables, const ItemFrameOf &itemFrame, double outerWidth,
                    double outerHeight, int table = -1);
-    void ClearJoinLayers();       // blank, while a table is carried
-    void Enable(bool takesMouse); // all of them, and those to come
+    void Shift(double deltaX, double deltaY); // what is drawn, as the tables are shifted
+    void ClearJoinLayers();                   // blank, while a table is carried
+    void Enable(bool takesMouse);             // all of them, and those to come
     void Paint(QPainter &painter, const QRectF &area) const;
 
     int At(const QPointF &pixel) const; // the number of the topmost layer that has this pixel, 0 for none

@@ -123,6 +123,22 @@ void ucPathFinder::Resize(double width, double height)
     m_height = height;
 }
 
+void ucPathFinder::Shift(double deltaX, double deltaY)
+{
+    const QPointF delta(deltaX, deltaY);
+    X1 += deltaX;
+    X2 += deltaX;
+    Y1 += deltaY;
+    Y2 += deltaY;
+    for (DrawnLine &drawn : m_lines)
+        drawn.line.translate(delta);
+    for (QPointF &pixel : m_pixels)
+        pixel += delta;
+    for (DrawnText &drawn : m_texts)
+        drawn.place += delta;
+    m_marker.frame.translate(delta);
+}
+
 void ucPathFinder::SetScale(double Width, double Height)
 {
     m_scaleWidth = Width == 0 ? 1 : Width;

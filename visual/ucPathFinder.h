@@ -54,6 +54,7 @@ public:
     void Line(int Flags, double FromX, double FromY, double ToX, double ToY, qint32 Color); // the flags play no part
     void Cls();
     void Resize(double width, double height); // in twips; what is drawn keeps its place
+    void Shift(double deltaX, double deltaY); // in twips: what is drawn, and the two ends
     void SetScale(double Width, double Height) override;
     double ScaleWidth() const override { return m_scaleWidth; }
     double ScaleHeight() const override { return m_scaleHeight; }

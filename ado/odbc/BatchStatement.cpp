@@ -88,7 +88,7 @@ BatchStatement::Outcome BatchStatement::RunRow(const std::vector<ColumnStore> &c
     for (const ColumnStore &column : columns) {
         const Value value = column.At(row);
         if (const double *real = value.As<double>(); real && m_link.Of().LooseTypes && std::isnan(*real))
-            throw WrongValue(); // a database of loose types would store a null instead
+            throw Error(Fault::WrongValue); // a database of loose types would store a null instead
         values.push_back(Bindable(value, m_link.Of().LooseTypes));
     }
     for (size_t column = 0; column < values.size(); ++column)

@@ -56,7 +56,7 @@ Handle::Handle(SQLSMALLINT type, SQLHANDLE parent, SQLSMALLINT parentType) : m_t
     m_handle = nullptr;
     if (parent)
         throw ErrorOf(parentType, parent, "SQLAllocHandle");
-    throw Error(adErrOutOfMemory, QStringLiteral("The ODBC driver manager gives no environment."));
+    throw Error(Fault::NoEnvironment);
 }
 
 Handle::Handle(Handle &&other) noexcept : m_type(other.m_type), m_handle(std::exchange(other.m_handle, nullptr)) {}

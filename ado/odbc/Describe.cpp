@@ -1,3 +1,4 @@
+#include "ado/family/Family.h"
 #include "ado/odbc/Cells.h"
 
 namespace ADODB::Odbc {
@@ -61,9 +62,9 @@ CellKind Adjusted(const Traits &traits, CellKind kind, bool isUnsigned)
         if (kind == CellKind::Bit)
             return CellKind::BoolText;
     }
-    if (traits.Family == DatabaseFamily::PostgreSQL && kind == CellKind::Date)
+    if (traits.BendsMoments && kind == CellKind::Date)
         return CellKind::DriversDate;
-    if (traits.Family == DatabaseFamily::PostgreSQL && kind == CellKind::Timestamp)
+    if (traits.BendsMoments && kind == CellKind::Timestamp)
         return CellKind::DriversTimestamp;
     if (traits.DatesAsText && kind == CellKind::Date)
         return CellKind::DateText;
@@ -146,6 +147,46 @@ void SetWidths(ColumnPlan &plan, const Traits &traits, bool isLong, qint64 size)
         plan.Width = kShortCell;
 }
 
+// Where the name of a type tells more than its number.
+void SetByName(ColumnPlan &plan, const Quirks &quirks, bool &isLong, SQLULEN &size)
+{
+    const QString &typeName = plan.Info.TypeName;
+    if (quirks.BlobsByName && plan.Kind == CellKind::Text &&
+        typeName.contains(QLatin1String("blob"), Qt::CaseInsensitive)) {
+        plan.Info.Type = adBinary;
+        plan.Kind = CellKind::Bytes;
+        isLong = true;
+    }
+    if (quirks.TypesByName) {
+        // PostgreSQL's driver calls a bool VARCHAR(5), and gives money a number's type though it writes "$12.30".
+        if (typeName == u"bool") {
+            plan.Info.Type = adBoolean;
+            plan.Kind = CellKind::BoolText;
+        } else if (typeName == u"money") {
+            plan.Info.Type = adVarWChar;
+            plan.Kind = CellKind::Text;
+            size = 32;
+        } else if (typeName == u"timestamptz") {
+            plan.HasZone = true;
+        } else if (typeName == u"uuid") { // its driver makes capitals of the server's letters
+            plan.Kind = CellKind::GuidText;
+        }
+    }
+}
+
+// The column of a table that shows here.
+void SetBase(ColumnInfo &info, const Link &link, const Handle &statement, int column)
+{
+    info.BaseTable = TextAttribute(statement, column, SQL_DESC_BASE_TABLE_NAME);
+    if (!info.BaseTable.isEmpty()) {
+        const bool noSchemas = link.Of().Family->Names.DatabasesForSchemas;
+        info.BaseSchema = TextAttribute(statement, column, noSchemas ? SQL_DESC_CATALOG_NAME : SQL_DESC_SCHEMA_NAME);
+        if (!link.Of().AliasForColumn)
+            info.BaseColumn = TextAttribute(statement, column, SQL_DESC_BASE_COLUMN_NAME);
+        info.Attributes |= adFldUpdatable;
+    }
+}
+
 } // namespace
 
 bool TakeServersText(ColumnPlan &plan)
@@ -173,36 +214,14 @@ ColumnPlan Describe(const Link &link, const Handle &statement, int column)
         plan.Info.Type = isUnsigned ? row.Unsigned : row.Signed;
         plan.Kind = Adjusted(link.Of(), row.Kind, isUnsigned);
     }
-    const QString typeName = TextAttribute(statement, column, SQL_DESC_TYPE_NAME);
-    plan.Info.TypeName = typeName;
+    plan.Info.TypeName = TextAttribute(statement, column, SQL_DESC_TYPE_NAME);
     bool isLong = IsLong(type);
-    if (link.Of().Family == DatabaseFamily::SQLite && plan.Kind == CellKind::Text &&
-        typeName.contains(QLatin1String("blob"), Qt::CaseInsensitive)) {
-        // Its driver knows the plain BLOB alone, and calls a LONGBLOB a text: bytes written there became their words.
-        plan.Info.Type = adBinary;
-        plan.Kind = CellKind::Bytes;
-        isLong = true;
-    }
-    if (link.Of().Family == DatabaseFamily::PostgreSQL) {
-        // Its driver calls a bool VARCHAR(5), and gives money a number's type though it writes "$12.30".
-        if (typeName == u"bool") {
-            plan.Info.Type = adBoolean;
-            plan.Kind = CellKind::BoolText;
-        } else if (typeName == u"money") {
-            plan.Info.Type = adVarWChar;
-            plan.Kind = CellKind::Text;
-            size = 32;
-        } else if (typeName == u"timestamptz") {
-            plan.HasZone = true;
-        } else if (typeName == u"uuid") { // its driver makes capitals of the server's letters
-            plan.Kind = CellKind::GuidText;
-        }
-    }
+    SetByName(plan, link.Of(), isLong, size);
     plan.CType = CTypeOf(plan.Kind);
     SetWidths(plan, link.Of(), isLong, qint64(qMin<SQLULEN>(size, 0x40000000)));
 
     ColumnInfo &info = plan.Info;
-    info.DefinedSize = isLong && (link.Of().Family != DatabaseFamily::MySQL || size > 0x3fffffff) ? -1 : qint64(size);
+    info.DefinedSize = isLong && (!link.Of().TellsLongSizes || size > 0x3fffffff) ? -1 : qint64(size);
     if (plan.Kind == CellKind::Decimal || info.Type == adSingle || info.Type == adDouble)
         info.Precision = int(qMin<SQLULEN>(size, 1000));
     if (plan.Kind == CellKind::Decimal || info.Type == adDBTimeStamp || info.Type == adDBTime)
@@ -212,16 +231,7 @@ ColumnPlan Describe(const Link &link, const Handle &statement, int column)
         info.Attributes |= adFldIsNullable;
     if (isLong)
         info.Attributes |= adFldLong;
-    info.BaseTable = TextAttribute(statement, column, SQL_DESC_BASE_TABLE_NAME);
-    if (!info.BaseTable.isEmpty()) {
-        // MySQL and SQLite have databases where the others have schemas.
-        const bool noSchemas = link.Of().Family == DatabaseFamily::MySQL || link.Of().Family == DatabaseFamily::SQLite;
-        info.BaseSchema = TextAttribute(statement, column, noSchemas ? SQL_DESC_CATALOG_NAME : SQL_DESC_SCHEMA_NAME);
-        // SQLite's driver gives the alias as the column.
-        if (link.Of().Family != DatabaseFamily::SQLite)
-            info.BaseColumn = TextAttribute(statement, column, SQL_DESC_BASE_COLUMN_NAME);
-        info.Attributes |= adFldUpdatable;
-    }
+    SetBase(info, link, statement, column);
     return plan;
 }
 

@@ -1,28 +1,57 @@
 #include "ado/odbc/Link.h"
 
+#include "ado/family/Family.h"
+#include <algorithm>
+
 namespace ADODB::Odbc {
 
 namespace {
 
 constexpr int kLoginSeconds = 30;
 
-struct FamilyRow
+struct ProductRow
 {
     const char *Product; // a part of the product's name
-    DatabaseFamily Family;
-    ReRead Again;
-    bool LooseTypes, DatesAsText, ManyResults, ParameterArrays, FetchIsLocal;
+    Quirks Of;
 };
 
-// SQLite's driver counts SQLSetPos rows from the wrong place, and MariaDB's ignores the row: both scroll. SQLite's
-// driver is slower with parameter arrays than without.
-constexpr FamilyRow kFamilies[] = {
-    {"SQLite", DatabaseFamily::SQLite, ReRead::Scroll, true, true, false, false, true},
-    {"PostgreSQL", DatabaseFamily::PostgreSQL, ReRead::SetPos, false, false, true, true, false},
-    {"MariaDB", DatabaseFamily::MySQL, ReRead::Scroll, false, true, true, true, true},
-    {"MySQL", DatabaseFamily::MySQL, ReRead::Scroll, false, true, true, false, true},
-    {"SQL Server", DatabaseFamily::SQLServer, ReRead::Columns, false, false, true, false, false},
-    {"Oracle", DatabaseFamily::Oracle, ReRead::Columns, false, false, false, false, false},
+const ProductRow kProducts[] = {
+    // Its driver counts SQLSetPos rows from the wrong place, is slower with parameter arrays than without, knows the
+    // plain BLOB alone and calls a LONGBLOB a text, so that bytes written there became their words.
+    {"SQLite",
+     {.Again = ReRead::Scroll,
+      .LooseTypes = true,
+      .DatesAsText = true,
+      .FetchIsLocal = true,
+      .BlobsByName = true,
+      .AliasForColumn = true}},
+    // Its driver sends lots of 100 rows unless the user sets its BatchSize, and bends what no calendar has.
+    {"PostgreSQL",
+     {.Again = ReRead::SetPos,
+      .ManyResults = true,
+      .ParameterArrays = true,
+      .BlockRows = 100,
+      .CountsEachRow = true,
+      .BendsMoments = true,
+      .TypesByName = true}},
+    // Its driver ignores the row of SQLSetPos.
+    {"MariaDB",
+     {.Again = ReRead::Scroll,
+      .DatesAsText = true,
+      .ManyResults = true,
+      .ParameterArrays = true,
+      .FetchIsLocal = true,
+      .KeepsPartOfBlock = true,
+      .TellsLongSizes = true}},
+    {"MySQL",
+     {.Again = ReRead::Scroll,
+      .DatesAsText = true,
+      .ManyResults = true,
+      .FetchIsLocal = true,
+      .KeepsPartOfBlock = true,
+      .TellsLongSizes = true}},
+    {"SQL Server", {.ManyResults = true}},
+    {"Oracle", {}},
 };
 
 SQLPOINTER Number(SQLULEN number)
@@ -31,11 +60,11 @@ SQLPOINTER Number(SQLULEN number)
 }
 
 // What drivers report once the server is gone, beside the standard's class 08.
-bool MeansLost(const Error &error, DatabaseFamily family)
+bool MeansLost(const Error &error, const Family &family)
 {
-    if (error.SQLState.startsWith(u"08") || error.SQLState.startsWith(u"57P"))
-        return true;
-    return family == DatabaseFamily::MySQL && (error.NativeError == 2006 || error.NativeError == 2013);
+    const std::vector<int> &numbers = family.Answers.LostNumbers;
+    return error.SQLState.startsWith(u"08") || error.SQLState.startsWith(u"57P") ||
+           std::find(numbers.begin(), numbers.end(), error.NativeError) != numbers.end();
 }
 
 } // namespace
@@ -96,24 +125,18 @@ void Link::ReadTraits()
              SQLSMALLINT(sizeof again), &length);
     if ((again & SQL_GD_BLOCK) && (again & SQL_GD_BOUND) && (again & SQL_GD_ANY_COLUMN))
         m_traits.Again = ReRead::SetPos;
-    for (const FamilyRow &row : kFamilies) {
-        if (!m_traits.ProductName.contains(QLatin1String(row.Product), Qt::CaseInsensitive))
-            continue;
-        m_traits.Family = row.Family;
-        m_traits.Again = row.Again;
-        m_traits.LooseTypes = row.LooseTypes;
-        m_traits.DatesAsText = row.DatesAsText;
-        m_traits.ManyResults = row.ManyResults;
-        m_traits.ParameterArrays = row.ParameterArrays;
-        m_traits.FetchIsLocal = row.FetchIsLocal;
-        return;
-    }
+    m_traits.Family = &FamilyOfProduct(m_traits.ProductName);
+    for (const ProductRow &row : kProducts)
+        if (m_traits.ProductName.contains(QLatin1String(row.Product), Qt::CaseInsensitive)) {
+            static_cast<Quirks &>(m_traits) = row.Of;
+            return;
+        }
 }
 
 Handle Link::NewStatement()
 {
     if (!m_connection)
-        throw Error(adErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
+        throw Error(Fault::ObjectClosed);
     return Handle(SQL_HANDLE_STMT, m_connection.Get(), SQL_HANDLE_DBC);
 }
 
@@ -130,15 +153,17 @@ bool Link::IsAlive() const
 
 Error Link::Judge(Error error)
 {
-    if (MeansLost(error, m_traits.Family)) {
+    if (m_traits.Family && MeansLost(error, *m_traits.Family)) {
         m_dead = true;
         return error;
     }
     if (!m_cancelled)
         return error;
     m_cancelled = false;
-    return Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."), error.SQLState,
-                 error.NativeError);
+    Error cancelled(Fault::Cancelled);
+    cancelled.SQLState = error.SQLState;
+    cancelled.NativeError = error.NativeError;
+    return cancelled;
 }
 
 Error Link::Failure(const Handle &statement, const char *function)
@@ -161,7 +186,7 @@ void Link::Cancel() noexcept
 void Link::RaiseIfCancelled() const
 {
     if (m_cancelled)
-        throw Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."));
+        throw Error(Fault::Cancelled);
 }
 
 Link::Running::Running(Link &link, const Handle &statement, bool isFetch) : m_link(link)

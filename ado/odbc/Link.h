@@ -22,16 +22,29 @@ enum class ReRead
     Columns, // not at all: long columns are read one row at a time, left to right
 };
 
-struct Traits
+// How the driver of one product behaves, beside what its family does (ado/family/Family.h).
+struct Quirks
 {
-    DatabaseFamily Family = DatabaseFamily::Other;
-    QString ProductName, ProductVersion, IdentifierQuote, DatabaseName;
     ReRead Again = ReRead::Columns;
     bool LooseTypes = false;      // any value may stand in any column: everything is read as text and looked at
     bool DatesAsText = false;     // dates that no calendar has must survive
     bool ManyResults = false;     // a statement may give several results
     bool ParameterArrays = false; // batches by parameter arrays pay
     bool FetchIsLocal = false;    // rows lie in the driver's memory, and SQLCancel during a fetch would pull them away
+    qint64 BlockRows = 1000;      // of a batch: as many as the driver sends at once, so that it takes them back at once
+    bool CountsEachRow = false;   // of a block; others tell the sum alone
+    bool KeepsPartOfBlock = false; // of a block that was refused, what came before the refusal is in
+    bool BendsMoments = false;     // dates and moments are asked for as the server's text
+    bool TypesByName = false;      // the name of a type tells more than its number
+    bool BlobsByName = false;      // and so it does of BLOBs alone
+    bool TellsLongSizes = false;   // of long columns, up to 1 GB
+    bool AliasForColumn = false;   // gives the alias where the column is asked for
+};
+
+struct Traits : Quirks
+{
+    const ADODB::Family *Family = nullptr; // never null once the link stands
+    QString ProductName, ProductVersion, IdentifierQuote, DatabaseName;
 };
 
 class Link

@@ -5,10 +5,10 @@
 // it is in as a whole, or as if it had never been sent. A block that was refused, or whose counts are wrong, is taken
 // back, and its rows go again, each by itself, so that each refused row is known and the others are kept.
 //
-// PostgreSQL's driver takes a refused block back by itself, if the block is no longer than the lots that it sends, and
-// counts each row of it; MariaDB's counts the block. SQLite runs a whole batch in one transaction: it writes the file
-// with each commit.
+// Some drivers take a refused block back by themselves, if it is no longer than the lots that they send (Quirks).
+// Where each commit writes the file, a whole batch runs in one transaction.
 #include "ado/StatementText.h"
+#include "ado/family/Family.h"
 #include "ado/odbc/BatchStatement.h"
 #include "ado/odbc/OdbcSession.h"
 #include "ado/odbc/Shield.h"
@@ -17,9 +17,6 @@
 namespace ADODB::Odbc {
 
 namespace {
-
-constexpr qint64 kBlockRows = 1000;
-constexpr qint64 kPostgresLot = 100; // what the driver's BatchSize is unless the user sets it
 
 class BatchRun
 {
@@ -32,7 +29,6 @@ public:
     qint64 Run();
 
 private:
-    DatabaseFamily Family() const { return m_link.Of().Family; }
     bool NextBlock();
     void RunBlock();
     bool ByArrays();
@@ -65,7 +61,7 @@ bool BatchRun::NextBlock()
     for (const DataTypeEnum type : m_batch.Types)
         m_columns.emplace_back(type);
     m_first += m_rows;
-    m_rows = m_batch.Next(m_columns, Family() == DatabaseFamily::PostgreSQL ? kPostgresLot : kBlockRows);
+    m_rows = m_batch.Next(m_columns, m_link.Of().BlockRows);
     m_link.RaiseIfCancelled();
     return m_rows > 0;
 }
@@ -80,12 +76,11 @@ void BatchRun::Take(qint64 row, const BatchStatement::Outcome &outcome)
 // False: none of the block is in.
 bool BatchRun::ByArrays()
 {
-    // Of a block MariaDB's driver tells the sum alone, in which one row that met none hides one that met two; under a
-    // key there is no row that meets two.
-    const bool counted = !m_mustMeetRows || m_batch.ByKey || Family() == DatabaseFamily::PostgreSQL;
+    // In a sum one row that met none hides one that met two; under a key there is no row that meets two.
+    const bool counted = !m_mustMeetRows || m_batch.ByKey || m_link.Of().CountsEachRow;
     if (!m_link.Of().ParameterArrays || !counted || m_columns.empty() || m_rows < 2 || !m_batch.Ask.isEmpty())
         return false;
-    const bool shield = m_mustMeetRows || Family() == DatabaseFamily::MySQL;
+    const bool shield = m_mustMeetRows || m_link.Of().KeepsPartOfBlock;
     if (shield)
         m_shield.Open();
     const BatchStatement::Outcome outcome = m_statement.RunBlock(m_columns, m_rows);
@@ -123,9 +118,9 @@ void BatchRun::RunOne(qint64 row)
 {
     BatchStatement::Outcome outcome = m_statement.RunRow(m_columns, row);
     if (m_mustMeetRows && outcome.Met() == 0)
-        throw RowConflict();
+        throw Error(Fault::RowConflict);
     if (m_mustMeetRows && outcome.Met() > 1)
-        throw TooManyRows();
+        throw Error(Fault::TooManyRows);
     if (!m_batch.Ask.isEmpty())
         if (std::optional<BatchStatement::Values> made = m_statement.FirstRowOf(m_batch.Ask.toUtf8()))
             outcome.Returned = {std::move(*made)};
@@ -135,9 +130,9 @@ void BatchRun::RunOne(qint64 row)
 // All rows of the block under one shield. False when it had to be taken back.
 bool BatchRun::ByRows()
 {
-    // Where no row can be one too many, the whole run is shield enough, and so is a single statement. PostgreSQL's
-    // tables may have heirs, whose rows their key does not know.
-    const bool atMostOne = !m_mustMeetRows || (m_batch.ByKey && Family() != DatabaseFamily::PostgreSQL);
+    // Where no row can be one too many, the whole run is shield enough, and so is a single statement. A table's heirs
+    // may have rows that its key does not know.
+    const bool atMostOne = !m_mustMeetRows || (m_batch.ByKey && !m_link.Of().Family->Rows.HaveHeirs);
     if (!atMostOne || (!m_shield.IsWhole() && m_rows > 1))
         m_shield.Open();
     for (qint64 row = 0; row < m_rows; ++row) {
@@ -148,7 +143,8 @@ bool BatchRun::ByRows()
             if (!m_shield.GoesOnAfter(error))
                 throw;
             // Several met; or the server has given the transaction up, or waits for its end.
-            if (error.SQLState == TooManyRows().SQLState || error.SQLState == u"25P02" || error.SQLState == u"40001") {
+            if (error.Name == Fault::TooManyRows || error.SQLState == SqlState::kFailedTransaction ||
+                error.SQLState == SqlState::kGivenUp) {
                 m_shield.TakeBack();
                 return false;
             }
@@ -265,11 +261,8 @@ qint64 BatchRun::Run()
 
 bool OdbcSession::CanReturn() const
 {
-    if (Family() == DatabaseFamily::PostgreSQL)
-        return true;
-    const QStringList version = ProductVersion().split(u'.');
-    return ProductName() == u"MariaDB" &&
-           version.value(0).toInt() * 100 + version.value(1).toInt() >= 1005; // 10.5 was the first
+    const auto can = Family().Rows.CanReturn;
+    return can && can(ProductName(), ProductVersion());
 }
 
 qint64 OdbcSession::ExecuteBatch(const Batch &batch)

@@ -3,7 +3,7 @@
 #include "ado/odbc/HeldRows.h"
 #include "ado/odbc/OdbcRows.h"
 #include "ado/odbc/OdbcSession.h"
-#include "ado/schema/Rowsets.h"
+#include "ado/rowset/Rowsets.h"
 
 namespace ADODB::Odbc {
 
@@ -174,11 +174,123 @@ struct Argument
     QByteArray Bytes;
     bool IsNull;
 };
+#define ADO_NO_ARGUMENT nullptr, SQLSMALLINT(0)
+#define ADO_ARGUMENT(argument) (argument).Text(), (argument).Length()
 
-void Raise(Link &link, const Handle &statement, SQLRETURN result)
+// The restrictions of a rowset by the names of its columns.
+struct Restrictions
 {
-    if (!SQL_SUCCEEDED(result))
-        throw link.Failure(statement, "catalogue");
+    const Rowset &Shape;
+    const QStringList &Texts;
+    bool ArePatterns;
+
+    // Names may hold "%" and "_", which a pattern takes for others too: whoever reads the rows looks again. A "\" would
+    // hide a name from the pattern, so such a one is not asked for at all.
+    Argument Of(const char *column) const
+    {
+        for (size_t number = 0; number < Shape.Restrictions.size() && qsizetype(number) < Texts.size(); ++number)
+            if (qstrcmp(Shape.Restrictions[number], column) == 0) {
+                const QString &text = Texts[qsizetype(number)];
+                return Argument(ArePatterns && text.contains(u'\\') ? QString() : text);
+            }
+        return Argument(QString());
+    }
+};
+
+// A table in its place.
+struct TableArguments
+{
+    explicit TableArguments(const Restrictions &given, const QString &prefix = {})
+        : Catalogue(given.Of((prefix + QStringLiteral("TABLE_CATALOG")).toLatin1().constData())),
+          Owner(given.Of((prefix + QStringLiteral("TABLE_SCHEMA")).toLatin1().constData())),
+          Table(given.Of((prefix + QStringLiteral("TABLE_NAME")).toLatin1().constData()))
+    {
+    }
+    Argument Catalogue, Owner, Table;
+};
+#define ADO_TABLE(table) ADO_ARGUMENT((table).Catalogue), ADO_ARGUMENT((table).Owner), ADO_ARGUMENT((table).Table)
+
+SQLRETURN AskForTables(SQLHANDLE statement, const Restrictions &given)
+{
+    TableArguments table(given);
+    Argument type(given.Shape.Schema == adSchemaViews ? QStringLiteral("VIEW") : QString());
+    return ODBC_TRY(SQLTables, statement, ADO_TABLE(table), ADO_ARGUMENT(type));
+}
+
+SQLRETURN AskForColumns(SQLHANDLE statement, const Restrictions &given)
+{
+    TableArguments table(given);
+    return ODBC_TRY(SQLColumns, statement, ADO_TABLE(table), ADO_NO_ARGUMENT);
+}
+
+SQLRETURN AskForIndexes(SQLHANDLE statement, const Restrictions &given)
+{
+    TableArguments table(given);
+    return ODBC_TRY(SQLStatistics, statement, ADO_TABLE(table), SQLUSMALLINT(SQL_INDEX_ALL), SQLUSMALLINT(SQL_QUICK));
+}
+
+SQLRETURN AskForProcedures(SQLHANDLE statement, const Restrictions &given)
+{
+    Argument name = given.Of("PROCEDURE_NAME");
+    return ODBC_TRY(SQLProcedures, statement, ADO_NO_ARGUMENT, ADO_NO_ARGUMENT, ADO_ARGUMENT(name));
+}
+
+SQLRETURN AskForForeignKeys(SQLHANDLE statement, const Restrictions &given)
+{
+    TableArguments table(given, QStringLiteral("FK_"));
+    return ODBC_TRY(SQLForeignKeys, statement, ADO_NO_ARGUMENT, ADO_NO_ARGUMENT, ADO_NO_ARGUMENT, ADO_TABLE(table));
+}
+
+SQLRETURN AskForPrimaryKeys(SQLHANDLE statement, const Restrictions &given)
+{
+    TableArguments table(given);
+    return ODBC_TRY(SQLPrimaryKeys, statement, ADO_TABLE(table));
+}
+
+// Which function answers a rowset, and what is taken of its columns.
+constexpr struct
+{
+    SchemaEnum Schema;
+    std::span<const Taken> Columns;
+    SQLRETURN (*Ask)(SQLHANDLE statement, const Restrictions &given);
+    bool TakesPatterns;
+} kFunctions[] = {
+    {adSchemaTables, kTables, AskForTables, true},
+    {adSchemaViews, kViews, AskForTables, true},
+    {adSchemaColumns, kColumns, AskForColumns, true},
+    {adSchemaIndexes, kIndexes, AskForIndexes, false},
+    {adSchemaProcedures, kProcedures, AskForProcedures, true},
+    {adSchemaForeignKeys, kForeignKeys, AskForForeignKeys, false},
+    {adSchemaPrimaryKeys, kPrimaryKeys, AskForPrimaryKeys, false},
+};
+
+std::vector<ColumnStore> ReadAllOf(ResultSet &rows)
+{
+    std::vector<ColumnStore> stores;
+    for (const ColumnInfo &column : rows.Columns())
+        stores.emplace_back(column.Type);
+    while (rows.Fetch(stores, 1000) > 0) {
+    }
+    return stores;
+}
+
+void Write(RowsetWriter &writer, const std::vector<ColumnStore> &stores, std::span<const Taken> taken,
+           const QStringList &restrictions)
+{
+    const SchemaEnum schema = writer.Shape().Schema;
+    const qint64 count = stores.empty() ? 0 : stores.front().Size();
+    for (qint64 row = 0; row < count; ++row) {
+        // SQLStatistics begins with a row that tells of the table, not of an index.
+        if (schema == adSchemaIndexes && stores[6].At(row).ToInt64() == SQL_TABLE_STAT)
+            continue;
+        for (const Taken &one : taken)
+            if (size_t(one.From) <= stores.size())
+                writer.Put(QString::fromLatin1(one.Into), Read(stores[size_t(one.From - 1)].At(row), one.How));
+        if (schema == adSchemaColumns)
+            writer.Put(u"COLUMN_HASDEFAULT", Value(!Read(stores[12].At(row), Reading::Default).IsNull()));
+        writer.EndRow(restrictions);
+    }
+    writer.Sort();
 }
 
 } // namespace
@@ -186,101 +298,22 @@ void Raise(Link &link, const Handle &statement, SQLRETURN result)
 std::unique_ptr<ResultSet> OdbcSession::Catalogue(SchemaEnum schema, const QStringList &restrictions)
 {
     const Rowset *shape = FindRowset(schema);
-    if (!shape)
-        return nullptr;
-    m_link->ForgetCancel();
-    Handle statement = m_link->NewStatement();
-    const SQLHANDLE s = statement.Get();
-    // Names may hold "%" and "_", which some of these functions take for a pattern: the writer below looks again. A "\"
-    // would hide a name from the pattern, so such a one is not asked for at all.
-    const bool takesPatterns =
-        schema != adSchemaIndexes && schema != adSchemaForeignKeys && schema != adSchemaPrimaryKeys;
-    const auto given = [&](const char *column) {
-        for (size_t number = 0; number < shape->Restrictions.size() && qsizetype(number) < restrictions.size();
-             ++number)
-            if (qstrcmp(shape->Restrictions[number], column) == 0)
-                return Argument(takesPatterns && restrictions[qsizetype(number)].contains(u'\\')
-                                    ? QString()
-                                    : restrictions[qsizetype(number)]);
-        return Argument(QString());
-    };
-    Argument catalogue = given("TABLE_CATALOG"), owner = given("TABLE_SCHEMA"), table = given("TABLE_NAME");
-    std::span<const Taken> taken;
-    {
-        const Link::Running running(*m_link, statement);
-        switch (schema) {
-        case adSchemaTables:
-        case adSchemaViews: {
-            taken = schema == adSchemaTables ? std::span<const Taken>(kTables) : std::span<const Taken>(kViews);
-            Argument type(schema == adSchemaViews ? QStringLiteral("VIEW") : QString());
-            Raise(*m_link, statement,
-                  ODBC_TRY(SQLTables, s, catalogue.Text(), catalogue.Length(), owner.Text(), owner.Length(),
-                           table.Text(), table.Length(), type.Text(), type.Length()));
-            break;
-        }
-        case adSchemaColumns:
-            taken = kColumns;
-            Raise(*m_link, statement,
-                  ODBC_TRY(SQLColumns, s, catalogue.Text(), catalogue.Length(), owner.Text(), owner.Length(),
-                           table.Text(), table.Length(), nullptr, SQLSMALLINT(0)));
-            break;
-        case adSchemaIndexes:
-            taken = kIndexes;
-            Raise(*m_link, statement,
-                  ODBC_TRY(SQLStatistics, s, catalogue.Text(), catalogue.Length(), owner.Text(), owner.Length(),
-                           table.Text(), table.Length(), SQLUSMALLINT(SQL_INDEX_ALL), SQLUSMALLINT(SQL_QUICK)));
-            break;
-        case adSchemaProcedures: {
-            taken = kProcedures;
-            Argument name = given("PROCEDURE_NAME");
-            Raise(*m_link, statement,
-                  ODBC_TRY(SQLProcedures, s, nullptr, SQLSMALLINT(0), nullptr, SQLSMALLINT(0), name.Text(),
-                           name.Length()));
-            break;
-        }
-        case adSchemaForeignKeys: {
-            taken = kForeignKeys;
-            Argument fkCatalogue = given("FK_TABLE_CATALOG"), fkOwner = given("FK_TABLE_SCHEMA"),
-                     fkTable = given("FK_TABLE_NAME");
-            Raise(*m_link, statement,
-                  ODBC_TRY(SQLForeignKeys, s, nullptr, SQLSMALLINT(0), nullptr, SQLSMALLINT(0), nullptr, SQLSMALLINT(0),
-                           fkCatalogue.Text(), fkCatalogue.Length(), fkOwner.Text(), fkOwner.Length(), fkTable.Text(),
-                           fkTable.Length()));
-            break;
-        }
-        case adSchemaPrimaryKeys:
-            taken = kPrimaryKeys;
-            Raise(*m_link, statement,
-                  ODBC_TRY(SQLPrimaryKeys, s, catalogue.Text(), catalogue.Length(), owner.Text(), owner.Length(),
-                           table.Text(), table.Length()));
-            break;
-        default:
-            return nullptr;
-        }
-    }
-
-    OdbcRows rows(m_link, std::move(statement));
-    const int columns = int(rows.Columns().size());
-    std::vector<ColumnStore> stores;
-    for (const ColumnInfo &column : rows.Columns())
-        stores.emplace_back(column.Type);
-    while (rows.Fetch(stores, 1000) > 0) {
-    }
-    RowsetWriter writer(*shape);
-    const qint64 count = stores.empty() ? 0 : stores.front().Size();
-    for (qint64 row = 0; row < count; ++row) {
-        // SQLStatistics begins with a row that tells of the table, not of an index.
-        if (schema == adSchemaIndexes && stores[6].At(row).ToInt64() == SQL_TABLE_STAT)
+    for (const auto &function : kFunctions) {
+        if (!shape || function.Schema != schema)
             continue;
-        for (const Taken &one : taken)
-            if (one.From <= columns)
-                writer.Put(QString::fromLatin1(one.Into), Read(stores[size_t(one.From - 1)].At(row), one.How));
-        if (schema == adSchemaColumns)
-            writer.Put(u"COLUMN_HASDEFAULT", Value(!Read(stores[12].At(row), Reading::Default).IsNull()));
-        writer.EndRow(restrictions);
+        m_link->ForgetCancel();
+        Handle statement = m_link->NewStatement();
+        {
+            const Link::Running running(*m_link, statement);
+            if (!SQL_SUCCEEDED(function.Ask(statement.Get(), {*shape, restrictions, function.TakesPatterns})))
+                throw m_link->Failure(statement, "catalogue");
+        }
+        OdbcRows rows(m_link, std::move(statement));
+        RowsetWriter writer(*shape);
+        Write(writer, ReadAllOf(rows), function.Columns, restrictions);
+        return std::make_unique<HeldRows>(writer.Columns(), writer.Stores());
     }
-    writer.Sort();
-    return std::make_unique<HeldRows>(writer.Columns(), writer.Stores());
+    return nullptr;
 }
 
 } // namespace ADODB::Odbc

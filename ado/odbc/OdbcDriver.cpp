@@ -1,5 +1,7 @@
 #include "ado/odbc/OdbcDriver.h"
 #include "ado/ConnectionString.h"
+#include "ado/DriverList.h"
+#include "ado/family/Family.h"
 #include "ado/odbc/OdbcSession.h"
 #include "lang/Text.h"
 #include <QFileInfo>
@@ -42,10 +44,10 @@ template <class Function> QStringList Listed(const char *name, Function function
 
 Error NotInstalled(const QString &driver, const QString &words = {})
 {
-    QString text = QStringLiteral("The driver \"%1\" is not installed.").arg(driver);
+    Error error(Fault::DriverMissing, {driver});
     if (!words.isEmpty())
-        text += QStringLiteral("\r\n") + words;
-    return Error(adErrProviderNotFound, text, QStringLiteral("IM002"));
+        error.Description += QStringLiteral("\r\n") + words;
+    return error;
 }
 
 void RaiseIfNotInstalled(const QString &driver)
@@ -150,3 +152,31 @@ QStringList OdbcDrivers()
 }
 
 } // namespace ADODB
+
+// It takes whatever names no driver that is built in.
+ADODB_REGISTER_DRIVER(odbc)
+{
+    using namespace ADODB;
+    DriverEntry entry;
+    entry.Get = OdbcDriver;
+    entry.Choices = [] {
+        std::vector<ConnectionChoice> choices;
+        for (const QString &name : OdbcDataSources())
+            choices.push_back(
+                {QStringLiteral("Data source: ") + name, ConnectionChoice::DataSource, name, true, true, {}});
+        for (const QString &name : OdbcDrivers()) {
+            if (IsDriverName(name)) // that name means the built-in one
+                continue;
+            ConnectionChoice choice{
+                QStringLiteral("Driver: ") + name, ConnectionChoice::Installed, name, true, true, {}};
+            if (const char *files = FamilyOfProduct(name).Files) { // a file has no server
+                choice.HasServer = false;
+                choice.Files = QString::fromLatin1(files);
+            }
+            choices.push_back(choice);
+        }
+        return choices;
+    };
+    entry.About = OdbcDrivers;
+    return entry;
+}

@@ -169,9 +169,7 @@ qint64 OdbcRows::RereadWhatDidNotFit(qint64 rows)
                 length == SQL_NULL_DATA || m_whole.contains(row * count + column))
                 continue;
             if (m_link->Of().Again == ReRead::Columns)
-                throw Error(adErrProviderFailed,
-                            QStringLiteral("The driver gives a longer value in the column \"%1\" than it declared.")
-                                .arg(bound.Plan.Info.Name));
+                throw Error(Fault::LongerValue, {bound.Plan.Info.Name});
             if (!positioned && m_link->Of().Again == ReRead::SetPos) {
                 Check(ODBC_TRY(SQLSetPos, m_statement.Get(), SQLSETPOSIROW(row + 1), SQLUSMALLINT(SQL_POSITION),
                                SQLUSMALLINT(SQL_LOCK_NO_CHANGE)));

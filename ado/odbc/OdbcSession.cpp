@@ -1,5 +1,6 @@
 #include "ado/odbc/OdbcSession.h"
 #include "ado/StatementText.h"
+#include "ado/family/Family.h"
 #include "ado/odbc/HeldRows.h"
 #include "ado/odbc/MomentsAsText.h"
 #include "ado/odbc/OdbcRows.h"
@@ -18,7 +19,7 @@ bool GivesOneResult(const Traits &traits, const QByteArray &sql)
 {
     if (!traits.ManyResults)
         return true;
-    if (traits.Family == DatabaseFamily::SQLServer) // a batch there needs no ";" between its statements
+    if (!traits.Family->Texts.NeedsSemicolons)
         return false;
     QByteArrayView text = BehindBlanks(sql);
     while (text.startsWith('('))
@@ -53,8 +54,7 @@ void OdbcSession::Run(const Handle &statement, const QByteArray &sql)
     const SQLRETURN result =
         ODBC_TRY(SQLExecDirect, statement.Get(), reinterpret_cast<SQLCHAR *>(text.data()), SQLINTEGER(text.size()));
     if (result == SQL_NEED_DATA)
-        throw Error(adErrProviderFailed,
-                    QStringLiteral("The statement has parameters, and there are no values for them."));
+        throw Error(Fault::NoValues);
     if (result != SQL_NO_DATA && !SQL_SUCCEEDED(result))
         throw m_link->Failure(statement, "SQLExecDirect");
 }
@@ -64,8 +64,7 @@ ExecuteResult OdbcSession::Execute(const QString &sql)
     m_link->ForgetCancel();
     try {
         ExecuteResult result = RunWhole(sql.toUtf8());
-        // A cancelled statement without rows may look as if it had come to its end.
-        if (!result.Rows && Family() == DatabaseFamily::MySQL)
+        if (!result.Rows && Family().Answers.CancelLooksDone)
             m_link->RaiseIfCancelled();
         return result;
     } catch (const Error &) {
@@ -84,7 +83,7 @@ ExecuteResult OdbcSession::RunWhole(const QByteArray &text)
     if (m_link->Of().Again == ReRead::Scroll)
         ODBC_TRY(SQLSetStmtAttr, statement.Get(), SQL_ATTR_CURSOR_TYPE, Number(SQL_CURSOR_STATIC), 0);
     const bool isOne = GivesOneResult(m_link->Of(), text);
-    if (m_link->Of().Family == DatabaseFamily::PostgreSQL) {
+    if (m_link->Of().BendsMoments) {
         if (const std::optional<MomentsAsText> other = WithMomentsAsText(*m_link, text)) {
             m_link->RaiseIfCancelled(); // while it was asked for
             Run(statement, other->Sql);

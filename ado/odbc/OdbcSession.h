@@ -23,7 +23,7 @@ public:
 
     std::unique_ptr<ResultSet> Catalogue(SchemaEnum schema, const QStringList &restrictions) override;
 
-    DatabaseFamily Family() const override { return m_link->Of().Family; }
+    const ADODB::Family &Family() const override { return *m_link->Of().Family; }
     QString ProductName() const override { return m_link->Of().ProductName; }
     QString ProductVersion() const override { return m_link->Of().ProductVersion; }
     QString IdentifierQuote() const override { return m_link->Of().IdentifierQuote; }

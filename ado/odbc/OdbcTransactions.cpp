@@ -1,4 +1,5 @@
 // The transactions of a session: drivers keep them as a property of the connection.
+#include "ado/family/Family.h"
 #include "ado/odbc/OdbcSession.h"
 
 namespace ADODB::Odbc {
@@ -10,32 +11,21 @@ SQLPOINTER Number(SQLULEN number)
     return reinterpret_cast<SQLPOINTER>(number);
 }
 
-// How a server tells of a transaction that a statement has begun. The driver manager does not know of it.
-constexpr struct
-{
-    DatabaseFamily family;
-    const char *question; // its first cell says "1" or "t" inside of one
-} kQuestions[] = {
-    {DatabaseFamily::PostgreSQL,
-     "SELECT CASE WHEN pg_catalog.statement_timestamp() <> pg_catalog.transaction_timestamp() THEN 1 ELSE 0 END"},
-    {DatabaseFamily::MySQL, "SELECT @@in_transaction"},
-};
-
 } // namespace
 
+// The driver manager does not know of a transaction that a statement has begun; the server does.
 bool OdbcSession::HasTypedTransaction()
 {
+    const TransactionRules &rules = Family().Transactions;
     try {
-        for (const auto &row : kQuestions) {
-            if (row.family != Family())
-                continue;
-            const ExecuteResult answer = Execute(QString::fromLatin1(row.question));
+        if (rules.Question) {
+            const ExecuteResult answer = Execute(QString::fromLatin1(rules.Question));
             std::vector<ColumnStore> cells;
             for (const ColumnInfo &column : answer.Rows->Columns())
                 cells.emplace_back(column.Type);
             return answer.Rows->Fetch(cells, 1) == 1 && cells.front().At(0).ToInt64() == 1;
         }
-        if (Family() == DatabaseFamily::SQLite) { // refuses a second one, and says so by words alone
+        if (rules.InsideWords) {
             Execute(QStringLiteral("BEGIN"));
             Execute(QStringLiteral("ROLLBACK"));
         }
@@ -43,8 +33,9 @@ bool OdbcSession::HasTypedTransaction()
     } catch (const Error &error) {
         if (!m_link->IsAlive())
             throw;
-        // 25P02: in a transaction that has failed and waits for its end. Other refusals tell nothing.
-        return error.SQLState == u"25P02" || error.Description.contains(QLatin1String("within a transaction"));
+        // Other refusals tell nothing.
+        return error.SQLState == SqlState::kFailedTransaction ||
+               (rules.InsideWords && error.Description.contains(QLatin1String(rules.InsideWords)));
     }
 }
 
@@ -59,10 +50,9 @@ void OdbcSession::SetAutocommit(bool on)
 void OdbcSession::Begin()
 {
     if (m_inTransaction)
-        throw Error(adErrNestedTransaction, QStringLiteral("Only one transaction can be open on a connection."));
+        throw Error(Fault::NestedTransaction);
     if (HasTypedTransaction()) // a commit or rollback of ours would end the user's own
-        throw Error(adErrNestedTransaction,
-                    QStringLiteral("A transaction that a statement began is still open on this connection."));
+        throw Error(Fault::TypedTransaction);
     SetAutocommit(false);
     m_inTransaction = true;
 }
@@ -70,13 +60,13 @@ void OdbcSession::Begin()
 void OdbcSession::End(SQLSMALLINT how)
 {
     if (!m_inTransaction)
-        throw Error(adErrNoTransaction, QStringLiteral("No transaction is open on this connection."));
+        throw Error(Fault::NoTransaction);
     const SQLHANDLE connection = m_link->Connection().Get();
     const SQLRETURN result = ODBC_TRY(SQLEndTran, SQLSMALLINT(SQL_HANDLE_DBC), connection, how);
     if (!SQL_SUCCEEDED(result)) {
         const Error error = m_link->Judge(ErrorOf(SQL_HANDLE_DBC, connection, "SQLEndTran"));
-        // SQLite keeps a transaction that it could not commit (somebody else holds the file); the others have ended it.
-        if (how == SQL_COMMIT && Family() == DatabaseFamily::SQLite)
+        // Somebody else may hold the file for a moment; other servers have ended the transaction.
+        if (how == SQL_COMMIT && Family().Transactions.KeepsFailedCommit)
             throw error;
         ODBC_TRY(SQLEndTran, SQLSMALLINT(SQL_HANDLE_DBC), connection, SQLSMALLINT(SQL_ROLLBACK));
         ODBC_TRY(SQLSetConnectAttr, connection, SQL_ATTR_AUTOCOMMIT, Number(SQL_AUTOCOMMIT_ON), 0);

@@ -1,31 +1,13 @@
 #include "ado/odbc/Shield.h"
 
+#include "ado/family/Family.h"
+
 namespace ADODB::Odbc {
-
-namespace {
-
-constexpr int kNotTakenBack = 1196; // MySQL's older table kinds ignore a rollback
-
-struct SavepointWords
-{
-    const char *open, *keep, *takeBack;
-};
-
-SavepointWords WordsOf(DatabaseFamily family)
-{
-    if (family == DatabaseFamily::SQLServer)
-        return {"SAVE TRANSACTION brindlewick", nullptr, "ROLLBACK TRANSACTION brindlewick"};
-    if (family == DatabaseFamily::Oracle)
-        return {"SAVEPOINT brindlewick", nullptr, "ROLLBACK TO SAVEPOINT brindlewick"};
-    return {"SAVEPOINT brindlewick", "RELEASE SAVEPOINT brindlewick", "ROLLBACK TO SAVEPOINT brindlewick"};
-}
-
-} // namespace
 
 Shield::Shield(OdbcSession &session) : m_session(session), m_link(*session.m_link)
 {
     m_nested = session.m_inTransaction || session.HasTypedTransaction();
-    m_whole = !m_nested && m_link.Of().Family == DatabaseFamily::SQLite;
+    m_whole = !m_nested && m_link.Of().Family->Transactions.CommitsWriteAll;
 }
 
 bool Shield::GoesOnAfter(const Error &error) const
@@ -35,7 +17,7 @@ bool Shield::GoesOnAfter(const Error &error) const
 
 bool Shield::LosesTransaction(const Error &error) const
 {
-    return m_nested && m_link.Of().Family == DatabaseFamily::MySQL && error.SQLState == u"40001";
+    return m_nested && m_link.Of().Family->Transactions.DeadlockEndsAll && error.SQLState == SqlState::kGivenUp;
 }
 
 void Shield::Run(const char *sql)
@@ -76,7 +58,7 @@ void Shield::DropRun() noexcept
 void Shield::Open()
 {
     if (HasSavepoints())
-        Run(WordsOf(m_link.Of().Family).open);
+        Run(m_link.Of().Family->Transactions.Open);
     else
         Begin();
     m_open = true;
@@ -86,7 +68,7 @@ void Shield::Keep()
 {
     m_open = false;
     if (HasSavepoints())
-        Run(WordsOf(m_link.Of().Family).keep);
+        Run(m_link.Of().Family->Transactions.Keep);
     else
         m_session.End(SQL_COMMIT);
 }
@@ -97,13 +79,13 @@ void Shield::TakeBack()
         return;
     m_open = false;
     if (HasSavepoints())
-        Run(WordsOf(m_link.Of().Family).takeBack);
+        Run(m_link.Of().Family->Transactions.TakeBack);
     else
         m_session.End(SQL_ROLLBACK);
-    if (m_link.Of().Family == DatabaseFamily::MySQL)
+    if (m_link.Of().Family->Transactions.Warnings)
         RaiseIfNotTakenBack();
     if (HasSavepoints()) // it stands still, with nothing behind it
-        Run(WordsOf(m_link.Of().Family).keep);
+        Run(m_link.Of().Family->Transactions.Keep);
 }
 
 void Shield::TakeBackQuietly() noexcept
@@ -117,14 +99,15 @@ void Shield::TakeBackQuietly() noexcept
 
 void Shield::RaiseIfNotTakenBack()
 {
-    const ExecuteResult warnings = m_session.Execute(QStringLiteral("SHOW WARNINGS"));
+    const TransactionRules &rules = m_link.Of().Family->Transactions;
+    const ExecuteResult warnings = m_session.Execute(QString::fromLatin1(rules.Warnings));
     std::vector<ColumnStore> columns;
     for (const ColumnInfo &column : warnings.Rows->Columns())
         columns.emplace_back(column.Type);
     warnings.Rows->Fetch(columns, 64);
     for (qint64 row = 0; row < columns[1].Size(); ++row)
-        if (columns[1].At(row).ToInt64() == kNotTakenBack)
-            throw Error(adErrProviderFailed, columns[2].Text(row), QString(), kNotTakenBack);
+        if (columns[1].At(row).ToInt64() == rules.IgnoredRollback)
+            throw Error(adErrProviderFailed, columns[2].Text(row), QString(), rules.IgnoredRollback);
 }
 
 } // namespace ADODB::Odbc

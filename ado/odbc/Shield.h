@@ -1,7 +1,7 @@
 #pragma once
 // What lets a block of a batch be taken back: a savepoint inside the caller's transaction, a transaction of its own
-// outside of one. Over SQLite a whole run has one transaction, since that writes the file with each commit, and blocks
-// have savepoints in it. For one batch; whoever has the connection's turn.
+// outside of one. Where each commit writes the file, a whole run has one
+// transaction, and blocks have savepoints in it. For one batch; whoever has the connection's turn.
 
 #include "ado/odbc/OdbcSession.h"
 
@@ -30,7 +30,7 @@ public:
 
     // False once nothing more can be written: cancelled, or the server or the transaction is gone.
     bool GoesOnAfter(const Error &error) const;
-    // MySQL's servers take the whole transaction back when they break a deadlock.
+    // Some servers take the whole transaction back when they break a deadlock.
     bool LosesTransaction(const Error &error) const;
 
 private:

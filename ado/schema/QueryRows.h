@@ -7,7 +7,7 @@
 
 #include "ado/ColumnStore.h"
 #include "ado/Driver.h"
-#include "ado/schema/Rowsets.h"
+#include "ado/rowset/Rowsets.h"
 #include <QStringList>
 #include <utility>
 #include <vector>

@@ -1,11 +1,12 @@
 #include "ado/schema/Schema.h"
 #include "ado/Recordset.h"
+#include "ado/family/Family.h"
+#include "ado/rowset/Rowsets.h"
 #include "ado/schema/CatalogueQueries.h"
 #include "ado/schema/CheckReader.h"
+#include "ado/schema/KeysInText.h"
 #include "ado/schema/OwnRows.h"
 #include "ado/schema/QueryRows.h"
-#include "ado/schema/Rowsets.h"
-#include "ado/schema/SqliteKeys.h"
 #include "ado/schema/TypeNames.h"
 #include "ado/schema/ViewReader.h"
 #include <QHash>
@@ -27,7 +28,7 @@ bool NamesAnObject(const Rowset &rowset, const QStringList &restrictions)
 }
 
 // The declared type of each row as a data type with its lengths. The names of types are few.
-void SetTypes(QueryRows &rows, const Rowset &rowset, DatabaseFamily family, const HeldResult &held,
+void SetTypes(QueryRows &rows, const Rowset &rowset, const Family &family, const HeldResult &held,
               const ColumnStore &names)
 {
     const ColumnStore *bases = held.Find(QLatin1String("BASE_TYPE_NAME"));
@@ -90,7 +91,7 @@ void AddUses(QueryRows &rows, const Rowset &rowset, const HeldResult &held, cons
                          {{catalogue, Value(used.Database)}, {table, Value(used.Table)}, {column, Value(used.Column)}});
 }
 
-void AddRow(QueryRows &rows, qint64 row, const SqliteKeys &keys)
+void AddRow(QueryRows &rows, qint64 row, const KeysInText &keys)
 {
     QueryRows::Cells own = keys.CellsOf(row);
     if (own.empty())
@@ -101,7 +102,7 @@ void AddRow(QueryRows &rows, qint64 row, const SqliteKeys &keys)
 
 // A row for each check of the row's table, where it has one; else the row itself.
 void AddChecks(QueryRows &rows, const Rowset &rowset, const HeldResult &held, const ColumnStore &tables,
-               const SqliteKeys &keys)
+               const KeysInText &keys)
 {
     const ColumnStore *texts = held.Find(QLatin1String("CHECKS_IN"));
     const int name = RowsetIndex(rowset, u"CONSTRAINT_NAME"), clause = RowsetIndex(rowset, u"CHECK_CLAUSE");
@@ -137,9 +138,9 @@ RecordsetPtr FromQuery(Session &session, const Rowset &rowset, const CatalogueQu
     if (const ColumnStore *views = held.Find(QLatin1String("USES_IN"))) {
         AddUses(rows, rowset, held, *views);
     } else if (const ColumnStore *tables = held.Find(QLatin1String("CHECKED_TABLE"))) {
-        AddChecks(rows, rowset, held, *tables, SqliteKeys(session, rowset, held));
+        AddChecks(rows, rowset, held, *tables, KeysInText(session, rowset, held));
     } else {
-        const SqliteKeys keys(session, rowset, held);
+        const KeysInText keys(session, rowset, held);
         for (qint64 row = 0; row < held.Rows(); ++row)
             AddRow(rows, row, keys);
     }
@@ -208,7 +209,7 @@ bool MeansNoSuchFunction(const Error &error)
 
 } // namespace
 
-RowsetSource SourceOf(DatabaseFamily family, int schema)
+RowsetSource SourceOf(const Family &family, int schema)
 {
     const Rowset *rowset = FindRowset(schema);
     if (!rowset)

@@ -18,7 +18,7 @@ enum class RowsetSource
     Native,
     Catalogue
 };
-RowsetSource SourceOf(DatabaseFamily family, int schema); // of families with a catalogue known here
+RowsetSource SourceOf(const Family &family, int schema); // of families with a catalogue known here
 
 // `schema` is one of SchemaEnum; restrictions count from 0 as the rowset's restriction columns do, a null QString is
 // none.

@@ -1,62 +1,13 @@
 #include "ado/schema/TypeNames.h"
+#include "ado/family/CatalogueParts.h"
+#include "ado/family/Family.h"
 #include <QStringList>
 
 namespace ADODB {
 
 namespace {
 
-struct TypeName
-{
-    const char *Name; // without what stands in brackets
-    DataTypeEnum Type;
-    int Precision = -1;
-};
-
-// What one family means otherwise than the others.
-struct FamilyTypeName
-{
-    DatabaseFamily Family;
-    TypeName Row;
-};
-
-constexpr FamilyTypeName kOwn[] = {
-    {DatabaseFamily::SQLite, {"integer", adInteger, 19}},
-    {DatabaseFamily::SQLite, {"real", adDouble, 15}},
-    {DatabaseFamily::SQLite, {"float", adDouble, 15}},
-    {DatabaseFamily::PostgreSQL, {"bit", adVarWChar}},
-    {DatabaseFamily::PostgreSQL, {"real", adSingle, 7}},
-    {DatabaseFamily::PostgreSQL, {"\"char\"", adChar}},
-    {DatabaseFamily::MySQL, {"real", adDouble, 15}},
-    {DatabaseFamily::MySQL, {"float", adSingle, 7}},
-    {DatabaseFamily::MySQL, {"float unsigned", adSingle, 7}},
-    {DatabaseFamily::MySQL, {"time", adDBTime}},
-    {DatabaseFamily::SQLServer, {"tinyint", adUnsignedTinyInt, 3}},
-    {DatabaseFamily::SQLServer, {"money", adCurrency, 19}},
-    {DatabaseFamily::SQLServer, {"smallmoney", adCurrency, 10}},
-    {DatabaseFamily::SQLServer, {"timestamp", adBinary}}, // counts changes, and is no moment
-    {DatabaseFamily::SQLServer, {"rowversion", adBinary}},
-    {DatabaseFamily::SQLServer, {"image", adBinary}},
-    {DatabaseFamily::SQLServer, {"ntext", adLongVarWChar}},
-    {DatabaseFamily::SQLServer, {"smalldatetime", adDBTimeStamp}},
-    {DatabaseFamily::SQLServer, {"datetime2", adDBTimeStamp}},
-    {DatabaseFamily::SQLServer, {"datetimeoffset", adDBTimeStamp}},
-    {DatabaseFamily::SQLServer, {"uniqueidentifier", adGUID}},
-    {DatabaseFamily::SQLServer, {"sql_variant", adVariant}},
-    {DatabaseFamily::Oracle, {"number", adNumeric}},
-    {DatabaseFamily::Oracle, {"float", adNumeric}},
-    {DatabaseFamily::Oracle, {"binary_float", adSingle, 7}},
-    {DatabaseFamily::Oracle, {"binary_double", adDouble, 15}},
-    {DatabaseFamily::Oracle, {"varchar2", adVarChar}},
-    {DatabaseFamily::Oracle, {"nvarchar2", adVarWChar}},
-    {DatabaseFamily::Oracle, {"nclob", adLongVarWChar}},
-    {DatabaseFamily::Oracle, {"long", adLongVarWChar}},
-    {DatabaseFamily::Oracle, {"raw", adBinary}},
-    {DatabaseFamily::Oracle, {"long raw", adBinary}},
-    {DatabaseFamily::Oracle, {"rowid", adChar}},
-    {DatabaseFamily::Oracle, {"date", adDBTimeStamp}}, // with a time of day
-    {DatabaseFamily::Oracle, {"timestamp with local time zone", adDBTimeStamp}},
-};
-
+// What a name means where the family does not mean otherwise.
 constexpr TypeName kNames[] = {
     {"bool", adBoolean},
     {"boolean", adBoolean},
@@ -118,32 +69,21 @@ constexpr TypeName kNames[] = {
     {"guid", adGUID},
 };
 
-// SQLite takes any words for a type and goes by what they contain.
-constexpr TypeName kContained[] = {
-    {"int", adInteger, 19}, {"char", adVarChar},     {"clob", adLongVarWChar}, {"text", adLongVarWChar},
-    {"blob", adBinary},     {"real", adDouble},      {"floa", adDouble},       {"doub", adDouble},
-    {"bool", adBoolean},    {"time", adDBTimeStamp}, {"date", adDBDate},       {"dec", adNumeric},
-    {"num", adNumeric},
-};
-
-const TypeName *Find(DatabaseFamily family, const QString &name)
+const TypeName *Find(const Family &family, const QString &name)
 {
-    for (const FamilyTypeName &own : kOwn)
-        if (own.Family == family && name == QLatin1String(own.Row.Name))
-            return &own.Row;
-    for (const TypeName &row : kNames)
-        if (name == QLatin1String(row.Name))
-            return &row;
-    if (family == DatabaseFamily::SQLite)
-        for (const TypeName &row : kContained)
-            if (name.contains(QLatin1String(row.Name)))
+    for (const std::span<const TypeName> rows : {family.Catalogue.TypeNames, std::span<const TypeName>(kNames)})
+        for (const TypeName &row : rows)
+            if (name == QLatin1String(row.Name))
                 return &row;
+    for (const TypeName &row : family.Catalogue.ContainedTypeNames)
+        if (name.contains(QLatin1String(row.Name)))
+            return &row;
     return nullptr;
 }
 
 } // namespace
 
-DeclaredType ReadTypeName(DatabaseFamily family, const QString &name)
+DeclaredType ReadTypeName(const Family &family, const QString &name)
 {
     QString base = name.toLower();
     QStringList numbers;

@@ -14,6 +14,6 @@ struct DeclaredType
     qint64 Scale = -1;
 };
 
-DeclaredType ReadTypeName(DatabaseFamily family, const QString &name);
+DeclaredType ReadTypeName(const Family &family, const QString &name);
 
 } // namespace ADODB

@@ -257,12 +257,7 @@ ShapeName ShapeReader::ChildOfRelation()
 
 void ShapeReader::Fail(const ShapePlace &place, const QString &what) const
 {
-    throw Error(adErrProviderFailed,
-                QStringLiteral("The shape command is not understood at line %1, column %2: %3.")
-                    .arg(place.Line)
-                    .arg(place.Column)
-                    .arg(what),
-                QStringLiteral("42000"));
+    throw Error(Fault::BadShape, {QString::number(place.Line), QString::number(place.Column), what});
 }
 
 void ShapeReader::Unexpected(const QString &wanted)

@@ -6,13 +6,13 @@
 #include "ado/sqlite/SqliteSession.h"
 
 #include <cmath>
-#include <optional>
 
 namespace ADODB {
 
 namespace {
 
 constexpr qint64 kBlockRows = 1000;
+constexpr qint64 kRefused = -1; // instead of a count of rows
 
 int BindText(sqlite3_stmt *statement, int index, const QByteArray &utf8)
 {
@@ -35,7 +35,7 @@ int Bind(sqlite3_stmt *statement, int index, const ColumnStore &column, qint64 r
         return sqlite3_bind_int64(statement, index, *number);
     if (const double *real = value.As<double>()) {
         if (std::isnan(*real)) // the library would store a null instead
-            throw WrongValue();
+            throw Error(Fault::WrongValue);
         return sqlite3_bind_double(statement, index, *real);
     }
     if (const QByteArray *data = value.As<QByteArray>())
@@ -144,25 +144,26 @@ private:
             m_session.RaiseIfCancelled();
             if (rowByRow)
                 Run("SAVEPOINT brindlewick_row");
-            std::optional<qint64> met = RunRow(row);
-            if (met && m_mustMeetRows && *met > 1) {
+            qint64 met = RunRow(row);
+            if (m_mustMeetRows && met > 1) {
                 if (!rowByRow)
                     return m_batch.ByKey; // which cannot be
                 Run("ROLLBACK TO brindlewick_row");
-                m_refused.emplace_back(row, TooManyRows());
-                met.reset();
-            } else if (met && m_mustMeetRows && *met == 0) {
-                m_refused.emplace_back(row, RowConflict());
+                m_refused.emplace_back(row, Error(Fault::TooManyRows));
+                met = kRefused;
+            } else if (m_mustMeetRows && met == 0) {
+                m_refused.emplace_back(row, Error(Fault::RowConflict));
             }
             if (rowByRow)
                 Run("RELEASE brindlewick_row");
-            m_blockAffected += met.value_or(0);
+            if (met != kRefused)
+                m_blockAffected += met;
         }
         return true;
     }
 
-    // How many rows it met; none when it was refused.
-    std::optional<qint64> RunRow(qint64 row)
+    // How many rows it met, or kRefused.
+    qint64 RunRow(qint64 row)
     {
         int code = SQLITE_OK;
         try {
@@ -170,18 +171,20 @@ private:
                 code = Bind(m_statement.handle, int(i) + 1, m_columns[i], row);
         } catch (const Error &error) {
             m_refused.emplace_back(row, error);
-            return {};
+            return kRefused;
         }
         while (code == SQLITE_OK || code == SQLITE_ROW) {
             code = sqlite3_step(m_statement.handle);
             if (code == SQLITE_ROW && m_batch.Made) {
+                const int columns = sqlite3_column_count(m_statement.handle);
                 std::vector<Value> values;
-                for (int i = 0; i < sqlite3_column_count(m_statement.handle); ++i)
+                values.reserve(size_t(columns));
+                for (int i = 0; i < columns; ++i)
                     values.push_back(Cell(m_statement.handle, i));
                 m_made.emplace_back(row, std::move(values));
             }
         }
-        std::optional<qint64> met;
+        qint64 met = kRefused;
         if (code == SQLITE_DONE) {
             met = sqlite3_changes64(m_db);
         } else {

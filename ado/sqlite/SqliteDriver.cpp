@@ -1,7 +1,10 @@
 #include "ado/sqlite/SqliteDriver.h"
 
 #include "ado/ConnectionString.h"
+#include "ado/DriverList.h"
+#include "ado/family/Family.h"
 #include "ado/sqlite/SqliteSession.h"
+#include "ado/sqlite/SqliteText.h"
 #include <sqlite3.h>
 
 namespace ADODB {
@@ -16,8 +19,7 @@ public:
         const std::vector<Attribute> attributes = ParseConnectionString(connectionString);
         const QString file = AttributeValue(attributes, QStringLiteral("Database"));
         if (file.isEmpty())
-            throw Error(adErrProviderFailed, QStringLiteral("The connection string names no database file."),
-                        QStringLiteral("HY000"));
+            throw Error(Fault::NoFileNamed);
         const auto says = [&](const char *key, const char *word) {
             return AttributeValue(attributes, QString::fromLatin1(key))
                        .compare(QLatin1String(word), Qt::CaseInsensitive) == 0;
@@ -42,3 +44,22 @@ QString SqliteVersion()
 }
 
 } // namespace ADODB
+
+ADODB_REGISTER_DRIVER(sqlite)
+{
+    using namespace ADODB;
+    DriverEntry entry;
+    entry.Name = "SQLite";
+    entry.Get = SqliteDriver;
+    entry.Choices = [] {
+        ConnectionChoice choice;
+        choice.Label = QStringLiteral("SQLite (built in)");
+        choice.Name = QStringLiteral("SQLite");
+        choice.Files = QString::fromLatin1(FamilyOf(DatabaseFamily::SQLite).Files);
+        return std::vector<ConnectionChoice>{choice};
+    };
+    entry.About = [] { return QStringList{QStringLiteral("SQLite %1 (built in)").arg(SqliteVersion())}; };
+    entry.KeywordsOf = []() -> const Family & { return FamilyOf(DatabaseFamily::SQLite); };
+    entry.Keywords = SqliteKeywords;
+    return entry;
+}

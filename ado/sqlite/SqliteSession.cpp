@@ -1,4 +1,5 @@
 #include "ado/sqlite/SqliteSession.h"
+#include "ado/family/Family.h"
 #include "lang/Text.h"
 
 #include "ado/sqlite/SqliteResult.h"
@@ -60,9 +61,11 @@ SqliteSession::SqliteSession(const QString &file, SqliteAccess access)
         (access == SqliteAccess::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE) |
         (IsUri(file) ? SQLITE_OPEN_URI : 0) | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
     const QString path = PathOf(file);
-    if (access != SqliteAccess::Create && !NeedsNoFile(file) && !QFileInfo::exists(path))
-        throw Error(adErrFileNotFound, QStringLiteral("The database file \"%1\" does not exist.").arg(path),
-                    QStringLiteral("08001"), SQLITE_CANTOPEN);
+    if (access != SqliteAccess::Create && !NeedsNoFile(file) && !QFileInfo::exists(path)) {
+        Error error(Fault::FileMissing, {path});
+        error.NativeError = SQLITE_CANTOPEN;
+        throw error;
+    }
     int code = sqlite3_open_v2(file.toUtf8().constData(), &m_db, flags, nullptr);
     if (code == SQLITE_OK) {
         sqlite3_db_config(m_db, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
@@ -96,9 +99,11 @@ int SqliteSession::WaitForLock(void *session, int tries) noexcept
 Error SqliteSession::LastError(int code) const
 {
     const int extended = sqlite3_extended_errcode(m_db);
-    if ((code & 0xFF) == SQLITE_INTERRUPT || m_cancelled)
-        return Error(adErrOperationCancelled, QStringLiteral("Operation has been cancelled by the user."),
-                     QStringLiteral("HY008"), SQLITE_INTERRUPT);
+    if ((code & 0xFF) == SQLITE_INTERRUPT || m_cancelled) {
+        Error error(Fault::Cancelled);
+        error.NativeError = SQLITE_INTERRUPT;
+        return error;
+    }
     const QString words = QString::fromUtf8(sqlite3_errmsg(m_db));
     if ((code & 0xFF) == SQLITE_NOMEM)
         return Error(adErrOutOfMemory, words, QStringLiteral("HY001"), extended);
@@ -116,8 +121,7 @@ ExecuteResult SqliteSession::Execute(const QString &sql)
     m_cancelled = false;
     const QByteArray text = sql.toUtf8();
     if (text.contains('\0')) // the library would take it for the end and drop the rest
-        throw Error(adErrProviderFailed, QStringLiteral("The statement holds a NUL character."),
-                    QStringLiteral("42000"));
+        throw Error(Fault::NulCharacter);
     const char *rest = text.constData();
     const char *const end = rest + text.size();
     ExecuteResult result;
@@ -164,8 +168,7 @@ ExecuteResult SqliteSession::ExecuteOne(const QString &sql)
         const char *tail = nullptr;
         // What follows is not even prepared: it could not be, before the first one has run.
         if (found && !SqliteIsBlank(QByteArrayView(rest, end - rest)))
-            throw Error(adErrProviderFailed, QStringLiteral("The text holds more than one statement."),
-                        QStringLiteral("42000"));
+            throw Error(Fault::SeveralStatements);
         if (sqlite3_prepare_v2(m_db, rest, int(end - rest) + 1, &statement.handle, &tail) != SQLITE_OK)
             break; // Execute tells why
         found = found || statement.handle;
@@ -222,9 +225,9 @@ std::unique_ptr<ResultSet> SqliteSession::Catalogue(SchemaEnum schema, const QSt
         .Rows;
 }
 
-DatabaseFamily SqliteSession::Family() const
+const ADODB::Family &SqliteSession::Family() const
 {
-    return DatabaseFamily::SQLite;
+    return FamilyOf(DatabaseFamily::SQLite);
 }
 
 QString SqliteSession::ProductName() const

@@ -31,7 +31,7 @@ public:
     std::optional<bool> InTransaction() const override;
     std::unique_ptr<ResultSet> Catalogue(SchemaEnum schema, const QStringList &restrictions) override;
 
-    DatabaseFamily Family() const override;
+    const ADODB::Family &Family() const override;
     QString ProductName() const override;
     QString ProductVersion() const override;
     QString IdentifierQuote() const override;
@@ -56,7 +56,7 @@ struct SqliteStatement
 {
     sqlite3_stmt *handle = nullptr;
     SqliteStatement() = default;
-    explicit SqliteStatement(sqlite3_stmt *handle) : handle(handle) {}
+    explicit SqliteStatement(sqlite3_stmt *own) : handle(own) {}
     SqliteStatement(SqliteStatement &&other) noexcept : handle(std::exchange(other.handle, nullptr)) {}
     SqliteStatement &operator=(SqliteStatement &&other) noexcept
     {

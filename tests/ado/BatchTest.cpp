@@ -1,6 +1,7 @@
 // Writing rows back: batches by key and by original values, rows that are refused, single rows at once.
 #include "TempDatabase.h"
 #include "ado/BaseTable.h"
+#include "ado/family/Family.h"
 #include "tests/support/FaultDriver.h"
 #include <cmath>
 
@@ -335,7 +336,7 @@ TEST(BaseTable, IsWhatStandsBehindFrom)
     ColumnInfo column;
     column.BaseTable = QStringLiteral("t\"x");
     const auto table = [&](const char *sql, const std::vector<ColumnInfo> &columns) {
-        return BaseTableOf(QString::fromLatin1(sql), columns, QStringLiteral("\""), DatabaseFamily::Other);
+        return BaseTableOf(QString::fromLatin1(sql), columns, QStringLiteral("\""), NoFamily());
     };
     EXPECT_EQ(table("SELECT * FROM [order details]", {}), "[order details]");
     EXPECT_EQ(table("select a,b\r\nfrom\ts.\"t\"\"x\" where 1=0", {}), "s.\"t\"\"x\"");
@@ -351,7 +352,7 @@ TEST(BaseTable, IsWhatStandsBehindFrom)
     // Signs that a plain name may hold: they were never tried.
     EXPECT_EQ(table("SELECT * FROM #a@b$c_1 WHERE 1=0", {}), "#a@b$c_1");
     const QString beyond = QStringLiteral("SELECT * FROM t") + QString::fromUtf8("𝒳日") + QStringLiteral(" x");
-    EXPECT_EQ(BaseTableOf(beyond, {}, QStringLiteral("\""), DatabaseFamily::Other),
+    EXPECT_EQ(BaseTableOf(beyond, {}, QStringLiteral("\""), NoFamily()),
               QStringLiteral("t") + QString::fromUtf8("𝒳日"));
 }
 
@@ -360,7 +361,7 @@ TEST(BaseTable, WhatTheDriverTellsWins)
     ColumnInfo column;
     column.BaseTable = QStringLiteral("k4");
     const auto table = [&](const char *sql, DatabaseFamily family) {
-        return BaseTableOf(QString::fromLatin1(sql), {column}, QStringLiteral("\""), family);
+        return BaseTableOf(QString::fromLatin1(sql), {column}, QStringLiteral("\""), FamilyOf(family));
     };
     EXPECT_EQ(table("SELECT * FROM s.K4", DatabaseFamily::PostgreSQL), "s.K4"); // the same one, with its schema
     EXPECT_EQ(table("SELECT * FROM s.\"K4\"", DatabaseFamily::PostgreSQL), "\"k4\"");

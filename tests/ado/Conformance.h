@@ -7,18 +7,11 @@
 
 #include "ado/Connection.h"
 #include "ado/Recordset.h"
+#include "tests/ado/Expected.h"
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace conformance {
-
-enum class Server
-{
-    BuiltIn,
-    SqliteOdbc,
-    Postgres,
-    MariaDb
-};
 
 // A statement text a server; the first two share one.
 struct Dialect
@@ -35,10 +28,16 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    bool IsSqlite() const { return GetParam() == Server::BuiltIn || GetParam() == Server::SqliteOdbc; }
+    const Expected &Expects() const { return ExpectedOf(GetParam()); }
+    bool IsSqlite() const { return Expects().Own == Place::File; }
     bool Is(Server server) const { return GetParam() == server; }
     QString Pick(const Dialect &dialect) const;
     QString Quoted(const QString &name) const; // as an identifier
+    // The place, where it is a schema or a catalogue; else null, which restricts nothing.
+    QString OwnSchema() const { return Expects().Own == Place::Schema ? m_place : QString(); }
+    QString OwnCatalogue() const { return Expects().Own == Place::Catalogue ? m_place : QString(); }
+    QString Bytes(const QString &hex) const { return QString::fromLatin1(Expects().Bytes).arg(hex); }
+    void MakeUser(const QString &name, const QString &password); // one who may log in
 
     ADODB::ConnectionPtr NewConnection(); // a second one to the same place
     ADODB::RecordsetPtr Run(const QString &sql) { return m_connection->Execute(sql); }

@@ -8,17 +8,8 @@ namespace conformance {
 
 QString ConnectionStringOf(Server server)
 {
-    switch (server) {
-    case Server::BuiltIn:
-        return QStringLiteral("Driver=SQLite;Create=Yes;Database=place");
-    case Server::SqliteOdbc:
-        return qEnvironmentVariable("BRINDLEWICK_TEST_SQLITE_ODBC");
-    case Server::Postgres:
-        return qEnvironmentVariable("BRINDLEWICK_TEST_POSTGRES");
-    case Server::MariaDb:
-        return qEnvironmentVariable("BRINDLEWICK_TEST_MARIADB");
-    }
-    return {};
+    const Expected &row = ExpectedOf(server);
+    return row.Environment ? qEnvironmentVariable(row.Environment) : QString::fromLatin1(row.String);
 }
 
 bool ServersArePromised()
@@ -42,10 +33,8 @@ void Conformance::SetUp()
                       .arg(quint64(quintptr(this)) & 0xffffff, 0, 16);
     m_connection = Connection::Create();
     m_connection->Open(m_string);
-    if (Is(Server::Postgres))
-        Run(QStringLiteral("CREATE SCHEMA %1").arg(m_place));
-    if (Is(Server::MariaDb))
-        Run(QStringLiteral("CREATE DATABASE %1 CHARACTER SET utf8mb4").arg(m_place));
+    if (Expects().MakePlace)
+        Run(QString::fromLatin1(Expects().MakePlace).arg(m_place));
     m_connection->Close();
     m_connection = NewConnection();
 }
@@ -58,8 +47,7 @@ void Conformance::TearDown()
         m_connection.reset();
         const ConnectionPtr last = Connection::Create();
         last->Open(ConnectionStringOf(GetParam()));
-        last->Execute(Is(Server::Postgres) ? QStringLiteral("DROP SCHEMA %1 CASCADE").arg(m_place)
-                                           : QStringLiteral("DROP DATABASE %1").arg(m_place));
+        last->Execute(QString::fromLatin1(Expects().DropPlace).arg(m_place));
     } catch (const Error &error) {
         ADD_FAILURE() << error.what();
     }
@@ -69,19 +57,28 @@ ConnectionPtr Conformance::NewConnection()
 {
     const ConnectionPtr connection = Connection::Create();
     connection->Open(m_string);
-    if (IsSqlite()) // these files live a moment
-        connection->Execute(QStringLiteral("PRAGMA synchronous = OFF"));
-    if (Is(Server::Postgres))
-        connection->Execute(QStringLiteral("SET search_path TO %1").arg(m_place));
-    if (Is(Server::MariaDb))
-        connection->Execute(QStringLiteral("USE %1").arg(m_place));
+    connection->Execute(QString::fromLatin1(Expects().Enter).replace(QLatin1String("%1"), m_place));
     return connection;
 }
 
 QString Conformance::Pick(const Dialect &dialect) const
 {
-    const char *text = IsSqlite() ? dialect.Sqlite : Is(Server::Postgres) ? dialect.Postgres : dialect.MariaDb;
-    return QString::fromUtf8(text);
+    switch (Expects().Family) {
+    case DatabaseFamily::SQLite:
+        return QString::fromUtf8(dialect.Sqlite);
+    case DatabaseFamily::PostgreSQL:
+        return QString::fromUtf8(dialect.Postgres);
+    default:
+        return QString::fromUtf8(dialect.MariaDb);
+    }
+}
+
+void Conformance::MakeUser(const QString &name, const QString &password)
+{
+    QString sql = QString::fromLatin1(Expects().MakeUser); // no arg(): a host may be "%"
+    Run(sql.replace(QLatin1String("%1"), name).replace(QLatin1String("%2"), password));
+    if (Expects().LetIn)
+        Run(QString::fromLatin1(Expects().LetIn).arg(name));
 }
 
 QString Conformance::Quoted(const QString &name) const
@@ -115,8 +112,7 @@ Error Conformance::ErrorOf(const QString &sql)
 
 static std::string NameOf(const testing::TestParamInfo<Server> &info)
 {
-    constexpr const char *kNames[] = {"BuiltIn", "SqliteOdbc", "Postgres", "MariaDb"};
-    return kNames[int(info.param)];
+    return ExpectedOf(info.param).Name;
 }
 
 INSTANTIATE_TEST_SUITE_P(Over, Conformance,

@@ -1,6 +1,7 @@
 // The rules of names against the servers: a name written by them reaches its own table, and the words that they keep
 // back are those that the server refuses.
 #include "ado/ObjectName.h"
+#include "ado/family/Family.h"
 #include "tests/ado/Conformance.h"
 
 using namespace ADODB;
@@ -9,7 +10,7 @@ namespace conformance {
 
 TEST_P(Conformance, AWrittenNameReachesItsOwnTable)
 {
-    const DatabaseFamily family = m_connection->Family();
+    const Family &family = m_connection->Family();
     QStringList names;
     for (const char *name : {"dept2",
                              "Dept2",
@@ -91,7 +92,7 @@ TEST_P(Conformance, AWrittenNameReachesItsOwnTable)
 
 TEST_P(Conformance, TheWordsKeptBackAreThoseThatTheServerRefuses)
 {
-    const DatabaseFamily family = m_connection->Family();
+    const Family &family = m_connection->Family();
     QStringList words;
     const RecordsetPtr rows = Run(Pick(
         {"SELECT 1", "SELECT word FROM pg_catalog.pg_get_keywords()", "SELECT WORD FROM information_schema.KEYWORDS"}));

@@ -1,4 +1,5 @@
 // The schema rowsets over every driver, on one small sample: their columns by name, order and type, and their content.
+#include "ado/family/Family.h"
 #include "ado/schema/Schema.h"
 #include "tests/ado/Conformance.h"
 
@@ -71,7 +72,7 @@ public:
     {
         return m_real.Catalogue(schema, restrictions);
     }
-    DatabaseFamily Family() const override { return DatabaseFamily::Other; }
+    const ADODB::Family &Family() const override { return NoFamily(); }
     QString ProductName() const override { return QStringLiteral("Strange"); }
     QString ProductVersion() const override { return {}; }
     QString IdentifierQuote() const override { return {}; }
@@ -101,24 +102,25 @@ protected:
     QStringList Mine(std::initializer_list<QString> restrictions) const
     {
         QStringList list(restrictions);
-        if (Is(Server::Postgres))
+        if (!OwnSchema().isNull())
             list[1] = m_place;
         return list;
     }
     QString Catalogue() const
     {
-        return IsSqlite() ? QStringLiteral("~") : Is(Server::Postgres) ? QStringLiteral("conformance") : m_place;
+        const QString own = QString::fromLatin1(Expects().Catalogue);
+        return own.isEmpty() ? m_place : own;
     }
-    QString Schema() const { return Is(Server::Postgres) ? m_place : QStringLiteral("~"); }
+    QString Schema() const { return OwnSchema().isNull() ? QStringLiteral("~") : m_place; }
 };
 
 INSTANTIATE_TEST_SUITE_P(Over, ConformanceOfSchemas,
                          testing::Values(Server::BuiltIn, Server::SqliteOdbc, Server::Postgres, Server::MariaDb),
-                         [](const testing::TestParamInfo<Server> &info) {
-                             return std::string(info.param == Server::BuiltIn      ? "BuiltIn"
-                                                : info.param == Server::SqliteOdbc ? "SqliteOdbc"
-                                                : info.param == Server::Postgres   ? "Postgres"
-                                                                                   : "MariaDb");
+                         [](const testing::TestParamInfo<Server> &server) {
+                             return std::string(server.param == Server::BuiltIn      ? "BuiltIn"
+                                                : server.param == Server::SqliteOdbc ? "SqliteOdbc"
+                                                : server.param == Server::Postgres   ? "Postgres"
+                                                                                     : "MariaDb");
                          });
 
 TEST_P(ConformanceOfSchemas, Tables)
@@ -270,13 +272,11 @@ TEST_P(ConformanceOfSchemas, ForeignKeys)
                              QStringLiteral("FK_TABLE_NAME"), QStringLiteral("FK_COLUMN_NAME"),
                              QStringLiteral("ORDINAL"),       QStringLiteral("DELETE_RULE")};
     QStringList restrictions{{}, {}, QStringLiteral("boss"), {}, {}, {}};
-    if (Is(Server::Postgres))
-        restrictions[1] = m_place;
+    restrictions[1] = OwnSchema();
     EXPECT_EQ(Lines(m_connection->OpenSchema(adSchemaForeignKeys, restrictions), fields).join(u' '),
               u"boss|part|helper|boss_part|1|CASCADE boss|id|helper|boss_id|2|CASCADE");
     QStringList toItself{{}, {}, QStringLiteral("helper"), {}, {}, QStringLiteral("helper")};
-    if (Is(Server::Postgres))
-        toItself[4] = m_place;
+    toItself[4] = OwnSchema();
     const RecordsetPtr own = m_connection->OpenSchema(adSchemaForeignKeys, toItself);
     ASSERT_EQ(own->RecordCount(), 1);
     EXPECT_EQ(Lines(own, {QStringLiteral("PK_COLUMN_NAME"), QStringLiteral("FK_COLUMN_NAME"),
@@ -349,8 +349,7 @@ TEST_P(ConformanceOfSchemas, TheDriversOwnFunctionsGiveTheSameNames)
         const std::unique_ptr<ResultSet> result = turn.Driver().Catalogue(schema, restrictions);
         return ReadAll(*result);
     };
-    const QString catalogue = Is(Server::MariaDb) ? m_place : QString(),
-                  schema = Is(Server::Postgres) ? m_place : QString();
+    const QString catalogue = OwnCatalogue(), schema = OwnSchema();
     QStringList tables = Lines(rows(adSchemaTables, {catalogue, schema, {}, {}}),
                                {QStringLiteral("TABLE_NAME"), QStringLiteral("TABLE_TYPE")});
     EXPECT_EQ(tables.filter(QLatin1String("|TABLE")).join(u' '), u"boss|TABLE helper|TABLE");
@@ -380,17 +379,14 @@ TEST_P(ConformanceOfSchemas, AnUnknownFamilyIsReadTableByTable)
     turn.Begin();
     Stranger stranger(turn.Driver());
     QStringList restrictions{{}, {}, {}, {}, {}, QStringLiteral("helper")};
-    if (Is(Server::Postgres))
-        restrictions[4] = m_place;
-    if (Is(Server::MariaDb))
-        restrictions[3] = m_place;
+    restrictions[4] = OwnSchema();
+    restrictions[3] = OwnCatalogue();
     const QStringList keys =
         Lines(OpenSchemaRowset(stranger, adSchemaForeignKeys, restrictions),
               {QStringLiteral("PK_TABLE_NAME"), QStringLiteral("PK_COLUMN_NAME"), QStringLiteral("FK_COLUMN_NAME")});
     EXPECT_EQ(keys.size(), 3);
     EXPECT_TRUE(keys.contains(QStringLiteral("boss|part|boss_part"))) << keys.join(u' ').toStdString();
-    const QString catalogue = Is(Server::MariaDb) ? m_place : QString(),
-                  schema = Is(Server::Postgres) ? m_place : QString();
+    const QString catalogue = OwnCatalogue(), schema = OwnSchema();
     QStringList primary = Lines(OpenSchemaRowset(stranger, adSchemaPrimaryKeys, {catalogue, schema, {}}),
                                 {QStringLiteral("TABLE_NAME"), QStringLiteral("COLUMN_NAME")});
     primary.sort(); // some drivers number the columns of a key as they stand in the table

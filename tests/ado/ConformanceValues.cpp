@@ -154,10 +154,7 @@ TEST_P(ConformanceOfServers, PasswordsOfAnyCharactersAreTaken)
     const QString name = m_place + QStringLiteral("_p");
     for (const char *password : {"a%2Bb+c", "100%", "+", "%41", "p}w{d;%+"}) {
         const QString text = QLatin1String(password);
-        Run(Is(Server::Postgres) ? QStringLiteral("CREATE USER %1 PASSWORD '%2'").arg(name, text)
-                                 : QStringLiteral("CREATE USER %1@'%' IDENTIFIED BY '%2'").arg(name, text));
-        if (Is(Server::MariaDb))
-            Run(QStringLiteral("GRANT SELECT ON *.* TO %1").arg(name));
+        MakeUser(name, text);
         const ConnectionPtr login = Connection::Create();
         EXPECT_NO_THROW(login->Open(ConnectionStringOf(GetParam()), name, text)) << password;
         login->State() == adStateOpen ? login->Close() : void();

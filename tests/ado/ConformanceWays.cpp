@@ -28,9 +28,9 @@ protected:
         if (IsSkipped() || HasFatalFailure())
             return;
         Run(QStringLiteral("CREATE TABLE t (n INTEGER, s VARCHAR(20), l %1, d DOUBLE PRECISION, b %2)")
-                .arg(Pick({"TEXT", "TEXT", "LONGTEXT"}), Pick({"BLOB", "BYTEA", "LONGBLOB"})));
+                .arg(QLatin1String(Expects().LongText), QLatin1String(Expects().Blob)));
         m_connection->BeginTrans();
-        const QString hex = Is(Server::Postgres) ? QStringLiteral("'\\x%1'") : QStringLiteral("x'%1'");
+        const QString hex = QString::fromLatin1(Expects().Bytes);
         for (qint64 n = 0; n < kRows; ++n)
             Run(QStringLiteral("INSERT INTO t VALUES (%1, %2, '%3', %1.5, %4)")
                     .arg(n)

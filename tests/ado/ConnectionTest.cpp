@@ -1,6 +1,7 @@
 // The connection: states, transactions, properties, turns across threads, the wait handler, cancel.
 #include "TempDatabase.h"
 #include "ado/Command.h"
+#include "ado/family/Family.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -68,7 +69,7 @@ TEST(Connection, TellsItsProperties)
 {
     TempDatabase database;
     const ConnectionPtr connection = database.Open();
-    EXPECT_EQ(connection->Family(), DatabaseFamily::SQLite);
+    EXPECT_EQ(connection->Family().Id, DatabaseFamily::SQLite);
     EXPECT_EQ(connection->Property(QStringLiteral("DBMS Name")).toString(), "SQLite");
     EXPECT_TRUE(connection->Property(QStringLiteral("DBMS Version")).toString().startsWith(u'3'));
     EXPECT_EQ(connection->Property(QStringLiteral("Identifier Quote")).toString(), "\"");

@@ -1,6 +1,8 @@
 // SQL Server's and Oracle's catalogue queries, though no server of theirs is here: each runs over a stand-in for the
 // catalogue, tables and views of the same names and columns in a database of PostgreSQL, filled with what such a server
 // would hold. What the rowsets say is then looked at.
+#include "ado/DriverList.h"
+#include "ado/family/Family.h"
 #include "ado/schema/CatalogueQueries.h"
 #include "ado/schema/Schema.h"
 #include "tests/ado/RowsetSample.h"
@@ -228,7 +230,7 @@ protected:
         for (int schema = adSchemaAsserts; schema <= adSchemaTrustees; ++schema) {
             SCOPED_TRACE(schema);
             m_driver->ClearLog();
-            switch (SourceOf(m_driver->FamilyIs, schema)) {
+            switch (SourceOf(FamilyOf(m_driver->FamilyIs), schema)) {
             case RowsetSource::Refused:
                 EXPECT_EQ(conformance::ErrorFrom([&] { m_connection->OpenSchema(schema); }).Description,
                           u"Object or provider is not capable of performing requested operation.");

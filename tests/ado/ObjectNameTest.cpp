@@ -1,6 +1,7 @@
 // Which texts a family reads as an object, and how a name is written so that it reaches it. No server is needed.
 #include "ado/ObjectName.h"
 #include "ado/StatementText.h"
+#include "ado/family/Family.h"
 #include <gtest/gtest.h>
 
 using namespace ADODB;
@@ -84,41 +85,42 @@ TEST(ObjectName, AFamilyReadsATextAsTheVeryObjectOrNot)
         {MySQL, "\xf0\x9f\x98\x80", "\xf0\x9f\x98\x80", false},
     };
     for (const Reading &each : readings)
-        EXPECT_EQ(ReadsAs(each.family, U(each.text), U(each.name)), each.reads)
+        EXPECT_EQ(ReadsAs(FamilyOf(each.family), U(each.text), U(each.name)), each.reads)
             << int(each.family) << ' ' << each.text << " as " << each.name;
 }
 
 TEST(ObjectName, TheOwnQuotesAreDoubledInside)
 {
-    EXPECT_EQ(InQuotes(SQLite, {}, U("a\"b]c'd")), U("\"a\"\"b]c'd\""));
-    EXPECT_EQ(InQuotes(PostgreSQL, {}, U("a\"b")), U("\"a\"\"b\""));
-    EXPECT_EQ(InQuotes(MySQL, {}, U("a`b\"c")), U("`a``b\"c`"));
-    EXPECT_EQ(InQuotes(SQLServer, {}, U("a]b")), U("[a]]b]"));
-    EXPECT_EQ(InQuotes(Oracle, {}, U("a b")), U("\"a b\""));
-    EXPECT_EQ(InQuotes(Other, U("'"), U("a'b")), U("'a''b'"));
-    EXPECT_EQ(InQuotes(Other, U(" "), U("a]b")), U("[a]]b]")); // a driver that says it has none
+    EXPECT_EQ(InQuotes(FamilyOf(SQLite), {}, U("a\"b]c'd")), U("\"a\"\"b]c'd\""));
+    EXPECT_EQ(InQuotes(FamilyOf(PostgreSQL), {}, U("a\"b")), U("\"a\"\"b\""));
+    EXPECT_EQ(InQuotes(FamilyOf(MySQL), {}, U("a`b\"c")), U("`a``b\"c`"));
+    EXPECT_EQ(InQuotes(FamilyOf(SQLServer), {}, U("a]b")), U("[a]]b]"));
+    EXPECT_EQ(InQuotes(FamilyOf(Oracle), {}, U("a b")), U("\"a b\""));
+    EXPECT_EQ(InQuotes(FamilyOf(Other), U("'"), U("a'b")), U("'a''b'"));
+    EXPECT_EQ(InQuotes(FamilyOf(Other), U(" "), U("a]b")), U("[a]]b]")); // a driver that says it has none
     for (const DatabaseFamily family : {SQLite, PostgreSQL, MySQL, SQLServer, Oracle})
         for (const char *name : {"", "select", "a\"b]c'd`e", "\"", "]", "`", "a;b--", "x\r\ny"})
-            EXPECT_TRUE(ReadsAs(family, InQuotes(family, {}, U(name)), U(name))) << int(family) << name;
+            EXPECT_TRUE(ReadsAs(FamilyOf(family), InQuotes(FamilyOf(family), {}, U(name)), U(name)))
+                << int(family) << name;
 }
 
 TEST(ObjectName, APlacedNameSaysWhoseItIs)
 {
-    EXPECT_EQ(PlacedName(PostgreSQL, {}, {U("db"), U("second"), U("t")}), U("second.t"));
-    EXPECT_EQ(PlacedName(PostgreSQL, {}, {U("db"), U("Second"), U("select")}), U("\"Second\".\"select\""));
-    EXPECT_EQ(PlacedName(MySQL, {}, {U("shop"), {}, U("a b")}), U("shop.`a b`"));
-    EXPECT_EQ(PlacedName(SQLite, {}, ObjectOf(SQLite, {}, {}, U("t"))), U("main.t"));
-    EXPECT_EQ(PlacedName(SQLite, {}, ObjectOf(SQLite, {}, U("temp"), U("t"))), U("temp.t"));
-    EXPECT_EQ(PlacedName(SQLServer, {}, {U("db"), U("dbo"), U("a b")}), U("db.dbo.[a b]"));
-    EXPECT_EQ(PlacedName(Oracle, {}, {{}, U("HR"), U("emp")}), U("HR.\"emp\""));
+    EXPECT_EQ(PlacedName(FamilyOf(PostgreSQL), {}, {U("db"), U("second"), U("t")}), U("second.t"));
+    EXPECT_EQ(PlacedName(FamilyOf(PostgreSQL), {}, {U("db"), U("Second"), U("select")}), U("\"Second\".\"select\""));
+    EXPECT_EQ(PlacedName(FamilyOf(MySQL), {}, {U("shop"), {}, U("a b")}), U("shop.`a b`"));
+    EXPECT_EQ(PlacedName(FamilyOf(SQLite), {}, ObjectOf(FamilyOf(SQLite), {}, {}, U("t"))), U("main.t"));
+    EXPECT_EQ(PlacedName(FamilyOf(SQLite), {}, ObjectOf(FamilyOf(SQLite), {}, U("temp"), U("t"))), U("temp.t"));
+    EXPECT_EQ(PlacedName(FamilyOf(SQLServer), {}, {U("db"), U("dbo"), U("a b")}), U("db.dbo.[a b]"));
+    EXPECT_EQ(PlacedName(FamilyOf(Oracle), {}, {{}, U("HR"), U("emp")}), U("HR.\"emp\""));
 }
 
 TEST(ObjectName, TheQuestionWhereANameLeadsHoldsItAsALiteral)
 {
-    EXPECT_TRUE(WhereQuery(PostgreSQL, U("a'b\\c")).contains(U("= E'a''b\\\\c' ")));
-    EXPECT_TRUE(WhereQuery(SQLite, U("a'b")).contains(U("pragma_table_list('a''b')")));
-    EXPECT_TRUE(WhereQuery(SQLServer, U("a]'b")).contains(U("OBJECT_ID(N'[a]]''b]')")));
-    EXPECT_EQ(WhereQuery(Other, U("t")), QString());
+    EXPECT_TRUE(WhereQuery(FamilyOf(PostgreSQL), U("a'b\\c")).contains(U("= E'a''b\\\\c' ")));
+    EXPECT_TRUE(WhereQuery(FamilyOf(SQLite), U("a'b")).contains(U("pragma_table_list('a''b')")));
+    EXPECT_TRUE(WhereQuery(FamilyOf(SQLServer), U("a]'b")).contains(U("OBJECT_ID(N'[a]]''b]')")));
+    EXPECT_EQ(WhereQuery(FamilyOf(Other), U("t")), QString());
 }
 
 // A text of several statements is never taken for one; where a server's settings decide, neither is it.
@@ -162,9 +164,9 @@ TEST(OneStatement, IsReadAsTheFamilyReads)
         {Other, "SELECT [a;b]", false},
     };
     for (const Case &each : cases)
-        EXPECT_EQ(IsOneStatement(each.family, U(each.sql)), each.one) << int(each.family) << ' ' << each.sql;
-    EXPECT_FALSE(IsOneStatement(SQLite, QString(QChar(0))));
-    EXPECT_THROW(RaiseUnlessOneStatement(MySQL, U("a;b")), Error);
+        EXPECT_EQ(IsOneStatement(FamilyOf(each.family), U(each.sql)), each.one) << int(each.family) << ' ' << each.sql;
+    EXPECT_FALSE(IsOneStatement(FamilyOf(SQLite), QString(QChar(0))));
+    EXPECT_THROW(RaiseUnlessOneStatement(FamilyOf(MySQL), U("a;b")), Error);
 }
 
 } // namespace

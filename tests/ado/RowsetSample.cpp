@@ -1,5 +1,6 @@
 #include "tests/ado/RowsetSample.h"
-#include "ado/schema/Rowsets.h"
+#include "ado/family/Family.h"
+#include "ado/rowset/Rowsets.h"
 #include <QCoreApplication>
 #include <QMap>
 #include <QRegularExpression>
@@ -112,11 +113,9 @@ QString Sample::Guest() const
         .replace(QLatin1String("%1"), m_place);
 }
 
-DatabaseFamily Sample::Family() const
+const ADODB::Family &Sample::Family() const
 {
-    return IsSqlite()             ? DatabaseFamily::SQLite
-           : Is(Server::Postgres) ? DatabaseFamily::PostgreSQL
-                                  : DatabaseFamily::MySQL;
+    return FamilyOf(conformance::ExpectedOf(m_server).Family);
 }
 
 QString Sample::Quoted(QString name) const

@@ -23,7 +23,7 @@ public:
     bool Is(Server server) const { return m_server == server; }
     const QString &Place() const { return m_place; } // the schema or database; "" for SQLite
     QString Guest() const;                           // as trustees and grants name them; without rights elsewhere
-    ADODB::DatabaseFamily Family() const;
+    const ADODB::Family &Family() const;
     ADODB::RecordsetPtr Run(const QString &sql) { return m_connection->Execute(sql); }
     QString Quoted(QString name) const;
 

@@ -29,7 +29,7 @@ public:
         ADD_FAILURE() << "the driver's own function for rowset " << schema;
         return nullptr;
     }
-    DatabaseFamily Family() const override { return m_real.Family(); }
+    const ADODB::Family &Family() const override { return m_real.Family(); }
     QString ProductName() const override { return m_real.ProductName(); }
     QString ProductVersion() const override { return m_real.ProductVersion(); }
     QString IdentifierQuote() const override { return m_real.IdentifierQuote(); }
@@ -45,8 +45,8 @@ class RowsetScale : public testing::TestWithParam<Server>
 {
 };
 INSTANTIATE_TEST_SUITE_P(Over, RowsetScale, testing::ValuesIn(kServers),
-                         [](const testing::TestParamInfo<Server> &info) {
-                             return std::string(rowsets::NameOf(info.param));
+                         [](const testing::TestParamInfo<Server> &server) {
+                             return std::string(rowsets::NameOf(server.param));
                          });
 
 // How many statements each rowset takes.

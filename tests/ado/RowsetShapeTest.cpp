@@ -1,5 +1,5 @@
 // The standard's columns of each rowset, with their types and in their order, and what each is restricted by.
-#include "ado/schema/Rowsets.h"
+#include "ado/rowset/Rowsets.h"
 #include <QStringList>
 #include <gtest/gtest.h>
 

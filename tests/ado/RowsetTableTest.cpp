@@ -1,5 +1,6 @@
 // docs/schema-rowsets.md: where the rows of each rowset come from on each family, and how many the sample gives.
 // BRINDLEWICK_WRITE_ROWSETS=1 writes the table (scripts/schema-rowsets); without it the table is checked.
+#include "ado/family/Family.h"
 #include "ado/schema/Schema.h"
 #include "tests/ado/RowsetSample.h"
 #include "tests/support/Places.h"
@@ -117,7 +118,7 @@ QString Cell(Sample &sample, int schema)
 
 QString Kind(DatabaseFamily family, int schema)
 {
-    switch (SourceOf(family, schema)) {
+    switch (SourceOf(FamilyOf(family), schema)) {
     case RowsetSource::Native:
         return QStringLiteral("native");
     case RowsetSource::Catalogue:

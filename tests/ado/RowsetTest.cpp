@@ -48,8 +48,8 @@ protected:
     std::unique_ptr<Sample> m_sample;
 };
 
-INSTANTIATE_TEST_SUITE_P(Over, Rowsets, testing::ValuesIn(kServers), [](const testing::TestParamInfo<Server> &info) {
-    return std::string(rowsets::NameOf(info.param));
+INSTANTIATE_TEST_SUITE_P(Over, Rowsets, testing::ValuesIn(kServers), [](const testing::TestParamInfo<Server> &server) {
+    return std::string(rowsets::NameOf(server.param));
 });
 
 TEST_P(Rowsets, CheckConstraints)

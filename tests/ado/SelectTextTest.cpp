@@ -1,5 +1,6 @@
 #include "ado/SelectText.h"
 #include "ado/BaseTable.h"
+#include "ado/family/Family.h"
 #include <QStringList>
 #include <gtest/gtest.h>
 
@@ -8,7 +9,7 @@ using namespace ADODB;
 // "table alias: items" of a plain statement, "-" for another.
 static std::string Told(const char *sql, DatabaseFamily family = DatabaseFamily::SQLite)
 {
-    const SelectText select = ReadSelect(QString::fromUtf8(sql), family);
+    const SelectText select = ReadSelect(QString::fromUtf8(sql), FamilyOf(family));
     if (!select.Plain)
         return "-";
     QStringList items;
@@ -39,6 +40,8 @@ TEST(SelectText, StepsOverCommentsAndTexts)
     EXPECT_EQ(Told("select a # from other\n from k4", DatabaseFamily::MySQL), "k4 : a");
     EXPECT_EQ(Told("select a /*! , b */ from k4", DatabaseFamily::MySQL), "-"); // what stands in it runs
     EXPECT_EQ(Told("select 5--3\n from k4", DatabaseFamily::MySQL), "k4 : ~");
+    // Comments stand within comments there too; the reader took the first end for the last.
+    EXPECT_EQ(Told("select a /* /* b */ from other */ from k4", DatabaseFamily::SQLServer), "k4 : a");
     EXPECT_EQ(Told("select $a$ from other $a$, /* /* from x */ from y */ a from k4", DatabaseFamily::PostgreSQL),
               "k4 : ~,a");
     EXPECT_EQ(Told("select E'\\' from other', a[1] from k4", DatabaseFamily::PostgreSQL), "k4 : ~,~");
@@ -74,7 +77,7 @@ TEST(SelectText, OtherStatementsAreNotPlain)
         EXPECT_EQ(Told(sql), "-") << sql;
     for (qsizetype length = 0; length < 60; ++length) // any text
         (void)ReadSelect(QStringLiteral("SELECT a, 'x', \"y\", (b) FROM s.t q WHERE /* c */ [d] = `e`").left(length),
-                         DatabaseFamily::SQLite);
+                         FamilyOf(DatabaseFamily::SQLite));
 }
 
 TEST(BaseColumns, AnExpressionOrASecondViewOfAColumnIsNone)
@@ -85,7 +88,7 @@ TEST(BaseColumns, AnExpressionOrASecondViewOfAColumnIsNone)
     columns[2].Name = QStringLiteral("c");
     columns[3].Name = QStringLiteral("d");
     const auto names = [&](const char *sql, DatabaseFamily family = DatabaseFamily::SQLite) {
-        return BaseColumnsOf(QString::fromLatin1(sql), columns, family).join(u',').toStdString();
+        return BaseColumnsOf(QString::fromLatin1(sql), columns, FamilyOf(family)).join(u',').toStdString();
     };
     // Nothing is told: the text alone decides.
     EXPECT_EQ(names("SELECT * FROM t"), "a,t,c,d");

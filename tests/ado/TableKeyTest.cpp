@@ -1,11 +1,12 @@
 #include "ado/BaseTable.h"
+#include "ado/family/Family.h"
 #include <gtest/gtest.h>
 
 using namespace ADODB;
 
 static QString Parts(const char *written, DatabaseFamily family = DatabaseFamily::SQLite)
 {
-    return NameParts(QLatin1String(written), family).join(u'|');
+    return NameParts(QLatin1String(written), FamilyOf(family)).join(u'|');
 }
 
 TEST(TableKey, ANameFallsIntoItsParts)

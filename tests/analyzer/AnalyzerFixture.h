@@ -21,6 +21,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 // The buttons of the tool bar, in their order.
@@ -128,6 +129,18 @@ struct Analyzer : testing::Test
                 for (int i = range.start; i < range.start + range.length; ++i)
                     digits.at(size_t(i)) = char('0' + table.indexOf(range.format.foreground().color()));
         return digits;
+    }
+    // Does something on the event loop, once, in the middle of a statement.
+    void WhenBusy(const std::function<void()> &act)
+    {
+        auto *look = new QTimer(&side);
+        QObject::connect(look, &QTimer::timeout, &side, [look, act] {
+            if (!gConn || !gConn->IsBusy())
+                return;
+            delete look;
+            act();
+        });
+        look->start(1);
     }
     void Type(const QString &text) { QTest::keyClicks(window->txtSQL, text); }
     void Press(int key, Qt::KeyboardModifiers modifiers = {})

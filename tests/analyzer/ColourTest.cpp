@@ -169,8 +169,9 @@ TEST_F(Analyzer, WhatReadsTheTextDuringAShowReadsTheUsersOwn)
     window = Make(QStringLiteral("Shop"));
     const QString text = QStringLiteral("select '{a}'");
     window->SetText(text);
+    const QString before = window->txtSQL->TextRTF();
     window->Parse(2); // curly brackets are those of the RTF frame too
-    QTest::qWait(30);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->txtSQL->TextRTF() != before; }));
     window->SaveState();
     EXPECT_EQ(gConns().Item(QStringLiteral("shop"))->Extra, text);
     EXPECT_EQ(window->Text(), text);
@@ -182,8 +183,7 @@ TEST_F(Analyzer, ASecondShowBeginsWithThePlainText)
     window->SetText(QStringLiteral("(a)"));
     const QString before = window->txtSQL->TextRTF();
     window->Parse(0);
-    QTest::qWait(30);
-    EXPECT_NE(window->txtSQL->TextRTF(), before);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->txtSQL->TextRTF() != before; }));
     window->Parse(0);
     EXPECT_EQ(window->txtSQL->TextRTF(), before);
     window->SaveState();

@@ -159,4 +159,4 @@ INSTANTIATE_TEST_SUITE_P(
         RunServer{"MariaDb", "BRINDLEWICK_TEST_MARIADB", "sleep(%1)",
                   "select 1 from information_schema.processlist where db = database() and info like "
                   "'update t set a%'"}),
-    [](const auto &info) { return std::string(info.param.name); });
+    [](const auto &server) { return std::string(server.param.name); });

@@ -286,7 +286,7 @@ TEST_F(Analyzer, EscapeStopsTheStatementOfItsResultWindow)
                                    "where i < 1000000000) select count(*) from c"));
     EXPECT_TRUE(window->RunSQL());
     ASSERT_EQ(Results().size(), 1);
-    QTest::qWait(50);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return gConn->IsBusy(); }));
     EXPECT_TRUE(Results()[0]->IsRunning());
     Press(Qt::Key_Escape);
     WaitForResults();
@@ -300,7 +300,7 @@ TEST_F(Analyzer, ARunInsideARunDoesNothing)
     window->SetText(
         QStringLiteral("insert into orders(id) with recursive c(i) as (select 1 union all select i + 1 from c "
                        "where i < 300000) select i from c where i % 300000 = 0"));
-    QTimer::singleShot(5, window, [&] { EXPECT_TRUE(window->RunSQL()); });
+    WhenBusy([&] { EXPECT_TRUE(window->RunSQL()); });
     EXPECT_TRUE(window->RunSQL());
     EXPECT_EQ(dialogs.Boxes.size(), 1);
     EXPECT_EQ(Count(QStringLiteral("select count(*) from orders")), 1);
@@ -311,7 +311,7 @@ TEST_F(Analyzer, AWindowMayBeClosedWhileItRuns)
     window->SetText(
         QStringLiteral("insert into orders(id) with recursive c(i) as (select 1 union all select i + 1 from c "
                        "where i < 300000) select i from c where i % 300000 = 0"));
-    QTimer::singleShot(5, [&] {
+    WhenBusy([&] {
         window->CloseChild();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     });

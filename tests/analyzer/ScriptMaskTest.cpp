@@ -2,6 +2,7 @@
 #include "AnalyzerFixture.h"
 #include "analyzer/frmScriptMask.h"
 #include "tests/support/ScriptedDriver.h"
+#include "tests/support/WorkGate.h"
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -126,10 +127,10 @@ TEST_F(ScriptMask, AnAnswerOfTheFormerConnectionComesTooLate)
     gConns().Add(S("a"), S("One"), QString());
     const ADODB::ConnectionPtr next = gConn;
     ScriptedDriver driver;
-    std::atomic<bool> answered = false;
+    WorkGate gate;
+    bool answered = false;
     driver.OnExecute = [&](const QString &) {
-        while (!answered)
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        gate.Pass();
         ADODB::ExecuteResult result;
         result.Rows = std::make_unique<ScriptedRows>(QStringList(S("old")), QList<QStringList>());
         return result;
@@ -137,7 +138,7 @@ TEST_F(ScriptMask, AnAnswerOfTheFormerConnectionComesTooLate)
     gConn = ADODB::Connection::Create();
     gConn->Open(S("Scripted"));
     mask->cmbMask->setEditText(S("@"));
-    QTimer::singleShot(50, mask, [&] {
+    gate.WhenReached([&] {
         gConn = next;
         mask->RefreshForm(S("One"));
         EXPECT_EQ(mask->txtCode->Text(), S("id\r\nname"));

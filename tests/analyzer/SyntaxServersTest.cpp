@@ -219,4 +219,4 @@ INSTANTIATE_TEST_SUITE_P(Servers, SyntaxServers,
                          testing::Values(Server{"SQLite", "", true, true},
                                          Server{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", false, true},
                                          Server{"MariaDB", "BRINDLEWICK_TEST_MARIADB", false, false}),
-                         [](const auto &info) { return info.param.name; });
+                         [](const auto &server) { return server.param.name; });

@@ -205,10 +205,10 @@ TEST_F(Syntax, WithoutTransactionsAnUpdateCannotBeCheckedAndIsNotSent)
 TEST_F(Syntax, AStatementThatEndsTheTransactionIsNotTried)
 {
     refused << on;
-    for (const char *sql : {"delete from t; commit", "select 1; rollback; select 2"}) {
+    for (const char *ending : {"delete from t; commit", "select 1; rollback; select 2"}) {
         driver.ClearLog();
-        EXPECT_EQ(Report(QString::fromLatin1(sql)), Entry(cannot, QString::fromLatin1(sql)));
-        EXPECT_EQ(driver.Log(), QStringList(on)) << sql;
+        EXPECT_EQ(Report(QString::fromLatin1(ending)), Entry(cannot, QString::fromLatin1(ending)));
+        EXPECT_EQ(driver.Log(), QStringList(on)) << ending;
     }
     driver.ClearLog();
     EXPECT_EQ(Report(QStringLiteral("commit")), QString()); // alone it is wrapped, and harmless

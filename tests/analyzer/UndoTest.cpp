@@ -26,6 +26,13 @@ struct Undo : Analyzer
         }
         return -1;
     }
+    // A show of brackets that is under way.
+    void Show(int kind)
+    {
+        const QString before = window->txtSQL->TextRTF();
+        window->Parse(kind);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window->txtSQL->TextRTF() != before; }));
+    }
     void Open(const QString &text)
     {
         const QString path = folder.filePath(QStringLiteral("q.sql"));
@@ -252,8 +259,7 @@ TEST_F(Undo, AShowOfBracketsIsNoState)
     window->SetText(QStringLiteral("'{a}'"));
     Type(QStringLiteral("x"));
     const QString text = Text();
-    window->Parse(2); // shows the frame's own brackets too
-    QTest::qWait(30);
+    Show(2); // the frame's own brackets too
     PressUndo();
     EXPECT_EQ(Text(), QStringLiteral("'{a}'"));
     PressRedo();
@@ -264,8 +270,7 @@ TEST_F(Undo, AShowOfBracketsIsNoState)
 TEST_F(Undo, WhatIsDroppedIntoAShowOfBracketsStays)
 {
     window->SetText(QStringLiteral("(a)"));
-    window->Parse(0);
-    QTest::qWait(30);
+    Show(0);
     QMimeData data;
     data.setText(QStringLiteral("b"));
     Drop(data, QPoint(300, 5), Qt::CopyAction);
@@ -276,8 +281,7 @@ TEST_F(Undo, WhatIsDroppedIntoAShowOfBracketsStays)
 TEST_F(Undo, AClickIntoAShowOfBracketsMovesTheCaretAndLeavesTheShow)
 {
     window->SetText(QStringLiteral("(a) b"));
-    window->Parse(0);
-    QTest::qWait(30);
+    Show(0);
     QTest::mouseClick(window->txtSQL->viewport(), Qt::LeftButton, {}, QPoint(300, 5));
     EXPECT_TRUE(window->tmrParseBrackets->isActive());
     EXPECT_EQ(window->txtSQL->SelStart(), 5);

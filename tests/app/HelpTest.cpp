@@ -8,6 +8,7 @@
 #include "controls/ListView.h"
 #include "controls/Skin.h"
 #include "tests/app/ShellFixture.h"
+#include "tests/support/Settled.h"
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
@@ -63,7 +64,7 @@ TEST_F(Help, TheWelcomeComesOnceWithoutAnyConnection)
     for (int i = 0; i < 2; ++i) { // the program comes back to the front
         QEvent activate(QEvent::WindowActivate);
         QApplication::sendEvent(Window.get(), &activate);
-        QTest::qWait(150);
+        EXPECT_TRUE(Settled());
     }
     EXPECT_EQ(welcomes, 1);
 }
@@ -72,7 +73,7 @@ TEST_F(Help, WithAConnectionThereIsNoWelcome)
 {
     gConns().Add(QStringLiteral("s"), QStringLiteral("n"), QString());
     Start(QStringLiteral("TestMode"), true);
-    QTest::qWait(250);
+    EXPECT_TRUE(Settled());
     EXPECT_FALSE(QApplication::activeModalWidget());
 }
 

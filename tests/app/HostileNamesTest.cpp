@@ -7,6 +7,7 @@
 // dept2 on PostgreSQL.
 #include "ado/ObjectName.h"
 #include "ado/StatementText.h"
+#include "ado/family/Family.h"
 #include "analyzer/frmGetSQLStructure.h"
 #include "analyzer/frmSQL.h"
 #include "analyzer/frmScriptMask.h"
@@ -63,7 +64,7 @@ protected:
         m_owner->Open(m_text);
         if (IsSqlite())
             m_owner->Execute(QStringLiteral("PRAGMA synchronous = OFF"));
-        m_family = m_owner->Family();
+        m_family = &m_owner->Family();
         MadeInstead().clear(); // the real Analyzer
     }
     void TearDown() override
@@ -74,9 +75,9 @@ protected:
             m_admin->Execute(QStringLiteral("DROP DATABASE ") + m_place);
     }
     bool IsSqlite() const { return QByteArray(GetParam().name).contains("SQLite"); }
-    bool Is(ADODB::DatabaseFamily family) const { return m_family == family; }
+    bool Is(ADODB::DatabaseFamily family) const { return m_family->Id == family; }
 
-    QString Quoted(const QString &name) const { return ADODB::InQuotes(m_family, {}, name); }
+    QString Quoted(const QString &name) const { return ADODB::InQuotes(*m_family, {}, name); }
 
     QStringList Names() const
     {
@@ -249,7 +250,7 @@ protected:
 
     QString m_text, m_place;
     ADODB::ConnectionPtr m_admin, m_owner;
-    ADODB::DatabaseFamily m_family = ADODB::DatabaseFamily::Other;
+    const ADODB::Family *m_family = &ADODB::NoFamily();
     QStringList m_made;
     QPointer<frmSQL> SQL;
     QObject m_context;
@@ -259,7 +260,7 @@ INSTANTIATE_TEST_SUITE_P(Ways, HostileNames,
                          testing::Values(Way{"SQLite", ""}, Way{"SQLiteOdbc", "BRINDLEWICK_TEST_SQLITE_ODBC"},
                                          Way{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES"},
                                          Way{"MariaDB", "BRINDLEWICK_TEST_MARIADB"}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &server) { return std::string(server.param.name); });
 
 TEST_P(HostileNames, ConnectingReadsTheirFieldsAndRunsNothing)
 {
@@ -294,7 +295,7 @@ TEST_P(HostileNames, WhatTheTreeOffersReachesTheTable)
         ++offered;
         const QStringList statements = SplitStatements(text);
         ASSERT_EQ(statements.size(), 1) << text.toStdString();
-        EXPECT_TRUE(ADODB::IsOneStatement(m_family, statements.first())) << text.toStdString();
+        EXPECT_TRUE(ADODB::IsOneStatement(*m_family, statements.first())) << text.toStdString();
         // The row count of a table that nobody else has.
         m_owner->Execute(QStringLiteral("INSERT INTO %1 VALUES (5, 6)").arg(Quoted(name)));
         EXPECT_EQ(gConn->Execute(statements.first())->RecordCount(), 3) << text.toStdString();
@@ -323,7 +324,7 @@ TEST_P(HostileNames, ListsDefinitionAndGeneratorsReadAndRunNothing)
         EXPECT_TRUE(text.startsWith(QStringLiteral("CREATE TABLE "))) << text.toStdString();
         EXPECT_TRUE(text.contains(QStringLiteral("\th "))) << text.toStdString();
         EXPECT_TRUE(text.endsWith(u')')) << text.toStdString();
-        EXPECT_TRUE(ADODB::IsOneStatement(m_family, text)) << text.toStdString();
+        EXPECT_TRUE(ADODB::IsOneStatement(*m_family, text)) << text.toStdString();
         EXPECT_EQ(SplitStatements(text).size(), 1) << text.toStdString();
         CloseOthers();
         Pick(name);
@@ -343,12 +344,12 @@ TEST_P(HostileNames, ListsDefinitionAndGeneratorsReadAndRunNothing)
         Pick(name);
         Do("mnuInsert");
         EXPECT_LE(SplitStatements(SQL->Text()).size(), 1) << SQL->Text().toStdString();
-        EXPECT_TRUE(ADODB::IsOneStatement(m_family, SQL->Text())) << SQL->Text().toStdString();
+        EXPECT_TRUE(ADODB::IsOneStatement(*m_family, SQL->Text())) << SQL->Text().toStdString();
         SQL->SetText(QString());
         Pick(name);
         Do("mnuEditTable");
         const QString line = SQL->Text().section(QStringLiteral("\r\n"), 1, 1);
-        EXPECT_TRUE(ADODB::IsOneStatement(m_family, line)) << line.toStdString();
+        EXPECT_TRUE(ADODB::IsOneStatement(*m_family, line)) << line.toStdString();
         CloseOthers();
     }
     ExpectAllThere();

@@ -277,7 +277,7 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Servers, SchemaMenusOfAGuest,
                          testing::Values(RealServer{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES"},
                                          RealServer{"MariaDB", "BRINDLEWICK_TEST_MARIADB"}),
-                         [](const auto &info) { return std::string(info.param.Name); });
+                         [](const auto &server) { return std::string(server.param.Name); });
 
 // Every command shows what the server allows; what it refuses is told in its words, and the next command works.
 TEST_P(SchemaMenusOfAGuest, SeesWhatIsAllowedAndReadsTheRefusals)

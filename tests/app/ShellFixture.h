@@ -43,7 +43,7 @@ public:
     ChildNames Answers() const override { return Names; }
     void OpenFor(const QString &connectionName) override { ConnName = connectionName; }
     QString Text() const override { return Body; }
-    void SetText(const QString &text) override { Body = text; }
+    bool SetText(const QString &text) override { return Body = text, true; }
     void SetFileFilter(const QString &filter) override { Filter = filter; }
     void Activated() override { Note(QStringLiteral("Activated")); }
     void Deactivated() override { Note(QStringLiteral("Deactivated")); }
@@ -71,6 +71,7 @@ public:
     void mnuAvg_Click() override { Note(QStringLiteral("mnuAvg_Click")); }
     void mnuSum_Click() override { Note(QStringLiteral("mnuSum_Click")); }
     void mnuFitColumns() override { Note(QStringLiteral("mnuFitColumns")); }
+    void mnuAddTable() override { Note(QStringLiteral("mnuAddTable")); }
     void ToolBar(const QString &key) override { Note(QStringLiteral("ToolBar ") + key); }
     void DynaMenuItemClick(const QString &key, const QString &text) override
     {

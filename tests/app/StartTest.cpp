@@ -8,10 +8,15 @@
 #include "data/ConnectionStore.h"
 #include "data/modKeywords.h"
 #include "tests/app/ShellFixture.h"
+#include "tests/support/Settled.h"
 #include <QAction>
 #include <QFile>
 #include <QFileInfo>
 #include <QSignalSpy>
+#include <QTimer>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace {
 
@@ -117,6 +122,47 @@ TEST_F(StartTest, ConnectionsGoThroughARealEndAndARealStart)
     EXPECT_EQ(items.Item(2)->Tag(), QStringLiteral("CONN"));
     EXPECT_EQ(items.Item(2)->Icon(), 7);
     EXPECT_TRUE(items.Item(2)->Key().startsWith(QLatin1String("C:")));
+}
+
+// The end of the program stopped the windows for up to two seconds while another writer held the store.
+TEST_F(StartTest, TheWindowLivesWhileAnotherWriterHoldsTheStore)
+{
+    Start();
+    gConns().Add(QStringLiteral("Driver=SQLite"), QStringLiteral("mine"), QStringLiteral("select 1"));
+    Window->SaveSettings(); // makes the lock's file
+    gConns().Item(QStringLiteral("mine"))->Extra = QStringLiteral("select 2");
+    const int held = ::open(QFile::encodeName(AppFile(QStringLiteral("es.dat.lock"))).constData(), O_RDWR);
+    ASSERT_EQ(::flock(held, LOCK_EX), 0);
+    const auto stored = [] {
+        clsConns conns;
+        LoadConnections(AppFile(QStringLiteral("es.dat")), conns);
+        return conns.Item(QStringLiteral("mine"))->Extra;
+    };
+    int passes = 0;
+    QTimer tick;
+    QObject::connect(&tick, &QTimer::timeout, &tick, [&] {
+        if (++passes < 3)
+            return;
+        tick.stop();
+        EXPECT_FALSE(Window->isHidden());
+        EXPECT_EQ(stored(), QStringLiteral("select 1")); // the other one is still at it
+        gConns().Item(QStringLiteral("mine"))->Extra = QStringLiteral("select 3");
+        ::flock(held, LOCK_UN);
+        Window->SaveAll(); // the end of the session comes into it: its save is the later one
+    });
+    tick.start(0);
+    QSignalSpy ended(Window.get(), &mdiMother::Ended);
+    EXPECT_TRUE(Window->close());
+    EXPECT_EQ(ended.count(), 1);
+    EXPECT_EQ(passes, 3);
+    EXPECT_EQ(stored(), QStringLiteral("select 3"));
+
+    // Who never lets go is not waited for without an end, and nothing is lost.
+    ASSERT_EQ(::flock(held, LOCK_EX), 0);
+    gConns().Item(QStringLiteral("mine"))->Extra = QStringLiteral("select 4");
+    Window->SaveSettings();
+    EXPECT_EQ(stored(), QStringLiteral("select 4"));
+    ::close(held);
 }
 
 TEST_F(StartTest, OfTwoRecordsThatDifferInCaseTheSecondIsDropped)
@@ -261,7 +307,7 @@ TEST_F(StartTest, ATextPastSixteenMegabytesIsMentionedOnce)
     Window.reset();
     gConns().Clear();
     Start(QStringLiteral("TestMode"), true);
-    QTest::qWait(150); // past the moment of the first
+    EXPECT_TRUE(Settled()); // past the moment of the first
     EXPECT_EQ(boxes().size(), 1);
     EXPECT_EQ(gConns().Item(QStringLiteral("Big"))->Extra.size(), kLargeText + 1);
 }

@@ -12,6 +12,7 @@
 #include <QContextMenuEvent>
 #include <QDateTime>
 #include <QMenu>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -393,14 +394,22 @@ TEST(CommandBarLook, ADropDownButtonDoesNotStayLit)
     bar.AddButton(S("T"), S("SQLTrans"), S("Run Transaction"), cbrDropDown);
     bar.AddMenuItem(S("SQLTrans"), S("BT"), S("Begin"));
     bar.resize(300, 40);
+    QCursor::setPos(250, 200); // else the window comes up below a mouse that lights the button
     bar.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&bar));
     auto *face = bar.findChild<QToolButton *>(S("SQLTrans"));
     ASSERT_TRUE(face);
-    QCursor::setPos(bar.mapToGlobal(QPoint(250, 200)));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !face->underMouse(); }));
+    const auto look = [&] { // what has been painted on the screen, not what would be if it were painted now
+        const QPoint at = face->mapTo(&bar, QPoint(0, 0));
+        return bar.screen()->grabWindow(bar.winId(), at.x(), at.y(), face->width(), face->height()).toImage();
+    };
+    const QImage dark = look();
+    ASSERT_EQ(dark.size(), face->size());
     QEnterEvent enter(QPointF(3, 3), face->mapTo(&bar, QPointF(3, 3)), face->mapToGlobal(QPointF(3, 3)));
     QCoreApplication::sendEvent(face, &enter);
     ASSERT_TRUE(face->underMouse());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return look() != dark; })) << "there is no light that could go";
     bool opened = false;
     QTimer::singleShot(0, face, [&] {
         QWidget *popup = QApplication::activePopupWidget();
@@ -412,6 +421,7 @@ TEST(CommandBarLook, ADropDownButtonDoesNotStayLit)
     EXPECT_TRUE(QTest::qWaitFor([&] { return opened && !QApplication::activePopupWidget(); }));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !face->underMouse(); }));
     EXPECT_FALSE(face->isDown());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return look() == dark; })) << "the light is still painted";
 }
 
 // A bright drawing looked alive where a dim one looked off.

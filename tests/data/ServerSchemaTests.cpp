@@ -124,6 +124,6 @@ TEST_P(ServerSchemaTest, TablesAreAnsweredTogether)
 INSTANTIATE_TEST_SUITE_P(Servers, ServerSchemaTest,
                          testing::Values(Server{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "\""},
                                          Server{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "`"}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &server) { return std::string(server.param.name); });
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "tests/support/ExpectCases.h"
 
-#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QRegularExpression>
 
@@ -207,19 +206,16 @@ TEST(Find, ReplaceAllStartsAtTheTop)
 
 TEST(Find, ReplaceAllIsLinear)
 {
-    constexpr int count = 200000;
+    constexpr int count = 1'000'000; // moving the text at each hit would take many times what a test may last
     QString text;
     for (int i = 0; i < count; ++i)
         text += S("select ");
     FindAnswer all = Next("select");
     all.doReplaceAll = true;
     all.replaceWith = S("x");
-    QElapsedTimer timer;
-    timer.start();
     const FindResult result = Script(text, 0, {all});
     EXPECT_EQ(result.hits.size(), count);
     EXPECT_EQ(result.text.size(), 2 * count);
-    EXPECT_LT(timer.elapsed(), 10000); // moving the text at each hit would take minutes
 }
 
 TEST(FindTree, NeedsASelectedNode)

@@ -4,7 +4,6 @@
 #include "sqltext/clsColorTable.h"
 #include "tests/sqltext/EditDouble.h"
 
-#include <QElapsedTimer>
 #include <gtest/gtest.h>
 
 namespace {
@@ -86,11 +85,9 @@ TEST(FixTextRange, ATabAtTheStartBecomesABlank)
 TEST(FixTextRange, ALongTextIsNotWalked)
 {
     const QString text = QString(20'000'000, u'x') + QStringLiteral("\r\nselect a\r\n") + QString(20'000'000, u'y');
-    QElapsedTimer clock;
-    clock.start();
-    for (int i = 0; i < 1'000; ++i)
+    // A walk each time would take many times what a test may last.
+    for (int i = 0; i < 100'000; ++i)
         EXPECT_EQ(SelectLine(text, 20'000'005), (FixRange{20'000'002, 10}));
-    EXPECT_LT(clock.elapsed(), 2'000); // a walk each time would take minutes
 }
 
 TEST(FixTextState, HistoryAndIdleCalls)

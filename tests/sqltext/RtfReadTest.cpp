@@ -89,6 +89,21 @@ TEST(RtfRead, UnicodeAndItsFallback)
     EXPECT_EQ(TextOf("{\\uc0\\u1078 x}\\u1078 ?y"), QStringLiteral(u"\u0436x\u0436y"));
     EXPECT_EQ(TextOf("{\\uc3\\u1078 ?}xyz"), QStringLiteral(u"\u0436xyz"));
     EXPECT_EQ(TextOf("\\u99999999?x"), QStringLiteral(u"\uFFFDx"));
+    EXPECT_EQ(TextOf("\\u65535?\\u65536?x"), QStringLiteral(u"\uFFFF\U00010000x"));
+    EXPECT_EQ(TextOf("\\u1114111?\\u1114112?x"), QStringLiteral(u"\U0010FFFF\uFFFDx")); // the last one, and one more
+}
+
+// Each byte of the code page's upper half; a table with one wrong entry went unseen.
+TEST(RtfRead, EveryByteIsItsCharacter)
+{
+    const QString upper =
+        QStringLiteral(u"\u20AC\u0081\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152"
+                       u"\u008D\u017D\u008F\u0090\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122"
+                       u"\u0161\u203A\u0153\u009D\u017E\u0178");
+    for (int byte = 0x20; byte < 0x100; ++byte) {
+        const QChar want = byte >= 0x80 && byte < 0xA0 ? upper.at(byte - 0x80) : QChar(byte);
+        EXPECT_EQ(TextOf(QStringLiteral("\\'%1").arg(byte, 2, 16, QLatin1Char('0'))), QString(want)) << byte;
+    }
 }
 
 TEST(RtfRead, LooksAndTheirGroups)
@@ -131,6 +146,9 @@ TEST(RtfRead, ColourTablesOfOthers)
         ReadRtf(kHead + "{\\colortbl ;\\RED1\\Green2\\bLUE3;\\red300\\green-4;\\blue7}\\cf1 x\\cf40000 y}");
     EXPECT_EQ(document.colours, (std::vector<quint32>{RtfAutomaticColour, 0x010203, 0xFF0000}));
     EXPECT_EQ(document.runs.at(1).colour, 32767);
+    // A second table takes the place of the first, and of what that left without its end.
+    EXPECT_EQ(ReadRtf(kHead + "{\\colortbl \\red1;\\red9}{\\colortbl ;\\red2;}x}").colours,
+              (std::vector<quint32>{RtfAutomaticColour, 0x020000}));
 }
 
 TEST(RtfRead, FontAndSize)

@@ -91,6 +91,9 @@ TEST(Statements, EndsOfTheTextAreNoBlankLines)
     EXPECT_EQ(GetStatementAtCaret(S("a\r\n\r\n"), 5), S(""));
     EXPECT_EQ(GetStatementAtCaret(S("\r\na\r\n\r\nb"), 0), S("\r\na"));
     EXPECT_EQ(GetStatementAtCaret(S("   "), 1), S("   "));
+    // The second line of a text that begins with a line end is one between two line ends.
+    EXPECT_EQ(GetStatementAtCaret(S("\r\n\r\na"), 2), S(""));
+    EXPECT_EQ(GetStatementAtCaret(S("\r\n\r\na"), 4), S("a"));
 }
 
 TEST(Statements, RunTakesSelectionThenStatementThenAll)

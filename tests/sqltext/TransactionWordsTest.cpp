@@ -25,6 +25,9 @@ TEST(EndsTransaction, FindsTheWordAtTheHeadOfAPiece)
                             "select E'\\''; commit",
                             "select '\\'; commit",
                             "select a$b$c; commit",
+                            "select 1 - 2; commit", // half of a comment's mark is none
+                            "select 4 / 2; commit",
+                            "select 4 * 2; commit",
                             "commit; delete from t"})
         EXPECT_TRUE(EndsTransaction(QString::fromLatin1(sql))) << sql;
 }

@@ -144,7 +144,7 @@ public:
             m_plan.atCatalogue();
         return m_real->Catalogue(schema, restrictions);
     }
-    ADODB::DatabaseFamily Family() const override { return m_real->Family(); }
+    const ADODB::Family &Family() const override { return m_real->Family(); }
     QString ProductName() const override { return m_real->ProductName(); }
     QString ProductVersion() const override { return m_real->ProductVersion(); }
     QString IdentifierQuote() const override { return m_real->IdentifierQuote(); }

@@ -5,6 +5,7 @@
 // Its functions are called on whatever thread runs the statement; the log is guarded.
 
 #include "ado/Driver.h"
+#include "ado/family/Family.h"
 #include <QMutex>
 #include <QStringList>
 #include <atomic>
@@ -156,7 +157,7 @@ private:
             }
             return m_owner.OnCatalogue ? m_owner.OnCatalogue(schema) : nullptr;
         }
-        ADODB::DatabaseFamily Family() const override { return m_owner.FamilyIs; }
+        const ADODB::Family &Family() const override { return ADODB::FamilyOf(m_owner.FamilyIs); }
         QString ProductName() const override { return QStringLiteral("Scripted"); }
         QString ProductVersion() const override { return QStringLiteral("1"); }
         QString IdentifierQuote() const override { return QStringLiteral("\""); }

@@ -70,7 +70,7 @@ TEST_P(KilledServer, IsToldInTheWindowWhichServesTheNextConnection)
     window->KillOnError = false;
     window->show();
     window->ShowRec(QLatin1String(GetParam().rows), m_connection, QStringLiteral("SQL Result: doomed"));
-    QTest::qWait(200);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_connection->IsBusy(); }));
     ASSERT_TRUE(window->IsRunning());
     EXPECT_FALSE(window->cmdStop->isHidden());
     ASSERT_EQ(QProcess::execute(m_script, {QStringLiteral("kill"), m_servers}), 0);
@@ -102,6 +102,6 @@ INSTANTIATE_TEST_SUITE_P(Servers, KilledServer,
                          testing::Values(Server{"postgres",
                                                 "SELECT n, repeat('x', 500) AS s FROM generate_series(1, 3000000) n"},
                                          Server{"mariadb", "SELECT seq, repeat('x', 500) AS s FROM seq_1_to_3000000"}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &server) { return std::string(server.param.name); });
 
 } // namespace

@@ -28,10 +28,10 @@ const struct
     {"append_message", "the rows' move into the tests of the result window"},
     {"panel1", "the rows' move into the tests of the result window"},
     {"sort_mode", "the rows' move into the tests of the result window"},
-    {"plan_text_server", "the execution plan"},
-    {"plan_tree_server", "the execution plan"},
-    {"plan_text_oracle", "the execution plan"},
-    {"plan_tree_oracle", "the execution plan"},
+    {"plan_text_server", "nothing: the tests of the windows on data run them"},
+    {"plan_tree_server", "nothing: the tests of the windows on data run them"},
+    {"plan_text_oracle", "nothing: the tests of the windows on data run them"},
+    {"plan_tree_oracle", "nothing: the tests of the windows on data run them"},
     {"chart_grid", "the chart"},
     {"chart_fields", "the chart"},
     {"strip_quotes", "the import"},
@@ -68,7 +68,7 @@ TEST_P(VisualCases, Agree)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, VisualCases, testing::ValuesIn(AllRunners()),
-                         [](const auto &info) { return std::string(info.param.op); });
+                         [](const auto &row) { return std::string(row.param.op); });
 
 TEST(VisualCasesList, NamesEveryOperationOfTheFileOnce)
 {

@@ -1,5 +1,7 @@
 #include "visual/logic/MapEdit.h"
 
+#include <utility>
+
 bool MapEdit::Drop(int source, int target, int item) const
 {
     const MapTable *from = Tables.At(source), *to = Tables.At(target);
@@ -80,6 +82,12 @@ std::optional<JoinEnds> EndsOfRow(const MapJoin &row, const MapTables &tables, c
     const MapTable *first = tables.At(row.Table1Index), *second = tables.At(row.Table2Index);
     if (!first || !second)
         return std::nullopt;
+    // The neighbour on the primary side of a key has names and numbers crossed; the line goes by the names.
+    const auto bears = [](const MapTable &table, const QString &name) {
+        return table.Tag == name || table.Alias == name;
+    };
+    if (!bears(*first, row.Table1) && bears(*first, row.Table2) && bears(*second, row.Table1))
+        std::swap(first, second);
     const int firstItem = tables.GetFieldIndex(first->Index, row.Field1);
     const int secondItem = tables.GetFieldIndex(second->Index, row.Field2);
     if (!firstItem || !secondItem)

@@ -45,7 +45,8 @@ struct MapEdit
 
 // Where an item stands in its table, which may be scrolled; from 1.
 using ItemFrameOf = std::function<ItemFrame(const MapTable &table, int item)>;
-// Nothing for a join whose table or field is gone: it stays in the list and is not drawn.
+// Nothing for a join whose table or field is gone: it stays in the list and is not drawn. Where the two tables bear
+// each other's names of the row, the names decide.
 std::optional<JoinEnds> EndsOfRow(const MapJoin &row, const MapTables &tables, const ItemFrameOf &itemFrame,
                                   double outerWidth, double outerHeight);
 // Does a drawing of this table's joins touch the row? -1 stands for every table.

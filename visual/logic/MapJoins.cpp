@@ -60,12 +60,13 @@ bool MapJoins::JoinExists(const QString &Table1, const QString &Field1, const QS
     });
 }
 
-QString MapJoins::GetJoinStatement(bool IsOracle) const
+QString MapJoins::GetJoinStatement(bool IsOracle, const std::function<QString(const QString &)> &write) const
 {
+    const auto name = [&](const QString &table) { return write ? write(table) : QuoteName(table); };
     QString result;
     for (const MapJoin &row : m_rows) {
-        const QString a = QuoteName(row.Table1) + u'.' + row.Field1;
-        const QString b = QuoteName(row.Table2) + u'.' + row.Field2;
+        const QString a = name(row.Table1) + u'.' + row.Field1;
+        const QString b = name(row.Table2) + u'.' + row.Field2;
         // A condition that is empty brings its separator all the same.
         if (!result.isEmpty())
             result += QStringLiteral("\r\n AND ");

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 struct MapJoin
@@ -35,7 +36,8 @@ public:
 
     // The same direction only.
     bool JoinExists(const QString &Table1, const QString &Field1, const QString &Table2, const QString &Field2) const;
-    QString GetJoinStatement(bool IsOracle) const;
+    // `write` tells how a statement names a table; QuoteName without it.
+    QString GetJoinStatement(bool IsOracle, const std::function<QString(const QString &)> &write = {}) const;
 
 private:
     std::vector<MapJoin> m_rows;

@@ -61,7 +61,8 @@ int PopulateTable(MapTable &table, const QString &name, const QString &alias, co
     return count;
 }
 
-MapTable *MapTables::AddTable(const QString &name, const QStringList &fields, const MapMeasures &measures)
+MapTable *MapTables::AddTable(const QString &name, const QStringList &fields, const MapMeasures &measures,
+                              const QString &written)
 {
     const int index = UBound() + 1;
     MapTable &table = m_tables[index];
@@ -71,6 +72,7 @@ MapTable *MapTables::AddTable(const QString &name, const QStringList &fields, co
         m_tables.erase(index);
         return nullptr;
     }
+    table.Written = written;
     const int items = int(table.Items.size());
     table.Width = measures.TemplateWidth;
     table.ColumnWidth = TableColumnWidth(table.Width, items);
@@ -132,9 +134,21 @@ QString MapTables::GetTableList() const
     for (const auto &[index, table] : m_tables) {
         if (!list.isEmpty())
             list += QStringLiteral(" ,");
-        list += QuoteName(table.Alias);
+        list += table.Written.isEmpty() || table.Alias != table.Tag ? QuoteName(table.Alias) : table.Written;
     }
     return list;
+}
+
+QString MapTables::StatementName(const QString &alias) const
+{
+    const MapTable *named = nullptr;
+    for (const auto &[index, table] : m_tables) {
+        if (table.Alias == alias && table.Tag != alias)
+            return QuoteName(alias);
+        if (!named && table.Tag == alias)
+            named = &table;
+    }
+    return named && !named->Written.isEmpty() ? named->Written : QuoteName(alias);
 }
 
 QString MapTables::GetRealName(const QString &alias) const

@@ -22,8 +22,9 @@ struct MapItem
 struct MapTable
 {
     int Index = 0;
-    QString Tag;   // the table's own name, as it was given
-    QString Alias; // what its heading shows and statements use
+    QString Tag;     // the table's own name, as it was given
+    QString Alias;   // what its heading shows and statements use
+    QString Written; // how the server reads the table's own name, where QuoteName's text would lead elsewhere
     std::vector<MapItem> Items;
     double Left = 0, Top = 0, Width = 0, Height = 0;
     double ColumnWidth = 0;
@@ -60,14 +61,18 @@ public:
 
     // A table with these fields, at a random place, on top and current; null without a name or a field. A name that
     // comes a second time ends the fields: those before it stand.
-    MapTable *AddTable(const QString &name, const QStringList &fields, const MapMeasures &measures);
+    MapTable *AddTable(const QString &name, const QStringList &fields, const MapMeasures &measures,
+                       const QString &written = {});
     void UnloadTable(); // the current one
     void RemoveTable(int index);
     void ClearMap();
 
     int TableCount(const QString &name) const;
     QString GetTableName(const QString &name) const; // the alias that the next reading of this name would show
-    QString GetTableList() const;                    // quoted aliases, each but the first behind " ,"
+    QString GetTableList() const;                    // StatementName of each alias, each but the first behind " ,"
+    // How a statement names what bears this alias (or, without one, this name): as the server reads it, but for a copy,
+    // whose alias goes out as it is.
+    QString StatementName(const QString &alias) const;
     QString GetRealName(const QString &alias) const; // the alias itself when no table has it
     int GetFieldIndex(int table, const QString &field) const;
     // Checks the item in the first table of that alias that has it; {0, 0} when there is none.

@@ -104,10 +104,10 @@ qint32 PathGrid::GetNodeTop(qint32 Node) const
     return Node / Columns();
 }
 
-void PathGrid::GetPath(qint32 X1, qint32 Y1, qint32 X2, qint32 Y2)
+void PathGrid::GetPath(qint32 fromX, qint32 fromY, qint32 toX, qint32 toY)
 {
     Graph &graph = G();
-    graph.Find_Shortest_Path(Map(X1, Y1), Map(X2, Y2));
+    graph.Find_Shortest_Path(Map(fromX, fromY), Map(toX, toY));
 }
 
 void PathGrid::GetPathUsingNodes(qint32 Node1, qint32 Node2)

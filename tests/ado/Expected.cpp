@@ -1,0 +1,102 @@
+#include "tests/ado/Expected.h"
+
+namespace conformance {
+
+using ADODB::DatabaseFamily;
+
+static const Expected kExpected[] = {
+    {.Way = Server::BuiltIn,
+     .Name = "BuiltIn",
+     .Environment = nullptr,
+     .String = "Driver=SQLite;Create=Yes;Database=place",
+     .Family = DatabaseFamily::SQLite,
+     .Product = "SQLite",
+     .Quote = "\"",
+     .Own = Place::File,
+     .MakePlace = nullptr,
+     .DropPlace = nullptr,
+     .Enter = "PRAGMA synchronous = OFF", // these files live a moment
+     .Catalogue = "~",
+     .Bytes = "x'%1'",
+     .Blob = "BLOB",
+     .LongText = "TEXT",
+     .MakeUser = nullptr,
+     .LetIn = nullptr,
+     .TellsCase = false,
+     .NoTable = "42S02",
+     .Syntax = "42000",
+     .Twice = "23000"},
+    {.Way = Server::SqliteOdbc,
+     .Name = "SqliteOdbc",
+     .Environment = "BRINDLEWICK_TEST_SQLITE_ODBC",
+     .String = nullptr,
+     .Family = DatabaseFamily::SQLite,
+     .Product = "SQLite",
+     .Quote = "\"",
+     .Own = Place::File,
+     .MakePlace = nullptr,
+     .DropPlace = nullptr,
+     .Enter = "PRAGMA synchronous = OFF",
+     .Catalogue = "~",
+     .Bytes = "x'%1'",
+     .Blob = "BLOB",
+     .LongText = "TEXT",
+     .MakeUser = nullptr,
+     .LetIn = nullptr,
+     .TellsCase = false,
+     .NoTable = "HY000",
+     .Syntax = "",
+     .Twice = ""},
+    {.Way = Server::Postgres,
+     .Name = "Postgres",
+     .Environment = "BRINDLEWICK_TEST_POSTGRES",
+     .String = nullptr,
+     .Family = DatabaseFamily::PostgreSQL,
+     .Product = "PostgreSQL",
+     .Quote = "\"",
+     .Own = Place::Schema,
+     .MakePlace = "CREATE SCHEMA %1",
+     .DropPlace = "DROP SCHEMA %1 CASCADE",
+     .Enter = "SET search_path TO %1",
+     .Catalogue = "conformance",
+     .Bytes = "'\\x%1'",
+     .Blob = "BYTEA",
+     .LongText = "TEXT",
+     .MakeUser = "CREATE USER %1 PASSWORD '%2'",
+     .LetIn = nullptr,
+     .TellsCase = true,
+     .NoTable = "42P01",
+     .Syntax = "42601",
+     .Twice = "23505"},
+    {.Way = Server::MariaDb,
+     .Name = "MariaDb",
+     .Environment = "BRINDLEWICK_TEST_MARIADB",
+     .String = nullptr,
+     .Family = DatabaseFamily::MySQL,
+     .Product = "MariaDB",
+     .Quote = "`",
+     .Own = Place::Catalogue,
+     .MakePlace = "CREATE DATABASE %1 CHARACTER SET utf8mb4",
+     .DropPlace = "DROP DATABASE %1",
+     .Enter = "USE %1",
+     .Catalogue = "",
+     .Bytes = "x'%1'",
+     .Blob = "LONGBLOB",
+     .LongText = "LONGTEXT",
+     .MakeUser = "CREATE USER %1@'%' IDENTIFIED BY '%2'",
+     .LetIn = "GRANT SELECT ON *.* TO %1",
+     .TellsCase = false,
+     .NoTable = "42S02",
+     .Syntax = "42000",
+     .Twice = "23000"},
+};
+
+const Expected &ExpectedOf(Server way)
+{
+    for (const Expected &row : kExpected)
+        if (row.Way == way)
+            return row;
+    return kExpected[0];
+}
+
+} // namespace conformance
