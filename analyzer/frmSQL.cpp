@@ -56,7 +56,7 @@ frmSQL::frmSQL(QWidget *parent) : ChildWindow(parent), m_treeWidth(kFirstTreeWid
                             static_cast<QWidget *>(picSplit), static_cast<QWidget *>(lvQuickList), txtSQL->viewport()})
         widget->installEventFilter(this);
     connect(txtSQL, &RichTextBox::contextRequested, this,
-            [](const QPoint &position) { Shell::Current().ShowEditMenu(position); });
+            [](const QPoint &position) { Shell::Current().ShowMenu(QStringLiteral("mnuEdit"), position); });
     connect(m_quick.get(), &QuickPane::Toggled, this, &frmSQL::LayOut);
     const auto move = [this](int twips) {
         m_treeWidth = width() - ToPixels(twips) - kSplitWidth;
@@ -132,26 +132,6 @@ void frmSQL::Load()
     m_text->TakeStored(conn ? conn->Extra : QString());
     if (self && first)
         m_text->BeginHere(); // it begins with the text that the window was opened with
-}
-
-clsMenuSettings frmSQL::MenuSettings() const
-{
-    clsMenuSettings settings;
-    settings.CanSave = settings.CanOpen = settings.CanSelectAll = settings.CanReplace = settings.CanCopy = true;
-    settings.CanCut = settings.CanPaste = settings.CanUndo = settings.CanFind = settings.CanPrint = true;
-    return settings;
-}
-
-bool frmSQL::Offers(const QString &name) const
-{
-    static const QSet<QString> names = {
-        QStringLiteral("mnuCopy"),    QStringLiteral("mnuCut"),       QStringLiteral("mnuPaste"),
-        QStringLiteral("mnuUndo"),    QStringLiteral("mnuSelectAll"), QStringLiteral("mnuFind"),
-        QStringLiteral("mnuReplace"), QStringLiteral("mnuOpen"),      QStringLiteral("mnuSave"),
-        QStringLiteral("mnuPrint"),   QStringLiteral("Parse"),        QStringLiteral("InsertString"),
-        QStringLiteral("ToolBar"),    QStringLiteral("SaveState"),    QStringLiteral("DynaMenuItemClick"),
-        QStringLiteral("RefreshForm")};
-    return names.contains(name);
 }
 
 void frmSQL::SaveState()

@@ -12,6 +12,7 @@
 // A run lets events through, and these may close this window: whoever waits in it looks at a QPointer afterwards.
 
 #include "frame/ChildWindow.h"
+#include "frame/QueryWindow.h"
 #include "views/ResultOwner.h"
 #include <QSet>
 #include <memory>
@@ -31,7 +32,7 @@ class SchemaTree;
 class Splitter;
 class TreeView;
 
-class frmSQL : public ChildWindow, public ResultOwner
+class frmSQL : public ChildWindow, public QueryWindow, public ResultOwner
 {
     Q_OBJECT
 public:
@@ -41,15 +42,19 @@ public:
     void SetConnName(const QString &name);
     QString ConnName() const { return m_ConnName; }
     void Load(); // tree, quick list, the stored text
-    QString Text() const;
-    bool SetText(const QString &text); // and colours it; false when the user gave a long one up
+    void OpenFor(const QString &connectionName) override
+    {
+        SetConnName(connectionName);
+        Load();
+    }
+    QString Text() const override;
+    bool SetText(const QString &text) override; // and colours it; false when the user gave a long one up
+    void SetFileFilter(const QString &filter) override { FileFilter = filter; }
     QString FileName() const;
     QString FileFilter;      // of the save dialog; the one for query files when empty
     QString RunText() const; // what a run would execute: selection, statement at the caret, or the whole text
 
-    QString FormName() const override { return QStringLiteral("frmSQL"); }
-    clsMenuSettings MenuSettings() const override;
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmSQL>(); }
     void Activated() override;
     void Deactivated() override;
     void Unload() override;

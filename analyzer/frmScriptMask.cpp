@@ -82,11 +82,6 @@ frmScriptMask::frmScriptMask(QWidget *parent) : ChildWindow(parent)
     ApplySkin(this);
 }
 
-bool frmScriptMask::Offers(const QString &name) const
-{
-    return name == QLatin1String("RefreshForm");
-}
-
 void frmScriptMask::RefreshForm(const QString &name)
 {
     if (m_table.isEmpty() || !gConns().Item(name)) {

@@ -14,9 +14,7 @@ class frmTextOutput : public ChildWindow
 public:
     explicit frmTextOutput(QWidget *parent = nullptr);
 
-    QString FormName() const override { return QStringLiteral("frmTextOutput"); }
-    clsMenuSettings MenuSettings() const override;
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmTextOutput>(); }
 
     static QString GetHeader();
     // The whole document that SetText gives the box: header, colour table, start, "D" colour, body.

@@ -36,8 +36,7 @@ public:
     virtual CommandBar *Commands() const; // may be null
     virtual bool TestMode() const;        // started with "TestMode"
 
-    virtual void ShowEditMenu(const QPoint &globalPosition); // the Edit menu as a popup
-    virtual void ShowStatsMenu(const QPoint &globalPosition,
-                               const QString &tag); // the result window's popup; tag "R" or "M"
-    virtual void RefreshMenus();                    // a child's menu settings changed
+    // A menu of the main window as a popup, by its name, as "mnuEdit" or "mnuStats"; the tag stays with it.
+    virtual void ShowMenu(const QString &name, const QPoint &globalPosition, const QString &tag = {});
+    virtual void RefreshMenus(); // a child's menu settings changed
 };

@@ -14,16 +14,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <algorithm>
-#include <array>
 
 namespace {
 
 constexpr const char16_t *kLogFormat = u"    | Type          |Time Stamp                     |Value";
-
-// The names of the child protocol that this window answers.
-constexpr std::array<const char *, 10> kOffered = {"mnuCopy",      "mnuFind",      "mnuSave",      "mnuPrint",
-                                                   "mnuClearLog",  "mnuMax_Click", "mnuMin_Click", "mnuAvg_Click",
-                                                   "mnuSum_Click", "mnuFitColumns"};
 
 template <class Widget> Widget *Named(Widget *widget, const char *name, const QString &spoken)
 {
@@ -126,26 +120,11 @@ void frmHirarchy::WatchGrid(FlexGrid *grid, const QString &tag)
     connect(grid, &FlexGrid::MouseUp, this, [this, grid, tag](Qt::MouseButton button, const QPoint &position) {
         if (button == Qt::RightButton) {
             m_statsTag = tag;
-            Shell::Current().ShowStatsMenu(grid->viewport()->mapToGlobal(position), tag);
+            Shell::Current().ShowMenu(QStringLiteral("mnuStats"), grid->viewport()->mapToGlobal(position), tag);
         } else if (button == Qt::LeftButton && grid == mfg) {
             SortByHeading(grid, position);
         }
     });
-}
-
-clsMenuSettings frmHirarchy::MenuSettings() const
-{
-    clsMenuSettings settings;
-    settings.CanSave = settings.CanCopy = settings.CanFind = settings.CanPrint = true;
-    return settings;
-}
-
-bool frmHirarchy::Offers(const QString &name) const
-{
-    for (const char *offered : kOffered)
-        if (name == QLatin1String(offered))
-            return true;
-    return false;
 }
 
 void frmHirarchy::SetCallerSQLForm(ResultOwner *owner)

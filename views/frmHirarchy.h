@@ -45,9 +45,7 @@ public:
     void StopRun();
     QString Statement() const; // panel 1
 
-    QString FormName() const override { return QStringLiteral("frmHirarchy"); }
-    clsMenuSettings MenuSettings() const override;
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmHirarchy>(); }
     void Unload() override;
     void mnuCopy() override;
     void mnuFind() override;
