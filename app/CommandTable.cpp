@@ -143,7 +143,7 @@ constexpr CommandRow s_rows[] = {
     Schema("mnuDBTables", "mnuDropTable", "Drop Table", &SchemaCommands::mnuDropTable),
     Schema("mnuDBTables", "mnuTableIndex", "Index List", &SchemaCommands::mnuTableIndex),
     Schema("mnuDBTables", "mnuDDL", "Data Definition", &SchemaCommands::mnuDDL),
-    Coming("mnuDBTables", "mnuTableLinks", "Table Links"),
+    Schema("mnuDBTables", "mnuTableLinks", "Table Links", &SchemaCommands::mnuTableLinks),
     Group("mnuDBTables", "mnuFieldsGrp", "Fields"),
     Rowset("mnuFieldsGrp", "mnuTableFields", "Field List", adSchemaColumns, "Table #TABLE# Fields", "Table_Name"),
     Rowset("mnuFieldsGrp", "mnuColumnsDomainUsage", "Domain Usage", adSchemaColumnsDomainUsage, "ColumnsDomainUsage"),
@@ -202,14 +202,10 @@ constexpr CommandRow s_rows[] = {
     Group("", "mnuDiagram", "Diagram").On(Needs::Connection),
     Opens("mnuDiagram", "mnuTableDiagram", "Database Diagram", "frmDiagram"),
     Child("mnuDiagram", "mnuDiagramAddTable", "Add Table", ChildName::mnuAddTable).Of("DTB").Button("DTBTable"),
-    Diagram("mnuDiagram", "mnuDiagramAddLinked", "Add Linked Tables", "DTBLinked")
-        .Later()
-        .Button("DTBLinked", "Add Linked"),
+    Diagram("mnuDiagram", "mnuDiagramAddLinked", "Add Linked Tables", "DTBLinked").Button("DTBLinked", "Add Linked"),
     Diagram("mnuDiagram", "mnuDiagramAddAll", "Add All Tables", "DTBAll").Button("DTBAll"),
     Diagram("mnuDiagram", "mnuDiagramRemove", "Remove Table", "DTBRemove").Button("DTBRemove"),
-    Diagram("mnuDiagram", "mnuDiagramClear", "Clear Diagram", "DTBClear")
-        .Later()
-        .Button("DTBClear", "Clear All Tables"),
+    Diagram("mnuDiagram", "mnuDiagramClear", "Clear Diagram", "DTBClear").Button("DTBClear", "Clear All Tables"),
     Group("", "mnuChartMain", "Chart").On(Needs::Connection),
     Child("mnuChartMain", "mnuNewChart", "New Chart", ChildName::mnuChart).Later(),
     Group("mnuChartMain", "mnuChartType", "Chart Type"),

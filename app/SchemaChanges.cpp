@@ -13,6 +13,7 @@
 #include "session/Pump.h"
 #include "sqltext/modSQLMaipulation.h"
 #include "views/frmHirarchy.h"
+#include "views/frmLink.h"
 #include <QPointer>
 #include <functional>
 
@@ -177,6 +178,21 @@ QString GenerateAllDDL(const ADODB::ConnectionPtr &connection, QStringList *fail
         failures)
         *failures << why;
     return script;
+}
+
+void SchemaCommands::mnuTableLinks()
+{
+    if (!IsConnected(true))
+        return;
+    const ADODB::ConnectionPtr connection = gConn;
+    const Picked table = PickTable(connection, false);
+    if (table.Text.isEmpty() || connection != gConn || !IsConnected(true))
+        return;
+    const QPointer<frmLink> window(new frmLink);
+    Shell::Current().AddChild(window);
+    window->ShowChild();
+    if (window)
+        window->LoadTable(table.Object);
 }
 
 void SchemaCommands::mnuDDL()

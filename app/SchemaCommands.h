@@ -43,6 +43,7 @@ public:
     void mnuAddView();
     void mnuEditTable();
     void mnuDDL();
+    void mnuTableLinks(); // a picked table and its foreign keys, to walk along
 
     void ShowSchemaRowset(int schema, const QString &title, const QString &filter);
     frmHirarchy *ShowRecordsetTree(const ADODB::RecordsetPtr &recordset, const QString &title);

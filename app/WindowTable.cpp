@@ -59,7 +59,7 @@ constexpr WindowRow s_rows[] = {
     Child<frmGrid>("frmGrid", "results", Stand::Rows),
     Free<frmHelp>("frmHelp"),
     Child<frmHirarchy>("frmHirarchy", "results", Stand::Rows),
-    Child<frmLink>("frmLink", "schema"),
+    Child<frmLink>("frmLink", "links"),
     Dialog<frmLogin>("frmLogin", "connections"),
     Dialog<frmNewConnection>("frmNewConnection", "connections"),
     Dialog<frmRookie>("frmRookie"),
