@@ -123,6 +123,10 @@ struct TransactionRules
     bool CommitsWriteAll = false;   // each commit writes the file: many rows want one transaction
     const char *Warnings = nullptr; // asked behind a rollback that may have been ignored
     int IgnoredRollback = 0;        // the warning's number
+    // Where kinds of tables ignore it: the first cell of this query's answer is 1 for a table that does not. The
+    // database may be "": the current one.
+    QString (*TakesBack)(const QString &database, const QString &table) = nullptr;
+    const char *OneRow = nullptr; // and what behind an UPDATE or DELETE has it change one row at most
 };
 
 struct AnswerRules
