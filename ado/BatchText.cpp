@@ -116,13 +116,21 @@ private:
         }
     }
 
+    // As it comes back exactly.
+    QString Returned(size_t column) const
+    {
+        const auto exact = Rules().Exact;
+        const QString name = Name(column);
+        return exact ? exact(m_target.Columns[column], name) : name;
+    }
+
     void AskForWhatWasMade()
     {
         QStringList names;
         for (size_t i = 0; i < m_target.Columns.size(); ++i) {
             if (m_target.Names[qsizetype(i)].isEmpty())
                 continue;
-            names += Name(i);
+            names += Returned(i);
             m_text.Made.push_back(int(i));
         }
         if (m_target.HasRowIds) {

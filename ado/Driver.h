@@ -25,11 +25,12 @@ struct ColumnInfo
     int Precision = 0;
     int NumericScale = 0;
     int Attributes = adFldUnspecified;
-    QString TypeName;   // the server's own word for the type, where a driver tells it
-    QString BaseSchema; // of BaseTable: its schema, or its database where the family has no schemas
-    QString BaseTable;  // where the driver knows it, else ""
-    QString BaseColumn; // "" also where the driver does not tell a column from an alias
-    bool IsKey = false; // part of the base table's primary key, where the driver knows
+    QString TypeName;         // the server's own word for the type, where a driver tells it
+    QString BaseSchema;       // of BaseTable: its schema, or its database where the family has no schemas
+    QString BaseTable;        // where the driver knows it, else ""
+    QString BaseColumn;       // "" also where the driver does not tell a column from an alias
+    bool IsKey = false;       // part of the base table's primary key, where the driver knows
+    bool HasInfinity = false; // a date or timestamp of a server that knows the words "infinity" and "-infinity"
 };
 
 // The rows of one running statement. Closing (destroying) it ends the statement on the server.

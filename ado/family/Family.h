@@ -108,6 +108,8 @@ struct RowRules
     // That a column (%1) has the value that was read, bound to each "?"; "" where the server cannot compare it.
     QString (*Equality)(const ColumnInfo &column) = nullptr;
     bool (*CanReturn)(const QString &product, const QString &version) = nullptr; // INSERT ... RETURNING
+    // How a column is asked for where its driver loses some of its values; null: by its name alone.
+    QString (*Exact)(const ColumnInfo &column, const QString &name) = nullptr;
 };
 
 struct TransactionRules
