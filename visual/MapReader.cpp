@@ -68,7 +68,7 @@ std::optional<MapTableRead> MapReader::Read(const QString &tableOrStatement)
     const std::optional<QStringList> fields = Select(written);
     if (!fields)
         return {};
-    return MapTableRead{{{}, {}, tableOrStatement}, tableOrStatement, written, *fields};
+    return MapTableRead{{{}, {}, tableOrStatement}, tableOrStatement, written, {}, *fields};
 }
 
 std::optional<MapTableRead> MapReader::Read(const ObjectName &object)
@@ -79,7 +79,9 @@ std::optional<MapTableRead> MapReader::Read(const ObjectName &object)
     const std::optional<QStringList> fields = m_fields.Knows(object) ? m_fields.Of(object) : Select(name.written);
     if (!fields)
         return {};
-    return MapTableRead{object, name.tag, name.written, *fields};
+    const QString placed = ADODB::PlacedName(
+        m_connection->Family(), m_connection->Property(QStringLiteral("Identifier Quote")).toString(), object);
+    return MapTableRead{object, name.tag, name.written, placed, *fields};
 }
 
 std::vector<MapKey> MapReader::Keys()

@@ -16,6 +16,7 @@ struct MapTableRead
     ADODB::ObjectName Object;
     QString Tag;     // the table's name on the map
     QString Written; // how the server reads it
+    QString Placed;  // the same with the schema; "" where nobody knows that
     QStringList Fields;
 };
 

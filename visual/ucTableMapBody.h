@@ -39,10 +39,15 @@ struct ucTableMap::Body
     MapLook look;
     bool gray = false;
     MapScrollBar across, down;
-    QHash<QString, ADODB::ObjectName> objects; // what stands behind a table's own name
-    int dragSource = 0;                        // where the last drag of a field began
-    int keyJoin = 0;                           // the join that the keyboard is on, 0 while it is on a table
-    int keySource = 0;                         // the table whose field waits for the other end of a join
+    struct Behind
+    {
+        ADODB::ObjectName object;
+        QString placed; // as the server reads it with its schema
+    };
+    QHash<QString, Behind> objects; // what stands behind a table's own name
+    int dragSource = 0;             // where the last drag of a field began
+    int keyJoin = 0;                // the join that the keyboard is on, 0 while it is on a table
+    int keySource = 0;              // the table whose field waits for the other end of a join
     bool reading = false;
 
     // Places.
@@ -82,6 +87,7 @@ struct ucTableMap::Body
 
     // Reading.
     const MapTable *Add(const MapTableRead &read);
+    bool PlaceNamesakes(const MapTableRead &read);
     bool Read(const std::function<QString()> &status, const std::function<void(class MapReader &)> &work);
     const MapTable *AddOne(const std::function<std::optional<MapTableRead>(class MapReader &)> &read);
     void AddKeys(bool all);

@@ -56,11 +56,30 @@ bool ucTableMap::Body::Read(const std::function<QString()> &status, const std::f
     return done;
 }
 
+// Two tables of one name in two schemas: in one statement the plain name would mean either, so both go with their
+// schema.
+bool ucTableMap::Body::PlaceNamesakes(const MapTableRead &read)
+{
+    if (read.Placed.isEmpty())
+        return false;
+    bool found = false;
+    for (int index : tables.Numbers()) {
+        MapTable &table = *tables.At(index);
+        const Behind other = objects.value(table.Tag);
+        if (other.object.Name != read.Object.Name || other.object == read.Object || other.placed.isEmpty())
+            continue;
+        table.Written = other.placed;
+        found = true;
+    }
+    return found;
+}
+
 const MapTable *ucTableMap::Body::Add(const MapTableRead &read)
 {
     tables.ShowStar = map->ShowStar;
-    const QString written = read.Written == QuoteName(read.Tag) ? QString() : read.Written;
-    objects.insert(read.Tag, read.Object);
+    const QString name = PlaceNamesakes(read) ? read.Placed : read.Written;
+    const QString written = name == QuoteName(read.Tag) ? QString() : name;
+    objects.insert(read.Tag, {read.Object, read.Placed});
     const MapTable *table = tables.AddTable(read.Tag, read.Fields, Measures(), written);
     keyJoin = 0;
     surface->update();
@@ -144,7 +163,7 @@ void ucTableMap::Body::AddKeys(bool all)
         return;
     // The keys; of one table alone those that it has a part in.
     const QString own = current ? current->Tag : QString();
-    const ADODB::ObjectName ownObject = objects.value(own);
+    const ADODB::ObjectName ownObject = objects.value(own).object;
     std::vector<MapKey> keys;
     const auto read = [&](MapReader &reader) {
         keys = reader.Keys();

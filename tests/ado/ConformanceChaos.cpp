@@ -118,10 +118,11 @@ TEST_P(Conformance, TheAsynchronousRecordsetSurvivesAnyMoment)
             EXPECT_FALSE(isGone) << diary.Told();
             EXPECT_FALSE(words.isEmpty()) << diary.Told();
             // A statement that nobody cancelled and that has no mistake must not end by another one's cancel.
-            if (number == adErrOperationCancelled)
+            if (number == adErrOperationCancelled) {
                 EXPECT_TRUE(isCancelled) << "not cancelled" << diary.Told();
-            else
+            } else {
                 EXPECT_EQ(kind, Wrong) << "neither its own cancel nor a mistake" << diary.Told();
+            }
             ++heard;
         });
         const Dialect *const kinds[] = {&kMany, &kEndless, &kWrong};

@@ -100,6 +100,9 @@ TEST(ViewReader, TellsTablesColumnsAliasesAndFunctionsApart)
     EXPECT_EQ(Usage("select `x`.`c` from `d`.`t` `x` where `x`.`a` = 'it\\'s from `d`.`n` \\\\' and `x`.`b`"),
               "d.t d.t.a d.t.b d.t.c");
     EXPECT_EQ(Usage("select `a``b`.`c.d` from `d``e`.`t.u` `a``b`"), "d`e.t.u d`e.t.u.c.d");
+    // The server's own words stand without quotes: behind the second table "on" is no alias of it.
+    EXPECT_EQ(Usage("select `on`.`a` AS `a` from (`d`.`t` `on` join `e`.`u` on(`on`.`a` = `e`.`u`.`b`))"),
+              "d.t d.t.a e.u e.u.b");
 }
 
 TEST(ViewReader, FollowsSubSelects)

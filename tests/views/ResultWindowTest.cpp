@@ -1,6 +1,7 @@
 // What the result window does by itself, one small thing a test: its tabs, its keys, its log, its search, and that it
 // takes the keyboard from nobody.
 #include "ado/Connection.h"
+#include "controls/BusyIndicator.h"
 #include "controls/FlexGrid.h"
 #include "controls/LongTextBox.h"
 #include "controls/TabStrip.h"
@@ -10,7 +11,9 @@
 #include "tests/support/DialogDouble.h"
 #include "tests/support/ShellDouble.h"
 #include "views/frmHirarchy.h"
+#include <QLabel>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -56,6 +59,9 @@ TEST_F(ResultWindow, OffersWhatItCanDo)
 
 TEST_F(ResultWindow, ShowsOneOfItsThreeViewsFromTheBeginning)
 {
+    EXPECT_TRUE(window.cmdStop->isHidden()); // nothing runs yet
+    EXPECT_TRUE(window.lblRunning->isHidden());
+    EXPECT_TRUE(window.ani->isHidden());
     QWidget *const views[] = {window.mfg, window.mfgMessge, window.txtData};
     for (const int tab : {1, 2, 3, 1}) {
         for (int view = 1; view <= 3; ++view)
@@ -100,6 +106,17 @@ TEST_F(ResultWindow, ReturnShowsTheCellOfTheViewThatIsUp)
     EXPECT_EQ(window.txtData->toPlainText(), u"the line");
     QTest::keyClick(window.txtData, Qt::Key_Return); // the box's own
     EXPECT_TRUE(window.txtData->toPlainText().endsWith(u"the line"));
+}
+
+TEST_F(ResultWindow, TheLogIsUpWhileAStatementRuns)
+{
+    window.ShowRec(QStringLiteral("select 1"), connection, QStringLiteral("done"));
+    EXPECT_EQ(window.ts->Selected(), 2);
+    EXPECT_EQ(window.Caption(), "Loading Results...");
+    EXPECT_FALSE(window.cmdStop->isHidden());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.Caption() == u"done"; }, 20000));
+    EXPECT_EQ(window.ts->Selected(), 1);
+    EXPECT_TRUE(window.cmdStop->isHidden());
 }
 
 // Rows or a failure that arrive while the user works elsewhere.
