@@ -74,6 +74,7 @@ private:
 
     void Where()
     {
+        const size_t before = m_text.Parameters.size();
         QStringList conditions;
         if (RowHas(BatchPattern::ByRowId)) {
             conditions += RowId() + QStringLiteral(" = ?");
@@ -95,7 +96,32 @@ private:
         }
         if (conditions.isEmpty()) // every row would be met
             throw Error(Fault::NoKey);
-        m_text.Sql += QStringLiteral(" WHERE ") + conditions.join(QStringLiteral(" AND "));
+        const QString where = QStringLiteral(" WHERE ") + conditions.join(QStringLiteral(" AND "));
+        m_text.Sql += where;
+        if (m_target.Family->Transactions.TakesBack && !RowHas(BatchPattern::ByKey))
+            CountFirst(where, m_text.Parameters.size() - before);
+    }
+
+    void CountFirst(const QString &where, size_t parameters)
+    {
+        const TransactionRules &rules = m_target.Family->Transactions;
+        m_text.Counted = {.Count = QStringLiteral("SELECT COUNT(*) FROM ") + m_target.Table + where,
+                          .By = qsizetype(parameters),
+                          .Sql = m_text.Sql + QLatin1String(rules.OneRow)};
+        for (const ColumnInfo &column : m_target.Columns) {
+            if (column.BaseTable.isEmpty())
+                continue;
+            m_text.Counted.TakesBack = rules.TakesBack(column.BaseSchema, column.BaseTable);
+            return;
+        }
+    }
+
+    // As it comes back exactly.
+    QString Returned(size_t column) const
+    {
+        const auto exact = Rules().Exact;
+        const QString name = Name(column);
+        return exact ? exact(m_target.Columns[column], name) : name;
     }
 
     void AskForWhatWasMade()
@@ -104,7 +130,7 @@ private:
         for (size_t i = 0; i < m_target.Columns.size(); ++i) {
             if (m_target.Names[qsizetype(i)].isEmpty())
                 continue;
-            names += Name(i);
+            names += Returned(i);
             m_text.Made.push_back(int(i));
         }
         if (m_target.HasRowIds) {

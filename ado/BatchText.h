@@ -49,7 +49,8 @@ struct BatchText
         bool Original = false;
         DataTypeEnum Type = adBigInt;
     };
-    QString Sql, Ask; // as Batch has them
+    QString Sql, Ask; // as Batch has them, and so
+    CountedBatch Counted;
     std::vector<Parameter> Parameters;
     std::vector<int> Made; // the columns that come back; -1 is the row id
 };

@@ -204,6 +204,14 @@ Value MomentOf(const Value &value, DataTypeEnum type)
     WrongType();
 }
 
+// The words for it, as the server writes them; "" for anything else.
+QString InfinityOf(const Value &value)
+{
+    const QString *text = value.As<QString>();
+    const QString word = text ? text->trimmed().toLower() : QString();
+    return word == u"infinity" || word == u"-infinity" ? word : QString();
+}
+
 Value BytesOf(const Value &value)
 {
     if (value.As<QByteArray>())
@@ -246,6 +254,8 @@ Value Coerce(const Value &value, const ColumnInfo &column)
     case adDBDate:
     case adDBTime:
     case adDBTimeStamp:
+        if (const QString infinity = column.HasInfinity ? InfinityOf(value) : QString(); !infinity.isEmpty())
+            return infinity;
         return MomentOf(value, column.Type);
     case adBinary:
         return BytesOf(value);

@@ -25,11 +25,12 @@ struct ColumnInfo
     int Precision = 0;
     int NumericScale = 0;
     int Attributes = adFldUnspecified;
-    QString TypeName;   // the server's own word for the type, where a driver tells it
-    QString BaseSchema; // of BaseTable: its schema, or its database where the family has no schemas
-    QString BaseTable;  // where the driver knows it, else ""
-    QString BaseColumn; // "" also where the driver does not tell a column from an alias
-    bool IsKey = false; // part of the base table's primary key, where the driver knows
+    QString TypeName;         // the server's own word for the type, where a driver tells it
+    QString BaseSchema;       // of BaseTable: its schema, or its database where the family has no schemas
+    QString BaseTable;        // where the driver knows it, else ""
+    QString BaseColumn;       // "" also where the driver does not tell a column from an alias
+    bool IsKey = false;       // part of the base table's primary key, where the driver knows
+    bool HasInfinity = false; // a date or timestamp of a server that knows the words "infinity" and "-infinity"
 };
 
 // The rows of one running statement. Closing (destroying) it ends the statement on the server.
@@ -61,6 +62,16 @@ struct ExecuteResult
     qint64 RecordsAffected = -1;     // what the driver counted, -1 when it does not count
 };
 
+// Of an UPDATE or DELETE without a key, where kinds of tables ignore a rollback: in such a table a row that would meet
+// several is refused before anything changes. All texts are empty where there are no such kinds.
+struct CountedBatch
+{
+    QString TakesBack; // its first cell is 1 where the table takes a rollback; "" where nobody knows the table
+    QString Count;     // how many rows the condition meets, by the last `By` of the row's values
+    qsizetype By = 0;
+    QString Sql; // in place of the batch's: changes one row at most
+};
+
 // One prepared statement and the rows of values that it runs for, handed over block by block: nobody holds them all.
 // Rows count from 0 over all blocks. What is told of a row is told once, on the thread that runs the batch.
 struct Batch
@@ -72,6 +83,7 @@ struct Batch
     std::function<qint64(std::vector<ColumnStore> &columns, qint64 most)> Next;
     bool ByKey = false; // of an UPDATE or DELETE: its condition meets one row at most, whatever the table holds
     QString Ask; // of an INSERT: the SELECT of what the server made of the row just added, where Sql cannot give it
+    CountedBatch Counted;
     std::function<void(qint64 row, const Error &)> Refused;
     std::function<void(qint64 row, const std::vector<Value> &)> Made; // what RETURNING or Ask gave
     std::function<void(qint64 rows)> Written; // all rows before this one are in to stay, but for those refused

@@ -233,6 +233,7 @@ private:
         Batch batch;
         batch.Sql = text.Sql;
         batch.Ask = text.Ask;
+        batch.Counted = text.Counted;
         batch.ByKey = (group.pattern[1] & BatchPattern::ByKey) != 0;
         for (const BatchText::Parameter &parameter : text.Parameters)
             batch.Types.push_back(parameter.Type);

@@ -108,6 +108,8 @@ struct RowRules
     // That a column (%1) has the value that was read, bound to each "?"; "" where the server cannot compare it.
     QString (*Equality)(const ColumnInfo &column) = nullptr;
     bool (*CanReturn)(const QString &product, const QString &version) = nullptr; // INSERT ... RETURNING
+    // How a column is asked for where its driver loses some of its values; null: by its name alone.
+    QString (*Exact)(const ColumnInfo &column, const QString &name) = nullptr;
 };
 
 struct TransactionRules
@@ -123,6 +125,10 @@ struct TransactionRules
     bool CommitsWriteAll = false;   // each commit writes the file: many rows want one transaction
     const char *Warnings = nullptr; // asked behind a rollback that may have been ignored
     int IgnoredRollback = 0;        // the warning's number
+    // Where kinds of tables ignore it: the first cell of this query's answer is 1 for a table that does not. The
+    // database may be "": the current one.
+    QString (*TakesBack)(const QString &database, const QString &table) = nullptr;
+    const char *OneRow = nullptr; // and what behind an UPDATE or DELETE has it change one row at most
 };
 
 struct AnswerRules

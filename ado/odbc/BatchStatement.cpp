@@ -27,7 +27,7 @@ qint64 BatchStatement::Outcome::Met() const
     return std::accumulate(Counts.begin(), Counts.end(), qint64(0));
 }
 
-BatchStatement::BatchStatement(Link &link, const QByteArray &sql) : m_link(link), m_statement(link.NewStatement())
+BatchStatement::BatchStatement(Link &link, const QByteArray &sql) : m_link(&link), m_statement(link.NewStatement())
 {
     QByteArray text = sql;
     ODBC_CALL(SQLPrepare, m_statement, reinterpret_cast<SQLCHAR *>(text.data()), SQLINTEGER(text.size()));
@@ -35,7 +35,7 @@ BatchStatement::BatchStatement(Link &link, const QByteArray &sql) : m_link(link)
 
 void BatchStatement::ReadReturned(std::vector<Values> &into)
 {
-    OdbcRows rows(Borrowed(m_link), std::move(m_statement));
+    OdbcRows rows(Borrowed(*m_link), std::move(m_statement));
     rows.LeaveFurtherResults();
     std::vector<ColumnStore> columns;
     for (const ColumnInfo &column : rows.Columns())
@@ -72,7 +72,7 @@ void BatchStatement::Collect(Outcome &outcome)
                 outcome.Counts.push_back(qMax<qint64>(0, count));
         }
         const SQLRETURN more =
-            m_link.Of().ManyResults ? ODBC_TRY(SQLMoreResults, m_statement.Get()) : SQLRETURN(SQL_NO_DATA);
+            m_link->Of().ManyResults ? ODBC_TRY(SQLMoreResults, m_statement.Get()) : SQLRETURN(SQL_NO_DATA);
         if (more == SQL_NO_DATA || (outcome.Failure && !SQL_SUCCEEDED(more)))
             break;
         if (!SQL_SUCCEEDED(more))
@@ -81,21 +81,21 @@ void BatchStatement::Collect(Outcome &outcome)
     ODBC_TRY(SQLFreeStmt, m_statement.Get(), SQLUSMALLINT(SQL_CLOSE));
 }
 
-BatchStatement::Outcome BatchStatement::RunRow(const std::vector<ColumnStore> &columns, qint64 row)
+BatchStatement::Outcome BatchStatement::RunRow(const std::vector<ColumnStore> &columns, qint64 row, size_t first)
 {
     std::vector<BoundValue> values;
     std::vector<SQLLEN> lengths(columns.size());
-    for (const ColumnStore &column : columns) {
-        const Value value = column.At(row);
-        if (const double *real = value.As<double>(); real && m_link.Of().LooseTypes && std::isnan(*real))
+    for (size_t column = first; column < columns.size(); ++column) {
+        const Value value = columns[column].At(row);
+        if (const double *real = value.As<double>(); real && m_link->Of().LooseTypes && std::isnan(*real))
             throw Error(Fault::WrongValue); // a database of loose types would store a null instead
-        values.push_back(Bindable(value, m_link.Of().LooseTypes));
+        values.push_back(Bindable(value, m_link->Of().LooseTypes));
     }
     for (size_t column = 0; column < values.size(); ++column)
         BindParameter(m_statement, int(column) + 1, values[column], lengths[column]);
     SQLRETURN result;
     {
-        const Link::Running running(m_link, m_statement);
+        const Link::Running running(*m_link, m_statement);
         result = ODBC_TRY(SQLExecute, m_statement.Get());
     }
     if (result != SQL_NO_DATA && !SQL_SUCCEEDED(result))
@@ -122,7 +122,7 @@ BatchStatement::Outcome BatchStatement::RunBlock(const std::vector<ColumnStore> 
         ODBC_CALL(SQLSetStmtAttr, m_statement, SQL_ATTR_PARAMSET_SIZE, Number(rows), 0);
         for (size_t column = 0; column < arrays.size(); ++column)
             BindParameter(m_statement, int(column) + 1, arrays[column]);
-        const Link::Running running(m_link, m_statement);
+        const Link::Running running(*m_link, m_statement);
         const SQLRETURN result = ODBC_TRY(SQLExecute, statement);
         if (result != SQL_NO_DATA && !SQL_SUCCEEDED(result))
             Fail();
@@ -148,7 +148,7 @@ BatchStatement::Outcome BatchStatement::RunBlock(const std::vector<ColumnStore> 
 
 std::optional<BatchStatement::Values> BatchStatement::FirstRowOf(const QByteArray &sql)
 {
-    BatchStatement other(m_link, sql);
+    BatchStatement other(*m_link, sql);
     const Outcome outcome = other.RunRow({}, 0);
     if (outcome.Returned.empty())
         return {};

@@ -25,7 +25,8 @@ public:
 
         qint64 Met() const;
     };
-    Outcome RunRow(const std::vector<ColumnStore> &columns, qint64 row);
+    // With the columns from `first` on.
+    Outcome RunRow(const std::vector<ColumnStore> &columns, qint64 row, size_t first = 0);
     Outcome RunBlock(const std::vector<ColumnStore> &columns, qint64 rows);
     // Runs another statement beside it and gives its first row; none when it has none.
     std::optional<Values> FirstRowOf(const QByteArray &sql);
@@ -33,9 +34,9 @@ public:
 private:
     void Collect(Outcome &outcome);
     void ReadReturned(std::vector<Values> &into);
-    [[noreturn]] void Fail() { throw m_link.Failure(m_statement, "SQLExecute"); }
+    [[noreturn]] void Fail() { throw m_link->Failure(m_statement, "SQLExecute"); }
 
-    Link &m_link;
+    Link *m_link;
     Handle m_statement;
 };
 

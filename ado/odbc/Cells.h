@@ -40,7 +40,6 @@ struct ColumnPlan
     SQLSMALLINT CType = SQL_C_CHAR;
     qint64 FullWidth = 0; // bytes that any value of the declared size fits in; 0 when there is no such bound
     qint64 Width = 0;     // bytes bound for a cell at first
-    bool HasZone = false; // of a timestamp: the server keeps it with one
     bool IsVariable() const { return CType == SQL_C_CHAR || CType == SQL_C_BINARY; }
     qint64 Room(qint64 width) const { return CType == SQL_C_CHAR ? width - 1 : width; } // for the value itself
 };

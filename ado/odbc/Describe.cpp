@@ -166,8 +166,6 @@ void SetByName(ColumnPlan &plan, const Quirks &quirks, bool &isLong, SQLULEN &si
             plan.Info.Type = adVarWChar;
             plan.Kind = CellKind::Text;
             size = 32;
-        } else if (typeName == u"timestamptz") {
-            plan.HasZone = true;
         } else if (typeName == u"uuid") { // its driver makes capitals of the server's letters
             plan.Kind = CellKind::GuidText;
         }
@@ -214,6 +212,7 @@ ColumnPlan Describe(const Link &link, const Handle &statement, int column)
         plan.Info.Type = isUnsigned ? row.Unsigned : row.Signed;
         plan.Kind = Adjusted(link.Of(), row.Kind, isUnsigned);
     }
+    plan.Info.HasInfinity = plan.Kind == CellKind::DriversDate || plan.Kind == CellKind::DriversTimestamp;
     plan.Info.TypeName = TextAttribute(statement, column, SQL_DESC_TYPE_NAME);
     bool isLong = IsLong(type);
     SetByName(plan, link.Of(), isLong, size);

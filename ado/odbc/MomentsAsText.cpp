@@ -1,6 +1,7 @@
 #include "ado/odbc/MomentsAsText.h"
 
 #include "ado/StatementText.h"
+#include "ado/family/Family.h"
 
 namespace ADODB::Odbc {
 
@@ -35,7 +36,11 @@ QByteArray WithoutEnd(const QByteArray &sql)
 
 std::optional<MomentsAsText> WithMomentsAsText(Link &link, const QByteArray &sql)
 {
-    if (!BeginsWithOne(sql, {"SELECT", "WITH", "VALUES", "TABLE", "("}))
+    const bool writes = BeginsWithOne(sql, {"INSERT", "UPDATE", "DELETE"}) && sql.toUpper().contains("RETURNING");
+    const auto exact = link.Of().Family->Rows.Exact;
+    if (!exact)
+        return {};
+    if (!writes && !BeginsWithOne(sql, {"SELECT", "WITH", "VALUES", "TABLE", "("}))
         return {};
     MomentsAsText other;
     const Handle asked = link.NewStatement();
@@ -45,18 +50,17 @@ std::optional<MomentsAsText> WithMomentsAsText(Link &link, const QByteArray &sql
     for (int number = 1; number <= columns; ++number) {
         ColumnPlan plan = Describe(link, asked, number);
         const QByteArray name = "c" + QByteArray::number(number);
-        list += list.isEmpty() ? name : ", " + name;
+        list += (list.isEmpty() ? "" : ", ") + exact(plan.Info, QString::fromLatin1(name)).toLatin1();
         names += names.isEmpty() ? name : ", " + name;
-        if (TakeServersText(plan)) {
-            // A moment with a zone is read in the session's own, and shows none.
-            list += plan.HasZone ? "::pg_catalog.timestamp::pg_catalog.text" : "::pg_catalog.text";
-            any = true;
-        }
+        any = TakeServersText(plan) || any;
         other.Columns.push_back(std::move(plan));
     }
     if (!any)
         return {};
-    other.Sql = "SELECT " + list + " FROM (" + WithoutEnd(sql) + "\n) AS moments(" + names + ")";
+    if (writes) // which may not stand in a sub-select
+        other.Sql = "WITH moments(" + names + ") AS (" + WithoutEnd(sql) + "\n) SELECT " + list + " FROM moments";
+    else
+        other.Sql = "SELECT " + list + " FROM (" + WithoutEnd(sql) + "\n) AS moments(" + names + ")";
     const Handle tried = link.NewStatement();
     if (Prepared(link, tried, other.Sql) != columns)
         return {};

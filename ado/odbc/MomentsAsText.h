@@ -3,8 +3,9 @@
 //
 // Its ODBC driver knows the years 1 to 9999 alone: it drops the BC of a date, cuts longer years, and makes an infinity
 // the year 9999, and none of the types in which a cell can be fetched tells it. So a query whose result has such
-// columns is asked again as a sub-select that casts them to text. What cannot stand in a sub-select (a WITH that
-// writes, several statements, RETURNING) is left to the driver, and what the driver cannot write is marked (Cells.h).
+// columns is asked again as a sub-select that casts them to text, and what writes with RETURNING as a WITH in front of
+// one. What can stand in neither (a WITH that writes, several statements) is left to the driver, and what the driver
+// cannot write is marked (Cells.h).
 
 #include "ado/odbc/Cells.h"
 #include <QByteArray>

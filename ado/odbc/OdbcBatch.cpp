@@ -7,6 +7,8 @@
 //
 // Some drivers take a refused block back by themselves, if it is no longer than the lots that they send (Quirks).
 // Where each commit writes the file, a whole batch runs in one transaction.
+//
+// Where a table takes nothing back, the rows that a condition meets are counted before anything changes.
 #include "ado/StatementText.h"
 #include "ado/family/Family.h"
 #include "ado/odbc/BatchStatement.h"
@@ -34,6 +36,8 @@ private:
     bool ByArrays();
     bool ByRows();
     void EachAlone();
+    void LookForRollback();
+    void CountFirst(qint64 row);
     void RunOne(qint64 row);
     void Take(qint64 row, const BatchStatement::Outcome &outcome);
     void Tell();
@@ -45,6 +49,7 @@ private:
     Shield m_shield;
     BatchStatement m_statement;
     const bool m_mustMeetRows;
+    std::optional<BatchStatement> m_counter; // where the table takes nothing back
 
     std::vector<ColumnStore> m_columns; // the block
     qint64 m_first = 0, m_rows = 0;
@@ -113,9 +118,35 @@ bool BatchRun::ByArrays()
     return true;
 }
 
+void BatchRun::LookForRollback()
+{
+    const CountedBatch &counted = m_batch.Counted;
+    if (!m_mustMeetRows || m_batch.ByKey || counted.Count.isEmpty())
+        return;
+    if (!counted.TakesBack.isEmpty())
+        if (const auto known = m_statement.FirstRowOf(counted.TakesBack.toUtf8());
+            known && known->front().ToInt64() == 1)
+            return;
+    m_counter.emplace(m_link, counted.Count.toUtf8());
+    m_statement = BatchStatement(m_link, counted.Sql.toUtf8());
+}
+
+// Refuses a row whose condition meets several. There is no lock, since LOCK TABLES commits the user's transaction: if
+// an equal row appears between this COUNT and the statement, one of the equal rows is changed, and never both: they
+// are equal in all that was read, and the statement ends after one row.
+void BatchRun::CountFirst(qint64 row)
+{
+    const size_t first = m_columns.size() - size_t(m_batch.Counted.By);
+    const BatchStatement::Outcome counted = m_counter->RunRow(m_columns, row, first);
+    if (counted.Returned.size() != 1 || counted.Returned.front().front().ToInt64() > 1)
+        throw Error(Fault::TooManyRows);
+}
+
 // One row of a block, whose refusal leaves the others as they are.
 void BatchRun::RunOne(qint64 row)
 {
+    if (m_counter)
+        CountFirst(row);
     BatchStatement::Outcome outcome = m_statement.RunRow(m_columns, row);
     if (m_mustMeetRows && outcome.Met() == 0)
         throw Error(Fault::RowConflict);
@@ -165,7 +196,7 @@ bool BatchRun::ByRows()
 
 void BatchRun::EachAlone()
 {
-    const bool shield = m_mustMeetRows || m_shield.IsNested();
+    const bool shield = !m_counter && (m_mustMeetRows || m_shield.IsNested()); // a rollback would do nothing
     for (qint64 row = 0; row < m_rows; ++row) {
         m_link.RaiseIfCancelled();
         const qint64 met = m_met;
@@ -196,9 +227,9 @@ void BatchRun::RunBlock()
         m_met = 0;
     };
     forget();
-    if (!ByArrays()) {
+    if (m_counter || !ByArrays()) {
         forget();
-        if (!ByRows()) {
+        if (m_counter || !ByRows()) {
             forget();
             EachAlone();
         }
@@ -229,6 +260,7 @@ qint64 BatchRun::Run()
 {
     m_shield.OpenRun();
     try {
+        LookForRollback();
         while (NextBlock()) {
             RunBlock();
             Tell();

@@ -9,6 +9,7 @@
 #include "ado/Recordset.h"
 #include "tests/ado/Expected.h"
 #include <QTemporaryDir>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace conformance {
@@ -43,8 +44,12 @@ protected:
     ADODB::RecordsetPtr Run(const QString &sql) { return m_connection->Execute(sql); }
     ADODB::Value Cell(const QString &sql, int column = 0); // of the first row
     qint64 Affected(const QString &sql);
+    QString All(const QString &table); // its rows, cells with ":" between them, "~" for a null
     // Runs what must fail and gives its error.
     ADODB::Error ErrorOf(const QString &sql);
+    // Asks whether the connection is in the middle of its next statement: the server says so where there is one. Made
+    // before that statement, called on any one thread.
+    std::function<bool()> InTheMiddle();
 
     QString m_string; // the connection string of the place
     QString m_place;  // the schema or database of this test; "" for SQLite
@@ -59,6 +64,8 @@ class ConformanceOfServers : public Conformance
 class ConformanceOfFiles : public Conformance
 {
 };
+
+std::string NameOf(const testing::TestParamInfo<Server> &info); // of the test
 
 template <class Work> ADODB::Error ErrorFrom(const Work &work)
 {

@@ -105,12 +105,37 @@ qint64 Conformance::Affected(const QString &sql)
     return affected;
 }
 
+QString Conformance::All(const QString &table)
+{
+    const RecordsetPtr rows = Run(QStringLiteral("SELECT * FROM ") + table);
+    QStringList lines;
+    for (qint64 row = 0; row < rows->RecordCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < rows->ColumnCount(); ++column)
+            cells += rows->CellIsNull(row, column) ? QStringLiteral("~") : rows->CellText(row, column);
+        lines += cells.join(u':');
+    }
+    return lines.join(u' ');
+}
+
+std::function<bool()> Conformance::InTheMiddle()
+{
+    if (IsSqlite())
+        return [connection = m_connection] { return connection->IsBusy(); };
+    const QString id = Cell(Pick({"", "SELECT pg_backend_pid()", "SELECT CONNECTION_ID()"})).ToText();
+    const QString look =
+        Pick({"", "SELECT count(*) FROM pg_stat_activity WHERE pid = %1 AND state = 'active'",
+              "SELECT count(*) FROM information_schema.processlist WHERE id = %1 AND info IS NOT NULL"})
+            .arg(id);
+    return [second = NewConnection(), look] { return second->Execute(look)->CellText(0, 0) == QLatin1String("1"); };
+}
+
 Error Conformance::ErrorOf(const QString &sql)
 {
     return ErrorFrom([&] { Run(sql); });
 }
 
-static std::string NameOf(const testing::TestParamInfo<Server> &info)
+std::string NameOf(const testing::TestParamInfo<Server> &info)
 {
     return ExpectedOf(info.param).Name;
 }

@@ -3,11 +3,13 @@
 #include "tests/ado/Conformance.h"
 #include "tests/support/Places.h"
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <atomic>
 #include <csignal>
+#include <memory>
 #include <thread>
 
 using namespace ADODB;
@@ -22,6 +24,15 @@ const Dialect kLong = {"WITH RECURSIVE g(n) AS (SELECT 1 UNION ALL SELECT n + 1 
                        "SELECT pg_sleep(60)",
                        "SELECT COUNT(*) FROM seq_1_to_100000 a JOIN seq_1_to_100000 b ON (a.seq + b.seq) % 7 = 3"};
 
+// Off the event loop.
+void Await(const std::function<bool()> &ready)
+{
+    const QDeadlineTimer end(20000);
+    while (!ready() && !end.hasExpired())
+        std::this_thread::yield();
+    EXPECT_TRUE(ready());
+}
+
 void WaitUntil(const std::function<bool()> &ready, int milliseconds = 20000)
 {
     QElapsedTimer timer;
@@ -35,22 +46,19 @@ void WaitUntil(const std::function<bool()> &ready, int milliseconds = 20000)
 TEST_P(Conformance, CancelFromAnotherThreadStopsTheStatement)
 {
     for (int round = 0; round < 2; ++round) {
-        QElapsedTimer sinceCancel;
         std::atomic<bool> ended{false};
+        const std::function<bool()> runs = InTheMiddle();
         std::thread other([&] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(300));
-            sinceCancel.start();
+            Await(runs);
             while (!ended) { // as callers do: until the turn has ended
                 m_connection->Cancel();
-                std::this_thread::sleep_for(std::chrono::milliseconds(50));
+                std::this_thread::yield();
             }
         });
-        const Error error = ErrorOf(Pick(kLong));
-        const qint64 took = sinceCancel.elapsed();
+        const Error error = ErrorOf(Pick(kLong)); // which takes a minute and more
         ended = true;
         other.join();
         EXPECT_EQ(error.Number, adErrOperationCancelled) << error.what();
-        EXPECT_LT(took, 1000);
         EXPECT_EQ(m_connection->State(), adStateOpen);
         EXPECT_EQ(Cell(QStringLiteral("SELECT 6 * 7")).ToInt64(), 42);
     }
@@ -69,8 +77,9 @@ TEST_P(Conformance, ACancelledStatementLeavesItsTransactionToTheUser)
     Run(QStringLiteral("CREATE TABLE t (a INTEGER)"));
     m_connection->BeginTrans();
     Run(QStringLiteral("INSERT INTO t VALUES (1)"));
+    const std::function<bool()> runs = InTheMiddle();
     std::thread other([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        Await(runs);
         m_connection->Cancel();
     });
     ErrorOf(Pick(kLong));
@@ -104,25 +113,24 @@ TEST_P(Conformance, AResultPastTheLimitIsStoppedWhereverItGrows)
 TEST_P(Conformance, ASecondStatementWaitsAndASecondConnectionDoesNot)
 {
     Run(QStringLiteral("CREATE TABLE t (a INTEGER)"));
-    std::atomic<bool> running{false}, ended{false};
+    std::atomic<bool> ended{false};
+    const std::function<bool()> runs = InTheMiddle();
     std::thread other([&] {
-        running = true;
         try {
             Run(Pick(kLong));
         } catch (const Error &) {
         }
         ended = true;
     });
-    while (!running || !m_connection->IsBusy())
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    Await(runs);
     EXPECT_EQ(NewConnection()->Execute(QStringLiteral("SELECT * FROM t"))->RecordCount(), 0);
     EXPECT_FALSE(ended);
-    std::thread stop([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
-        m_connection->Cancel();
-    });
-    EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 0); // waits for the cancelled one
-    stop.join();
+    auto next = std::make_unique<Connection::Turn>(m_connection, QStringLiteral("next"));
+    EXPECT_TRUE(next->WaitsFor().contains(QStringLiteral("SELECT")));
+    m_connection->Cancel();
+    next->Begin(); // waits for the cancelled one
+    EXPECT_NO_THROW(next->Driver().Execute(QStringLiteral("SELECT COUNT(*) FROM t")));
+    next.reset();
     other.join();
     EXPECT_TRUE(ended);
 }
@@ -159,15 +167,12 @@ TEST_P(Conformance, TheAsynchronousRecordsetReportsInOrder)
     seen.clear();
     int number = 0;
     QObject::connect(&recordset, &UARecordset::ErrorOccured, [&](int error, const QString &) { number = error; });
+    const std::function<bool()> runs = InTheMiddle();
     recordset.OpenRecordset(Pick(kLong), m_connection, 2);
-    QElapsedTimer timer;
-    timer.start();
-    WaitUntil([&] { return timer.elapsed() > 300; });
+    WaitUntil(runs);
     EXPECT_TRUE(recordset.IsRunning());
     recordset.Cancel();
-    timer.restart();
     WaitUntil([&] { return !seen.isEmpty(); });
-    EXPECT_LT(timer.elapsed(), 1000);
     EXPECT_EQ(number, adErrOperationCancelled);
     EXPECT_EQ(Cell(QStringLiteral("SELECT COUNT(*) FROM t")).ToInt64(), 2);
 }
@@ -177,8 +182,9 @@ TEST_P(ConformanceOfServers, AnEndedSessionIsAnErrorAndANewConnectionWorks)
 {
     const qint64 id = Cell(Pick({"", "SELECT pg_backend_pid()", "SELECT CONNECTION_ID()"})).ToInt64();
     const ConnectionPtr second = NewConnection();
+    const std::function<bool()> runs = InTheMiddle();
     std::thread administrator([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        Await(runs);
         second->Execute(Pick({"", "SELECT pg_terminate_backend(%1)", "KILL CONNECTION %1"}).arg(id));
     });
     const Error error = ErrorOf(Pick(kLong));
@@ -259,7 +265,7 @@ TEST_P(ConformanceOfServers, AKilledServerIsAnErrorAndTheProgramGoesOn)
     const QString sql = Pick({"", "SELECT n, repeat('x', 500) AS s FROM generate_series(1, 3000000) n",
                               "SELECT seq, repeat('x', 500) AS s FROM seq_1_to_3000000"});
     std::thread killer([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(150));
+        Await([&] { return connection->IsBusy(); });
         QProcess::execute(script, {QStringLiteral("kill"), folder});
     });
     const Error error = ErrorFrom([&] { connection->Execute(sql); });

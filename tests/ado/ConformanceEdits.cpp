@@ -28,29 +28,13 @@ protected:
         rows->Fields()[1].SetValue(name);
         rows->Update();
     }
-    QString All(const QString &table = QStringLiteral("t ORDER BY id"))
-    {
-        const RecordsetPtr rows = Run(QStringLiteral("SELECT * FROM ") + table);
-        QStringList lines;
-        for (qint64 row = 0; row < rows->RecordCount(); ++row) {
-            QStringList cells;
-            for (int column = 0; column < rows->ColumnCount(); ++column)
-                cells += rows->CellIsNull(row, column) ? QStringLiteral("~") : rows->CellText(row, column);
-            lines += cells.join(u':');
-        }
-        return lines.join(u' ');
-    }
+    using Conformance::All;
+    QString All() { return All(QStringLiteral("t ORDER BY id")); }
 };
-
-static std::string EditsName(const testing::TestParamInfo<Server> &info)
-{
-    constexpr const char *kNames[] = {"BuiltIn", "SqliteOdbc", "Postgres", "MariaDb"};
-    return kNames[int(info.param)];
-}
 
 INSTANTIATE_TEST_SUITE_P(Over, ConformanceOfEdits,
                          testing::Values(Server::BuiltIn, Server::SqliteOdbc, Server::Postgres, Server::MariaDb),
-                         EditsName);
+                         NameOf);
 
 TEST_P(ConformanceOfEdits, ChangesInsertionsAndDeletionsGoTogether)
 {

@@ -5,15 +5,9 @@ using namespace ADODB;
 
 namespace conformance {
 
-static std::string OneRowName(const testing::TestParamInfo<Server> &info)
-{
-    constexpr const char *kNames[] = {"BuiltIn", "SqliteOdbc", "Postgres", "MariaDb"};
-    return kNames[int(info.param)];
-}
-
 INSTANTIATE_TEST_SUITE_P(Over, ConformanceOfOneRow,
                          testing::Values(Server::BuiltIn, Server::SqliteOdbc, Server::Postgres, Server::MariaDb),
-                         OneRowName);
+                         NameOf);
 
 // Without a key one Update met all equal rows, and one Delete removed them all. SQLite tells them apart by the row id.
 TEST_P(ConformanceOfOneRow, EqualRowsAreNeverChangedTogether)

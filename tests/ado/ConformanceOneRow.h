@@ -25,18 +25,6 @@ protected:
         rows->SetAbsolutePosition(position);
         rows->Delete();
     }
-    QString All(const QString &table)
-    {
-        const ADODB::RecordsetPtr rows = Run(QStringLiteral("SELECT * FROM ") + table);
-        QStringList lines;
-        for (qint64 row = 0; row < rows->RecordCount(); ++row) {
-            QStringList cells;
-            for (int column = 0; column < rows->ColumnCount(); ++column)
-                cells += rows->CellIsNull(row, column) ? QStringLiteral("~") : rows->CellText(row, column);
-            lines += cells.join(u':');
-        }
-        return lines.join(u' ');
-    }
     static void ExpectTooMany(const ADODB::Error &error)
     {
         EXPECT_TRUE(error.Description.startsWith(QStringLiteral("Key column information is insufficient or incorrect. "

@@ -139,9 +139,14 @@ TEST(Turns, AreServedInTheOrderInWhichTheyWereTaken)
         turns.push_back(std::make_unique<Connection::Turn>(connection, QString::number(i)));
     std::mutex lock;
     std::vector<int> served;
+    std::atomic<int> asking = 0;
     std::vector<std::thread> threads;
     for (int i = count - 1; i >= 0; --i) { // the last one asks first
         threads.emplace_back([&, i] {
+            // Nobody begins before all do, but for the last one, who is there first.
+            ++asking;
+            while (i != count - 1 && asking < count)
+                std::this_thread::yield();
             turns[size_t(i)]->Begin();
             {
                 const std::lock_guard guard(lock);
@@ -149,7 +154,6 @@ TEST(Turns, AreServedInTheOrderInWhichTheyWereTaken)
             }
             turns[size_t(i)].reset();
         });
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
     for (std::thread &thread : threads)
         thread.join();
@@ -182,9 +186,13 @@ TEST(Turns, AWaitingOneCanBeCancelledAndHarmsNobody)
     first->Begin();
     Connection::Turn second(connection, QStringLiteral("second"));
     int number = 0;
-    std::thread waiter([&] { number = NumberOf([&] { second.Begin(); }); });
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    second.Cancel();
+    std::atomic<bool> waiting = false;
+    std::thread waiter([&] {
+        waiting = true;
+        number = NumberOf([&] { second.Begin(); });
+    });
+    WaitUntil([&] { return waiting.load(); });
+    second.Cancel(); // it may just as well not have begun to wait
     waiter.join();
     EXPECT_EQ(number, adErrOperationCancelled);
     EXPECT_EQ(first->Driver().Execute(QStringLiteral("SELECT 1")).RecordsAffected, -1); // still well
@@ -217,19 +225,19 @@ TEST(WaitHandler, IsCalledOnItsThreadWithTheStatementThatHolds)
     TempDatabase database;
     const ConnectionPtr connection = database.Open();
     QString busyWith;
-    int calls = 0;
+    std::atomic<int> calls = 0;
     SetWaitHandler(
         [&](Connection &, const QString &sql, const std::function<bool()> &ready, const std::function<void()> &) {
-            ++calls;
             busyWith = sql;
             EXPECT_FALSE(ready());
+            ++calls;
             while (!ready())
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
         });
     auto turn = std::make_unique<Connection::Turn>(connection, QStringLiteral("the long one"));
     std::thread worker([&] {
         turn->Begin();
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        WaitUntil([&] { return calls == 1; });
         turn.reset();
     });
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 3")), "3");
@@ -250,8 +258,12 @@ TEST(WaitHandler, OtherThreadsBlockAndAHandlerThatReturnsTooEarlyDoesNoHarm)
         [&](Connection &, const QString &, const std::function<bool()> &, const std::function<void()> &) { ++calls; });
     auto turn = std::make_unique<Connection::Turn>(connection, QStringLiteral("held"));
     turn->Begin();
-    std::thread other([&] { EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 1")), "1"); });
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    std::atomic<bool> asking = false;
+    std::thread other([&] {
+        asking = true;
+        EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 1")), "1");
+    });
+    WaitUntil([&] { return asking.load(); });
     turn.reset();
     other.join();
     EXPECT_EQ(calls, 0);
@@ -259,7 +271,7 @@ TEST(WaitHandler, OtherThreadsBlockAndAHandlerThatReturnsTooEarlyDoesNoHarm)
     auto again = std::make_unique<Connection::Turn>(connection, QStringLiteral("held"));
     std::thread holder([&] {
         again->Begin();
-        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        WaitUntil([&] { return calls == 1; });
         again.reset();
     });
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 2")), "2");
@@ -273,7 +285,7 @@ TEST(WaitHandler, AnEventThatNeedsTheConnectionGoesBeforeTheCallThatWaits)
     TempDatabase database;
     const ConnectionPtr connection = database.Open();
     std::vector<std::string> order;
-    int depth = 0;
+    std::atomic<int> depth = 0;
     SetWaitHandler(
         [&](Connection &, const QString &, const std::function<bool()> &ready, const std::function<void()> &) {
             if (depth++ == 0) { // an event inside the waiting
@@ -286,7 +298,7 @@ TEST(WaitHandler, AnEventThatNeedsTheConnectionGoesBeforeTheCallThatWaits)
     auto turn = std::make_unique<Connection::Turn>(connection, QStringLiteral("held"));
     std::thread holder([&] {
         turn->Begin();
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        WaitUntil([&] { return depth == 2; }); // both wait
         turn.reset();
     });
     Scalar(connection, QStringLiteral("SELECT 2"));
@@ -309,23 +321,17 @@ TEST(WaitHandler, OneThatRaisesGivesTheTurnBack)
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 2")), "2");
 }
 
-TEST(Cancel, FromAnotherThreadWithinASecondAgainAndAgain)
+TEST(Cancel, FromAnotherThreadAgainAndAgain)
 {
     TempDatabase database;
     const ConnectionPtr connection = database.Open();
     for (int round = 0; round < 5; ++round) {
-        std::atomic<bool> ended = false;
-        std::chrono::steady_clock::time_point asked;
         std::thread canceller([&] {
             WaitUntil([&] { return connection->IsBusy(); });
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-            asked = std::chrono::steady_clock::now();
             connection->Cancel();
         });
         EXPECT_EQ(NumberOf([&] { connection->Execute(EndlessSql()); }), adErrOperationCancelled);
-        const auto end = std::chrono::steady_clock::now();
         canceller.join();
-        EXPECT_LT(end - asked, std::chrono::seconds(1));
         EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 1")), "1");
     }
 }

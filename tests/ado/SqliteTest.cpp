@@ -375,17 +375,14 @@ TEST(Sqlite, CancelFromAnotherThreadEndsALongStatementAndLeavesTheConnectionUsab
     std::thread canceller([&] {
         while (!connection->IsBusy())
             std::this_thread::yield();
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
         connection->Cancel();
     });
-    const auto start = std::chrono::steady_clock::now();
     const auto error = ErrorOf([&] {
         connection->Execute(
             QStringLiteral("WITH RECURSIVE c(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM c) SELECT count(*) FROM c"));
     });
     canceller.join();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-    ASSERT_TRUE(error);
+    ASSERT_TRUE(error); // the statement has no end of its own
     EXPECT_EQ(error->Number, adErrOperationCancelled);
     EXPECT_EQ(error->SQLState, "HY008");
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 5")), "5");
@@ -400,14 +397,11 @@ TEST(Sqlite, CancelEndsTheWaitForAnotherProcesssLock)
     std::thread canceller([&] {
         while (!second->IsBusy())
             std::this_thread::yield();
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
         second->Cancel();
     });
-    const auto start = std::chrono::steady_clock::now();
     const int number = NumberOf([&] { second->Execute(QStringLiteral("INSERT INTO t VALUES (1)")); });
     canceller.join();
-    EXPECT_EQ(number, adErrOperationCancelled);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+    EXPECT_EQ(number, adErrOperationCancelled); // a wait to its end has the words of the lock
 }
 
 } // namespace

@@ -30,6 +30,18 @@ QString Equality(const ColumnInfo &column)
     return QStringLiteral("%1 = ?");
 }
 
+QString TakesBack(const QString &database, const QString &table)
+{
+    // Where a setting makes a backslash plain, the doubled one finds no table: then nobody knows it, and that is safe.
+    const auto literal = [](QString text) {
+        return u'\'' + text.replace(u'\\', QLatin1String("\\\\")).replace(u'\'', QLatin1String("''")) + u'\'';
+    };
+    return QStringLiteral("SELECT e.TRANSACTIONS = 'YES' FROM information_schema.TABLES t "
+                          "JOIN information_schema.ENGINES e ON e.ENGINE = t.ENGINE "
+                          "WHERE t.TABLE_NAME = %1 AND t.TABLE_SCHEMA = %2")
+        .arg(literal(table), database.isEmpty() ? QStringLiteral("DATABASE()") : literal(database));
+}
+
 bool CanReturn(const QString &product, const QString &version)
 {
     const QStringList numbers = version.split(u'.');
@@ -69,7 +81,9 @@ const Family &MySqlFamily()
         .Transactions = {.Question = "SELECT @@in_transaction",
                          .DeadlockEndsAll = true,
                          .Warnings = "SHOW WARNINGS",
-                         .IgnoredRollback = 1196},
+                         .IgnoredRollback = 1196,
+                         .TakesBack = TakesBack,
+                         .OneRow = " LIMIT 1"},
         .Answers = {.CancelLooksDone = true, .LostNumbers = {2006, 2013}},
         .Plans = {.Question = "EXPLAIN ", .Answer = PlanAnswer::Tables},
         .Catalogue = {.Queries = {MySqlObjects(), MySqlQueries()},

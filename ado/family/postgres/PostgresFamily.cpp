@@ -40,6 +40,16 @@ QString Equality(const ColumnInfo &column)
     return QStringLiteral("%1 = ?");
 }
 
+// Dates of any year in the server's own words: its driver knows those of the years 1 to 9999 alone. A moment with a
+// zone is read in the session's own, and shows none.
+QString Exact(const ColumnInfo &column, const QString &name)
+{
+    if (!column.HasInfinity)
+        return name;
+    return name + (column.TypeName == u"timestamptz" ? QLatin1String("::pg_catalog.timestamp::pg_catalog.text")
+                                                     : QLatin1String("::pg_catalog.text"));
+}
+
 bool CanReturn(const QString &, const QString &)
 {
     return true;
@@ -69,7 +79,7 @@ const Family &PostgresFamily()
                   .DollarTexts = true,
                   .NestedComments = true,
                   .ReturnEndsLine = true},
-        .Rows = {.HaveHeirs = true, .Equality = Equality, .CanReturn = CanReturn},
+        .Rows = {.HaveHeirs = true, .Equality = Equality, .CanReturn = CanReturn, .Exact = Exact},
         .Transactions = {.Question = kInside, .FailureEndsAll = true},
         .Plans = {.Question = "EXPLAIN (FORMAT JSON) ", .Answer = PlanAnswer::Json},
         .Catalogue = {.Queries = {PostgresObjects(), PostgresQueries(), PostgresGrants()},
