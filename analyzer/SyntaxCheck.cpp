@@ -13,9 +13,9 @@
 namespace {
 
 // A reading becomes one of no rows. Servers that want a name for the sub-select refuse it, and say so.
-const QString readingWrapper = QStringLiteral("SELECT * FROM (@) WHERE 1=0");
-const QString alteringWrapper = QStringLiteral("@");
-const QString cannotCheck = QStringLiteral(
+const QString kReadingWrapper = QStringLiteral("SELECT * FROM (@) WHERE 1=0");
+const QString kAlteringWrapper = QStringLiteral("@");
+const QString kCannotCheck = QStringLiteral(
     " Cannot check this statement. Brindlewick doesnt support this databases DML syntax checking. \\b0 \\par ");
 
 QString CodeOf(const QString &key)
@@ -60,8 +60,8 @@ void SyntaxCheck::Execute(const QString &sql, bool stoppable, int options)
     Step(stoppable, [&] { m_connection->Execute(sql, nullptr, options); });
 }
 
-// A text that fails leaves the server in NOEXEC: the connection then does nothing until somebody resets it. It is
-// meant.
+// A text that fails leaves the server in NOEXEC: the connection then does nothing until somebody resets it. That is
+// meant: the three statements are one way to ask, and the first that fails ends it.
 QString SyntaxCheck::CheckSyntaxSQL(const QString &sql)
 {
     if (!Attempt([&] { Execute(QStringLiteral("SET NOEXEC ON")); }))
@@ -104,20 +104,20 @@ bool SyntaxCheck::WouldLoseWork() const
 QString SyntaxCheck::CheckOne(const QString &runText, const QString &statement)
 {
     if (WouldLoseWork())
-        return Entry(cannotCheck, statement);
+        return Entry(kCannotCheck, statement);
     const bool altering = IsAlteringSQL(statement);
     // The whole text, for each statement again: one that is wrong marks them all.
     QString words = CheckSyntaxSQL(runText);
     if (words == Mark && !Cancelled()) {
         if (statement.contains(u';') && EndsTransaction(statement)) // the roll-back would come too late
-            return Entry(cannotCheck, statement);
-        QString probe = altering ? alteringWrapper : readingWrapper;
+            return Entry(kCannotCheck, statement);
+        QString probe = altering ? kAlteringWrapper : kReadingWrapper;
         probe.replace(u'@', statement);
         const int options = altering ? ADODB::adOptionUnspecified : ADODB::adOneStatement;
         words = CheckSyntaxTrans(probe, options);
         if (words == Mark && !Cancelled()) {
             if (altering)
-                words = cannotCheck;
+                words = kCannotCheck;
             else
                 Attempt([&] { Execute(probe, true, options); }, &words);
         }

@@ -12,7 +12,7 @@
 // semicolon does not run.
 // A statement that ends the transaction itself, as one with a COMMIT behind its semicolon, is not tried by 2 and 3.
 //
-// Any thread, one check at a time; nothing is raised. What a server commits by itself
+// Any thread, one check at a time; nothing raises. What a server commits by itself
 // (definitions on MariaDB, tables without transactions) the second way cannot take back.
 
 #include "ado/Claim.h"
@@ -32,7 +32,8 @@ public:
     QString CheckSyntaxTrans(const QString &sql, int options = -1); // options of Connection::Execute
 
     // Checks every statement of the text of a run. An entry for each that failed, as body text of frmTextOutput; ""
-    // when all is well. Words and statements are not escaped: what RTF takes for its own vanishes, and that is meant.
+    // when all is well. Words and statements are not escaped, so what RTF takes for its own vanishes. That is meant:
+    // the layout of the report is settled so.
     QString Report(const QString &runText);
 
     // Any thread: stops the statement on the server, and nothing further is tried. What gives back what was begun (the

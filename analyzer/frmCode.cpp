@@ -26,7 +26,7 @@ struct ChoiceRow
     const QString &otherwise;
     const char *choices[2];
 };
-const ChoiceRow choices[] = {
+const ChoiceRow kChoices[] = {
     {&frmCode::cmbQuote, "cmbQuote", "Quote", "&Quote", CodeQuote, {"\"", "'"}},
     {&frmCode::cmbPrefix, "cmbPrefix", "Prefix", "P&refix", CodePrefix, {"&", "+"}},
     {&frmCode::cmbPostfix, "cmbPostfix", "Postfix", "P&ostfix", CodePostfix, {" _", " "}},
@@ -63,7 +63,7 @@ frmCode::frmCode(QWidget *parent) : QDialog(parent)
     setAttribute(Qt::WA_DeleteOnClose);
     auto *column = new QVBoxLayout(this);
     auto *lists = new QHBoxLayout;
-    for (const ChoiceRow &row : choices) {
+    for (const ChoiceRow &row : kChoices) {
         auto *list = new QComboBox(this);
         list->setObjectName(QString::fromLatin1(row.name));
         list->setAccessibleName(QString::fromLatin1(row.setting));
@@ -105,7 +105,7 @@ frmCode::frmCode(QWidget *parent) : QDialog(parent)
     column->addLayout(buttons);
     resize(560, 360);
 
-    for (const ChoiceRow &row : choices)
+    for (const ChoiceRow &row : kChoices)
         connect(this->*row.list, &QComboBox::currentIndexChanged, this, &frmCode::StoreChoices);
     connect(cmdRun, &QPushButton::clicked, this, &frmCode::ShowAgain);
     connect(cmdClipBoard, &QPushButton::clicked, this, &frmCode::Copy);
@@ -134,7 +134,7 @@ void frmCode::MakeVBString(const QString &text)
 
 void frmCode::StoreChoices()
 {
-    for (const ChoiceRow &row : choices)
+    for (const ChoiceRow &row : kChoices)
         SaveSetting(QString::fromLatin1(row.setting), (this->*row.list)->currentText());
     ShowAgain();
 }

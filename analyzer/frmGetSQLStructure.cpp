@@ -18,7 +18,7 @@ struct BoxRow
     const char *setting;
     bool selectOnly; // no other type of statement has the clause
 };
-constexpr BoxRow boxes[] = {
+constexpr BoxRow kBoxes[] = {
     {&frmGetSQLStructure::chkFields, "chkFields", "Name &Fields", "FieldNames", false},
     {&frmGetSQLStructure::chkGroupBy, "chkGroupBy", "&Group by", "GroupBy", true},
     {&frmGetSQLStructure::chkHaving, "chkHaving", "&Having", "Having", true},
@@ -42,7 +42,7 @@ frmGetSQLStructure::frmGetSQLStructure(QWidget *parent) : ModalForm(QStringLiter
     row->addWidget(label);
     row->addWidget(cmbType, 1);
     column->addLayout(row);
-    for (const BoxRow &each : boxes) {
+    for (const BoxRow &each : kBoxes) {
         auto *box = new QCheckBox(QString::fromLatin1(each.caption), this);
         box->setObjectName(QString::fromLatin1(each.name));
         box->setChecked(GetSettingNumber(QString::fromLatin1(each.setting), 0) == 1);
@@ -71,21 +71,21 @@ frmGetSQLStructure::frmGetSQLStructure(QWidget *parent) : ModalForm(QStringLiter
 
 frmGetSQLStructure::~frmGetSQLStructure()
 {
-    for (const BoxRow &each : boxes)
+    for (const BoxRow &each : kBoxes)
         SaveSettingNumber(QString::fromLatin1(each.setting), (this->*each.box)->isChecked() ? 1 : 0);
 }
 
 void frmGetSQLStructure::OnType(int type)
 {
-    for (const BoxRow &each : boxes)
+    for (const BoxRow &each : kBoxes)
         if (each.selectOnly)
-            (this->*each.box)->setEnabled(type == 0);
+            (this->*each.box)->setEnabled(StatementKind(type) == StatementKind::Select);
 }
 
 void frmGetSQLStructure::Take()
 {
     const auto chosen = [](const QCheckBox *box) { return box->isChecked() && box->isEnabled(); };
-    StatementType = cmbType->currentIndex();
+    StatementType = StatementKind(cmbType->currentIndex());
     NameFields = chosen(chkFields);
     GroupBy = chosen(chkGroupBy);
     Having = chosen(chkHaving);

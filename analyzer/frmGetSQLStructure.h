@@ -20,7 +20,7 @@ public:
     ~frmGetSQLStructure() override; // stores the boxes
 
     // Set by OK. A box counts only while it is on offer.
-    int StatementType = 0; // 0 select, 1 insert, 2 update, 3 delete, 4 drop, 5 alter
+    StatementKind StatementType = StatementKind::Select;
     bool NameFields = false, GroupBy = false, Having = false, OrderBy = false;
     SkeletonOptions Options() const { return {StatementType, NameFields, GroupBy, Having, OrderBy}; }
 

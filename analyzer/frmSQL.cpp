@@ -1,7 +1,14 @@
 #include "analyzer/frmSQL.h"
 
+#include "analyzer/NodeHistory.h"
+#include "analyzer/QueryFiles.h"
+#include "analyzer/QueryRunner.h"
+#include "analyzer/QueryText.h"
+#include "analyzer/QuickPane.h"
+#include "analyzer/RunLog.h"
+#include "analyzer/RunResults.h"
+#include "analyzer/SchemaTree.h"
 #include "controls/ListView.h"
-#include "controls/RedrawLock.h"
 #include "controls/RichTextBox.h"
 #include "controls/Skin.h"
 #include "controls/Splitter.h"
@@ -9,21 +16,18 @@
 #include "controls/Twips.h"
 #include "data/clsConns.h"
 #include "frame/Shell.h"
-#include "session/Work.h"
-#include "views/frmHirarchy.h"
-#include <QHeaderView>
 #include <QResizeEvent>
 #include <utility>
 
 namespace {
 
-constexpr int splitWidth = 5; // pixels
-constexpr int firstTreeWidth = 220;
-constexpr int leastPart = 750; // twips that the splitter leaves to each side
+constexpr int kSplitWidth = 5; // pixels
+constexpr int kFirstTreeWidth = 220;
+constexpr int kLeastPart = 750; // twips that the splitter leaves to each side
 
 } // namespace
 
-frmSQL::frmSQL(QWidget *parent) : ChildWindow(parent)
+frmSQL::frmSQL(QWidget *parent) : ChildWindow(parent), m_treeWidth(kFirstTreeWidth)
 {
     Tag = QStringLiteral("1");
     SetCaption(QStringLiteral("SQL Analyzer: "));
@@ -32,37 +36,30 @@ frmSQL::frmSQL(QWidget *parent) : ChildWindow(parent)
     txtSQL->setAccessibleName(QStringLiteral("SQL"));
     picSplit = new Splitter(this, spltVertical);
     picSplit->setObjectName(QStringLiteral("picSplit"));
-    picSplit->SetBorder(1, leastPart);
-    picSplit->SetBorder(3, leastPart);
-    BuildTree();
-    TV->setAccessibleName(QStringLiteral("Structure of the database"));
-    lvQuickList = new ListView(this);
-    lvQuickList->setObjectName(QStringLiteral("lvQuickList"));
-    lvQuickList->setAccessibleName(QStringLiteral("Names"));
-    lvQuickList->AddColumn(QString());
-    lvQuickList->setHeaderHidden(true);
-    lvQuickList->header()->setStretchLastSection(true); // its one column is as wide as the list
-    lvQuickList->hide();
-    tmrParseBrackets = new QTimer(this);
-    tmrParseBrackets->setInterval(BraceShow::FirstInterval);
-    m_treeWidth = firstTreeWidth;
-    m_clock.start();
+    picSplit->SetBorder(1, kLeastPart);
+    picSplit->SetBorder(3, kLeastPart);
+    m_text = std::make_unique<QueryText>(txtSQL);
+    tmrParseBrackets = m_text->Brackets().Timer();
+    m_log = std::make_unique<RunLog>();
+    m_history = std::make_unique<NodeHistory>();
+    m_results = std::make_unique<RunResults>(this, this);
+    m_runner = std::make_unique<QueryRunner>(this, *m_text, *m_log, *m_results);
+    m_tree = std::make_unique<SchemaTree>(this, *m_text, *m_history);
+    TV = m_tree->View();
+    m_quick = std::make_unique<QuickPane>(this, *m_text);
+    lvQuickList = m_quick->List();
+    m_files = std::make_unique<QueryFiles>(this, *m_text);
     setFocusProxy(txtSQL);
     resize(700, 420);
 
     for (QWidget *widget : {static_cast<QWidget *>(txtSQL), static_cast<QWidget *>(TV),
                             static_cast<QWidget *>(picSplit), static_cast<QWidget *>(lvQuickList), txtSQL->viewport()})
         widget->installEventFilter(this);
-    connect(txtSQL, &RichTextBox::changed, this, &frmSQL::OnChanged);
-    connect(txtSQL, &RichTextBox::edited, this, &frmSQL::OnEdited);
-    connect(txtSQL, &RichTextBox::undoRequested, this, &frmSQL::mnuUndo);
-    connect(txtSQL, &RichTextBox::filesDropped, this, &frmSQL::OpenFiles);
     connect(txtSQL, &RichTextBox::contextRequested, this,
-            [](const QPoint &position) { Shell::Current().ShowEditMenu(position); });
-    connect(tmrParseBrackets, &QTimer::timeout, this, &frmSQL::TickBrackets);
-    connect(lvQuickList, &ListView::DblClick, this, &frmSQL::TakeFromQuickList);
+            [](const QPoint &position) { Shell::Current().ShowMenu(QStringLiteral("mnuEdit"), position); });
+    connect(m_quick.get(), &QuickPane::Toggled, this, &frmSQL::LayOut);
     const auto move = [this](int twips) {
-        m_treeWidth = width() - ToPixels(twips) - splitWidth;
+        m_treeWidth = width() - ToPixels(twips) - kSplitWidth;
         LayOut();
     };
     connect(picSplit, &Splitter::Moving, this, move);
@@ -75,15 +72,15 @@ frmSQL::~frmSQL() = default;
 // The tree keeps its width when the window grows.
 void frmSQL::LayOut()
 {
-    const int left = std::clamp(width() - m_treeWidth - splitWidth, 0, std::max(0, width() - splitWidth));
+    const int left = std::clamp(width() - m_treeWidth - kSplitWidth, 0, std::max(0, width() - kSplitWidth));
     int textWidth = left;
     if (lvQuickList->isVisibleTo(this)) {
         textWidth = left * 70 / 100;
         lvQuickList->setGeometry(textWidth, 0, left * 30 / 100, height());
     }
     txtSQL->setGeometry(0, 0, textWidth, height());
-    picSplit->setGeometry(left, 0, splitWidth, height());
-    TV->setGeometry(left + splitWidth, 0, std::max(0, width() - left - splitWidth), height());
+    picSplit->setGeometry(left, 0, kSplitWidth, height());
+    TV->setGeometry(left + kSplitWidth, 0, std::max(0, width() - left - kSplitWidth), height());
 }
 
 void frmSQL::resizeEvent(QResizeEvent *event)
@@ -94,20 +91,28 @@ void frmSQL::resizeEvent(QResizeEvent *event)
 
 QString frmSQL::Text() const
 {
-    return m_coming ? EditorText::Normalised(*m_coming) : txtSQL->Text();
+    return m_text->Text();
 }
 
 bool frmSQL::SetText(const QString &text)
 {
-    if (text.size() > AtOnce || m_bringing)
-        return SetLongText(text, true);
-    m_coming.reset();
-    m_InParse = true;
-    txtSQL->SetText(text);
-    m_InParse = false;
-    FixText(true, true, 2);
-    m_journey.Seal();
-    return true;
+    return m_text->SetText(text);
+}
+
+QString frmSQL::RunText() const
+{
+    return m_text->RunText();
+}
+
+QString frmSQL::FileName() const
+{
+    return m_files->FileName();
+}
+
+void frmSQL::SetConnName(const QString &name)
+{
+    m_ConnName = name;
+    m_runner->SetConnName(name);
 }
 
 void frmSQL::Load()
@@ -116,50 +121,24 @@ void frmSQL::Load()
     if (!m_ConnName.isEmpty())
         SetCaption(QStringLiteral("SQL Analyzer: [") + m_ConnName + u']');
     // From here on it is the window's text: a save while the tree is read must not put an empty one in its place.
-    if (const clsConn *stored = m_ConnName.isEmpty() ? nullptr : gConns().Item(m_ConnName);
-        stored && !stored->Extra.isEmpty() && !m_bringing)
-        m_coming = stored->Extra;
-    FillTree();
+    if (const clsConn *stored = m_ConnName.isEmpty() ? nullptr : gConns().Item(m_ConnName))
+        m_text->Promise(stored->Extra);
+    m_tree->Fill();
     if (!self || m_unloading)
         return;
-    FillQuickList();
+    m_quick->Fill(m_tree->OpenNames());
     const bool first = !std::exchange(m_loaded, true) && txtSQL->Text().isEmpty();
     const clsConn *conn = m_ConnName.isEmpty() ? nullptr : gConns().Item(m_ConnName);
-    if (conn && conn->Extra.size() > AtOnce)
-        SetLongText(conn->Extra, false); // what the store holds must not give way to an empty editor
-    else if (conn && !conn->Extra.isEmpty())
-        SetText(conn->Extra);
-    else if (!m_bringing)
-        m_coming.reset();
+    m_text->TakeStored(conn ? conn->Extra : QString());
     if (self && first)
-        m_journey.Clear(); // it begins with the text that the window was opened with
-}
-
-clsMenuSettings frmSQL::MenuSettings() const
-{
-    clsMenuSettings settings;
-    settings.CanSave = settings.CanOpen = settings.CanSelectAll = settings.CanReplace = settings.CanCopy = true;
-    settings.CanCut = settings.CanPaste = settings.CanUndo = settings.CanFind = settings.CanPrint = true;
-    return settings;
-}
-
-bool frmSQL::Offers(const QString &name) const
-{
-    static const QSet<QString> names = {
-        QStringLiteral("mnuCopy"),    QStringLiteral("mnuCut"),       QStringLiteral("mnuPaste"),
-        QStringLiteral("mnuUndo"),    QStringLiteral("mnuSelectAll"), QStringLiteral("mnuFind"),
-        QStringLiteral("mnuReplace"), QStringLiteral("mnuOpen"),      QStringLiteral("mnuSave"),
-        QStringLiteral("mnuPrint"),   QStringLiteral("Parse"),        QStringLiteral("InsertString"),
-        QStringLiteral("ToolBar"),    QStringLiteral("SaveState"),    QStringLiteral("DynaMenuItemClick"),
-        QStringLiteral("RefreshForm")};
-    return names.contains(name);
+        m_text->BeginHere(); // it begins with the text that the window was opened with
 }
 
 void frmSQL::SaveState()
 {
-    EndBracketShow();
+    m_text->EndBracketShow();
     if (clsConn *conn = m_ConnName.isEmpty() ? nullptr : gConns().Item(m_ConnName))
-        conn->Extra = Text();
+        conn->Extra = m_text->Text();
 }
 
 // A scratch window follows the connection with its tree alone: its text belongs to no connection, and stays.
@@ -170,8 +149,8 @@ void frmSQL::RefreshForm(const QString &connectionName)
         // A file belongs to the text. Another connection's text must not end up in it.
         const clsConn *conn = gConns().Item(connectionName);
         if (connectionName.compare(m_ConnName, Qt::CaseInsensitive) != 0 && conn && !conn->Extra.isEmpty())
-            m_FileName.clear();
-        m_ConnName = connectionName;
+            m_files->Forget();
+        SetConnName(connectionName);
     } else if (Caption().endsWith(u']') && !connectionName.isEmpty()) {
         SetCaption(QStringLiteral("SQL Analyzer: [") + connectionName + u']'); // whoever made it named the connection
     }
@@ -181,10 +160,10 @@ void frmSQL::RefreshForm(const QString &connectionName)
 void frmSQL::Unload()
 {
     m_unloading = true;
-    if (const auto work = m_work.lock())
-        work->Cancel();
+    m_tree->Stop();
+    m_runner->Cancel();
     SaveState();
-    RemoveHistoryBar();
+    m_history->Hide();
 }
 
 void frmSQL::ActivateOwner()

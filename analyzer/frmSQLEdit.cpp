@@ -1,76 +1,55 @@
-// The edits of the window that are more than a key: clipboard, comment, indent, case, insert, break, format.
+// What commands and keys do to the text: comment, indent, case, insert, break, format, clipboard, undo, find, files.
 #include "analyzer/frmSQL.h"
 
+#include "analyzer/QueryFiles.h"
+#include "analyzer/QueryFind.h"
+#include "analyzer/QueryText.h"
+#include "analyzer/QuickPane.h"
+#include "analyzer/frmCode.h"
 #include "controls/Dialogs.h"
 #include "controls/RichTextBox.h"
 #include "lang/Text.h"
 #include "sqltext/EditAssist.h"
 #include "sqltext/modSQLMaipulation.h"
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
-
-// The editor's own text, with the show of bracket pairs put to an end: that one writes into it.
-EditText frmSQL::Edited()
-{
-    EndBracketShow();
-    return {txtSQL->Text(), txtSQL->SelStart(), txtSQL->SelLength()};
-}
-
-// The text anew and its selection, without the colouring of a key press; then the colouring of a bulk edit.
-void frmSQL::BulkEdit(const EditText &edit)
-{
-    const RichTextBox::LockUpdate lock(txtSQL);
-    m_InParse = true;
-    txtSQL->ChangeText(edit.text);
-    m_InParse = false;
-    txtSQL->SetSelStart(edit.selStart);
-    txtSQL->SetSelLength(edit.selLength);
-    // With a selection only that is coloured. The edit of its first line may have begun at the line's start.
-    std::optional<FixRange> lines;
-    if (edit.selLength > 0) {
-        const qsizetype lineStart =
-            edit.selStart > 0 ? edit.text.lastIndexOf(u'\n', edit.selStart - 1) + 1 : edit.selStart;
-        lines = FixRange{lineStart, edit.selStart + edit.selLength - lineStart};
-    }
-    Colour(true, true, 2, lines);
-    m_arrived.reset();
-    m_journey.Seal();
-}
+#include <QPointer>
 
 void frmSQL::CommentIn()
 {
-    BulkEdit(::CommentIn(Edited()));
+    m_text->Bulk(::CommentIn(m_text->Edited()));
 }
 
 void frmSQL::RemoveComment()
 {
-    BulkEdit(::RemoveComment(Edited()));
+    m_text->Bulk(::RemoveComment(m_text->Edited()));
 }
 
 void frmSQL::Indent(int shift)
 {
-    BulkEdit(::Indent(Edited(), shift));
+    m_text->Bulk(::Indent(m_text->Edited(), Shift(shift == 1)));
 }
 
 void frmSQL::InsertString(const QString &text)
 {
-    BulkEdit(::InsertString(Edited(), text));
+    m_text->Bulk(::InsertString(m_text->Edited(), text));
 }
 
 void frmSQL::InsertText(const QString &text)
 {
-    BulkEdit(::InsertText(Edited(), text));
+    m_text->Bulk(::InsertText(m_text->Edited(), text));
 }
 
 void frmSQL::FormatSQL()
 {
-    EditText edit = Edited();
+    EditText edit = m_text->Edited();
     const bool whole = edit.selLength == 0;
     const QString formatted = FormatStatement(whole ? edit.text : txtSQL->SelText());
     if (whole)
-        BulkEdit({formatted, 0, 0});
+        m_text->Bulk({formatted, 0, 0});
     else
-        BulkEdit({edit.text.replace(edit.selStart, edit.selLength, formatted), edit.selStart + formatted.size(), 0});
+        m_text->Bulk(
+            {edit.text.replace(edit.selStart, edit.selLength, formatted), edit.selStart + formatted.size(), 0});
 }
 
 void frmSQL::BreakText()
@@ -80,14 +59,14 @@ void frmSQL::BreakText()
                                    QStringLiteral("Line feed break"), QString(), nullptr, this);
     if (token.isEmpty() || !self)
         return;
-    const QString broken = BreakOnToken(Edited().text, token);
-    BulkEdit({broken, 0, broken.size()});
+    const QString broken = BreakOnToken(m_text->Edited().text, token);
+    m_text->Bulk({broken, 0, broken.size()});
 }
 
 // The colouring follows from the change.
 void frmSQL::ChangeCase(bool upper)
 {
-    EndBracketShow();
+    m_text->EndBracketShow();
     const QString text = txtSQL->SelText();
     if (!text.isEmpty())
         txtSQL->SetSelText(upper ? lang::UCase(text) : lang::LCase(text));
@@ -101,7 +80,7 @@ void frmSQL::mnuCopy()
 
 void frmSQL::mnuCut()
 {
-    EndBracketShow();
+    m_text->EndBracketShow();
     if (txtSQL->SelLength() == 0)
         return;
     txtSQL->copy();
@@ -113,7 +92,7 @@ void frmSQL::mnuPaste()
     const QString text = QGuiApplication::clipboard()->text();
     if (text.isEmpty())
         return;
-    EndBracketShow();
+    m_text->EndBracketShow();
     txtSQL->SetSelText(text);
     txtSQL->ensureCursorVisible();
 }
@@ -121,4 +100,73 @@ void frmSQL::mnuPaste()
 void frmSQL::mnuSelectAll()
 {
     txtSQL->selectAll();
+}
+
+void frmSQL::mnuUndo()
+{
+    m_text->Undo();
+}
+
+void frmSQL::Redo()
+{
+    m_text->Redo();
+}
+
+void frmSQL::FixText(bool all, bool checkLength, int mode)
+{
+    m_text->FixText(all, checkLength, FixMode(mode));
+}
+
+void frmSQL::Parse(int kind)
+{
+    txtSQL->setFocus();
+    m_text->ShowBrackets(BracketKindOf(kind));
+}
+
+void frmSQL::ShowQuickList()
+{
+    m_quick->Open();
+}
+
+// In the tree when it had the keyboard last: the menu that was opened for this took it.
+void frmSQL::mnuFind()
+{
+    m_text->EndBracketShow();
+    if (m_TreeHasFocus)
+        FindInSchema(this, TV);
+    else
+        FindInQuery(this, *m_text);
+}
+
+void frmSQL::mnuReplace()
+{
+    mnuFind();
+}
+
+void frmSQL::mnuSave()
+{
+    m_files->Save(FileFilter);
+}
+
+void frmSQL::mnuOpen()
+{
+    m_files->Open();
+}
+
+void frmSQL::mnuPrint()
+{
+    m_files->Print();
+}
+
+void frmSQL::ShowCode()
+{
+    m_text->EndBracketShow();
+    frmCode::ShowCode(RunText());
+}
+
+void frmSQL::CodeToClipboard()
+{
+    m_text->EndBracketShow();
+    QGuiApplication::clipboard()->setText(PlainCodeAsStored(RunText()));
+    QApplication::beep();
 }

@@ -1,12 +1,12 @@
-// The keys of the window, before its controls see them, and the list of names that a key opens.
+// The keys of the window, before its controls see them.
 #include "analyzer/frmSQL.h"
 
+#include "analyzer/QueryText.h"
+#include "analyzer/QuickPane.h"
+#include "analyzer/RunResults.h"
 #include "controls/ListView.h"
 #include "controls/RichTextBox.h"
 #include "controls/TreeView.h"
-#include "sqltext/EditAssist.h"
-#include "sqltext/Keywords.h"
-#include "sqltext/QuickList.h"
 #include <QKeyEvent>
 #include <QMouseEvent>
 
@@ -15,10 +15,10 @@ namespace {
 struct FunctionKey
 {
     int key;
-    void (*run)(frmSQL &window); // null: what it leads to comes later
+    void (*run)(frmSQL &window); // null for a window that this program does not have yet: nothing happens
 };
 // F1 opens the list of names in the editor; F4 has no meaning.
-constexpr FunctionKey functionKeys[] = {
+constexpr FunctionKey kFunctionKeys[] = {
     {Qt::Key_F2, [](frmSQL &w) { w.FormatSQL(); }},
     {Qt::Key_F3, [](frmSQL &w) { w.mnuFind(); }},
     {Qt::Key_F5, [](frmSQL &w) { w.RunSQL(); }},
@@ -33,7 +33,7 @@ constexpr FunctionKey functionKeys[] = {
 
 const FunctionKey *FunctionOf(int key)
 {
-    for (const FunctionKey &row : functionKeys)
+    for (const FunctionKey &row : kFunctionKeys)
         if (row.key == key)
             return &row;
     return nullptr;
@@ -80,15 +80,15 @@ bool frmSQL::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::InputMethod:
         if (watched == txtSQL)
-            EndBracketShow();
+            m_text->EndBracketShow();
         break;
     case QEvent::MouseButtonPress:
         if (watched == txtSQL->viewport() && static_cast<QMouseEvent *>(event)->button() == Qt::MiddleButton)
-            EndBracketShow(); // it pastes; the others leave the show alone
+            m_text->EndBracketShow(); // it pastes; the others leave the show alone
         break;
     case QEvent::DragEnter:
         if (watched == txtSQL->viewport())
-            EndBracketShow();
+            m_text->EndBracketShow();
         break;
     case QEvent::FocusIn:
         if (watched == TV)
@@ -100,7 +100,7 @@ bool frmSQL::eventFilter(QObject *watched, QEvent *event)
         m_CtrlDown = false;
         m_keysDown.clear();
         if (watched == lvQuickList)
-            HideQuickList();
+            m_quick->Close();
         break;
     default:
         break;
@@ -118,7 +118,7 @@ bool frmSQL::KeyDown(QObject *watched, QKeyEvent *event)
         mnuCut();
         return true;
     }
-    if (event->key() == Qt::Key_Escape && watched != lvQuickList && StopRuns())
+    if (event->key() == Qt::Key_Escape && watched != lvQuickList && m_results->Stop())
         return true;
     if (IsFunctionKey(event))
         return true; // they act when they are let go; F10 must not open the menu bar
@@ -127,21 +127,15 @@ bool frmSQL::KeyDown(QObject *watched, QKeyEvent *event)
     if (watched == txtSQL)
         return EditorKeyDown(event);
     if (watched == lvQuickList)
-        return ListKeyDown(event);
+        return m_quick->KeyDown(event);
     return false;
-}
-
-// Never so small that the first key is taken for one of a sequence.
-double frmSQL::Seconds() const
-{
-    return 1 + double(m_clock.elapsed()) / 1000;
 }
 
 bool frmSQL::EditorKeyDown(QKeyEvent *event)
 {
     // The show writes the text as it was when it began: what is typed into it would be gone at its next step.
     if (!event->text().isEmpty() || event->key() == Qt::Key_Delete)
-        EndBracketShow();
+        m_text->EndBracketShow();
     const bool selected = txtSQL->SelLength() > 0;
     if (event->matches(QKeySequence::Paste)) {
         mnuPaste();
@@ -160,7 +154,7 @@ bool frmSQL::EditorKeyDown(QKeyEvent *event)
     case Qt::Key_Backtab:
         if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
             return false;
-        KeepHistory();
+        m_text->KeepHistory();
         if (selected)
             Indent(event->key() == Qt::Key_Backtab || event->modifiers() & Qt::ShiftModifier ? 1 : 0);
         else
@@ -170,7 +164,7 @@ bool frmSQL::EditorKeyDown(QKeyEvent *event)
     case Qt::Key_Backspace:
         if (!selected)
             return false;
-        KeepHistory();
+        m_text->KeepHistory();
         txtSQL->SetSelText(QString());
         return true;
     case Qt::Key_Space:
@@ -178,14 +172,14 @@ bool frmSQL::EditorKeyDown(QKeyEvent *event)
             ShowQuickList();
             return true;
         }
-        KeepHistory();
+        m_text->KeepHistory();
         return false;
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Up:
     case Qt::Key_Down:
-        if (event->modifiers() != Qt::ShiftModifier && m_fixState.TakeKeyTime(Seconds()))
-            FixText(false, true, 2);
+        if (event->modifiers() != Qt::ShiftModifier)
+            m_text->LineLeft();
         return false;
     default:
         return false;
@@ -222,65 +216,4 @@ bool frmSQL::focusNextPrevChild(bool next)
     if (TV->hasFocus())
         txtSQL->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
-}
-
-void frmSQL::KeepHistory()
-{
-    m_History.AddChange(txtSQL->TextRTF(), txtSQL->SelStart(), txtSQL->SelLength());
-}
-
-// The item of the longest beginning of the word at the caret, beside the editor. Without one the list stands at its
-// top, with nothing selected.
-void frmSQL::ShowQuickList()
-{
-    const EditText edit = Edited();
-    const qsizetype found = m_quickNames.Select(GetWordAtCaret(edit.text, edit.selStart));
-    lvQuickList->show();
-    LayOut();
-    lvQuickList->SelectRow(found);
-    if (lvQuickList->Count() > 0)
-        lvQuickList->EnsureVisible(std::max<qsizetype>(0, found));
-    lvQuickList->setFocus();
-}
-
-void frmSQL::HideQuickList()
-{
-    if (!lvQuickList->isVisibleTo(this))
-        return;
-    const bool focused = lvQuickList->hasFocus();
-    lvQuickList->hide();
-    LayOut();
-    if (focused)
-        txtSQL->setFocus();
-}
-
-// Return and a delimiter take the chosen name, Escape leaves the text alone; all else is the list's.
-bool frmSQL::ListKeyDown(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Escape) {
-        HideQuickList();
-        return true;
-    }
-    if (event->key() == Qt::Key_Space && event->modifiers() & Qt::ControlModifier)
-        return true; // the key that opened it is still held; the list would drop its selection
-    const QString typed = event->text();
-    const bool delimiter = typed.size() == 1 && IsPlain(event) && IsWordEnd(typed[0]);
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter && !delimiter)
-        return false;
-    TakeFromQuickList();
-    return true;
-}
-
-void frmSQL::TakeFromQuickList()
-{
-    const qint64 row = lvQuickList->SelectedRow();
-    if (row >= 0) {
-        qsizetype caret = 0;
-        const EditText edit = Edited();
-        const QString text = ReplaceWordAtCaret(edit.text, edit.selStart, lvQuickList->Text(row), caret);
-        txtSQL->ChangeText(text);
-        txtSQL->SetSelStart(caret);
-    }
-    HideQuickList();
-    txtSQL->setFocus();
 }

@@ -1,8 +1,13 @@
-// What the buttons of the tool bar and the items of its menus lead to.
+// What the buttons of the tool bar and the items of its menus lead to, and what the window shows beside itself while it
+// is the active one.
 #include "analyzer/frmSQL.h"
 
+#include "analyzer/NodeHistory.h"
+#include "analyzer/QueryRunner.h"
+#include "analyzer/RunLog.h"
+#include "analyzer/RunResults.h"
+#include "analyzer/SchemaTree.h"
 #include "controls/CommandBar.h"
-#include "controls/RichTextBox.h"
 #include "frame/Shell.h"
 #include "views/ExplainSQL.h"
 
@@ -20,7 +25,7 @@ bool Checked(const char *button)
 struct frmSQL::Action
 {
     const char *key;             // of a button without its "SQL", or of a menu item
-    void (*run)(frmSQL &window); // null: what it leads to comes later
+    void (*run)(frmSQL &window); // null for a window that this program does not have yet: nothing happens
 };
 
 const frmSQL::Action frmSQL::Actions[] = {
@@ -32,8 +37,8 @@ const frmSQL::Action frmSQL::Actions[] = {
     {"Parser", [](frmSQL &w) { w.Parse(0); }},
     {"Wiz", nullptr},
     {"Brake", [](frmSQL &w) { w.BreakText(); }},
-    {"Multi", [](frmSQL &w) { w.m_Multi = Checked("SQLMulti"); }},
-    {"Split", [](frmSQL &w) { w.m_Split = Checked("SQLSplit"); }},
+    {"Multi", [](frmSQL &w) { w.m_results->Multi = Checked("SQLMulti"); }},
+    {"Split", [](frmSQL &w) { w.m_results->Split = Checked("SQLSplit"); }},
     {"TabIn", [](frmSQL &w) { w.Indent(0); }},
     {"TabOut", [](frmSQL &w) { w.Indent(1); }},
     {"CommIn", [](frmSQL &w) { w.CommentIn(); }},
@@ -45,7 +50,8 @@ const frmSQL::Action frmSQL::Actions[] = {
     {"UCase", [](frmSQL &w) { w.ChangeCase(true); }},
     {"Connected", nullptr},
     {"Disconnected", nullptr},
-    // The names of round and square brackets look swapped: "Brase" shows square ones. It is meant.
+    // "Brase" and "Brace" show square brackets and "Bracket" round ones. That is meant: the captions, which a user goes
+    // by, say so, and only the keys look swapped.
     {"Brase", [](frmSQL &w) { w.Parse(1); }},
     {"Brace", [](frmSQL &w) { w.Parse(1); }},
     {"Bracket", [](frmSQL &w) { w.Parse(0); }},
@@ -55,9 +61,9 @@ const frmSQL::Action frmSQL::Actions[] = {
     {"SQuote", [](frmSQL &w) { w.Parse(3); }},
     {"VBSW", [](frmSQL &w) { w.ShowCode(); }},
     {"VBSC", [](frmSQL &w) { w.CodeToClipboard(); }},
-    {"BT", [](frmSQL &w) { w.Transaction("BT"); }},
-    {"CT", [](frmSQL &w) { w.Transaction("CT"); }},
-    {"RT", [](frmSQL &w) { w.Transaction("RT"); }},
+    {"BT", [](frmSQL &w) { w.m_runner->Transaction(TransactionItem::Begin); }},
+    {"CT", [](frmSQL &w) { w.m_runner->Transaction(TransactionItem::Commit); }},
+    {"RT", [](frmSQL &w) { w.m_runner->Transaction(TransactionItem::RollBack); }},
 };
 
 // Buttons carry the toolbar's name in front, menu items do not.
@@ -92,16 +98,35 @@ QStringList frmSQL::ButtonsOfLater()
 
 void frmSQL::Activated()
 {
-    m_active = true;
-    m_Split = Checked("SQLSplit");
-    m_Multi = Checked("SQLMulti");
-    ShowHistoryBar();
+    m_results->Split = Checked("SQLSplit");
+    m_results->Multi = Checked("SQLMulti");
+    m_history->Show();
 }
 
-// Opening a result window counts as leaving: the counts of a mixed batch go with it. It is meant.
+// Opening a result window counts as leaving: the counts of a mixed batch go with it. That is meant: the result window
+// has a log of its own, and the side bar shows what belongs to the active window.
 void frmSQL::Deactivated()
 {
-    m_active = false;
-    RemoveHistoryBar();
-    ClearLog();
+    m_history->Hide();
+    m_log->Clear();
+}
+
+bool frmSQL::RunSQL()
+{
+    return m_runner->RunSQL();
+}
+
+bool frmSQL::RunSQL_Trans()
+{
+    return m_runner->RunSQL_Trans();
+}
+
+void frmSQL::CheckSyntax()
+{
+    m_runner->CheckSyntax();
+}
+
+void frmSQL::DynaMenuItemClick(const QString &entryKey, const QString &)
+{
+    m_tree->Reveal(m_history->NodeOf(entryKey));
 }

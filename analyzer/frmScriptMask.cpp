@@ -23,11 +23,11 @@
 
 namespace {
 
-constexpr const char *masks[] = {
+constexpr const char *kMasks[] = {
     "rsData.Fields(\"@\").Value = txt@", "rsData(\"@\") = txt@", "rsData!@ = txt@", "txt@.Text = rsData!@",
     "rsDestination!@ = rsSource!@",
 };
-const QString maskSetting = QStringLiteral("Mask");
+const QString kMaskSetting = QStringLiteral("Mask");
 
 } // namespace
 
@@ -43,9 +43,9 @@ frmScriptMask::frmScriptMask(QWidget *parent) : ChildWindow(parent)
     cmbMask->setEditable(true);
     cmbMask->setInsertPolicy(QComboBox::NoInsert);
     cmbMask->setCompleter(nullptr);
-    for (const char *mask : masks)
+    for (const char *mask : kMasks)
         cmbMask->addItem(QString::fromLatin1(mask));
-    cmbMask->setEditText(GetSetting(maskSetting, QString::fromLatin1(masks[0])));
+    cmbMask->setEditText(GetSetting(kMaskSetting, QString::fromLatin1(kMasks[0])));
     label->setBuddy(cmbMask);
     auto *note = new QLabel(
         QStringLiteral("* the [@] sign is used as a wild card that will be replaced by the field name"), this);
@@ -80,11 +80,6 @@ frmScriptMask::frmScriptMask(QWidget *parent) : ChildWindow(parent)
     connect(cmdRun, &QPushButton::clicked, this, &frmScriptMask::Run);
     connect(cmdClipBoard, &QPushButton::clicked, this, &frmScriptMask::Copy);
     ApplySkin(this);
-}
-
-bool frmScriptMask::Offers(const QString &name) const
-{
-    return name == QLatin1String("RefreshForm");
 }
 
 void frmScriptMask::RefreshForm(const QString &name)
@@ -144,7 +139,7 @@ void frmScriptMask::Run()
     const QPointer<frmScriptMask> self(this);
     if (m_running)
         return;
-    SaveSetting(maskSetting, cmbMask->currentText());
+    SaveSetting(kMaskSetting, cmbMask->currentText());
     QString trouble;
     if (!IsConnected(true) || !self || Generate(&trouble) || !self)
         return;

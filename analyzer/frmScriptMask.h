@@ -18,8 +18,7 @@ class frmScriptMask : public ChildWindow
 public:
     explicit frmScriptMask(QWidget *parent = nullptr);
 
-    QString FormName() const override { return QStringLiteral("frmScriptMask"); }
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmScriptMask>(); }
     // A table's name; or, once there is a table, the name of the connection to read that table from.
     void RefreshForm(const QString &name) override;
     QString Table() const { return m_table; }

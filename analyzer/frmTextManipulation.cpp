@@ -87,16 +87,8 @@ void frmTextManipulation::Find()
                 etb->SetSelStart(hit.selStart);
                 etb->SetSelLength(hit.selLength);
             }
-            frmFind find(this);
-            if (hit.first && etb->SelLength() > 0) // at a hit the criteria that found it stands there
-                find.SetCriteria(etb->SelText());
-            find.ShowModal();
-            FindAnswer answer;
-            answer.cancelled = find.Cancelled;
-            answer.criteria = find.Criteria;
-            answer.exactMatch = find.ExactMatch;
-            answer.caseSensitive = find.CaseSensitive;
-            return answer;
+            // At a hit the criteria that found it stands there.
+            return AskFind(this, false, hit.first ? etb->SelText() : QString());
         });
     if (!self)
         return;

@@ -1,7 +1,7 @@
-#include "app/AnalyzerFactory.h"
 #include "app/Menus.h"
 #include "app/SideBar.h"
 #include "app/SideBarTable.h"
+#include "app/WindowTable.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
@@ -123,13 +123,13 @@ ChildWindow *mdiMother::ConnectTo(ExplorerBarItem *entry, const QString &sqlText
             if (child)
                 Try([&] { child->RefreshForm(name); });
         }
-        if (!analyzerMet && !m_ended && AnalyzerFactory::Current().Create) {
+        if (!analyzerMet && !m_ended) {
             QPointer<ChildWindow> analyzer;
-            Try([&] { analyzer = AnalyzerFactory::Current().Create(name); });
+            Try([&] { analyzer = OpenAnalyzer(name); });
             if (analyzer)
                 Try([&] { analyzer->ShowChild(); });
             if (analyzer && !sqlText.isEmpty())
-                Try([&] { AnalyzerFactory::Current().SetText(analyzer, sqlText); });
+                Try([&] { SetTextOf(analyzer, sqlText); });
             if (analyzer)
                 analyzer->SetCaption(QStringLiteral("SQL Analyzer: [") + name + QLatin1Char(']'));
             window = analyzer;

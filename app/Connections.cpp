@@ -1,5 +1,6 @@
 // The commands on stored connections: new, view, delete, generate a connection string.
 
+#include "app/MainCommands.h"
 #include "app/Menus.h"
 #include "app/SideBar.h"
 #include "app/SideBarTable.h"
@@ -16,11 +17,11 @@
 #include <QLineEdit>
 #include <QPointer>
 
-void mdiMother::mnuConn()
+void NewConnection(mdiMother &window)
 {
     QString name, connectionString;
     for (;;) {
-        frmNewConnection dialog(this);
+        frmNewConnection dialog(&window);
         dialog.txtCS->setText(connectionString);
         dialog.txtName->setText(name);
         dialog.txtName->selectAll();
@@ -35,13 +36,13 @@ void mdiMother::mnuConn()
         ::SetStatus(QStringLiteral("Creating Connection..."));
         if (!gConns().Item(name)) {
             Attempt([&] { gConns().Add(connectionString, name, QString()); });
-            Attempt([&] { AddConnectionEntry(*eb, name); });
-            Attempt([&] { ApplyBarSkin(eb); });
+            Attempt([&] { AddConnectionEntry(*window.eb, name); });
+            Attempt([&] { ApplyBarSkin(window.eb); });
             ::SetStatus(QString());
             return;
         }
         MsgBox(QStringLiteral("This name is aready in use. Please enter another connection name."), mbExclamation,
-               QStringLiteral("Connection Name"), this);
+               QStringLiteral("Connection Name"), &window);
     }
 }
 
@@ -54,34 +55,34 @@ QString mdiMother::ConnectedName() const
     return menus->Tag(QStringLiteral("mnuViewCS")); // its entry was deleted
 }
 
-void mdiMother::mnuViewCS()
+void ViewConnectionString(mdiMother &window)
 {
-    const clsConn *conn = gConns().Item(menus->Tag(QStringLiteral("mnuViewCS")));
+    const clsConn *conn = gConns().Item(window.menus->Tag(QStringLiteral("mnuViewCS")));
     if (!conn)
         return;
     QString text = conn->ConnectionString;
     for (const char *mark : {"\\", "{", "}"}) // the backslash first, or its own marks would be doubled
         text = lang::Replace(text, QLatin1String(mark), QLatin1String("\\") + QLatin1String(mark));
     auto *output = new frmTextOutput;
-    AddChild(output);
+    window.AddChild(output);
     Attempt([&] { output->SetText(text); });
     output->ShowChild();
 }
 
 // The string goes out as it is: what reads as RTF in it works as RTF, and that is meant.
-void mdiMother::mnuGenCS()
+void GenerateConnectionString(mdiMother &window)
 {
     const QString text = PromptConnectionString();
     auto *output = new frmTextOutput;
-    AddChild(output);
+    window.AddChild(output);
     Attempt([&] { output->SetText(text); });
     output->SetCaption(QStringLiteral("Connection String"));
     output->ShowChild();
 }
 
-void mdiMother::mnuDeleteConn()
+void DeleteConnection(mdiMother &window)
 {
-    ExplorerBarItem *entry = ConnectionEntry(*eb, menus->Tag(QStringLiteral("mnuDeleteConn")));
+    ExplorerBarItem *entry = ConnectionEntry(*window.eb, window.menus->Tag(QStringLiteral("mnuDeleteConn")));
     if (!entry)
         return;
     gConns().Remove(entry->Text());

@@ -2,6 +2,7 @@
 // the manual opens at the page of the active window. Shift+F1 opens it also from an editor, which has a use of its own
 // for F1.
 
+#include "app/MainCommands.h"
 #include "app/WorkArea.h"
 #include "app/frmHelp.h"
 #include "app/mdiMother.h"
@@ -9,11 +10,11 @@
 #include <QApplication>
 #include <QKeyEvent>
 
-void mdiMother::mnuShowHelp()
+void ShowHelp(mdiMother &window)
 {
     QPointer<QWidget> target = QApplication::focusWidget();
-    if (!target || target->window() != this)
-        target = this;
+    if (!target || target->window() != &window)
+        target = &window;
     QKeyEvent press(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
     QApplication::sendEvent(target, &press); // travels up to this window when nobody takes it
     if (!target)
@@ -32,6 +33,11 @@ void mdiMother::keyPressEvent(QKeyEvent *event)
         return;
     }
     event->accept();
+    ShowManual();
+}
+
+void mdiMother::ShowManual()
+{
     auto *help = findChild<frmHelp *>(QString(), Qt::FindDirectChildrenOnly);
     if (!help)
         help = new frmHelp(this);

@@ -1,5 +1,6 @@
 #include "app/Menus.h"
-#include "app/MenuTable.h"
+#include "app/CommandTable.h"
+#include "app/ToolbarTable.h"
 #include "app/WorkArea.h"
 #include "app/mdiMother.h"
 #include "controls/CommandBar.h"
@@ -8,6 +9,7 @@
 #include <QActionGroup>
 #include <QMenu>
 #include <QMenuBar>
+#include <cstring>
 
 QString WithMnemonic(const QString &caption, QString &taken)
 {
@@ -29,15 +31,17 @@ Menus::Menus(mdiMother &window) : QObject(&window), m_window(window)
 void Menus::Build()
 {
     QHash<QString, QString> taken; // letters in use, by group
-    for (const MenuRow &row : MenuTable()) {
+    for (const CommandRow &row : CommandTable()) {
+        if (!std::strcmp(row.Parent, NoMenu))
+            continue;
         const QString parent = QString::fromLatin1(row.Parent), name = QString::fromLatin1(row.Name);
         QMenu *menu = m_menus.value(parent);
-        if (row.Route == MenuRoute::Separator) {
+        if (row.Route == Calls::Separator) {
             menu->addSeparator();
             continue;
         }
         QString caption = WithMnemonic(QString::fromLatin1(row.Caption), taken[parent]);
-        if (row.Route == MenuRoute::Group) {
+        if (row.Route == Calls::Group) {
             QMenu *group = new QMenu(caption, &m_window);
             if (parent.isEmpty())
                 m_window.menuBar()->addMenu(group);
@@ -45,6 +49,7 @@ void Menus::Build()
                 menu->addMenu(group);
             group->menuAction()->setObjectName(name);
             group->setObjectName(name);
+            connect(group, &QMenu::aboutToShow, this, [this, &row] { Follow(row.Name); });
             m_menus.insert(name, group);
             m_items.insert(name, group->menuAction());
             continue;
@@ -56,13 +61,10 @@ void Menus::Build()
         action->setMenuRole(QAction::NoRole);
         if (*row.Shortcut)
             action->setShortcut(QKeySequence(QString::fromLatin1(row.Shortcut), QKeySequence::PortableText));
-        action->setEnabled(row.Route != MenuRoute::Later);
+        action->setEnabled(!row.IsLater);
         connect(action, &QAction::triggered, this, [this, &row] { m_window.Run(row); });
         m_items.insert(name, action);
     }
-    connect(Menu(QStringLiteral("mnuFile")), &QMenu::aboutToShow, this, &Menus::OnFile);
-    connect(Menu(QStringLiteral("mnuEdit")), &QMenu::aboutToShow, this, &Menus::OnEdit);
-    connect(Menu(QStringLiteral("mnuQuery")), &QMenu::aboutToShow, this, &Menus::OnQuery);
     connect(Menu(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this, &Menus::OnWindow);
 }
 
@@ -83,63 +85,64 @@ void Menus::SetTag(const QString &name, const QString &tag)
     ::SetTag(Item(name), tag);
 }
 
-void Menus::Enable(const char *name, bool on)
+void Menus::Enable(const CommandRow &row, bool on)
 {
-    const MenuRow *row = FindMenuRow(name);
-    if (QAction *item = Item(QString::fromLatin1(name)))
-        item->setEnabled(on && row && row->Route != MenuRoute::Later);
+    if (QAction *item = Item(QString::fromLatin1(row.Name)))
+        item->setEnabled(on && !row.IsLater);
 }
 
 void Menus::SetSchemaMenuEnabled(bool enabled)
 {
-    for (const MenuRow &row : MenuTable())
-        if (row.NeedsSchema)
-            Enable(row.Name, enabled);
+    for (const CommandRow &row : CommandTable())
+        if (row.Need == Needs::Connection)
+            Enable(row, enabled);
 }
 
-// Print is not among the items that are first switched off: it keeps its last state while no child is active, and in
-// the side bar's popup. That is meant. Open and Save stay off in that popup.
-void Menus::OnFile()
+bool FollowsToolbar(const CommandRow &row, const CommandBar &bar, const QString &activeForm)
 {
-    const bool popup = Tag(QStringLiteral("mnuFile")) == QLatin1String("P");
-    for (const char *name : {"mnuSave", "mnuOpen", "mnuFileSnapshot"})
-        Enable(name, false);
-    Enable("mnuDeleteConn", popup);
-    ChildWindow *child = m_window.ActiveChild();
-    if (!child || popup)
-        return;
-    const clsMenuSettings can = child->MenuSettings();
-    Enable("mnuSave", can.CanSave);
-    Enable("mnuOpen", can.CanOpen);
-    Enable("mnuPrint", can.CanPrint);
-    Enable("mnuFileSnapshot", child->Offers(QStringLiteral("SnapShot")));
+    const ToolbarRow *toolbar = FindToolbar(row.Toolbar);
+    if (!toolbar || activeForm != QLatin1String(toolbar->Form))
+        return false;
+    const QString button = QString::fromLatin1(*row.ButtonKey ? row.ButtonKey : row.DropsOf);
+    return button.isEmpty() || (bar.HasButton(button) && bar.Enabled(button));
 }
 
-void Menus::OnEdit()
+// The popup of a stored connection is the File menu too, and has nothing to do with the active child.
+void Menus::Follow(const CommandRow &row)
 {
-    const ChildWindow *child = m_window.ActiveChild();
-    const clsMenuSettings can = child ? child->MenuSettings() : clsMenuSettings();
-    Enable("mnuCopy", can.CanCopy);
-    Enable("mnuCut", can.CanCut);
-    Enable("mnuPaste", can.CanPaste);
-    Enable("mnuUndo", can.CanUndo);
-    Enable("mnuSelectAll", can.CanSelectAll);
-    Enable("mnuFind", can.CanFind);
-    Enable("mnuReplace", can.CanReplace);
-}
-
-// A row is on while its button is; the items that hang on a button go with it.
-void Menus::OnQuery()
-{
-    const CommandBar *bar = m_window.cb;
-    for (const MenuRow &row : MenuTable()) {
-        if (row.Route != MenuRoute::Tool)
-            continue;
-        QString key = QString::fromLatin1(row.Operation);
-        if (!bar->HasButton(key))
-            key = QStringLiteral("SQLTrans");
-        Enable(row.Name, bar->HasButton(key) && bar->Enabled(key));
+    const bool popup = !std::strcmp(row.Parent, "mnuFile") && Tag(QStringLiteral("mnuFile")) == QLatin1String("P");
+    const ChildWindow *child = popup ? nullptr : m_window.ActiveChild();
+    switch (row.Need) {
+    case Needs::Setting:
+        if (child || !row.KeepsState)
+            Enable(row, child && child->MenuSettings().*row.Setting);
+        break;
+    case Needs::Answer:
+        Enable(row, child && child->Answers().Has(row.Answer));
+        break;
+    case Needs::Toolbar:
+        Enable(row, child && FollowsToolbar(row, *m_window.cb, child->FormName()));
+        break;
+    case Needs::Entry:
+        Enable(row, popup);
+        break;
+    case Needs::Nothing:
+    case Needs::Connection:
+        break;
     }
+}
+
+void Menus::Follow(const char *parent)
+{
+    for (const CommandRow &row : CommandTable())
+        if (!std::strcmp(row.Parent, parent))
+            Follow(row);
+}
+
+void Menus::Refresh()
+{
+    for (const CommandRow &row : CommandTable())
+        Follow(row);
 }
 
 void Menus::OnWindow()
@@ -169,13 +172,6 @@ void Menus::OnWindow()
                 m_window.Area->ActivateChild(child);
         });
     }
-}
-
-void Menus::Refresh()
-{
-    OnFile();
-    OnEdit();
-    OnQuery();
 }
 
 void Menus::Popup(const QString &name, const QPoint &globalPosition)

@@ -1,15 +1,16 @@
 #pragma once
-// The menu bar and the popups, built from MenuTable, and their states. Each item's action has the row's name as object
-// name and carries a Tag text. Owned by the main window. Interface thread; nothing is raised.
+// The menu bar and the popups, built from CommandTable, and their states. Each item's action has the row's name as
+// object name and carries a Tag text. Owned by the main window. Interface thread; nothing is raised.
 
 #include <QHash>
 #include <QObject>
 #include <QString>
 
+class CommandBar;
 class QAction;
 class QMenu;
 class mdiMother;
-struct MenuRow;
+struct CommandRow;
 
 class Menus : public QObject
 {
@@ -23,22 +24,24 @@ public:
     void SetTag(const QString &name, const QString &tag);
 
     void SetSchemaMenuEnabled(bool enabled);
-    void OnFile(); // as File opens
-    void OnEdit();
-    void OnQuery();
-    void OnWindow(); // the list of the children
-    void Refresh();  // all of them, so that shortcuts follow the active child
+    void Follow(const char *parent); // the rows of a group by what each needs of the active child, as the group opens
+    void Refresh();                  // all of them, so that shortcuts follow the active child
+    void OnWindow();                 // the list of the children
 
     // Shows a group as a popup and returns when it has gone.
     void Popup(const QString &name, const QPoint &globalPosition);
 
 private:
     void Build();
-    void Enable(const char *name, bool on);
+    void Follow(const CommandRow &row);
+    void Enable(const CommandRow &row, bool on);
     mdiMother &m_window;
     QHash<QString, QAction *> m_items;
     QHash<QString, QMenu *> m_menus;
 };
+
+// Is a row of a toolbar's window on? It follows its own toolbar and its own button, whatever else is open.
+bool FollowsToolbar(const CommandRow &row, const CommandBar &bar, const QString &activeForm);
 
 // The caption with a "&" before the first letter or digit that no sibling has taken; as it is when none is free.
 QString WithMnemonic(const QString &caption, QString &taken);

@@ -1,8 +1,8 @@
 // Files that come from outside: the command line and what is dropped on the window.
 
-#include "app/AnalyzerFactory.h"
 #include "app/CommandLine.h"
 #include "app/SideBar.h"
+#include "app/WindowTable.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
@@ -60,14 +60,13 @@ void mdiMother::DropFiles(const QStringList &files)
     if (QString text; !ReadOrTell(files.front(), text, this))
         return; // nobody is asked for a connection for what cannot be opened
     const QPointer<ChildWindow> window = ProcessCommandLine(QuotedPath(files.front()));
-    const AnalyzerFactory &factory = AnalyzerFactory::Current();
     for (qsizetype i = 1; i < files.size() && window; ++i)
         Attempt([&] {
             QString text;
             if (!ReadOrTell(files[i], text, this) || !window)
                 return;
-            const QString former = factory.Text(window);
-            factory.SetText(window, former.isEmpty() ? text : former + QStringLiteral("\r\n\r\n") + text);
+            const QString former = TextOf(window);
+            SetTextOf(window, former.isEmpty() ? text : former + QStringLiteral("\r\n\r\n") + text);
         });
 }
 

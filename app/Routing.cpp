@@ -1,6 +1,6 @@
 // Clicks in the side bar and in the command bar, on their way to the operations.
 
-#include "app/MenuTable.h"
+#include "app/CommandTable.h"
 #include "app/Menus.h"
 #include "app/SideBarTable.h"
 #include "app/mdiMother.h"
@@ -19,10 +19,8 @@ void mdiMother::SideBarClick(ExplorerBarItem *item)
     }
     if (item->Bar()->Key() == QLatin1String(BarTools))
         if (const SideBarRow *row = FindSideBarRow(item->Key().toLatin1().constData()))
-            if (const MenuRow *menu = FindMenuRow(row->Menu)) {
-                Run(*menu);
+            if (Command(row->Command))
                 return;
-            }
     const QString key = item->Key(), text = item->Text();
     if (ChildWindow *child = ActiveChild())
         Attempt([&] { child->DynaMenuItemClick(key, text); });
@@ -36,12 +34,12 @@ void mdiMother::SideBarRightClick(ExplorerBarItem *item, const QPoint &globalPos
     menus->SetTag(QStringLiteral("mnuFile"), QStringLiteral("P"));
     menus->SetTag(QStringLiteral("mnuDeleteConn"), item->Key());
     menus->SetTag(QStringLiteral("mnuViewCS"), item->Text());
-    menus->OnFile();
+    menus->Follow("mnuFile");
     menus->Popup(QStringLiteral("mnuFile"), globalPosition);
     if (m_exit)
         return;
     menus->SetTag(QStringLiteral("mnuFile"), QString());
-    menus->OnFile(); // so that the shortcuts work again
+    menus->Follow("mnuFile"); // so that the shortcuts work again
 }
 
 void mdiMother::CommandBarClick(const QString &key)
@@ -51,10 +49,9 @@ void mdiMother::CommandBarClick(const QString &key)
             SideBarClick(tools->Items().Find(key.mid(3)));
         return;
     }
-    if (key == QLatin1String("SQLParser")) {
-        Attempt([&] { menus->Popup(QStringLiteral("mnuParseMenu"), cb->PopupPosition(key)); });
-        return;
-    }
+    const CommandRow *row = FindButton(key.toLatin1().constData());
+    if (row && row->Route == Calls::Popup)
+        return Run(*row);
     if (ChildWindow *child = ActiveChild())
         Attempt([&] { child->ToolBar(key); });
 }

@@ -1,13 +1,13 @@
 // The schema commands that change the database or write its definition, and the catalogue queries of the index list.
-#include "app/AnalyzerFactory.h"
 #include "app/SchemaCommands.h"
-#include "app/SchemaTable.h"
+#include "app/WindowTable.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
 #include "data/SchemaLoader.h"
 #include "data/ServerName.h"
 #include "data/modMain.h"
 #include "frame/ChildWindow.h"
+#include "frame/QueryWindow.h"
 #include "frame/Shell.h"
 #include "lang/Text.h"
 #include "session/Pump.h"
@@ -120,7 +120,8 @@ void SchemaCommands::mnuTableIndex()
     const Picked table = PickTable(connection, false, s_all);
     if (table.Text.isEmpty() || ShowIndexQuery(connection, table) || connection != gConn)
         return;
-    if (!ShowSchemaOf(connection, *FindSchemaRow("mnuTableIndex"), table.Text))
+    constexpr SchemaRow indexes = {ADODB::adSchemaIndexes, "Indexes", "Table_Name"};
+    if (!ShowSchemaOf(connection, indexes, table.Text))
         MsgBox(QStringLiteral("Your database either does not support this feature or is encountering an error."),
                mbExclamation, QStringLiteral("Index"));
 }
@@ -180,8 +181,7 @@ QString GenerateAllDDL(const ADODB::ConnectionPtr &connection, QStringList *fail
 
 void SchemaCommands::mnuDDL()
 {
-    const AnalyzerFactory &factory = AnalyzerFactory::Current();
-    if (!IsConnected(true) || !factory.Create)
+    if (!IsConnected(true))
         return;
     const ADODB::ConnectionPtr connection = gConn;
     // Of the connection that is read: an event may bring another one meanwhile.
@@ -196,11 +196,12 @@ void SchemaCommands::mnuDDL()
     if (connection != gConn)
         return; // left meanwhile: no window of it opens on the new one
     // A scratch window: its text belongs to no stored connection.
-    const QPointer<ChildWindow> window = factory.Create(QString());
+    const QPointer<ChildWindow> window = OpenAnalyzer(QString());
     if (!window)
         return;
-    factory.SetText(window, script);
-    factory.SetFileFilter(window, QStringLiteral("SQL File [*.sql] |*.sql"));
+    SetTextOf(window, script);
+    if (auto *query = dynamic_cast<QueryWindow *>(window.data()))
+        query->SetFileFilter(QStringLiteral("SQL File [*.sql] |*.sql"));
     window->SetCaption(window->Caption() + QStringLiteral(" [") + connectionName + QLatin1Char(']'));
     window->ShowChild();
     SetStatus(failures.isEmpty() ? QStringLiteral("Done.")

@@ -1,10 +1,8 @@
 #include "app/SchemaCommands.h"
 #include "ado/StatementText.h"
-#include "app/SchemaTable.h"
 #include "controls/Attempt.h"
 #include "data/ServerName.h"
 #include "data/frmGrid.h"
-#include "data/frmTree.h"
 #include "data/modListView.h"
 #include "data/modMain.h"
 #include "frame/ChildWindow.h"
@@ -14,39 +12,10 @@
 #include "sqltext/modTemplates.h"
 #include "views/frmHirarchy.h"
 #include <QPointer>
-#include <cstring>
 
 namespace {
 
 constexpr char s_all[] = "< All Tables >";
-
-struct Named
-{
-    const char *Name;
-    void (SchemaCommands::*Run)();
-};
-constexpr Named s_commands[] = {
-    {"mnuTableList", &SchemaCommands::mnuTableList},
-    {"mnuViews", &SchemaCommands::mnuViews},
-    {"mnuTableIndex", &SchemaCommands::mnuTableIndex},
-    {"mnuViewBrowesData", &SchemaCommands::mnuViewBrowesData},
-    {"mnuClearTable", &SchemaCommands::mnuClearTable},
-    {"mnuDropTable", &SchemaCommands::mnuDropTable},
-    {"mnuDropView", &SchemaCommands::mnuDropView},
-    {"mnuAddTable", &SchemaCommands::mnuAddTable},
-    {"mnuAddView", &SchemaCommands::mnuAddView},
-    {"mnuEditTable", &SchemaCommands::mnuEditTable},
-    {"mnuDDL", &SchemaCommands::mnuDDL},
-    {"mnuStructureTree", &SchemaCommands::mnuStructureTree},
-};
-
-const Named *FindCommand(const char *menu)
-{
-    for (const Named &command : s_commands)
-        if (!std::strcmp(command.Name, menu))
-            return &command;
-    return nullptr;
-}
 
 // A window of a former connection does not open on a new one.
 void RaiseIfLeft(const ADODB::ConnectionPtr &connection)
@@ -78,25 +47,12 @@ ADODB::RecordsetPtr OpenSchemaPumped(const ADODB::ConnectionPtr &connection, int
     return rowset;
 }
 
-bool SchemaCommands::Knows(const char *menu)
+void SchemaCommands::Show(const SchemaRow &row)
 {
-    return FindCommand(menu) || FindSchemaRow(menu);
-}
-
-bool SchemaCommands::Run(const char *menu)
-{
-    if (const Named *command = FindCommand(menu)) {
-        (this->*command->Run)();
-        return true;
-    }
-    const SchemaRow *row = FindSchemaRow(menu);
-    if (!row)
-        return false;
-    if (*row->FilterField)
-        ShowSchema(*row);
+    if (*row.FilterField)
+        ShowSchema(row);
     else
-        ShowSchemaRowset(row->Schema, QString::fromLatin1(row->Title), QString());
-    return true;
+        ShowSchemaRowset(row.Schema, QString::fromLatin1(row.Title), QString());
 }
 
 void SchemaCommands::ShowSchemaRowset(int schema, const QString &title, const QString &filter)
@@ -192,15 +148,6 @@ void SchemaCommands::mnuViews()
             return;
     ShowRecordsetTree(rowset, QStringLiteral("Views"));
     SetStatus(QString());
-}
-
-void SchemaCommands::mnuStructureTree()
-{
-    if (!IsConnected(true))
-        return;
-    const QPointer<frmTree> window = new frmTree;
-    Shell::Current().AddChild(window);
-    window->ShowChild();
 }
 
 void SchemaCommands::mnuViewBrowesData()

@@ -13,7 +13,14 @@
 
 class ChildWindow;
 class frmHirarchy;
-struct SchemaRow;
+
+// A rowset of the schema as a command shows it. With a field to filter by it asks for a table first.
+struct SchemaRow
+{
+    int Schema = 0;               // number of the rowset
+    const char *Title = "";       // "#TABLE#" in it is replaced by the chosen table
+    const char *FilterField = ""; // that the chosen table filters; "" for a command that asks for no table
+};
 
 class SchemaCommands
 {
@@ -23,9 +30,7 @@ public:
     std::function<void(const QString &)> SetLastTable;
     std::function<QString()> ConnectionName; // of the connection that is open, for captions
 
-    // False when no command has this name.
-    bool Run(const char *menu);
-    static bool Knows(const char *menu);
+    void Show(const SchemaRow &row);
 
     void mnuTableList();
     void mnuViews();
@@ -38,7 +43,6 @@ public:
     void mnuAddView();
     void mnuEditTable();
     void mnuDDL();
-    void mnuStructureTree();
 
     void ShowSchemaRowset(int schema, const QString &title, const QString &filter);
     frmHirarchy *ShowRecordsetTree(const ADODB::RecordsetPtr &recordset, const QString &title);

@@ -1,13 +1,15 @@
 #include "app/Session.h"
-#include "app/AnalyzerFactory.h"
 #include "app/SideBar.h"
+#include "app/WindowTable.h"
 #include "app/WorkArea.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
+#include "controls/FlexGrid.h"
 #include "data/modMain.h"
 #include "frame/ChildWindow.h"
 #include "frame/Shell.h"
 #include "lang/Text.h"
+#include "views/frmHirarchy.h"
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEvent>
@@ -59,9 +61,8 @@ public:
                 m_analyzer = child;
         if (!m_analyzer)
             return End(QStringLiteral("no Analyzer opened"));
-        const AnalyzerFactory &factory = AnalyzerFactory::Current();
-        if (lang::Trim(factory.Text(m_analyzer)).isEmpty())
-            factory.SetText(m_analyzer, QStringLiteral("SELECT * FROM customers"));
+        if (lang::Trim(TextOf(m_analyzer)).isEmpty())
+            SetTextOf(m_analyzer, QStringLiteral("SELECT * FROM customers"));
         m_window.Area->ActivateChild(m_analyzer);
         m_running = true;
         m_analyzer->ToolBar(QStringLiteral("SQLRun"));
@@ -81,10 +82,10 @@ private:
         if (LastStatus().startsWith(QLatin1String("Error: ")))
             return End(LastStatus());
         for (ChildWindow *child : m_window.Children())
-            if (const qint64 rows = AnalyzerFactory::Current().ResultRows(child); rows > 0) {
+            if (const qint64 rows = ResultRows(child); rows > 0) {
                 m_look.stop();
                 m_rows = rows;
-                m_window.mnuTileHorizantally();
+                m_window.Command("mnuTileHorizantally");
                 QTimer::singleShot(300, this, [this] { Attempt([&] { Picture(); }); }); // behind the painting
                 return;
             }
@@ -121,6 +122,12 @@ private:
 };
 
 } // namespace
+
+qint64 ResultRows(const ChildWindow *child)
+{
+    const auto *result = qobject_cast<const frmHirarchy *>(child);
+    return !result || result->IsRunning() || !result->mfg->DataSource() ? -1 : result->mfg->RecordCount();
+}
 
 void PlaySession(mdiMother &window, const QString &picture)
 {

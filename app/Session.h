@@ -5,6 +5,7 @@
 
 #include <QString>
 
+class ChildWindow;
 class mdiMother;
 
 // Ends the program with status 0 once the main window has been painted for the first time: what the start costs.
@@ -13,3 +14,6 @@ void EndAtFirstPaint(mdiMother &window);
 // Begins as soon as the event loop runs. The program ends with status 0, or with 1 and a line on the error output that
 // says which step failed.
 void PlaySession(mdiMother &window, const QString &picture);
+
+// The rows that a result window shows; -1 while it waits, and for any other kind of window.
+qint64 ResultRows(const ChildWindow *child);

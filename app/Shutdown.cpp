@@ -1,6 +1,7 @@
 // The way out: every child closes by its own logic, then the settings are written. Nothing can refuse it, and no server
 // can hold it up: what still runs is cancelled, and waited for last, for a moment.
 
+#include "app/MainCommands.h"
 #include "app/Menus.h"
 #include "app/WorkArea.h"
 #include "app/mdiMother.h"
@@ -20,6 +21,11 @@ void mdiMother::mnuExit()
 {
     m_exit = true;
     close();
+}
+
+void Exit(mdiMother &window)
+{
+    window.mnuExit();
 }
 
 void mdiMother::SaveAll()

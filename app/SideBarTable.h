@@ -9,7 +9,7 @@ struct SideBarRow
     const char *Key;
     const char *Text;
     const char *Tooltip;
-    const char *Menu; // the menu item whose click handler it calls
+    const char *Command; // name of the row of CommandTable that it runs
 };
 
 inline constexpr char BarConnections[] = "CONN";

@@ -1,71 +1,31 @@
 #include "app/ToolbarTable.h"
-
-using enum ButtonKind;
+#include <cstring>
 
 // "SQLS" and "SQLS0" are two separators side by side, drawn as one; the same for the diagram's.
-static constexpr ButtonRow s_sql[] = {
-    {"SQLS", "", Separator, false},
-    {"SQLS0", "", Separator, false},
-    {"SQLRun", "Run", Push, false},
-    {"SQLTrans", "Run Transaction", Push, false},
-    {"SQLWiz", "Wizzard", Push, true},
-    {"SQLExplain", "Show Execution Plan", Push, true},
-    {"SQLS1", "", Separator, false},
-    {"SQLSyntax", "Check Syntax", Push, false},
-    {"SQLParser", "Parser", Push, false},
-    {"SQLBrake", "Break Text", Push, false},
-    {"SQLVBS", "Text to Code", Push, false},
-    {"SQLS2", "", Separator, false},
-    {"SQLTabIn", "Block Indent", Push, false},
-    {"SQLTabOut", "Remove Indent", Push, false},
-    {"SQLCommIn", "Block Comment", Push, false},
-    {"SQLCommOut", "Remove Comment", Push, false},
-    {"SQLUCase", "Upper Case", Push, false},
-    {"SQLLCase", "Lower Case", Push, false},
-    {"SQLS3", "", Separator, false},
-    {"SQLMulti", "Multiple Output windows", Check, false},
-    {"SQLSplit", "Split window workarea between code and results", Check, false},
-    {"SQLRefresh", "Refresh", Push, false},
+static constexpr const char *s_sql[] = {
+    "SQLS",      "SQLS0",    "SQLRun", "SQLTrans", "SQLWiz",   "SQLExplain", "SQLS1",     "SQLSyntax",
+    "SQLParser", "SQLBrake", "SQLVBS", "SQLS2",    "SQLTabIn", "SQLTabOut",  "SQLCommIn", "SQLCommOut",
+    "SQLUCase",  "SQLLCase", "SQLS3",  "SQLMulti", "SQLSplit", "SQLRefresh",
+};
+static constexpr const char *s_diagram[] = {
+    "DTBS",     "DTBS0", "DTBTable", "DTBLinked", "DTBAll", "DTBS2",  "DTBRemove",
+    "DTBClear", "DTBS3", "DTBB2F",   "DTBS2B",    "DTBS4",  "DTBB&W",
 };
 
-static constexpr ButtonRow s_diagram[] = {
-    {"DTBS", "", Separator, false},
-    {"DTBS0", "", Separator, false},
-    {"DTBTable", "Add Table", Push, true},
-    {"DTBLinked", "Add Linked", Push, true},
-    {"DTBAll", "Add All Tables", Push, true},
-    {"DTBS2", "", Separator, false},
-    {"DTBRemove", "Remove Table", Push, true},
-    {"DTBClear", "Clear All Tables", Push, true},
-    {"DTBS3", "", Separator, false},
-    {"DTBB2F", "Bring To Front", Push, true},
-    {"DTBS2B", "Send To Back", Push, true},
-    {"DTBS4", "", Separator, false},
-    {"DTBB&W", "Black and White", Check, true},
+static constexpr ToolbarRow s_rows[] = {
+    {"SQL", "SQL", "frmSQL", 1, s_sql},
+    {"DTB", "Diagram", "frmDiagram", 2, s_diagram},
 };
 
-static constexpr DropDownRow s_dropDowns[] = {
-    {"SQLTrans", "BT", "Begin Transaction", false},
-    {"SQLTrans", "CT", "Commit Transaction", false},
-    {"SQLTrans", "RT", "Rollback Transaction", false},
-    {"SQLParser", "Bracket", "Round Brackets", false},
-    {"SQLParser", "Brace", "Square Brackets", false},
-    {"SQLParser", "CBracket", "Curly Brackets", false},
-    {"SQLParser", "SQuote", "Single Quotes", false},
-    {"SQLParser", "Quote", "Double Quotes", false},
-    {"SQLVBS", "VBSW", "Window", false},
-    {"SQLVBS", "VBSC", "Clipboard", false},
-};
-
-std::span<const ButtonRow> SQLToolbar()
+std::span<const ToolbarRow> ToolbarTable()
 {
-    return s_sql;
+    return s_rows;
 }
-std::span<const ButtonRow> DiagramToolbar()
+
+const ToolbarRow *FindToolbar(const char *key)
 {
-    return s_diagram;
-}
-std::span<const DropDownRow> DropDowns()
-{
-    return s_dropDowns;
+    for (const ToolbarRow &row : s_rows)
+        if (!std::strcmp(row.Key, key))
+            return &row;
+    return nullptr;
 }

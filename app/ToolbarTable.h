@@ -1,39 +1,18 @@
 #pragma once
-// The command bar's buttons: the main toolbar, and the two toolbars that belong to the Analyzer and to the diagram.
-// Other rooms dispatch on the keys. Image keys equal button keys.
+// The toolbars of the command bar that belong to a form: which form, and their buttons in order. What a button is and
+// does stands in its row of CommandTable; a key that no row names is a separator. Other rooms dispatch on the keys.
+// Image keys equal button keys.
 
 #include <span>
 
-enum class ButtonKind
-{
-    Push,
-    Check,
-    Separator
-};
-
-struct ButtonRow
+struct ToolbarRow
 {
     const char *Key;
-    const char *Tooltip; // "" for separators
-    ButtonKind Kind;
-    bool Later; // leads to a window that does not exist yet: shown, and never enabled
+    const char *Title;
+    const char *Form; // its buttons are on only while such a window is active
+    int Mark;         // item data of its live buttons, so that they are locked and unlocked together
+    std::span<const char *const> Buttons;
 };
 
-struct DropDownRow
-{
-    const char *Button; // the button it hangs on
-    const char *Key;
-    const char *Caption;
-    bool Later;
-};
-
-std::span<const ButtonRow> SQLToolbar();
-std::span<const ButtonRow> DiagramToolbar();
-std::span<const DropDownRow> DropDowns();
-
-// What marks a toolbar's buttons, so that they are locked and unlocked together.
-enum ToolbarTag : int
-{
-    SQLToolbarTag = 1,
-    DiagramToolbarTag = 2
-};
+std::span<const ToolbarRow> ToolbarTable();
+const ToolbarRow *FindToolbar(const char *key);

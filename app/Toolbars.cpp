@@ -1,4 +1,5 @@
 #include "app/Toolbars.h"
+#include "app/CommandTable.h"
 #include "app/SideBarTable.h"
 #include "app/ToolbarTable.h"
 #include "controls/CommandBar.h"
@@ -19,47 +20,38 @@ void BuildMainToolbar(CommandBar &bar)
 }
 
 // Only live buttons carry the mark by which the toolbar is unlocked.
-static void BuildToolbar(CommandBar &bar, const QString &toolbar, const QString &title, std::span<const ButtonRow> rows,
-                         int tag)
+void BuildToolbar(CommandBar &bar, const ToolbarRow &toolbar)
 {
-    if (bar.HasToolbar(toolbar))
+    const QString toolbarKey = QString::fromLatin1(toolbar.Key);
+    if (bar.HasToolbar(toolbarKey))
         return;
-    bar.AddToolbar(toolbar, title);
-    for (const ButtonRow &row : rows) {
-        const QString key = QString::fromLatin1(row.Key);
-        if (row.Kind == ButtonKind::Separator) {
-            bar.AddSeparator(toolbar, key);
+    bar.AddToolbar(toolbarKey, QString::fromLatin1(toolbar.Title));
+    for (const char *name : toolbar.Buttons) {
+        const QString key = QString::fromLatin1(name);
+        const CommandRow *row = FindButton(name);
+        if (!row) {
+            bar.AddSeparator(toolbarKey, key);
             continue;
         }
-        CommandButtonKind kind = row.Kind == ButtonKind::Check ? cbrCheck : cbrButton;
-        for (const DropDownRow &item : DropDowns())
-            if (key == QLatin1String(item.Button))
-                kind = cbrDropDown;
-        bar.AddButton(toolbar, key, QString::fromLatin1(row.Tooltip), kind, row.Later ? QVariant() : QVariant(tag));
-        for (const DropDownRow &item : DropDowns())
-            if (key == QLatin1String(item.Button))
-                bar.AddMenuItem(key, QString::fromLatin1(item.Key), QString::fromLatin1(item.Caption));
+        QList<const CommandRow *> choices;
+        for (const CommandRow &choice : CommandTable())
+            if (key == QLatin1String(choice.DropsOf))
+                choices << &choice;
+        const CommandButtonKind kind = !choices.isEmpty() ? cbrDropDown : row->IsCheck ? cbrCheck : cbrButton;
+        bar.AddButton(toolbarKey, key, QString::fromLatin1(row->Tip), kind,
+                      row->IsLater ? QVariant() : QVariant(toolbar.Mark));
+        for (const CommandRow *choice : choices)
+            bar.AddMenuItem(key, QString::fromLatin1(choice->Text), QString::fromLatin1(choice->DropCaption));
         bar.SetEnabled(key, false);
     }
 }
 
-void BuildSQLToolbar(CommandBar &bar)
-{
-    BuildToolbar(bar, QStringLiteral("SQL"), QStringLiteral("SQL"), SQLToolbar(), SQLToolbarTag);
-}
-
-void BuildDiagramToolbar(CommandBar &bar)
-{
-    BuildToolbar(bar, QStringLiteral("DTB"), QStringLiteral("Diagram"), DiagramToolbar(), DiagramToolbarTag);
-}
-
 void LockToolbars(CommandBar &bar, const ChildWindow *active)
 {
-    const QString form = active ? active->FormName() : QString();
-    if (form == QLatin1String("frmSQL"))
-        BuildSQLToolbar(bar);
-    if (form == QLatin1String("frmDiagram"))
-        BuildDiagramToolbar(bar);
-    bar.SetEnabledByData(int(SQLToolbarTag), form == QLatin1String("frmSQL"));
-    bar.SetEnabledByData(int(DiagramToolbarTag), form == QLatin1String("frmDiagram"));
+    for (const ToolbarRow &toolbar : ToolbarTable()) {
+        const bool on = active && active->FormName() == QLatin1String(toolbar.Form);
+        if (on)
+            BuildToolbar(bar, toolbar);
+        bar.SetEnabledByData(toolbar.Mark, on);
+    }
 }

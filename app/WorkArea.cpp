@@ -1,5 +1,6 @@
 #include "app/WorkArea.h"
 #include "app/ChildPlaces.h"
+#include "app/WindowTable.h"
 #include "frame/ChildWindow.h"
 #include <QAction>
 #include <QContextMenuEvent>
@@ -23,12 +24,10 @@ WorkArea::~WorkArea()
     disconnect(this, nullptr, this, nullptr); // the children that go now activate nobody
 }
 
-// Which of the three first places a kind has.
-static int PlaceOf(const QString &form)
+static Stand PlaceOf(const QString &form)
 {
-    if (form == QLatin1String("frmSQL"))
-        return 1;
-    return form == QLatin1String("frmHirarchy") || form == QLatin1String("frmGrid") ? 2 : 0;
+    const WindowRow *row = FindWindow(form);
+    return row ? row->Place : Stand::Ground;
 }
 
 bool WorkArea::SharePlace(const QString &form, const QString &other)
@@ -42,9 +41,9 @@ QRect WorkArea::FirstPlace(const QString &form, int same, const QSize &room)
 {
     const QSize most = room.expandedTo(QSize(320, 240));
     QRect place(QPoint(0, 0), QSize(most.width() * 3 / 4, most.height() * 3 / 4));
-    if (PlaceOf(form) == 1)
+    if (PlaceOf(form) == Stand::Text)
         place = QRect(0, 0, most.width(), most.height() * 11 / 20);
-    else if (PlaceOf(form) == 2)
+    else if (PlaceOf(form) == Stand::Rows)
         place = QRect(0, most.height() * 11 / 20, most.width(), most.height() - most.height() * 11 / 20);
     return Beside(place, same, most);
 }

@@ -1,4 +1,5 @@
 #include "app/FileAssociation.h"
+#include "app/MainCommands.h"
 #include "app/mdiMother.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
@@ -141,12 +142,12 @@ QString ReportText(const AssociationReport &report)
            report.NotDone.join(line);
 }
 
-void mdiMother::mnuFileAssociation()
+void AssociateFiles(mdiMother &window)
 {
     Attempt([&] {
         const QString title = QStringLiteral("File Association");
         if (MsgBox(QStringLiteral("Are you sure you want all *.sql files to be associated with Brindlewick?"),
-                   mbYesNo | mbExclamation, title, this) != mbYes)
+                   mbYesNo | mbExclamation, title, &window) != mbYes)
             return;
         QString text;
         {
@@ -155,6 +156,6 @@ void mdiMother::mnuFileAssociation()
                 BrindlewickAssociation(QCoreApplication::applicationDirPath() + QStringLiteral("/Brindlewick"))));
         }
         if (!text.isEmpty())
-            MsgBox(text, mbExclamation, title, this);
+            MsgBox(text, mbExclamation, title, &window);
     });
 }

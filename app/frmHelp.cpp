@@ -1,4 +1,5 @@
 #include "app/frmHelp.h"
+#include "app/WindowTable.h"
 #include "controls/ListView.h"
 #include "controls/Skin.h"
 #include "frame/RememberedSize.h"
@@ -133,16 +134,8 @@ QString frmHelp::Title(const QString &page)
 
 QString frmHelp::PageOf(const QString &formName)
 {
-    static constexpr struct
-    {
-        const char *form, *page;
-    } rows[] = {
-        {"frmSQL", "analyzer"}, {"frmHirarchy", "results"},   {"frmGrid", "results"},
-        {"frmTree", "schema"},  {"frmTextOutput", "results"}, {"frmScriptMask", "analyzer"},
-    };
-    for (const auto &each : rows)
-        if (formName == QLatin1String(each.form))
-            return QString::fromLatin1(each.page);
+    if (const WindowRow *row = FindWindow(formName))
+        return QString::fromLatin1(row->Page);
     return QStringLiteral("index");
 }
 

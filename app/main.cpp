@@ -1,7 +1,6 @@
 // Brindlewick: the entry of the program.
 
 #include "app/CommandLine.h"
-#include "app/InstallAnalyzer.h"
 #include "app/QuitSignals.h"
 #include "app/Session.h"
 #include "app/SingleInstance.h"
@@ -39,7 +38,6 @@ int main(int argc, char **argv)
 
     SingleInstance instance(InstanceFolder());
     mdiMother window;
-    InstallAnalyzer();
     InstallWaitHandler();
     const QuitSignals quit(window);
     QObject::connect(&window, &mdiMother::Ended, &app, [&instance] {

@@ -65,6 +65,7 @@ mdiMother::mdiMother(QWidget *parent) : QMainWindow(parent)
     schema->SetLastTable = [this](const QString &table) { menus->SetTag(QStringLiteral("mnuDBTables"), table); };
     schema->ConnectionName = [this] { return ConnectedName(); };
     Shell::Install(this);
+    DiagramHost::Install(this);
     EndPumps(false);
 }
 
@@ -212,15 +213,20 @@ CommandBar *mdiMother::Commands() const
     return cb;
 }
 
-void mdiMother::ShowEditMenu(const QPoint &globalPosition)
+void mdiMother::ShowMenu(const QString &name, const QPoint &globalPosition, const QString &tag)
 {
-    menus->Popup(QStringLiteral("mnuEdit"), globalPosition);
+    menus->SetTag(name, tag);
+    menus->Popup(name, globalPosition);
 }
 
-void mdiMother::ShowStatsMenu(const QPoint &globalPosition, const QString &tag)
+void mdiMother::SetDiagramMenu(bool)
 {
-    menus->SetTag(QStringLiteral("mnuStats"), tag);
-    menus->Popup(QStringLiteral("mnuStats"), globalPosition);
+    RefreshMenus();
+}
+
+void mdiMother::ShowDiagramMenu(const QPoint &globalPosition)
+{
+    ShowMenu(QStringLiteral("mnuDiagram"), globalPosition, {});
 }
 
 void mdiMother::RefreshMenus()

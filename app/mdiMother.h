@@ -1,12 +1,13 @@
 #pragma once
 // The main window: menus, side bar, command bar, status bar, and the work area that holds every child. It implements
 // what the lower rooms may ask of it. Start and shutdown stand in StartUp and Shutdown, what a connection's entry does
-// in ConnectTo and Connections, the menus' rows in MenuTable.
+// in ConnectTo, the commands' rows in CommandTable and their functions in MainCommands.
 //
 // Owned by main; lives from start to end of the program. Interface thread. Every operation here is a boundary: nothing
 // is raised. Lengths of the settings are twips, all others pixels.
 
 #include "frame/Shell.h"
+#include "visual/DiagramHost.h"
 #include <QMainWindow>
 #include <QPointer>
 #include <QRectF>
@@ -21,9 +22,9 @@ class SchemaCommands;
 class Splitter;
 class StatusBar;
 class WorkArea;
-struct MenuRow;
+struct CommandRow;
 
-class mdiMother : public QMainWindow, public Shell
+class mdiMother : public QMainWindow, public Shell, public DiagramHost
 {
     Q_OBJECT
 public:
@@ -53,9 +54,10 @@ public:
     ExplorerBar *SideBar() const override;
     CommandBar *Commands() const override;
     bool TestMode() const override { return m_testMode; }
-    void ShowEditMenu(const QPoint &globalPosition) override;
-    void ShowStatsMenu(const QPoint &globalPosition, const QString &tag) override;
+    void ShowMenu(const QString &name, const QPoint &globalPosition, const QString &tag) override;
     void RefreshMenus() override;
+    void SetDiagramMenu(bool on) override; // its rows follow their toolbar by themselves
+    void ShowDiagramMenu(const QPoint &globalPosition) override;
 
     // Start and end.
     void SetTestMode(bool on); // also tells every error that is passed over
@@ -73,25 +75,12 @@ public:
     // none: only then a window comes back. A second call while one runs is ignored.
     ChildWindow *ConnectTo(ExplorerBarItem *entry, const QString &sqlText = {});
 
-    // Commands. Run dispatches a row of the menu table.
-    void Run(const MenuRow &row);
-    void mnuConn();
-    void mnuSQL();
-    void mnuViewCS();
-    void mnuDeleteConn();
-    void mnuGenCS();
-    void mnuMask();   // a table's fields as lines of code
-    void mnuInsert(); // a table's INSERT statement into the Analyzer
-    void mnuASP();    // the active window's statement as a script page
+    // Commands: what a row of CommandTable calls, also by the row's name; false for a name that no row has.
+    void Run(const CommandRow &row);
+    bool Command(const char *name);
     void mnuExit();
-    void mnuAboutUS();
-    void mnuShowHelp();
-    void mnuFileAssociation(); // asks, then tells the desktop that *.sql files are the program's
-    void mnuTileHorizantally();
-    void mnuTileVertically();
-    void mnuCascade();
-    void mnuArrangeIcons();
     void mnuEdit_Click(); // the states of the Edit menu for the active child
+    void ShowManual();    // at the page of the active window
 
     void SideBarClick(ExplorerBarItem *item);
     void SideBarRightClick(ExplorerBarItem *item, const QPoint &globalPosition);

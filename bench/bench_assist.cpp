@@ -84,7 +84,7 @@ struct Analyzer
 void QuickList()
 {
     const QTemporaryDir folder;
-    Analyzer none(folder, 0), few(folder, 100), many(folder, 20'000);
+    Analyzer none(folder, 0), few(folder, 100), many(folder, int(bench::Size(20'000)));
     if (many.window.lvQuickList->Text(77) != QLatin1String("CUSTOMER_ORDERS_OF_YEAR_00077"))
         Fail("another name stands there");
     std::vector<double> ratios, extra;
@@ -115,8 +115,8 @@ QString SqlText(qsizetype length, qsizetype hits)
 
 void ReplaceAll()
 {
-    constexpr qsizetype length = 1'200'000;
-    constexpr qsizetype hits = 10'000;
+    const qsizetype length = bench::Size(1'200'000);
+    const qsizetype hits = bench::Size(10'000);
     const QString text = SqlText(length, hits);
     std::fprintf(stderr, "  %lld characters, %lld hits\n", (long long)text.size(),
                  (long long)text.count(QStringLiteral("HIT")));

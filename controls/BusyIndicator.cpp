@@ -5,8 +5,8 @@
 #include <numbers>
 
 namespace {
-constexpr int dots = 8;
-constexpr int frameMilliseconds = 90;
+constexpr int kDots = 8;
+constexpr int kFrameMilliseconds = 90;
 } // namespace
 
 BusyIndicator::BusyIndicator(QWidget *parent) : QWidget(parent)
@@ -26,7 +26,7 @@ void BusyIndicator::Play()
 {
     show();
     if (!m_timer.isActive())
-        m_timer.start(frameMilliseconds, this);
+        m_timer.start(kFrameMilliseconds, this);
 }
 
 void BusyIndicator::Stop()
@@ -51,13 +51,13 @@ void BusyIndicator::paintEvent(QPaintEvent *)
     const double side = std::min(width(), height());
     const QPointF middle(width() / 2.0, height() / 2.0);
     QColor colour = palette().color(QPalette::WindowText);
-    for (int i = 0; i < dots; ++i) {
-        const double angle = 2 * std::numbers::pi * i / dots;
-        const int age = (m_frame % dots - i + dots) % dots; // 0: the head of the tail
-        colour.setAlphaF(float(1.0 - 0.85 * age / (dots - 1)));
+    for (int i = 0; i < kDots; ++i) {
+        const double angle = 2 * std::numbers::pi * i / kDots;
+        const int age = (m_frame % kDots - i + kDots) % kDots; // 0: the head of the tail
+        colour.setAlphaF(float(1.0 - 0.85 * age / (kDots - 1)));
         painter.setBrush(colour);
         const QPointF at = middle + QPointF(std::sin(angle), -std::cos(angle)) * side * 0.36;
-        const double radius = side * (0.105 - 0.045 * age / (dots - 1));
+        const double radius = side * (0.105 - 0.045 * age / (kDots - 1));
         painter.drawEllipse(at, radius, radius);
     }
 }

@@ -1,6 +1,6 @@
 #pragma once
 // A small animation that says that something runs. It costs nothing while it stands still or is hidden.
-// Owned by its parent. Interface thread; nothing is raised.
+// Owned by its parent. Interface thread; nothing raises.
 
 #include <QBasicTimer>
 #include <QWidget>

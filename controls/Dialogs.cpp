@@ -18,7 +18,7 @@ struct ButtonRow
     std::array<int, 3> answers; // 0: no button
     int escape;                 // what the closed box counts as
 };
-constexpr ButtonRow buttonRows[] = {
+constexpr ButtonRow kButtonRows[] = {
     {mbOKOnly, {mbOK, 0, 0}, mbOK},
     {mbOKCancel, {mbOK, mbCancel, 0}, mbCancel},
     {mbAbortRetryIgnore, {mbAbort, mbRetry, mbIgnore}, mbAbort},
@@ -32,7 +32,7 @@ struct AnswerRow
     int answer;
     QMessageBox::StandardButton button;
 };
-constexpr AnswerRow answerRows[] = {
+constexpr AnswerRow kAnswerRows[] = {
     {mbOK, QMessageBox::Ok},       {mbCancel, QMessageBox::Cancel}, {mbAbort, QMessageBox::Abort},
     {mbRetry, QMessageBox::Retry}, {mbIgnore, QMessageBox::Ignore}, {mbYes, QMessageBox::Yes},
     {mbNo, QMessageBox::No},
@@ -54,7 +54,7 @@ QMessageBox::Icon IconOf(int icon)
     }
 }
 
-const QString programName = QStringLiteral("Brindlewick");
+const QString kProgramName = QStringLiteral("Brindlewick");
 
 QWidget *ParentOr(QWidget *parent)
 {
@@ -89,12 +89,12 @@ int DialogService::MsgBox(const MsgBoxRequest &request, QWidget *parent)
     QMessageBox box(IconOf(request.Icon), request.Title, request.Text, QMessageBox::NoButton, ParentOr(parent));
     box.setTextFormat(Qt::PlainText); // names and servers' words may look like markup
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    const ButtonRow *row = buttonRows;
-    for (const ButtonRow &candidate : buttonRows)
+    const ButtonRow *row = kButtonRows;
+    for (const ButtonRow &candidate : kButtonRows)
         if (candidate.flag == request.Buttons)
             row = &candidate;
     bool first = true;
-    for (const AnswerRow &answer : answerRows) {
+    for (const AnswerRow &answer : kAnswerRows) {
         if (std::find(row->answers.begin(), row->answers.end(), answer.answer) == row->answers.end())
             continue;
         QPushButton *const button = box.addButton(answer.button);
@@ -108,7 +108,7 @@ int DialogService::MsgBox(const MsgBoxRequest &request, QWidget *parent)
         box.addButton(QMessageBox::Ok);
     box.exec();
     const QMessageBox::StandardButton clicked = box.standardButton(box.clickedButton());
-    for (const AnswerRow &answer : answerRows)
+    for (const AnswerRow &answer : kAnswerRows)
         if (answer.button == clicked)
             return answer.answer;
     return row->escape;
@@ -157,14 +157,14 @@ bool DialogService::PrintDialog(QPrinter &printer, QWidget *parent)
 int MsgBox(const QString &text, int flags, const QString &title, QWidget *parent)
 {
     return DialogService::Current().MsgBox(
-        {text, flags & mbButtonMask, flags & mbIconMask, title.isEmpty() ? programName : title}, parent);
+        {text, flags & mbButtonMask, flags & mbIconMask, title.isEmpty() ? kProgramName : title}, parent);
 }
 
 QString InputBox(const QString &prompt, const QString &title, const QString &preset, bool *accepted, QWidget *parent)
 {
     QString text;
     const bool ok =
-        DialogService::Current().InputBox({prompt, title.isEmpty() ? programName : title, preset}, text, parent);
+        DialogService::Current().InputBox({prompt, title.isEmpty() ? kProgramName : title, preset}, text, parent);
     if (accepted)
         *accepted = ok;
     return ok ? text : QString();

@@ -1,7 +1,7 @@
 #pragma once
 // The one door to message boxes, input boxes, file dialogs and the print dialog. They keep the desktop's own look.
 //
-// A test installs its own DialogService and reads what would have been asked. Interface thread only; nothing is raised.
+// A test installs its own DialogService and reads what would have been asked. Interface thread only; nothing raises.
 // Without a parent a dialog belongs to the active window. The free functions below are what the windows call.
 
 #include <QString>
@@ -82,7 +82,7 @@ QString SaveFileDialog(const QString &title, const QString &filter, const QStrin
                        const QString &fileName = {}, QWidget *parent = nullptr);
 bool PrintDialog(QPrinter &printer, QWidget *parent = nullptr);
 
-// The filter in the toolkit's form: "Comma Seperated File [*.csv] (*.csv);;Text File [*.txt] (*.txt)".
+// The filter in Qt's form: "Comma Seperated File [*.csv] (*.csv);;Text File [*.txt] (*.txt)".
 QString ToolkitFilter(const QString &filter);
 // The name with the extension appended where it has none.
 QString WithDefaultExtension(const QString &fileName, const QString &defaultExt);

@@ -7,7 +7,7 @@ namespace {
 
 const QString lineBreak = QStringLiteral("\r\n");
 
-// What the toolkit's document takes for the end of a paragraph.
+// What Qt's document takes for the end of a paragraph.
 bool EndsParagraph(QChar ch)
 {
     const char16_t code = ch.unicode();

@@ -1,10 +1,10 @@
 #pragma once
-// What the editor control holds beside the toolkit's document: the whole text in one piece with CR LF line ends, and
+// What the editor control holds beside Qt's document: the whole text in one piece with CR LF line ends, and
 // the colour, bold and italic stretches of each line. Both are kept in step with every edit, so that reading the text
 // costs nothing and a key press touches one line.
 //
 // Positions are zero-based; in the text CR LF counts as two. Lines count from 0, columns within a line from 0, a line
-// has no line end. Interface thread; nothing is raised.
+// has no line end. Interface thread; nothing raises.
 
 #include "sqltext/Rtf.h"
 #include <QString>
@@ -67,7 +67,7 @@ public:
         m_lines[size_t(line)].formatted = formatted, m_lines[size_t(line)].stale = false;
     }
 
-    // CR, LF, CR LF and the toolkit's own paragraph marks all become CR LF. A text that is clean comes back shared.
+    // CR, LF, CR LF and Qt's own paragraph marks all become CR LF. A text that is clean comes back shared.
     static QString Normalised(const QString &text);
 
 private:

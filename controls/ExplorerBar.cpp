@@ -13,7 +13,7 @@ namespace {
 }
 
 // The one bar whose entries get their keys by themselves.
-const QString connectionsBar = QStringLiteral("CONN");
+const QString kConnectionsBar = QStringLiteral("CONN");
 
 } // namespace
 
@@ -57,7 +57,7 @@ ExplorerBarItem *ExplorerBarItems::Add(const QString &key, const QString &text, 
                                        const QString &tag)
 {
     QString own = key;
-    if (own.isEmpty() && m_bar->m_key == connectionsBar)
+    if (own.isEmpty() && m_bar->m_key == kConnectionsBar)
         own = QStringLiteral("C:") + QString::number(++m_counter);
     if (!own.isEmpty() && Find(own))
         Raise(ctlErrKeyNotUnique);

@@ -14,12 +14,12 @@
 #include <algorithm>
 
 namespace {
-constexpr int margin = 8, gap = 8, iconSide = 16;
-constexpr int wrapped = int(Qt::AlignVCenter) | int(Qt::AlignLeft) | int(Qt::TextWordWrap) | int(Qt::TextWrapAnywhere);
+constexpr int kMargin = 8, kGap = 8, kIconSide = 16;
+constexpr int kWrapped = int(Qt::AlignVCenter) | int(Qt::AlignLeft) | int(Qt::TextWordWrap) | int(Qt::TextWrapAnywhere);
 
 int LineHeight(const QWidget *widget)
 {
-    return std::max(widget->fontMetrics().height() + 10, iconSide + 8);
+    return std::max(widget->fontMetrics().height() + 10, kIconSide + 8);
 }
 } // namespace
 
@@ -28,10 +28,10 @@ int ExplorerBar::ItemHeight(const ExplorerBarItem &item, int width) const
     const int line = LineHeight(this);
     if (!item.m_bar->m_wraps)
         return line;
-    const int room = std::max(1, width - iconSide - 16 - 6);
+    const int room = std::max(1, width - kIconSide - 16 - 6);
     if (item.m_wrapWidth != room) {
         item.m_wrapWidth = room;
-        item.m_wrapHeight = fontMetrics().boundingRect(QRect(0, 0, room, 1 << 20), wrapped, item.Line()).height();
+        item.m_wrapHeight = fontMetrics().boundingRect(QRect(0, 0, room, 1 << 20), kWrapped, item.Line()).height();
     }
     return std::max(line, item.m_wrapHeight + 8);
 }
@@ -40,20 +40,20 @@ std::vector<std::pair<ExplorerBar::Spot, QRect>> ExplorerBar::Layout() const
 {
     std::vector<std::pair<Spot, QRect>> spots;
     const int line = LineHeight(this);
-    const int width = viewport()->width() - 2 * margin;
-    int y = margin - verticalScrollBar()->value();
+    const int width = viewport()->width() - 2 * kMargin;
+    int y = kMargin - verticalScrollBar()->value();
     for (const auto &bar : m_bars) {
-        spots.push_back({{bar.get(), nullptr}, QRect(margin, y, width, line)});
+        spots.push_back({{bar.get(), nullptr}, QRect(kMargin, y, width, line)});
         y += line;
         if (bar->m_expanded) {
             y += 2;
             for (const auto &item : bar->m_items.m_items) {
                 const int height = ItemHeight(*item, width);
-                spots.push_back({{bar.get(), item.get()}, QRect(margin, y, width, height)});
+                spots.push_back({{bar.get(), item.get()}, QRect(kMargin, y, width, height)});
                 y += height;
             }
         }
-        y += gap;
+        y += kGap;
     }
     return spots;
 }
@@ -63,7 +63,7 @@ void ExplorerBar::Changed()
     if (m_lock > 0)
         return;
     const std::vector<std::pair<Spot, QRect>> spots = Layout();
-    const int bottom = spots.empty() ? 0 : spots.back().second.bottom() + 1 + verticalScrollBar()->value() + margin;
+    const int bottom = spots.empty() ? 0 : spots.back().second.bottom() + 1 + verticalScrollBar()->value() + kMargin;
     verticalScrollBar()->setRange(0, std::max(0, bottom - viewport()->height()));
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setSingleStep(LineHeight(this));
@@ -105,10 +105,10 @@ void ExplorerBar::Show(const Spot &wanted)
         if (!(spot == wanted))
             continue;
         QScrollBar *const bar = verticalScrollBar();
-        if (rect.top() < margin)
-            bar->setValue(bar->value() + rect.top() - margin);
-        else if (rect.bottom() > viewport()->height() - margin)
-            bar->setValue(bar->value() + rect.bottom() - viewport()->height() + margin);
+        if (rect.top() < kMargin)
+            bar->setValue(bar->value() + rect.top() - kMargin);
+        else if (rect.bottom() > viewport()->height() - kMargin)
+            bar->setValue(bar->value() + rect.bottom() - viewport()->height() + kMargin);
     }
     viewport()->update();
 }
@@ -175,15 +175,15 @@ void ExplorerBar::paintEvent(QPaintEvent *)
         painter.setBrush(hover && enabled ? QBrush(m_hoverGround) : QBrush(Qt::NoBrush));
         painter.drawRoundedRect(box, 4, 4);
         const QIcon icon = spot.item->m_icon > 0 ? StateIcon(spot.item->m_icon) : ToolIcon(spot.item->m_key);
-        icon.paint(&painter, QRect(rect.left() + 8, rect.center().y() - iconSide / 2 + 1, iconSide, iconSide),
+        icon.paint(&painter, QRect(rect.left() + 8, rect.center().y() - kIconSide / 2 + 1, kIconSide, kIconSide),
                    Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
         QColor text = hover && enabled ? m_hoverText : m_itemText;
         if (!enabled)
             text = SkinColour(SkinRole::DisabledText);
         painter.setPen(text);
-        const QRect room = rect.adjusted(iconSide + 16, 0, -6, 0);
+        const QRect room = rect.adjusted(kIconSide + 16, 0, -6, 0);
         if (spot.bar->m_wraps)
-            painter.drawText(room, wrapped, spot.item->Line());
+            painter.drawText(room, kWrapped, spot.item->Line());
         else
             painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
                              fontMetrics().elidedText(spot.item->Line(), Qt::ElideRight, room.width()));

@@ -119,7 +119,10 @@ struct FlexGrid::Body
     int FrozenWidth() const;
     int ColX(int c) const; // scrolled, without a band's indent
     qint64 LastTop() const;
+    using Comparison = std::function<int(size_t, size_t)>; // of two rows, counted from the first that is sorted
     void SortRows(const std::function<bool()> &keepOn);
+    Comparison CompareBy(int column, qint64 first, size_t count, bool numeric, const std::function<void()> &breathe);
+    void TakeRowOrder(qint64 first, const std::vector<quint32> &places); // the row that comes to each place
     void Stale(); // shape or widths changed: scroll bars and paint
     void UpdateScrollBars();
     bool Frozen(qint64 r, int c) const { return r < FrozenRows() || c < FrozenCols(); }
@@ -134,6 +137,8 @@ struct FlexGrid::Body
 
     // Paint.
     QColor Colour(const QColor &own, int role) const;
+    QColor OwnColour(QColor FlexCellColours::*part) const;
+    void SetOwnColour(QColor FlexCellColours::*part, const QColor &colour, const QColor &common);
     void PaintPane(QPainter &painter, qint64 firstRow, qint64 lastRow, int firstCol, int lastCol, const QRect &clip);
     void PaintCell(QPainter &painter, qint64 r, int c, const QRect &cell);
     void PaintText(QPainter &painter, const QString &text, const QRect &room, int align) const;

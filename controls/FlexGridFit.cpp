@@ -9,8 +9,8 @@ namespace {
 
 constexpr qint64 sampleRows = 51;
 constexpr qint64 shownCharacters = 2000; // of a cell
-constexpr int widestScreen = 8192;       // pixels
-constexpr int fitMargin = 9;             // pixels that a cell keeps free on both sides, and its line
+constexpr int kWidestScreen = 8192;      // pixels
+constexpr int kFitMargin = 9;            // pixels that a cell keeps free on both sides, and its line
 
 // The wider of what was found and this text. Most texts need no measuring: their letters are too few.
 class Widest
@@ -26,7 +26,7 @@ public:
             m_pixels = std::max(m_pixels, m_metrics.horizontalAdvance(text));
     }
     int Pixels() const { return m_pixels; }
-    bool Enough() const { return m_pixels >= widestScreen; }
+    bool Enough() const { return m_pixels >= kWidestScreen; }
 
 private:
     QFontMetrics m_metrics;
@@ -70,7 +70,7 @@ void FlexGrid::FitColumn(int col)
         take(r);
         y += m->HeightOf(r);
     }
-    SetColWidth(col, ToTwips(std::min(widest.Pixels(), widestScreen) + extra + fitMargin));
+    SetColWidth(col, ToTwips(std::min(widest.Pixels(), kWidestScreen) + extra + kFitMargin));
 }
 
 void FlexGrid::FitColumns()
@@ -87,6 +87,6 @@ void AutoSize(FlexGrid *grid)
         widest.Take(QStringLiteral(" "));
         for (qint64 r = 0; r < sampleRows && r < grid->Rows() - 1 && !widest.Enough(); ++r)
             widest.Take(grid->CellStart(r, c, shownCharacters) + QLatin1Char(' '));
-        grid->SetColWidth(c, ToTwips(std::min(widest.Pixels(), widestScreen)) + 60);
+        grid->SetColWidth(c, ToTwips(std::min(widest.Pixels(), kWidestScreen)) + 60);
     }
 }

@@ -13,10 +13,10 @@
 #include <cmath>
 
 namespace {
-constexpr int gripWidth = 4; // pixels on either side of a header's edge
-constexpr int autoScrollMilliseconds = 40;
-constexpr int leastWidth = 8;         // pixels
-constexpr qsizetype longestWord = 60; // characters of a tool tip that stay together
+constexpr int kGripWidth = 4; // pixels on either side of a header's edge
+constexpr int kAutoScrollMilliseconds = 40;
+constexpr int kLeastWidth = 8;         // pixels
+constexpr qsizetype kLongestWord = 60; // characters of a tool tip that stay together
 } // namespace
 
 int FlexGrid::Body::ResizeColumnAt(const QPoint &position) const
@@ -27,7 +27,7 @@ int FlexGrid::Body::ResizeColumnAt(const QPoint &position) const
         const int edge = ColX(c) + WidthOf(c);
         if (c >= FrozenCols() && edge < FrozenWidth())
             break;
-        if (std::abs(position.x() - edge) <= gripWidth)
+        if (std::abs(position.x() - edge) <= kGripWidth)
             return c;
     }
     return -1;
@@ -50,7 +50,7 @@ void FlexGrid::Body::DragTo(const QPoint &position)
     SetBlock(row, col, r, c);
     const bool outside = !body.contains(position);
     if (outside && !autoScroll.isActive())
-        autoScroll.start(autoScrollMilliseconds, q);
+        autoScroll.start(kAutoScrollMilliseconds, q);
     else if (!outside)
         autoScroll.stop();
 }
@@ -121,7 +121,7 @@ void FlexGrid::mouseMoveEvent(QMouseEvent *event)
 {
     const QPoint at = event->position().toPoint();
     if (m->drag == Body::Drag::Width) {
-        SetColWidth(m->dragCol, ToTwips(std::max(leastWidth, m->dragWidth + at.x() - m->dragFrom)));
+        SetColWidth(m->dragCol, ToTwips(std::max(kLeastWidth, m->dragWidth + at.x() - m->dragFrom)));
         return;
     }
     if (event->buttons() & Qt::LeftButton) {
@@ -271,7 +271,7 @@ bool FlexGrid::viewportEvent(QEvent *event)
         QString lines = text;
         for (qsizetype at = 0, run = 0; at < lines.size(); ++at) {
             run = lines[at].isSpace() ? 0 : run + 1;
-            if (run > longestWord && !lines[at].isLowSurrogate()) {
+            if (run > kLongestWord && !lines[at].isLowSurrogate()) {
                 lines.insert(at, QChar(0x200B)); // a place to break, of no width
                 run = 0;
             }

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int textMargin = 3;
-constexpr int sortMark = 14; // pixels that the mark of sorting takes
+constexpr int kTextMargin = 3;
+constexpr int kSortMark = 14; // pixels that the mark of sorting takes
 
 QColor Mix(const QColor &a, const QColor &b, double part)
 {
@@ -51,7 +51,7 @@ void DrawLine(QPainter &painter, const QRect &room, int flags, const QString &li
         painter.drawText(room, flags, fitted);
         return;
     }
-    const QRect whole = room.adjusted(1 - textMargin, 0, textMargin - 1, 0);
+    const QRect whole = room.adjusted(1 - kTextMargin, 0, kTextMargin - 1, 0);
     painter.save();
     painter.setClipRect(whole, Qt::IntersectClip);
     const bool fits = metrics.horizontalAdvance(line) <= whole.width();
@@ -80,15 +80,15 @@ int FlexGrid::Body::LinesIn(const QRect &room) const
 
 QRect FlexGrid::Body::TextRoom(qint64 r, int c, const QRect &cell) const
 {
-    QRect room = cell.adjusted(textMargin, 0, -textMargin, -1);
+    QRect room = cell.adjusted(kTextMargin, 0, -kTextMargin, -1);
     if (IsNames(r) && sortCol == c && sort != 0 && r == 0 && room.width() > 24)
-        room.setRight(room.right() - sortMark);
+        room.setRight(room.right() - kSortMark);
     return room;
 }
 
 void FlexGrid::Body::PaintText(QPainter &painter, const QString &text, const QRect &room, int align) const
 {
-    if (text.isEmpty() || room.width() + 2 * textMargin <= 2)
+    if (text.isEmpty() || room.width() + 2 * kTextMargin <= 2)
         return;
     const int side = align == flexAlignCenter  ? Qt::AlignHCenter
                      : align == flexAlignRight ? Qt::AlignRight
@@ -156,7 +156,7 @@ void FlexGrid::Body::PaintCell(QPainter &painter, qint64 r, int c, const QRect &
     painter.setPen(Mix(ground, q->ForeColor(), fixed ? 0.30 : 0.18));
     painter.drawLine(cell.topRight(), cell.bottomRight());
     painter.drawLine(cell.bottomLeft(), cell.bottomRight());
-    const QRect room = TextRoom(r, c, cell), margins = cell.adjusted(textMargin, 0, -textMargin, -1);
+    const QRect room = TextRoom(r, c, cell), margins = cell.adjusted(kTextMargin, 0, -kTextMargin, -1);
     if (room != margins) {
         const QRectF mark(margins.right() - 11, room.top(), 11, room.height());
         painter.save();

@@ -174,42 +174,45 @@ void FlexGrid::SetBackColorSel(const QColor &ground, const QColor &text)
     viewport()->update();
 }
 
+// The colour that the current cell has for itself; invalid when it has none, or when there is no cell.
+QColor FlexGrid::Body::OwnColour(QColor FlexCellColours::*part) const
+{
+    return row < rows ? colours.value({Id(row), col}).*part : QColor();
+}
+
+// The grid's own colour takes the cell's away, so that only cells that differ are kept.
+void FlexGrid::Body::SetOwnColour(QColor FlexCellColours::*part, const QColor &colour, const QColor &common)
+{
+    if (row >= rows)
+        return;
+    const FlexCellKey key{Id(row), col};
+    FlexCellColours &cell = colours[key];
+    cell.*part = colour == common ? QColor() : colour;
+    if (!cell.back.isValid() && !cell.fore.isValid())
+        colours.remove(key);
+    q->viewport()->update();
+}
+
 QColor FlexGrid::CellBackColor() const
 {
-    if (m->row >= m->rows)
-        return BackColor();
-    const QColor own = m->colours.value({m->Id(m->row), m->col}).back;
-    return own.isValid() ? own : m->Frozen(m->row, m->col) ? BackColorFixed() : BackColor();
+    const QColor own = m->OwnColour(&FlexCellColours::back);
+    const bool fixed = m->row < m->rows && m->Frozen(m->row, m->col);
+    return own.isValid() ? own : fixed ? BackColorFixed() : BackColor();
 }
 
 void FlexGrid::SetCellBackColor(const QColor &color)
 {
-    if (m->row >= m->rows)
-        return;
-    const FlexCellKey key{m->Id(m->row), m->col};
-    FlexCellColours &cell = m->colours[key];
-    cell.back = color == BackColor() ? QColor() : color;
-    if (!cell.back.isValid() && !cell.fore.isValid())
-        m->colours.remove(key);
-    viewport()->update();
+    m->SetOwnColour(&FlexCellColours::back, color, BackColor());
 }
 
 QColor FlexGrid::CellForeColor() const
 {
-    if (m->row >= m->rows)
-        return ForeColor();
-    const QColor own = m->colours.value({m->Id(m->row), m->col}).fore;
-    return own.isValid() ? own : m->Frozen(m->row, m->col) ? ForeColorFixed() : ForeColor();
+    const QColor own = m->OwnColour(&FlexCellColours::fore);
+    const bool fixed = m->row < m->rows && m->Frozen(m->row, m->col);
+    return own.isValid() ? own : fixed ? ForeColorFixed() : ForeColor();
 }
 
 void FlexGrid::SetCellForeColor(const QColor &color)
 {
-    if (m->row >= m->rows)
-        return;
-    const FlexCellKey key{m->Id(m->row), m->col};
-    FlexCellColours &cell = m->colours[key];
-    cell.fore = color == ForeColor() ? QColor() : color;
-    if (!cell.back.isValid() && !cell.fore.isValid())
-        m->colours.remove(key);
-    viewport()->update();
+    m->SetOwnColour(&FlexCellColours::fore, color, ForeColor());
 }

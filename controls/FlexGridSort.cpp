@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <algorithm>
 #include <limits>
+#include <numeric>
 
 namespace {
 
@@ -104,6 +105,53 @@ bool FlexGrid::SetSort(int mode, const std::function<bool()> &keepOn)
     }
 }
 
+// A column that the recordset alone answers is compared in its own type, exactly and without making text.
+FlexGrid::Body::Comparison FlexGrid::Body::CompareBy(int column, qint64 first, size_t count, bool numeric,
+                                                     const std::function<void()> &breathe)
+{
+    const bool own = source && column >= 1 && column - 1 < source->ColumnCount() && written.isEmpty() &&
+                     rows <= boundRows + 1 && source->RowCount() >= boundRows &&
+                     std::all_of(order.begin(), order.end(), [this](quint32 id) { return id <= boundRows; });
+    if (own && (!numeric || IsNumberType(source->Column(column - 1).Type))) {
+        std::vector<qint64> records(count);
+        for (size_t i = 0; i < count; ++i)
+            records[i] = Id(first + qint64(i)) - 1;
+        return [source = source, records = std::move(records), column](size_t a, size_t b) {
+            return source->CompareCells(records[a], records[b], column - 1);
+        };
+    }
+    return [keys = MakeKeys(count, numeric, !numeric, [&](size_t i) {
+                breathe();
+                return CellText(first + qint64(i), column);
+            })](size_t a, size_t b) { return keys.Compare(a, b); };
+}
+
+// Heights that rows have for themselves go with them.
+void FlexGrid::Body::TakeRowOrder(qint64 first, const std::vector<quint32> &places)
+{
+    const auto arranged = [&](const auto &former) {
+        std::remove_cvref_t<decltype(former)> sorted(former.begin(), former.begin() + first);
+        sorted.reserve(former.size());
+        for (const quint32 place : places)
+            sorted.push_back(former[size_t(first) + place]);
+        return sorted;
+    };
+    QMap<qint64, int> moved;
+    for (auto it = heights.cbegin(); it != heights.cend() && it.key() < first; ++it)
+        moved.insert(it.key(), it.value());
+    if (hierarchical) {
+        flat = arranged(flat);
+    } else {
+        MakeOrder();
+        order = arranged(order);
+    }
+    if (moved.size() < heights.size())
+        for (size_t i = 0; i < places.size(); ++i)
+            if (const auto own = heights.constFind(first + places[i]); own != heights.cend())
+                moved.insert(first + qint64(i), *own);
+    heights = moved;
+}
+
 void FlexGrid::Body::SortRows(const std::function<bool()> &keepOn)
 {
     const int mode = sort;
@@ -127,31 +175,11 @@ void FlexGrid::Body::SortRows(const std::function<bool()> &keepOn)
         if (!keepOn() || !alive || source != shown || rows != wereRows || cols != wereCols)
             throw GivenUp();
     };
-
-    // A column that the recordset alone answers is compared in its own type, exactly and without making text.
-    using Comparison = std::function<int(size_t, size_t)>;
     std::vector<Comparison> comparisons;
-    for (int c = from; c <= to; ++c) {
-        const bool own = source && c >= 1 && c - 1 < source->ColumnCount() && written.isEmpty() &&
-                         rows <= boundRows + 1 && source->RowCount() >= boundRows &&
-                         std::all_of(order.begin(), order.end(), [this](quint32 id) { return id <= boundRows; });
-        if (own && (!numeric || IsNumberType(source->Column(c - 1).Type))) {
-            std::vector<qint64> records(count);
-            for (size_t i = 0; i < count; ++i)
-                records[i] = Id(first + qint64(i)) - 1;
-            comparisons.push_back([source = source, records = std::move(records), c](size_t a, size_t b) {
-                return source->CompareCells(records[a], records[b], c - 1);
-            });
-        } else {
-            comparisons.push_back([keys = MakeKeys(count, numeric, !numeric, [this, first, c, &breathe](size_t i) {
-                                       breathe();
-                                       return CellText(first + qint64(i), c);
-                                   })](size_t a, size_t b) { return keys.Compare(a, b); });
-        }
-    }
+    for (int c = from; c <= to; ++c)
+        comparisons.push_back(CompareBy(c, first, count, numeric, std::ref(breathe)));
     std::vector<quint32> places(count);
-    for (size_t i = 0; i < count; ++i)
-        places[i] = quint32(i);
+    std::iota(places.begin(), places.end(), 0u);
     std::stable_sort(places.begin(), places.end(), [&](quint32 a, quint32 b) {
         breathe();
         for (const Comparison &compare : comparisons)
@@ -159,28 +187,7 @@ void FlexGrid::Body::SortRows(const std::function<bool()> &keepOn)
                 return descending ? result > 0 : result < 0;
         return false;
     });
-
-    QMap<qint64, int> moved;
-    for (auto it = heights.cbegin(); it != heights.cend() && it.key() < first; ++it)
-        moved.insert(it.key(), it.value());
-    if (hierarchical) {
-        std::vector<FlexBandRow> sorted(flat.begin(), flat.begin() + first);
-        for (const quint32 place : places)
-            sorted.push_back(flat[size_t(first) + place]);
-        flat = std::move(sorted);
-    } else {
-        MakeOrder();
-        std::vector<quint32> sorted(order.begin(), order.begin() + first);
-        sorted.reserve(order.size());
-        for (const quint32 place : places)
-            sorted.push_back(order[size_t(first) + place]);
-        order = std::move(sorted);
-    }
-    if (moved.size() < heights.size())
-        for (size_t i = 0; i < count; ++i)
-            if (const auto own = heights.constFind(first + places[i]); own != heights.cend())
-                moved.insert(first + qint64(i), *own);
-    heights = moved;
+    TakeRowOrder(first, places);
     Stale();
     emit q->DataChanged();
 }

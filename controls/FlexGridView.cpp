@@ -8,23 +8,23 @@
 #include <algorithm>
 
 namespace {
-constexpr int classicHeight = 240; // twips of one line
-constexpr int defaultWidth = 960;  // twips
-constexpr int expanderWidth = 20;  // pixels
-constexpr int indentStep = 12;     // pixels a band's indent step
+constexpr int kClassicHeight = 240; // twips of one line
+constexpr int kDefaultWidth = 960;  // twips
+constexpr int kExpanderWidth = 20;  // pixels
+constexpr int kIndentStep = 12;     // pixels a band's indent step
 } // namespace
 
 // One line of text with room to breathe, and never less than the classic row.
 int FlexGrid::Body::DefaultHeight() const
 {
-    return std::max(ToPixels(classicHeight), q->fontMetrics().height() + 4);
+    return std::max(ToPixels(kClassicHeight), q->fontMetrics().height() + 4);
 }
 
 // A height that was set counts in classic lines, so that text of N lines fits with any font.
 int FlexGrid::Body::HeightOf(qint64 r) const
 {
     const auto own = heights.constFind(r);
-    return own == heights.cend() ? DefaultHeight() : int(qint64(*own) * DefaultHeight() / classicHeight);
+    return own == heights.cend() ? DefaultHeight() : int(qint64(*own) * DefaultHeight() / kClassicHeight);
 }
 
 qint64 FlexGrid::Body::HeightBetween(qint64 from, qint64 to) const
@@ -39,9 +39,9 @@ qint64 FlexGrid::Body::HeightBetween(qint64 from, qint64 to) const
 
 int FlexGrid::Body::WidthOf(int c) const
 {
-    const int twips = size_t(c) < widths.size() && widths[size_t(c)] >= 0 ? widths[size_t(c)] : defaultWidth;
+    const int twips = size_t(c) < widths.size() && widths[size_t(c)] >= 0 ? widths[size_t(c)] : kDefaultWidth;
     const int pixels = ToPixels(twips);
-    return hierarchical && c == 0 ? std::max(pixels, expanderWidth) : pixels;
+    return hierarchical && c == 0 ? std::max(pixels, kExpanderWidth) : pixels;
 }
 
 const std::vector<int> &FlexGrid::Body::Edges() const
@@ -113,7 +113,7 @@ void FlexGrid::Body::UpdateScrollBars()
     const int room = q->viewport()->width() - FrozenWidth();
     int indent = 0;
     for (size_t band = 1; band < bands.size(); ++band)
-        indent = std::max(indent, bands[band].indent * indentStep);
+        indent = std::max(indent, bands[band].indent * kIndentStep);
     QScrollBar *const horizontal = q->horizontalScrollBar();
     horizontal->setRange(0, std::max(0, Edges().back() - FrozenWidth() + indent - room));
     horizontal->setPageStep(std::max(1, room));
@@ -125,7 +125,7 @@ int FlexGrid::Body::IndentPixels(qint64 r) const
     if (!hierarchical)
         return 0;
     const int band = flat[size_t(r)].band;
-    return band == 0 ? 0 : bands[size_t(band)].indent * indentStep;
+    return band == 0 ? 0 : bands[size_t(band)].indent * kIndentStep;
 }
 
 // The triangle stands left of the row's first cell.
@@ -134,7 +134,7 @@ QRect FlexGrid::Body::ExpanderRect(qint64 r) const
     const QRect cell = q->CellRect(r, FrozenCols() < cols ? FrozenCols() : 0);
     const int y = int(FrozenHeight() + HeightBetween(topRow, r));
     const int x = flat[size_t(r)].band == 0 ? FrozenWidth() : cell.isNull() ? FrozenWidth() : cell.left();
-    return QRect(x - expanderWidth + 2, y, expanderWidth - 4, HeightOf(r));
+    return QRect(x - kExpanderWidth + 2, y, kExpanderWidth - 4, HeightOf(r));
 }
 
 qint64 FlexGrid::TopRow() const
@@ -235,7 +235,7 @@ void FlexGrid::SetRowHeight(qint64 row, int twips)
 int FlexGrid::ColWidth(int col) const
 {
     m->CheckCol(col);
-    return size_t(col) < m->widths.size() && m->widths[size_t(col)] >= 0 ? m->widths[size_t(col)] : defaultWidth;
+    return size_t(col) < m->widths.size() && m->widths[size_t(col)] >= 0 ? m->widths[size_t(col)] : kDefaultWidth;
 }
 
 void FlexGrid::SetColWidth(int col, int twips)

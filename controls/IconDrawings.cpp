@@ -38,7 +38,7 @@ void Stack(Ink &i, bool front)
 
 } // namespace
 
-const std::initializer_list<IconRow> toolDrawings = {
+const std::initializer_list<IconRow> kToolDrawings = {
     {"SQLRun",
      [](Ink &i) {
          i.Fill({{4, 2.5}, {13, 8}, {4, 13.5}}, Ink::Leaf());

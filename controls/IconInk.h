@@ -45,4 +45,4 @@ struct IconRow
     void (*draw)(IconInk &ink);
 };
 // The drawings by key; found by a walk.
-extern const std::initializer_list<IconRow> toolDrawings;
+extern const std::initializer_list<IconRow> kToolDrawings;

@@ -10,7 +10,7 @@ const IconRow *DrawingOf(const QString &key)
 {
     // A button of the main toolbar carries its entry's key behind three letters of its own.
     const QString bare = key.startsWith(QStringLiteral("MTB")) ? key.mid(3) : key;
-    for (const IconRow &row : toolDrawings)
+    for (const IconRow &row : kToolDrawings)
         if (bare == QLatin1String(row.key))
             return &row;
     return nullptr;
@@ -41,7 +41,7 @@ void Gear(Ink &i, const QColor &colour)
     }
 }
 
-const std::initializer_list<IconRow> treeDrawings = {
+const std::initializer_list<IconRow> kTreeDrawings = {
     {"C", [](Ink &i) { Folder(i, false); }},
     {"R", [](Ink &i) { Folder(i, true); }},
     {"T",
@@ -98,7 +98,7 @@ bool HasToolIcon(const QString &key)
 QStringList ToolIconKeys()
 {
     QStringList keys;
-    for (const IconRow &row : toolDrawings)
+    for (const IconRow &row : kToolDrawings)
         keys << QString::fromLatin1(row.key);
     return keys;
 }
@@ -122,7 +122,7 @@ QIcon ToolIcon(const QString &key)
 QIcon TreeIcon(const QString &letter)
 {
     static QHash<QString, QIcon> kept;
-    for (const IconRow &row : treeDrawings)
+    for (const IconRow &row : kTreeDrawings)
         if (letter == QLatin1String(row.key))
             return Kept(kept, letter, row.draw);
     return ToolIcon(letter);

@@ -1,5 +1,5 @@
 #pragma once
-// Icons drawn at run time from vectors, so that they are sharp at every scale. Interface thread; nothing is raised.
+// Icons drawn at run time from vectors, so that they are sharp at every scale. Interface thread; nothing raises.
 
 #include <QIcon>
 #include <QString>

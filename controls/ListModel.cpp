@@ -5,11 +5,11 @@
 #include <numeric>
 
 namespace {
-constexpr qsizetype shownLimit = 1000; // characters of a cell that a screen can show
+constexpr qsizetype kShownLimit = 1000; // characters of a cell that a screen can show
 
 QString OneLine(QString text)
 {
-    text.truncate(shownLimit);
+    text.truncate(kShownLimit);
     for (QChar &c : text)
         if (c < u' ')
             c = u' ';
@@ -122,9 +122,9 @@ QString ListModel::ShownText(qint64 row, int column) const
         qint64 record = 0;
         const ListBlock *const block = BlockOf(entry, &record);
         if (block && !block->Text && record < block->Recordset->RowCount() && column < block->Recordset->ColumnCount())
-            return ADODB::CellStart(*block->Recordset, record, column, shownLimit);
+            return ADODB::CellStart(*block->Recordset, record, column, kShownLimit);
     }
-    return EntryText(entry, column).left(shownLimit);
+    return EntryText(entry, column).left(kShownLimit);
 }
 
 QString ListModel::Tag(qint64 row) const

@@ -5,7 +5,7 @@
 // Rows that come from a recordset keep no text: the recordset answers when a cell is shown, so a million rows are there
 // at once. The list shares ownership of such recordsets. Rows or columns out of range raise ControlError 35600.
 //
-// It is built on the toolkit's table and not on its tree: a tree visits every row whenever the rows change, a table
+// It is built on Qt's table and not on its tree: a tree visits every row whenever the rows change, a table
 // only those that are visible. Keys act as in a list: Home and End go to the first and last row, Left and Right scroll.
 
 #include "ado/Recordset.h"

@@ -15,14 +15,14 @@
 namespace {
 
 constexpr qint64 firstPiece = 1 << 14, piece = 1 << 16; // characters
-constexpr qsizetype longestBlock = 4096, blankWithin = 256;
+constexpr qsizetype kLongestBlock = 4096, kBlankWithin = 256;
 [[maybe_unused]] constexpr qint64 largeText = 4 << 20; // characters
-constexpr int ownBreak = 1;                            // state of a block whose end is no line end of the text
+constexpr int kOwnBreak = 1;                           // state of a block whose end is no line end of the text
 
 // The place where a line that is too long is broken: behind a blank where one is near, never inside of a character.
 qsizetype BreakBefore(QStringView line, qsizetype end)
 {
-    for (qsizetype at = end; at > end - blankWithin; --at)
+    for (qsizetype at = end; at > end - kBlankWithin; --at)
         if (line[at - 1] == u' ')
             return at;
     return line[end].isLowSurrogate() ? end - 1 : end;
@@ -99,15 +99,15 @@ void LongTextBox::Append(const QString &lines)
     const int first = blockCount() - 1;
     qsizetype length = document()->lastBlock().length() - 1;
     QString broken;
-    broken.reserve(lines.size() + lines.size() / longestBlock + 1);
+    broken.reserve(lines.size() + lines.size() / kLongestBlock + 1);
     std::vector<int> ownBreaks;
     int block = first;
     for (qsizetype at = 0; at < lines.size();) {
         qsizetype end = lines.indexOf(u'\n', at);
         end = end < 0 ? lines.size() : end;
-        while (length + end - at > longestBlock) {
-            const qsizetype most = longestBlock - length;
-            const qsizetype cut = most <= blankWithin ? 0 : BreakBefore(QStringView(lines).sliced(at), most);
+        while (length + end - at > kLongestBlock) {
+            const qsizetype most = kLongestBlock - length;
+            const qsizetype cut = most <= kBlankWithin ? 0 : BreakBefore(QStringView(lines).sliced(at), most);
             broken += QStringView(lines).sliced(at, cut);
             broken += u'\n';
             ownBreaks.push_back(block++);
@@ -128,7 +128,7 @@ void LongTextBox::Append(const QString &lines)
     cursor.movePosition(QTextCursor::End);
     cursor.insertText(broken);
     for (const int number : ownBreaks)
-        document()->findBlockByNumber(number).setUserState(ownBreak);
+        document()->findBlockByNumber(number).setUserState(kOwnBreak);
 }
 
 QString LongTextBox::Between(int from, int to) const
@@ -141,7 +141,7 @@ QString LongTextBox::Between(int from, int to) const
         const int end = std::min(to - block.position(), block.length() - 1);
         if (end > start)
             text += QStringView(block.text()).sliced(start, end - start);
-        if (to - block.position() >= block.length() && block.userState() != ownBreak)
+        if (to - block.position() >= block.length() && block.userState() != kOwnBreak)
             text += u'\n';
     }
     return text;

@@ -1,9 +1,9 @@
 #pragma once
 // A text box for a value of any size: the first part shows at once, the rest comes in pieces between events.
 //
-// A line of many thousand characters is kept as several blocks, since the toolkit lays out a block as a whole; these
+// A line of many thousand characters is kept as several blocks, since Qt lays out a block as a whole; these
 // breaks are the box's own and are in no text that it gives. Lines end with LF in the texts given and taken. Interface
-// thread; nothing here raises.
+// thread; nothing raises.
 
 #include "ado/CellReader.h"
 #include <QBasicTimer>

@@ -60,7 +60,7 @@ void RichTextBox::SetText(const QString &text)
     OnTextChanged();
 }
 
-// All anew, in the toolkit's fastest way and with one redraw.
+// All anew, in Qt's fastest way and with one redraw.
 void RichTextBox::WriteWhole(const QString &text)
 {
     const bool shown = updatesEnabled();
@@ -241,7 +241,7 @@ void RichTextBox::OnContentsChange(int position, int removed, int added)
         Resync();
         return;
     }
-    // The toolkit reports stretches wider than the edit; styles of what stayed must stay.
+    // Qt reports stretches wider than the edit; styles of what stayed must stay.
     const QStringView gone = QStringView(old).mid(start, end - start);
     qsizetype same = 0;
     const qsizetype shorter = std::min(gone.size(), now.size());

@@ -1,11 +1,11 @@
 #pragma once
-// The editor control: SQL, coloured as a small RTF document. Built on the toolkit's plain editor, whose blocks get
+// The editor control: SQL, coloured as a small RTF document. Built on Qt's plain editor, whose blocks get
 // their colours as formats of their layout, because these stay out of its text and cost a tenth of a rich document's.
 //
 // Positions are zero-based and count each line end as CR LF, two characters. A position in the middle of CR LF is
 // legal: the start of a selection moves down to the CR, its end up behind the LF, and a length counts from the place
 // that was asked for. Positions past the end are clipped.
-// There is no undo here: the windows keep their own history. Interface thread only; nothing is raised.
+// There is no undo here: the windows keep their own history. Interface thread only; nothing raises.
 
 #include "controls/EditorText.h"
 #include "sqltext/EditControl.h"

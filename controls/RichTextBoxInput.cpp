@@ -42,7 +42,7 @@ void Accept(QDropEvent *event)
 
 void RichTextBox::keyPressEvent(QKeyEvent *event)
 {
-    // The toolkit's own stack is off; the windows keep the history.
+    // Qt's own stack is off; the windows keep the history.
     if (event->matches(QKeySequence::Undo)) {
         event->accept();
         emit undoRequested();
@@ -56,7 +56,7 @@ void RichTextBox::keyPressEvent(QKeyEvent *event)
     QPlainTextEdit::keyPressEvent(event);
 }
 
-// While an input method composes, the toolkit puts its own formats on the block and forgets those that were there.
+// While an input method composes, Qt puts its own formats on the block and forgets those that were there.
 void RichTextBox::inputMethodEvent(QInputMethodEvent *event)
 {
     QPlainTextEdit::inputMethodEvent(event);
@@ -133,7 +133,7 @@ void RichTextBox::dropEvent(QDropEvent *event)
         QPlainTextEdit::dropEvent(event);
         return;
     }
-    // The toolkit drops nothing and so ends its own part: else its mark of the place would stay for good.
+    // Qt drops nothing and so ends its own part: else its mark of the place would stay for good.
     const QMimeData nothing;
     QDropEvent done(event->position(), event->possibleActions(), &nothing, event->buttons(), event->modifiers());
     QPlainTextEdit::dropEvent(&done);
@@ -164,7 +164,7 @@ void RichTextBox::insertFromMimeData(const QMimeData *source)
     }
 }
 
-// The toolkit would hand out blanks for hard blanks; what is copied is what stands in the text.
+// Qt would hand out blanks for hard blanks; what is copied is what stands in the text.
 QMimeData *RichTextBox::createMimeDataFromSelection() const
 {
     auto *mime = new QMimeData;

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int roleColours[] = {
+constexpr int kRoleColours[] = {
     /* Form */ 4,         /* FormText */ 7,   /* DisabledText */ 3,   /* List */ 8,
     /* ListText */ 7,
     /* Editor */ 12,      /* EditorText */ 7, /* Fixed */ 1,          /* FixedText */ 14,
@@ -14,7 +14,7 @@ constexpr int roleColours[] = {
     /* BarTop */ 8,       /* BarBottom */ 4,  /* BarHeader */ 12,     /* BarHeaderText */ 14,
     /* BarItemText */ 14, /* BarHover */ 16,  /* BarHoverText */ 15,  /* NullGround */ 4,
 };
-static_assert(std::size(roleColours) == size_t(SkinRole::Count));
+static_assert(std::size(kRoleColours) == size_t(SkinRole::Count));
 
 double Linear(double part)
 {
@@ -30,7 +30,7 @@ double Luminance(const QColor &colour)
 
 QColor SkinColour(SkinRole role)
 {
-    return SkinColour(roleColours[size_t(role)]);
+    return SkinColour(kRoleColours[size_t(role)]);
 }
 
 const std::array<SkinPair, 12> &SkinPairs()

@@ -2,7 +2,7 @@
 // The program's one look: a palette of sixteen fixed colours, and walks that paint windows with it by control kind.
 //
 // Message boxes, file and print dialogs are never painted. A control without a property keeps its look. Interface
-// thread; nothing is raised. Painting a window twice changes nothing.
+// thread; nothing raises. Painting a window twice changes nothing.
 
 #include <QColor>
 #include <QString>

@@ -50,7 +50,7 @@ const std::initializer_list<GlyphRow> &Glyphs()
     return rows;
 }
 
-// The toolkit takes the ground from the highlight, a light green on which no title can be read.
+// Qt takes the ground from the highlight, a light green on which no title can be read.
 QPalette TitlePalette(QPalette palette, bool active)
 {
     palette.setColor(QPalette::Highlight, SkinColour(active ? SkinRole::Fixed : SkinRole::Form));

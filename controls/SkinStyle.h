@@ -1,9 +1,9 @@
 #pragma once
 // The style that draws the program's widgets: the same on every desktop, since the palette of the skin suits no other
-// one. It differs from the toolkit's own in what that draws in fixed dark colours (the title bars of the children and
+// one. It differs from Qt's own in what that draws in fixed dark colours (the title bars of the children and
 // the buttons of a maximised child in the menu bar), in headings, which stand on the plain colour, since shaded
-// their text could not be read, and in the mark of the control that has the keyboard. Interface thread; nothing is
-// raised.
+// their text could not be read, and in the mark of the control that has the keyboard. Interface thread; nothing
+// raises.
 
 #include <QProxyStyle>
 
@@ -13,7 +13,7 @@ class SkinStyle : public QProxyStyle
 public:
     SkinStyle();
 
-    // Menus that the toolkit makes when it needs them (of a text box, of what a narrow bar has no room for) get the
+    // Menus that Qt makes when it needs them (of a text box, of what a narrow bar has no room for) get the
     // look of the window that they belong to.
     void polish(QWidget *widget) override;
     using QProxyStyle::polish;

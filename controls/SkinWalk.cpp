@@ -31,7 +31,7 @@ struct RoleRow
     QPalette::ColorRole role;
     SkinRole normal, disabled;
 };
-constexpr RoleRow formRoles[] = {
+constexpr RoleRow kFormRoles[] = {
     {QPalette::Window, SkinRole::Form, SkinRole::Form},
     {QPalette::WindowText, SkinRole::FormText, SkinRole::DisabledText},
     {QPalette::Base, SkinRole::List, SkinRole::Form},
@@ -64,7 +64,7 @@ void Set(QPalette &palette, QPalette::ColorRole role, SkinRole normal, SkinRole 
 QPalette FormPalette()
 {
     QPalette palette;
-    for (const RoleRow &row : formRoles)
+    for (const RoleRow &row : kFormRoles)
         Set(palette, row.role, row.normal, row.disabled);
     return palette;
 }
@@ -82,7 +82,7 @@ QPalette GroundedOn(SkinRole ground, SkinRole text)
 
 // The kinds in the order of the test; the first that says yes has painted the control.
 using Painter = bool (*)(QWidget *control);
-constexpr Painter kinds[] = {
+constexpr Painter kKinds[] = {
     [](QWidget *control) {
         auto *const grid = qobject_cast<FlexGrid *>(control);
         if (!grid)
@@ -174,7 +174,7 @@ constexpr Painter kinds[] = {
 
 void PaintByKind(QWidget *control)
 {
-    for (const Painter &kind : kinds)
+    for (const Painter &kind : kKinds)
         if (kind(control))
             break;
 }

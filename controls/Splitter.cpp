@@ -5,7 +5,7 @@
 #include <QPainter>
 
 namespace {
-constexpr int keyStep = 10 * TwipsPerPixel;
+constexpr int kKeyStep = 10 * TwipsPerPixel;
 }
 
 Splitter::Splitter(QWidget *parent, SplitOrientation orientation) : QWidget(parent)
@@ -55,9 +55,9 @@ void Splitter::keyPressEvent(QKeyEvent *event)
     const bool standing = Orientation() == spltVertical;
     int step = 0;
     if (event->key() == (standing ? Qt::Key_Left : Qt::Key_Up))
-        step = -keyStep;
+        step = -kKeyStep;
     else if (event->key() == (standing ? Qt::Key_Right : Qt::Key_Down))
-        step = keyStep;
+        step = kKeyStep;
     if (step == 0)
         return QWidget::keyPressEvent(event);
     SetPosition(Position() + step);

@@ -1,6 +1,6 @@
 #pragma once
 // The bar between two parts of a window: dragged, or moved with the arrow keys, it says where it went, and the window
-// lays out its parts. Owned by its parent, in whose coordinates it moves. Interface thread; nothing is raised.
+// lays out its parts. Owned by its parent, in whose coordinates it moves. Interface thread; nothing raises.
 //
 // All lengths are twips. Where it may go and how it is dragged are cSplitDDC's rules.
 

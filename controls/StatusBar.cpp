@@ -95,7 +95,7 @@ struct StyleRow
     const char *text;
     const char *widest;
 };
-constexpr StyleRow styleRows[] = {
+constexpr StyleRow kStyleRows[] = {
     {sbrCaps, "CAPS", "CAPS"}, {sbrNum, "NUM", "NUM"},      {sbrIns, "INS", "INS"},
     {sbrScrl, "SCRL", "SCRL"}, {sbrTime, nullptr, "88:88"}, {sbrDate, nullptr, "8888-88-88"},
 };
@@ -114,7 +114,7 @@ int StatusBar::AddPanel(StatusPanelStyle style, bool spring, int minWidthTwips)
     auto *const panel = new StatusPanel(this, style, int(m_panels.size()) + 1);
     panel->Spring = spring;
     panel->MinWidth = ToPixels(minWidthTwips);
-    for (const StyleRow &row : styleRows) {
+    for (const StyleRow &row : kStyleRows) {
         if (row.style != style)
             continue;
         panel->MinWidth = std::max(panel->MinWidth, fontMetrics().horizontalAdvance(QLatin1String(row.widest)) + 16);

@@ -23,5 +23,5 @@ signals:
     void Click(int tab);
 
 private:
-    int Checked(int tab) const; // as the toolkit counts
+    int Checked(int tab) const; // as Qt counts
 };

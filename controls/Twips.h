@@ -1,6 +1,6 @@
 #pragma once
 // Twips are the unit in which sizes are stored and compared: always 15 to a logical pixel, whatever the screen.
-// Tag is the free text that every window, control and menu item carries. Interface thread; nothing is raised.
+// Tag is the free text that every window, control and menu item carries. Interface thread; nothing raises.
 
 #include <QObject>
 #include <QString>

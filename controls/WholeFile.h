@@ -1,6 +1,6 @@
 #pragma once
 // Files that are replaced as a whole: the former one stands until the new one is safely there, whatever fails.
-// Any thread; nothing is raised.
+// Any thread; nothing raises.
 
 #include <QByteArray>
 #include <QString>

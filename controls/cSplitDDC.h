@@ -3,7 +3,7 @@
 //
 // The bar is not owned and moves in its parent. All lengths are twips; pointers are measured along the way that the bar
 // goes, from the parent's edge. Borders are the least distances to the parent's edges: 1 left, 2 top, 3 right, 4
-// bottom. Interface thread; nothing is raised.
+// bottom. Interface thread; nothing raises.
 
 #include <QPointer>
 #include <QWidget>

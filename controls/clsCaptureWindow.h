@@ -1,7 +1,7 @@
 #pragma once
 // Pictures of windows, as the diagram and the chart take them for the clipboard and for bitmap files.
 //
-// The pictures are the caller's own; nothing is kept. Interface thread; nothing is raised. Rectangles are in the
+// The pictures are the caller's own; nothing is kept. Interface thread; nothing raises. Rectangles are in the
 // widget's logical pixels, pictures in the screen's own, with its device pixel ratio. A widget need not be visible.
 
 #include <QPixmap>

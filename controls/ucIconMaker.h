@@ -1,6 +1,6 @@
 #pragma once
 // The image list of the lists and trees: one icon for each kind of thing that a schema holds, drawn when it is asked
-// for. Images are numbered from 1. Interface thread; nothing is raised.
+// for. Images are numbered from 1. Interface thread; nothing raises.
 
 #include <QIcon>
 #include <QList>

@@ -118,7 +118,7 @@ private:
 enum class Former
 {
     Nothing, // no file, or a hollow one
-    Empty,   // the list of nobody: an empty file that has no former content beside it
+    Empty,   // an empty list: an empty file that has no former content beside it
     Whole,
     Unread // holds something that a reader cannot take, or not to its end
 };
@@ -138,7 +138,7 @@ Former ReadFormer(const StoreTarget &target, clsConns &into)
     return read && file.EndsWith(store::kRecordEnd) ? Former::Whole : Former::Unread;
 }
 
-// Those of a former list that the new one has too.
+// The connections of a former list that the new one has too.
 clsConns StillThere(const clsConns &former, const clsConns &now)
 {
     clsConns kept;
@@ -148,7 +148,8 @@ clsConns StillThere(const clsConns &former, const clsConns &now)
     return kept;
 }
 
-// The former content without what has been deleted. Rather none than one with a password that the user took away.
+// The former content without what has been deleted. When that cannot be written there is none: it would keep a password
+// that the user took away.
 void KeepWithout(const Saver &saver, const QByteArray &path, const clsConns &kept)
 {
     if (kept.Count() == 0 || !saver.WriteList(path, kept))

@@ -14,8 +14,8 @@ namespace {
 
 constexpr qint64 kShownEvery = 100; // objects between two words of progress while the tree is filled
 
-// The rowset of the last pass, whichever it was. A pass whose OpenSchema fails walks it on from where it stands: its
-// end.
+// The rowset of the last pass, whichever it was. A pass whose OpenSchema fails reads on in this one, which stands at
+// its end, and so finds nothing.
 ADODB::RecordsetPtr g_rowset;
 
 struct Object
@@ -38,7 +38,8 @@ QString TextOf(const char *field)
     return g_rowset->Fields()[QLatin1String(field)].Text();
 }
 
-// The numbers are meant so: 3 lists as procedure, 1 as function.
+// Of PROCEDURE_TYPE 3 lists as procedure and 1 as function, which is not what the numbers are called elsewhere. That is
+// meant: the two roots of the tree are defined by these numbers.
 bool IsWanted(const QString &type)
 {
     if (IsTable(type)) {

@@ -4,8 +4,8 @@
 //
 // The program writes a name as QuoteName does wherever the server reads that as the object. Where it does not, the name
 // goes in the server's own quotes, and with its schema where the plain name leads to another object. The server is
-// asked where it leads, since a search path may change at any moment. Any thread; an interface thread keeps its windows
-// painting meanwhile. Raises ADODB::Error only when the user cancels.
+// asked where it leads, since a search path may change at any moment. Any thread; the interface thread keeps the
+// windows painting meanwhile. Raises ADODB::Error only when the user cancels.
 
 #include "ado/Connection.h"
 #include "ado/ObjectName.h"

@@ -1,7 +1,7 @@
 #pragma once
 // The store's way to its file: opens nothing but regular files, never waits for a pipe, and tells what a save may
 // replace. POSIX calls, since what is asked (whose file it is, whether it is a link) has no other name. Any thread;
-// nothing is raised.
+// nothing raises.
 
 #include <QByteArray>
 #include <QByteArrayView>

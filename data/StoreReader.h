@@ -1,6 +1,6 @@
 #pragma once
 // Reads records of stored connections as their bytes come, in pieces of any size, so that no more than one record is
-// held beside the list. The rules are those of ReadConnections (ConnectionStore.h). Any thread; nothing is raised.
+// held beside the list. The rules are those of ReadConnections (ConnectionStore.h). Any thread; nothing raises.
 
 #include "data/clsConns.h"
 #include <QByteArray>

@@ -34,6 +34,31 @@ Kind KindOf(ADODB::ConnectionChoice::Way way)
 
 frmConnectionString::frmConnectionString(QWidget *parent) : ModalForm(QStringLiteral("Connection String"), parent)
 {
+    QGridLayout *grid = MakeParts();
+    QHBoxLayout *buttons = MakeButtons();
+    auto *column = new QVBoxLayout(this);
+    column->addLayout(grid, 1);
+    column->addWidget(lblTest);
+    column->addLayout(buttons);
+    resize(560, 500);
+
+    FillSources();
+    Compose();
+    connect(cmbSource, &QComboBox::currentIndexChanged, this, &frmConnectionString::Compose);
+    for (QLineEdit *line : {txtServer, txtPort, txtDatabase, txtUser, txtPassword, txtFurther})
+        connect(line, &QLineEdit::textChanged, this, &frmConnectionString::Compose);
+    connect(cmdFile, &QPushButton::clicked, this, &frmConnectionString::ChooseFile);
+    connect(cmdTest, &QPushButton::clicked, this, &frmConnectionString::Test);
+    connect(cmdOK, &QPushButton::clicked, this, [this] {
+        ConnectionString = Written();
+        Finish();
+    });
+    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+// What the string is made of, and the string, a row each.
+QGridLayout *frmConnectionString::MakeParts()
+{
     auto *grid = new QGridLayout;
     int row = 0;
     const auto addLabel = [&](const QString &caption, QWidget *control, const char *name) {
@@ -73,7 +98,12 @@ frmConnectionString::frmConnectionString(QWidget *parent) : ModalForm(QStringLit
     grid->addWidget(txtResult, row++, 1, 1, 2);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(row - 1, 1);
+    return grid;
+}
 
+// The row of buttons; and lblTest, the line above it that says how the test went.
+QHBoxLayout *frmConnectionString::MakeButtons()
+{
     lblTest = new QLabel(this);
     lblTest->setObjectName(QStringLiteral("lblTest"));
     lblTest->setAccessibleName(QStringLiteral("Test Result"));
@@ -97,24 +127,7 @@ frmConnectionString::frmConnectionString(QWidget *parent) : ModalForm(QStringLit
     buttons->addStretch(1);
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdCancel);
-    auto *column = new QVBoxLayout(this);
-    column->addLayout(grid, 1);
-    column->addWidget(lblTest);
-    column->addLayout(buttons);
-    resize(560, 500);
-
-    FillSources();
-    Compose();
-    connect(cmbSource, &QComboBox::currentIndexChanged, this, &frmConnectionString::Compose);
-    for (QLineEdit *line : {txtServer, txtPort, txtDatabase, txtUser, txtPassword, txtFurther})
-        connect(line, &QLineEdit::textChanged, this, &frmConnectionString::Compose);
-    connect(cmdFile, &QPushButton::clicked, this, &frmConnectionString::ChooseFile);
-    connect(cmdTest, &QPushButton::clicked, this, &frmConnectionString::Test);
-    connect(cmdOK, &QPushButton::clicked, this, [this] {
-        ConnectionString = Written();
-        Finish();
-    });
-    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    return buttons;
 }
 
 void frmConnectionString::FillSources()

@@ -9,6 +9,8 @@
 #include <vector>
 
 class QComboBox;
+class QGridLayout;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -50,6 +52,8 @@ public:
     void reject() override; // during a test Escape stops the test only
 
 private:
+    QGridLayout *MakeParts();
+    QHBoxLayout *MakeButtons();
     void FillSources();
     void Compose();
     void ChooseFile();

@@ -1,7 +1,6 @@
 #include "data/frmFind.h"
 #include "controls/Twips.h"
 #include "frame/Settings.h"
-#include "sqltext/FindText.h"
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -13,7 +12,7 @@
 
 namespace {
 
-constexpr double farthest = 1e6; // twips; no screen is as wide
+constexpr double kFarthest = 1e6; // twips; no screen is as wide
 
 const auto kFindList = QStringLiteral("FindList");
 const auto kReplaceList = QStringLiteral("ReplaceList");
@@ -154,7 +153,7 @@ void frmFind::showEvent(QShowEvent *event)
     ModalForm::showEvent(event);
     const double left = GetSettingNumber(QStringLiteral("FindLocX"), -1);
     const double top = GetSettingNumber(QStringLiteral("FindLocy"), -1); // the store tells no "y" from "Y"
-    if (left >= 1 && top >= 1 && left < farthest && top < farthest) {
+    if (left >= 1 && top >= 1 && left < kFarthest && top < kFarthest) {
         const QRect place(QPoint(ToPixels(qint64(left)), ToPixels(qint64(top))), size());
         // A place on a screen that has been taken away since would put the dialog out of reach.
         if (QGuiApplication::screenAt(place.center())) {
@@ -177,4 +176,22 @@ void frmFind::done(int result)
         SaveSettingNumber(QStringLiteral("FindLocY"), ToTwips(geometry().y()));
     }
     ModalForm::done(result);
+}
+
+FindAnswer AskFind(QWidget *parent, bool replacing, const QString &criteria)
+{
+    frmFind find(parent);
+    find.EnableReplace(replacing);
+    if (!criteria.isEmpty())
+        find.SetCriteria(criteria);
+    find.ShowModal();
+    FindAnswer answer;
+    answer.cancelled = find.Cancelled;
+    answer.criteria = find.Criteria;
+    answer.exactMatch = find.ExactMatch;
+    answer.caseSensitive = find.CaseSensitive;
+    answer.replaceWith = find.ReplaceWith;
+    answer.doReplace = find.DoReplace;
+    answer.doReplaceAll = find.DoReplaceAll;
+    return answer;
 }

@@ -7,6 +7,7 @@
 // ...
 
 #include "frame/ModalForm.h"
+#include "sqltext/FindText.h"
 #include <QString>
 
 class QCheckBox;
@@ -43,3 +44,7 @@ private:
     void Take(bool replace, bool all);
     void SaveLists() const;
 };
+
+// Shows a fresh one and gives what the user chose; `replacing`: with what a replacement needs. An empty `criteria`
+// leaves the newest entry.
+FindAnswer AskFind(QWidget *parent, bool replacing, const QString &criteria);

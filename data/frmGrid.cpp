@@ -21,7 +21,6 @@
 
 namespace {
 
-constexpr QLatin1String kOffered[] = {QLatin1String("mnuCopy"), QLatin1String("mnuSave"), QLatin1String("RefreshForm")};
 constexpr int kWindow = 2; // the mode that this window passes
 
 double SecondsSinceMidnight()
@@ -68,18 +67,6 @@ frmGrid::frmGrid(QWidget *parent) : ChildWindow(parent), m_uaRec(new UARecordset
 }
 
 frmGrid::~frmGrid() = default;
-
-clsMenuSettings frmGrid::MenuSettings() const
-{
-    clsMenuSettings settings;
-    settings.CanSave = settings.CanCopy = true;
-    return settings;
-}
-
-bool frmGrid::Offers(const QString &name) const
-{
-    return std::ranges::find(kOffered, name) != std::end(kOffered);
-}
 
 void frmGrid::ShowRec(const QString &SQL, const ADODB::ConnectionPtr &Connection, const QString &Title)
 {
@@ -145,7 +132,7 @@ void frmGrid::Unload()
 void frmGrid::ShowPanel(int panel)
 {
     auto *output = new frmTextOutput;
-    output->SetText(SB->PanelText(panel)); // as RTF body, unescaped: that is meant
+    output->SetText(SB->PanelText(panel)); // as RTF body, unescaped: a text with marks shows with them
     output->ShowChild();
 }
 

@@ -17,9 +17,7 @@ public:
     explicit frmGrid(QWidget *parent = nullptr);
     ~frmGrid() override;
 
-    QString FormName() const override { return QStringLiteral("frmGrid"); }
-    clsMenuSettings MenuSettings() const override;
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmGrid>(); }
 
     // Runs the query in the background; with no title the caption so far leads the new one.
     void ShowRec(const QString &SQL, const ADODB::ConnectionPtr &Connection, const QString &Title = {});

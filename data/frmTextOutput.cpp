@@ -35,18 +35,6 @@ frmTextOutput::frmTextOutput(QWidget *parent) : ChildWindow(parent)
     ApplySkin(this);
 }
 
-clsMenuSettings frmTextOutput::MenuSettings() const
-{
-    clsMenuSettings settings;
-    settings.CanSave = settings.CanPrint = true;
-    return settings;
-}
-
-bool frmTextOutput::Offers(const QString &name) const
-{
-    return name == QLatin1String("mnuSave") || name == QLatin1String("mnuPrint");
-}
-
 QString frmTextOutput::GetHeader()
 {
     return QStringLiteral("{\\rtf1\\ansi\\ansicpg1252\\deff0\\deflang1033{\\fonttbl{\\f0\\fnil\\fcharset0 MS Sans "

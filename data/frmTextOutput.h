@@ -1,6 +1,7 @@
 #pragma once
 // "Text Output": a text, scrollable, savable, printable. Escape closes it. The text comes as RTF body text: what is not
-// escaped by the caller ("\", "{", "}") works as RTF, and that is meant.
+// escaped by the caller ("\", "{", "}") works as RTF. That is meant: reports come
+// with colours and headings of their own.
 
 #include "frame/ChildWindow.h"
 
@@ -13,9 +14,7 @@ class frmTextOutput : public ChildWindow
 public:
     explicit frmTextOutput(QWidget *parent = nullptr);
 
-    QString FormName() const override { return QStringLiteral("frmTextOutput"); }
-    clsMenuSettings MenuSettings() const override;
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmTextOutput>(); }
 
     static QString GetHeader();
     // The whole document that SetText gives the box: header, colour table, start, "D" colour, body.

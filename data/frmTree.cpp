@@ -26,18 +26,6 @@ frmTree::frmTree(QWidget *parent) : ChildWindow(parent)
     ApplySkin(this);
 }
 
-clsMenuSettings frmTree::MenuSettings() const
-{
-    clsMenuSettings settings;
-    settings.CanSave = true;
-    return settings;
-}
-
-bool frmTree::Offers(const QString &name) const
-{
-    return name == QLatin1String("mnuSave") || name == QLatin1String("RefreshForm");
-}
-
 void frmTree::Load()
 {
     m_loaded = true;

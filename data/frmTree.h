@@ -13,9 +13,7 @@ class frmTree : public ChildWindow
 public:
     explicit frmTree(QWidget *parent = nullptr);
 
-    QString FormName() const override { return QStringLiteral("frmTree"); }
-    clsMenuSettings MenuSettings() const override;
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmTree>(); }
 
     // The lines of a saved tree; nodes are (text, text of the parent or "" at the root).
     static QStringList Lines(const QList<QPair<QString, QString>> &nodes);

@@ -8,7 +8,7 @@
 extern ADODB::RecordsetPtr gKeywords; // from the start of the program to its end
 
 void InitKeywords(); // makes gKeywords, empty and open
-// One row for each word of the list of that mode (sqltext/Keywords.h). Nothing is raised: a list that cannot be read or
+// One row for each word of the list of that mode (sqltext/Keywords.h). Nothing raises: a list that cannot be read or
 // filled stays as it is.
 void LoadKeywords(const QString &mode, const ADODB::RecordsetPtr &list, const QString &folder);
 void ReleaseKeywords();

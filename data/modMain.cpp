@@ -24,7 +24,7 @@ bool IsOracle()
     return gConn && gConn->ConnectionString().contains(QLatin1String("ORA"), Qt::CaseInsensitive);
 }
 
-// A table's fields without its rows. Raises.
+// A table's fields without its rows. Raises what the driver refuses.
 static ADODB::RecordsetPtr OpenEmpty(const QString &Table)
 {
     const ADODB::ConnectionPtr connection = gConn;

@@ -3,7 +3,7 @@
 // tests.
 //
 // gConn may be empty, closed or open; IsConnected tells which. Its CursorLocation is 3 between operations.
-// Interface thread only. Nothing here raises; what fails is reported as each operation says.
+// Interface thread only. Nothing raises; what fails is reported as each operation says.
 
 #include "ado/ObjectName.h"
 #include "ado/Recordset.h"

@@ -10,13 +10,36 @@ ChildWindow::ChildWindow(QWidget *parent) : QWidget(parent)
     setAttribute(Qt::WA_DeleteOnClose);
 }
 
-clsMenuSettings ChildWindow::MenuSettings() const
+QString ChildWindow::FormName() const
+{
+    return QString::fromLatin1(metaObject()->className());
+}
+
+ChildNames ChildWindow::Answers() const
 {
     return {};
 }
-bool ChildWindow::Offers(const QString &) const
+
+bool ChildWindow::Offers(const QString &name) const
 {
-    return false;
+    return Answers().List().contains(name);
+}
+
+clsMenuSettings ChildWindow::MenuSettings() const
+{
+    const ChildNames names = Answers();
+    clsMenuSettings can;
+    can.CanSave = names.Has(ChildName::mnuSave);
+    can.CanOpen = names.Has(ChildName::mnuOpen);
+    can.CanSelectAll = names.Has(ChildName::mnuSelectAll);
+    can.CanReplace = names.Has(ChildName::mnuReplace);
+    can.CanCopy = names.Has(ChildName::mnuCopy);
+    can.CanCut = names.Has(ChildName::mnuCut);
+    can.CanPaste = names.Has(ChildName::mnuPaste);
+    can.CanUndo = names.Has(ChildName::mnuUndo);
+    can.CanFind = names.Has(ChildName::mnuFind);
+    can.CanPrint = names.Has(ChildName::mnuPrint);
+    return can;
 }
 
 void ChildWindow::ShowChild()

@@ -1,10 +1,12 @@
 #pragma once
 // The base of every child of the main window: one virtual operation for each name of the child-window protocol, empty
-// by default, so that a command which a window does not know is ignored. Offers() tells which names a window answers.
+// by default, so that a command which a window does not know is ignored. A window says which names it answers with one
+// line, `ChildNames Answers() const override { return AnswersOf<frmThis>(); }`; what the menus offer follows from it.
 //
 // A child is a plain widget; the main window puts it into its work area (Shell::AddChild) and owns it from then on.
-// Closing goes through Unload, the window's own logic on the way out. Interface thread only; nothing here raises.
+// Closing goes through Unload, the window's own logic on the way out. Interface thread only; nothing raises.
 
+#include "frame/ChildProtocol.h"
 #include "frame/clsMenuSettings.h"
 #include <QString>
 #include <QWidget>
@@ -15,10 +17,11 @@ class ChildWindow : public QWidget
 public:
     explicit ChildWindow(QWidget *parent = nullptr);
 
-    QString Tag; // "1": follows the connection (SaveState and RefreshForm are called on a new one)
-    virtual QString FormName() const = 0;           // "frmSQL", "frmGrid" ...
-    virtual clsMenuSettings MenuSettings() const;   // what the File and Edit menus may offer for it
-    virtual bool Offers(const QString &name) const; // does it answer this name of the protocol?
+    QString Tag;                      // "1": follows the connection (SaveState and RefreshForm are called on a new one)
+    virtual QString FormName() const; // "frmSQL", "frmGrid" ...: its class
+    virtual ChildNames Answers() const;           // the names of the protocol that it answers; none by default
+    virtual clsMenuSettings MenuSettings() const; // what File and Edit may offer for it: as it answers, by default
+    bool Offers(const QString &name) const;       // does it answer this name of the protocol?
 
     QString Caption() const { return windowTitle(); }
     void SetCaption(const QString &caption) { setWindowTitle(caption); }

@@ -62,7 +62,7 @@ bool ModalForm::eventFilter(QObject *watched, QEvent *event)
 {
     const QWidget *owner = parentWidget() ? parentWidget()->window() : nullptr;
     if (owner && watched == owner && (event->type() == QEvent::Resize || event->type() == QEvent::Move)) {
-        constexpr int near = 120; // pixels: the toolkit places it somewhat above, and it has a frame
+        constexpr int near = 120; // pixels: Qt places it somewhat above, and it has a frame
         const QPoint former = m_middle;
         m_middle = owner->geometry().center();
         if (isVisible() && m_middle != former && (frameGeometry().center() - former).manhattanLength() < near)

@@ -1,6 +1,6 @@
 #pragma once
 // Windows of their own come up in the size that the user gave them last; the settings keep it by class name. Interface
-// thread; nothing is raised.
+// thread; nothing raises.
 
 #include <QRect>
 

@@ -50,7 +50,7 @@ QSettings &Settings()
         } else if (info.exists() && !info.isDir()) {
             path += QStringLiteral("/none"); // opening a pipe would wait for ever
         } else if (!info.exists() && QDir().mkpath(info.path())) {
-            QFile file(path); // the toolkit keeps the mode of a file that is there
+            QFile file(path); // Qt keeps the mode of a file that is there
             file.open(QIODevice::WriteOnly | QIODevice::NewOnly, owner);
         }
         g_settings = std::make_unique<QSettings>(path, QSettings::IniFormat);

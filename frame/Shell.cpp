@@ -56,6 +56,5 @@ bool Shell::TestMode() const
 {
     return false;
 }
-void Shell::ShowEditMenu(const QPoint &) {}
-void Shell::ShowStatsMenu(const QPoint &, const QString &) {}
+void Shell::ShowMenu(const QString &, const QPoint &, const QString &) {}
 void Shell::RefreshMenus() {}

@@ -1,6 +1,6 @@
 #pragma once
 // What the windows below may ask of the main window. The main window implements it and installs itself; tests install a
-// double. With nothing installed every request is taken and nothing happens. Interface thread only; nothing here
+// double. With nothing installed every request is taken and nothing happens. Interface thread only; nothing
 // raises.
 
 #include "session/Status.h"
@@ -36,8 +36,7 @@ public:
     virtual CommandBar *Commands() const; // may be null
     virtual bool TestMode() const;        // started with "TestMode"
 
-    virtual void ShowEditMenu(const QPoint &globalPosition); // the Edit menu as a popup
-    virtual void ShowStatsMenu(const QPoint &globalPosition,
-                               const QString &tag); // the result window's popup; tag "R" or "M"
-    virtual void RefreshMenus();                    // a child's menu settings changed
+    // A menu of the main window as a popup, by its name, as "mnuEdit" or "mnuStats"; the tag stays with it.
+    virtual void ShowMenu(const QString &name, const QPoint &globalPosition, const QString &tag = {});
+    virtual void RefreshMenus(); // a child's menu settings changed
 };

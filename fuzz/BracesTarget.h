@@ -13,9 +13,9 @@ namespace fuzz {
 // The first byte chooses the kind.
 inline std::string Braces(const QByteArray &bytes)
 {
-    const int kind = bytes.isEmpty() ? 0 : uchar(bytes[0]) % 6;
+    const BracketKind kind = BracketKindOf(bytes.isEmpty() ? 0 : uchar(bytes[0]) % 6);
     const QString text = TextOf(bytes.mid(1));
-    const auto [open, close] = BraceKind(kind);
+    const auto [open, close] = BracketMarks(kind);
     clsBraceStacker stacker;
     stacker.SetTextBody(text, open, close);
     const qsizetype opens = text.count(open), closes = text.count(close);

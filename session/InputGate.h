@@ -31,7 +31,7 @@ private:
     PumpInput m_input;
     std::function<void()> m_cancel;
     QPointer<QWidget> m_window;
-    QObject *m_modal; // the modal window at the start, only compared
+    QObject *m_modal; // the modal window at the start; compared and never followed, since it may have gone
     QObject *m_popup;
     QPointer<QWidget> m_pressed; // whose close button the mouse holds
     InputGate *m_outer;

@@ -1,7 +1,7 @@
 #pragma once
 // Where work in progress tells how far it has come, and who may stop it. The main window implements it (through
 // frame/Shell.h) and installs itself; with nothing installed every call is taken and only remembered. Interface thread
-// only; nothing here raises.
+// only; nothing raises.
 
 #include <QString>
 #include <functional>

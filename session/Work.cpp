@@ -113,7 +113,7 @@ void Work::Live(const std::function<void()> &body) noexcept
         raised = std::current_exception();
     }
     if (m_claim)
-        m_claim->Leave(); // the next one is served, even if this work's own caller cannot go on yet
+        m_claim->Leave(); // whoever waits for the connection next gets it, even if this work's caller cannot go on yet
     const std::lock_guard guard(m->lock);
     m->raised = raised;
     m->done = true;

@@ -7,8 +7,8 @@
 // A cancel ends all of it: what runs is stopped on the server, nothing further begins. It is cancelled by Escape and
 // the Stop control, by Cancel, and by the end of the program.
 //
-// Made and run on the interface thread; inside the work OnWindow and Post lead back to it. Anywhere else the work is
-// simply done where the caller stands.
+// Made and run on the interface thread; inside the work OnWindow and Post lead back to it. Called on any other
+// thread, Run does the work on that thread.
 
 #include "ado/Claim.h"
 #include "session/Pump.h"
@@ -42,7 +42,7 @@ public:
     void OnWindow(const std::function<void()> &call);
     void Post(const std::function<void()> &call); // the same without waiting; done before Run returns
 
-    // Any thread.
+    // From any thread.
     void Cancel() noexcept;
     bool Cancelled() const;
     const std::shared_ptr<ADODB::Claim> &Claim() const { return m_claim; }

@@ -2,11 +2,20 @@
 
 #include <iterator>
 
-std::pair<QString, QString> BraceKind(int kind)
+namespace {
+
+constexpr const char16_t *kMarks[][2] = {{u"(", u")"}, {u"[", u"]"}, {u"{", u"}"}, {u"'", u"'"}, {u"\"", u"\""}};
+
+} // namespace
+
+BracketKind BracketKindOf(int number)
 {
-    static constexpr const char16_t *Marks[][2] = {
-        {u"(", u")"}, {u"[", u"]"}, {u"{", u"}"}, {u"'", u"'"}, {u"\"", u"\""}};
-    const auto &marks = Marks[kind >= 0 && kind < int(std::size(Marks)) ? kind : 0];
+    return number >= 0 && number < int(std::size(kMarks)) ? BracketKind(number) : BracketKind::Round;
+}
+
+std::pair<QString, QString> BracketMarks(BracketKind kind)
+{
+    const auto &marks = kMarks[size_t(kind)];
     return {QString::fromUtf16(marks[0]), QString::fromUtf16(marks[1])};
 }
 
@@ -19,9 +28,9 @@ std::optional<QString> BraceShow::Interrupt()
     return m_Brace.GetOriginal();
 }
 
-void BraceShow::Parse(const QString &rtf, int kind)
+void BraceShow::Parse(const QString &rtf, BracketKind kind)
 {
-    const auto [open, close] = BraceKind(kind);
+    const auto [open, close] = BracketMarks(kind);
     m_Brace.SetTextBody(rtf, open, close);
     m_counter = 0;
     m_running = true;

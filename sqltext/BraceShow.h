@@ -10,8 +10,17 @@
 #include <optional>
 #include <utility>
 
-// Opening and closing mark of a kind: 0 round, 1 square, 2 curly brackets, 3 single, 4 double quotes; any other: round.
-std::pair<QString, QString> BraceKind(int kind);
+// The marks that can be shown. The numbers are those that commands hand to a window's Parse.
+enum class BracketKind
+{
+    Round = 0,
+    Square = 1,
+    Curly = 2,
+    SingleQuote = 3,
+    DoubleQuote = 4
+};
+BracketKind BracketKindOf(int number);                      // any other number: round
+std::pair<QString, QString> BracketMarks(BracketKind kind); // the opening and the closing one
 
 class BraceShow
 {
@@ -32,10 +41,9 @@ public:
     // emphasis of that show would be taken for the user's own.
     std::optional<QString> Interrupt();
     // Begins a show of one kind of mark over the control's RTF. The timer is to be enabled.
-    void Parse(const QString &rtf, int kind);
+    void Parse(const QString &rtf, BracketKind kind);
     Step Tick();
     bool Running() const { return m_running; }
-    const clsBraceStacker &Stacker() const { return m_Brace; }
 
 private:
     clsBraceStacker m_Brace;

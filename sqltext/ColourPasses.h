@@ -32,5 +32,5 @@ void ColourQuotes(QStringView text, QChar quote, const QString &code, const Colo
 void ColourComments(QStringView text, const ColourCodes &codes, TextSink &out);
 
 // Italics for bracketed names. The switch behind "]" has no blank of its own: a blank or a digit of the text that
-// follows joins it. That is meant.
+// follows joins it. That is meant: the RTF of each pass is settled to the letter, and the passes behind it read it so.
 void MarkBrackets(QStringView text, TextSink &out);

@@ -6,7 +6,7 @@
 namespace {
 
 // Integer, Currency and GUID carry a size on purpose: a generated column of these types shows its defined size too.
-constexpr clsDataType Types[] = {
+constexpr clsDataType kTypes[] = {
     {20, u"Big Integer", u"BigInt", false, false, u'N'},
     {128, u"Binary", u"Binary", true, false, u'N'},
     {11, u"Boolean", u"Boolean", false, false, u'B'},
@@ -39,13 +39,13 @@ constexpr clsDataType Types[] = {
 const clsDataType *TypeOf(int number)
 {
     const auto hit =
-        std::find_if(std::begin(Types), std::end(Types), [&](const auto &row) { return row.Number == number; });
-    return hit == std::end(Types) ? nullptr : hit;
+        std::find_if(std::begin(kTypes), std::end(kTypes), [&](const auto &row) { return row.Number == number; });
+    return hit == std::end(kTypes) ? nullptr : hit;
 }
 
 } // namespace
 
-constinit const std::span<const clsDataType> gDataTypes(Types);
+constinit const std::span<const clsDataType> gDataTypes(kTypes);
 
 bool IsSizedType(int number)
 {

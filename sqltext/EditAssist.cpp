@@ -10,9 +10,9 @@ using lang::Replace;
 
 namespace {
 
-const QString CrLf = QStringLiteral("\r\n");
-const QString Tab = QStringLiteral("\t");
-const QString Dashes = QStringLiteral("--");
+const QString kCrLf = QStringLiteral("\r\n");
+const QString kTab = QStringLiteral("\t");
+const QString kDashes = QStringLiteral("--");
 
 bool SplitsLineEnd(const QString &text, qsizetype position)
 {
@@ -38,8 +38,8 @@ EditText Snapped(const EditText &edit)
 qsizetype LineStart(const QString &text, qsizetype position)
 {
     // Back to the last line end in front of the position, which does not stand inside of one.
-    const qsizetype lineEnd = position < 2 ? -1 : text.lastIndexOf(CrLf, position - 2);
-    return lineEnd < 0 ? 0 : lineEnd + CrLf.size();
+    const qsizetype lineEnd = position < 2 ? -1 : text.lastIndexOf(kCrLf, position - 2);
+    return lineEnd < 0 ? 0 : lineEnd + kCrLf.size();
 }
 
 // The text with the characters from `from` up to `to` exchanged; those are selected.
@@ -51,7 +51,7 @@ EditText Exchanged(const QString &text, qsizetype from, qsizetype to, const QStr
 QString WithoutComment(const QString &line)
 {
     const qsizetype p = FirstNonBlank(line, 1);
-    if (p < 1 || Mid(line, p, 2) != Dashes)
+    if (p < 1 || Mid(line, p, 2) != kDashes)
         return line;
     return line.left(p - 1) + line.mid(p + 1);
 }
@@ -73,10 +73,10 @@ EditText CommentIn(const EditText &given)
     const qsizetype line = LineStart(edit.text, edit.selStart);
     if (edit.selLength == 0) {
         // The caret stays at its character.
-        return {edit.text.left(line) + Dashes + edit.text.mid(line), edit.selStart + Dashes.size(), 0};
+        return {edit.text.left(line) + kDashes + edit.text.mid(line), edit.selStart + kDashes.size(), 0};
     }
     const qsizetype end = edit.selStart + edit.selLength;
-    return Exchanged(edit.text, line, end, Dashes + Replace(edit.text.mid(line, end - line), CrLf, CrLf + Dashes));
+    return Exchanged(edit.text, line, end, kDashes + Replace(edit.text.mid(line, end - line), kCrLf, kCrLf + kDashes));
 }
 
 EditText RemoveComment(const EditText &given)
@@ -84,26 +84,26 @@ EditText RemoveComment(const EditText &given)
     const EditText edit = Snapped(given);
     const qsizetype line = LineStart(edit.text, edit.selStart);
     if (edit.selLength == 0) {
-        if (edit.text.mid(line, 2) != Dashes)
+        if (edit.text.mid(line, 2) != kDashes)
             return edit;
         return {edit.text.left(line) + edit.text.mid(line + 2), std::max(line, edit.selStart - 2), 0};
     }
-    const qsizetype behind = edit.text.indexOf(CrLf, edit.selStart + edit.selLength);
+    const qsizetype behind = edit.text.indexOf(kCrLf, edit.selStart + edit.selLength);
     const qsizetype end = behind < 0 ? edit.text.size() : behind;
-    QStringList lines = edit.text.mid(line, end - line).split(CrLf);
+    QStringList lines = edit.text.mid(line, end - line).split(kCrLf);
     for (QString &one : lines)
         one = WithoutComment(one);
-    return Exchanged(edit.text, line, end, lines.join(CrLf));
+    return Exchanged(edit.text, line, end, lines.join(kCrLf));
 }
 
-EditText Indent(const EditText &given, int shift)
+EditText Indent(const EditText &given, Shift shift)
 {
     const EditText edit = Snapped(given);
     const qsizetype line = LineStart(edit.text, edit.selStart);
-    const bool out = shift == 1;
-    const bool tabbed = edit.text.mid(line, 1) == Tab;
+    const bool out = shift == Shift::Out;
+    const bool tabbed = edit.text.mid(line, 1) == kTab;
     // The first TAB goes in or out at the start of the line, also where the selection begins further right.
-    const QString head = out && tabbed ? edit.text.left(line) : edit.text.left(line) + (out ? QString() : Tab);
+    const QString head = out && tabbed ? edit.text.left(line) : edit.text.left(line) + (out ? QString() : kTab);
     const qsizetype restFrom = line + (out && tabbed ? 1 : 0);
     const qsizetype moved = head.size() - restFrom; // 1, 0 or -1
     const qsizetype selEnd = std::max(restFrom, edit.selStart + edit.selLength);
@@ -116,7 +116,7 @@ EditText Indent(const EditText &given, int shift)
     const qsizetype from = std::max(restFrom, edit.selStart);
     const QString between = edit.text.mid(restFrom, from - restFrom);
     const QString selected = edit.text.mid(from, selEnd - from);
-    const QString changed = out ? Replace(selected, CrLf + Tab, CrLf) : Replace(selected, CrLf, CrLf + Tab);
+    const QString changed = out ? Replace(selected, kCrLf + kTab, kCrLf) : Replace(selected, kCrLf, kCrLf + kTab);
     const QString text = head + between + changed + tail;
     // A TAB that went in at the very start of the selection belongs to it.
     const qsizetype start = edit.selStart == line ? line : head.size() + between.size();
@@ -127,7 +127,7 @@ EditText InsertString(const EditText &given, const QString &inserted)
 {
     const EditText edit = Snapped(given);
     if (edit.selStart == 0)
-        return {inserted + CrLf + edit.text, 0, 0};
+        return {inserted + kCrLf + edit.text, 0, 0};
     return {edit.text.left(edit.selStart) + inserted + edit.text.mid(edit.selStart + edit.selLength),
             edit.selStart + inserted.size(), 0};
 }
@@ -135,14 +135,14 @@ EditText InsertString(const EditText &given, const QString &inserted)
 EditText InsertText(const EditText &edit, const QString &inserted)
 {
     if (edit.selStart == 0 && edit.selLength == 0)
-        return {edit.text + CrLf + inserted, 0, 0};
+        return {edit.text + kCrLf + inserted, 0, 0};
     return InsertString(edit, inserted);
 }
 
 EditText PlaceStatement(const QString &text, qsizetype place, const QString &statement)
 {
     const qsizetype at = Snapped({text, place, 0}).selStart;
-    const QString blankLine = CrLf + CrLf;
+    const QString blankLine = kCrLf + kCrLf;
     const QString before = at == 0 ? QString() : text.left(at) + blankLine;
     const QString behind = at == text.size() ? QString() : blankLine + text.mid(at);
     return {before + statement + behind, before.size(), statement.size()};
@@ -153,7 +153,7 @@ QString DropFiles(const QString &text, const QStringList &contents)
     QString result = text;
     for (const QString &content : contents) {
         if (!result.isEmpty())
-            result += CrLf + CrLf;
+            result += kCrLf + kCrLf;
         result += content;
     }
     return result;

@@ -1,6 +1,6 @@
 #pragma once
 // The text side of the editing assistance: comment, indent, insert, statement skeletons. Pure functions on a text with
-// its selection; the window loads the result, then colours. Any thread, nothing is raised.
+// its selection; the window loads the result, then colours. Any thread, nothing raises.
 //
 // Texts have CR LF line ends; selections count from 0 and a line end is two positions. A selection is clipped to the
 // text; a start between CR and LF is taken as before the CR, an end as behind the LF.
@@ -24,8 +24,13 @@ EditText CommentIn(const EditText &edit);
 // "--" taken from the very start of the caret's line, or from each selected line where it comes first; the selection is
 // widened to whole lines. A line that the selection only touches at its start counts.
 EditText RemoveComment(const EditText &edit);
-// One TAB more at the start of the caret's line or of each selected line; one less when `shift` is 1.
-EditText Indent(const EditText &edit, int shift);
+enum class Shift
+{
+    In = 0,
+    Out = 1
+};
+// One TAB more at the start of the caret's line or of each selected line; one less when it is shifted out.
+EditText Indent(const EditText &edit, Shift shift);
 
 // Replaces the selection, but a selection that starts at 0 is left: the text then goes in front, on lines of its own.
 EditText InsertString(const EditText &edit, const QString &inserted);
@@ -36,16 +41,26 @@ EditText PlaceStatement(const QString &text, qsizetype place, const QString &sta
 // Contents of dropped files behind the text, each after a blank line unless it is the first text of all.
 QString DropFiles(const QString &text, const QStringList &contents);
 
-// What the dialog of statement types was left with.
+// The statement types in the order of their dialog.
+enum class StatementKind
+{
+    Select = 0,
+    Insert = 1,
+    Update = 2,
+    Delete = 3,
+    Drop = 4,
+    Alter = 5
+};
+// What the dialog was left with.
 struct SkeletonOptions
 {
-    int type = 0; // 0 select, 1 insert, 2 update, 3 delete, 4 drop, 5 alter
+    StatementKind type = StatementKind::Select;
     bool useFields = false;
     bool groupBy = false;
     bool having = false;
     bool orderBy = false;
 };
-// The statement for a table; `fields` is its field list, joined. "" for another type.
+// The statement for a table; `fields` is its field list, joined.
 QString Skeleton(const SkeletonOptions &options, const QString &table, const QString &fields);
 // The same with the table's name as it is to be written.
 QString SkeletonOf(const SkeletonOptions &options, const QString &written, const QString &fields);

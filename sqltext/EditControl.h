@@ -1,6 +1,6 @@
 #pragma once
-// What the text engine asks of the rich edit control. The window's control implements it, and a test double does so
-// without a window. Owned by the window; used from the window's thread only.
+// What the text engine asks of the rich edit control. RichTextBox implements it; a test double does so without a
+// window. Owned by the window; used on the interface thread only.
 //
 // Positions are zero-based, in UTF-16 units, and a line end, always CR LF, counts as two. A position past the end is
 // clipped; one between CR and LF is legal: a selection's start snaps down to the CR, its end up behind the LF.

@@ -35,7 +35,7 @@ FindPattern::FindPattern(const QString &criteria, bool exactMatch, bool caseSens
     try {
         m_like.emplace(m_pattern);
     } catch (const lang::BadPattern &) {
-        // Told when the pattern is first used.
+        // Next() raises it on first use: a search that never comes to the pattern says nothing of it.
     }
 }
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int Passes = 2; // further passes without a hit
+constexpr int kPasses = 2; // further passes without a hit
 
 class TextSearch
 {
@@ -79,7 +79,7 @@ private:
         }
         // The length stays that of the start of the search, also when replacements change the text.
         const qsizetype textLength = m_text.Size();
-        for (int pass = 0; pass <= Passes;) {
+        for (int pass = 0; pass <= kPasses;) {
             for (qsizetype from = m_result.selStart;;) {
                 const qsizetype p = m_pattern->Next(m_text, from, textLength - m_pattern->Length(), textLength);
                 if (p < 0)

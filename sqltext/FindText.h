@@ -1,7 +1,7 @@
 #pragma once
 // The search loops of the Analyzer, over its text and over its tree, without a window. The dialog is a callback: it is
-// asked at the start and at each hit, and answers what the user chose. Window thread; nothing is raised: a pattern that
-// is not well formed ends a search silently.
+// asked at the start and at each hit, and answers what the user chose. Interface thread; nothing raises: a pattern
+// that is not well formed ends a search silently.
 //
 // Text positions count from 0, tree nodes from 1. The criteria may hold wildcards; they match within as many characters
 // as the criteria has. Replacing all copies the text at no hit, so a replacement of many hits stays linear.

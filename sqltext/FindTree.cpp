@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int Passes = 2; // further passes without a hit
+constexpr int kPasses = 2; // further passes without a hit
 
 // A node's text against the criteria, anywhere in it unless the match is to be exact.
 class NodePattern
@@ -28,7 +28,7 @@ private:
 void Search(const QStringList &nodes, FindAnswer answer, TreeFindResult &result,
             const std::function<FindAnswer(int hit)> &ask)
 {
-    for (int pass = 0; pass <= Passes;) {
+    for (int pass = 0; pass <= kPasses;) {
         NodePattern pattern(answer);
         for (int node = result.selected; node <= nodes.size(); ++node) {
             if (!pattern.Matches(nodes.at(node - 1)))
@@ -41,7 +41,7 @@ void Search(const QStringList &nodes, FindAnswer answer, TreeFindResult &result,
             pattern = NodePattern(answer);
             pass = 0;
         }
-        if (++pass <= Passes)
+        if (++pass <= kPasses)
             result.selected = 1;
     }
     result.message = true;

@@ -1,6 +1,7 @@
 #pragma once
-// What of a text is coloured anew and when: the part of FixText that needs no window. The window keeps one FixTextState
-// and its own guard against the change event that the colouring itself raises. Window thread only; nothing is raised.
+// Which part of a text is coloured anew, and when: the part of FixText that needs no window. The window keeps one
+// FixTextState and its own guard against the change event that the colouring itself raises. Interface thread only;
+// nothing raises.
 //
 // Positions are zero-based UTF-16 units, CR LF counts as two. A range may run past the end: the control clips it.
 
@@ -42,7 +43,7 @@ FixRange SelectFixRange(QStringView text, bool all, FixMode mode, const FixRange
 FixRange Clipped(QStringView text, const FixRange &range);
 // The same with no end in the middle of CR LF: the start goes in front of the CR, the end behind the LF.
 FixRange Snapped(QStringView text, const FixRange &range);
-// And widened to the lines that it touches, without their last line end.
+// The same, widened to the lines that it touches, without their last line end.
 FixRange WholeLines(QStringView text, const FixRange &range);
 // Blank ranges are not worth colouring by themselves: then the whole text is. True for a text of 3 and more of which
 // the range, its ends moved out of the middle of CR LF, holds nothing but blanks and line ends.

@@ -2,8 +2,8 @@
 // The colouring: a text becomes a small RTF document in which keywords, quoted text, comments and bracketed names show.
 //
 // The result is that of a chain of passes over the whole text, each on what the one before left; see KeywordPlan.h and
-// ColourPasses.h for how they are done. InitColorTable must have run. Window thread, since the colour table and the two
-// globals belong to it. Nothing is raised. Positions are zero-based UTF-16 units; line ends are CR LF.
+// ColourPasses.h for how they are done. InitColorTable must have run. Interface thread, since the colour table and the
+// two globals belong to it. Nothing raises. Positions are zero-based UTF-16 units; line ends are CR LF.
 
 #include "sqltext/EditControl.h"
 #include "sqltext/Keywords.h"

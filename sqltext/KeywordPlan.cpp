@@ -98,7 +98,7 @@ KeywordPlan::KeywordPlan(const QStringList &words, const std::vector<int> &liter
             continue;
         }
         const qsizetype overlap = WordTrie::OverlapSize(word);
-        // A word is its own place in the list: a run has no gaps.
+        // A word's index is its pass, and a run is coloured as one: so the words of a run must be consecutive.
         if (letters + word.size() > WordTrie::Limit || overlaps + overlap > WordTrie::Limit ||
             (!run.isEmpty() && runStart + run.size() != order))
             closeRun();

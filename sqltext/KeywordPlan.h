@@ -34,7 +34,7 @@ public:
 private:
     struct Step
     {
-        std::shared_ptr<const WordTrie> run; // of ordinary words, or nothing:
+        std::shared_ptr<const WordTrie> run; // of ordinary words; null in a step that is
         QString literal;                     // one keyword that is taken literally
     };
 

@@ -1,6 +1,6 @@
 #pragma once
-// The keyword list: an ordered list of words, filled once at the start and alive for the whole run. Window thread only;
-// a set that nobody changes may be read from any thread once Plan() was called.
+// The keyword list: an ordered list of words, filled once at the start and alive for the whole run. Interface thread
+// only; a set that nobody changes may be read from any thread once Plan() was called.
 //
 // Order matters: each keyword is looked for in the text as the keywords before it left it.
 
@@ -32,7 +32,7 @@ extern KeywordSet gKeywordSet;
 void ClearKeywordSet();
 
 // Mode "VB" appends the lines of Tokens.col in `folder` to the list, mode "C++" reads C++Color.col away, any other mode
-// does nothing. A missing or unreadable file leaves the list as it is; nothing is raised.
+// does nothing. A missing or unreadable file leaves the list as it is; nothing raises.
 void LoadKeywords(const QString &mode, KeywordSet &list, const QString &folder);
 
 // The keywords of a file's bytes (UTF-8, else Windows-1252): one a line, blanks included, also empty ones, but none

@@ -9,7 +9,7 @@ using lang::Mid;
 
 namespace {
 
-constexpr QChar Separator(u'\n'); // no word holds one, it ends words
+constexpr QChar kSeparator(u'\n'); // no word holds one, it ends words
 
 // "*" and "?" stop a word too: whether a character is a delimiter is asked by a pattern match, where they match all.
 bool EndsWord(QChar c)
@@ -54,7 +54,7 @@ QuickNames::QuickNames(const QStringList &items)
     m_starts.reserve(size_t(items.size()));
     for (const QString &item : items) {
         m_starts.push_back(m_names.size());
-        m_names += lang::UCase(item) + Separator;
+        m_names += lang::UCase(item) + kSeparator;
         m_longest = std::max(m_longest, item.size());
     }
 }
@@ -79,7 +79,8 @@ qsizetype QuickNames::Find(const QString &word) const
     }
 }
 
-// What no name holds, no name holds with more letters behind it: the longest beginning is found by halving.
+// A beginning that no name holds is held by none with more letters behind it either: so the longest one that some name
+// holds is found by halving.
 qsizetype QuickNames::Select(const QString &word) const
 {
     qsizetype item = -1;

@@ -1,5 +1,5 @@
 #pragma once
-// The word that is being typed and the list of names that completes it. Pure; any thread, nothing is raised.
+// The word that is being typed and the list of names that completes it. Pure; any thread, nothing raises.
 //
 // Carets count from 0 in a text with CR LF line ends. Items of the list count from 0, -1 stands for none.
 

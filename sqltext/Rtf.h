@@ -1,7 +1,7 @@
 #pragma once
 // The rich text of the editor: a reader and a writer of the RTF subset that the program composes.
 //
-// Pure functions, callable from any thread. Nothing is raised: any text can be read, also damaged or foreign RTF and
+// Pure functions, callable from any thread. Nothing raises: any text can be read, also damaged or foreign RTF and
 // text that is no RTF at all. Both walk their input once; the time grows with its length alone.
 //
 // Positions and lengths are zero-based and count UTF-16 units; a line end is CR LF and counts as two.

@@ -57,12 +57,12 @@ QStringList Opening(const QString &connectionString, const QString &sql)
             QStringLiteral(" Set rsData = CONN.EXECUTE(") + Quoted(sql) + u')'};
 }
 
-const QString EachField = QStringLiteral(" For I = 0 To rsData.Fields.Count-1");
+const QString kEachField = QStringLiteral(" For I = 0 To rsData.Fields.Count-1");
 
 QStringList Header()
 {
     return Write(0, QStringLiteral("\"<TABLE border = 0 >\"")) + Write(1, QStringLiteral("\"<TR>\"")) +
-           QStringList{EachField} +
+           QStringList{kEachField} +
            Cell(QStringLiteral("HeaderBackColor"), QStringLiteral("HeaderForeColor"),
                 QStringLiteral("rsData(I).Name")) +
            QStringList{QStringLiteral(" Next")} + Write(1, QStringLiteral("\"</TR>\""));
@@ -73,7 +73,7 @@ QStringList Body()
 {
     const QString value = QStringLiteral("rsData(I).Value");
     return QStringList{QStringLiteral(" Do Until rsData.EOF")} + Write(1, QStringLiteral("\"<TR>\"")) +
-           QStringList{EachField, QStringLiteral(" If blnUseSecondColor Then")} +
+           QStringList{kEachField, QStringLiteral(" If blnUseSecondColor Then")} +
            Cell(QStringLiteral("Body1BackColor"), QStringLiteral("Body1ForeColor"), value) +
            QStringList{QStringLiteral(" Else")} +
            Cell(QStringLiteral("Body2BackColor"), QStringLiteral("Body2ForeColor"), value) +

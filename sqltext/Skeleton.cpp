@@ -4,19 +4,19 @@
 
 namespace {
 
-const QString CrLf = QStringLiteral("\r\n");
+const QString kCrLf = QStringLiteral("\r\n");
 
 QString Select(const SkeletonOptions &options, const QString &name, const QString &fields)
 {
-    QString sql = QStringLiteral(" SELECT ") + (options.useFields ? fields : QStringLiteral("*")) + CrLf +
+    QString sql = QStringLiteral(" SELECT ") + (options.useFields ? fields : QStringLiteral("*")) + kCrLf +
                   QStringLiteral(" FROM ") + name;
     if (options.groupBy) {
-        sql += CrLf + QStringLiteral(" Group By ") + fields;
+        sql += kCrLf + QStringLiteral(" Group By ") + fields;
         if (options.having)
-            sql += CrLf + QStringLiteral(" Having [Expression]=''");
+            sql += kCrLf + QStringLiteral(" Having [Expression]=''");
     }
     if (options.orderBy)
-        sql += CrLf + QStringLiteral(" Order By ") + fields;
+        sql += kCrLf + QStringLiteral(" Order By ") + fields;
     return sql;
 }
 
@@ -43,21 +43,20 @@ bool KeepsInEditor(const QString &written)
 QString SkeletonOf(const SkeletonOptions &options, const QString &name, const QString &fields)
 {
     switch (options.type) {
-    case 0:
+    case StatementKind::Select:
         return Select(options, name, fields);
-    case 1:
+    case StatementKind::Insert:
         return QStringLiteral("INSERT INTO ") + name + QStringLiteral(" (") + (options.useFields ? fields : QString()) +
                QStringLiteral(") VALUES (  [Values] )");
-    case 2:
-        return QStringLiteral("UPDATE ") + name + CrLf + QStringLiteral(" SET WHERE [Expression]");
-    case 3:
-        return QStringLiteral("DELETE FROM ") + name + CrLf + QStringLiteral(" WHERE [Expression]");
-    case 4:
-        return QStringLiteral("DROP TABLE ") + name + CrLf;
-    case 5:
-        return QStringLiteral("ALTER TABLE ") + name + CrLf + QStringLiteral("ADD column_name datatype") + CrLf +
-               QStringLiteral("MODIFY column_name datatype") + CrLf + QStringLiteral("DROP column_name datatype");
-    default:
-        return {};
+    case StatementKind::Update:
+        return QStringLiteral("UPDATE ") + name + kCrLf + QStringLiteral(" SET WHERE [Expression]");
+    case StatementKind::Delete:
+        return QStringLiteral("DELETE FROM ") + name + kCrLf + QStringLiteral(" WHERE [Expression]");
+    case StatementKind::Drop:
+        return QStringLiteral("DROP TABLE ") + name + kCrLf;
+    case StatementKind::Alter:
+        return QStringLiteral("ALTER TABLE ") + name + kCrLf + QStringLiteral("ADD column_name datatype") + kCrLf +
+               QStringLiteral("MODIFY column_name datatype") + kCrLf + QStringLiteral("DROP column_name datatype");
     }
+    return {};
 }

@@ -13,12 +13,12 @@ using lang::Trim;
 
 namespace {
 
-const QString CrLf = QStringLiteral("\r\n");
+const QString kCrLf = QStringLiteral("\r\n");
 
 // Without line ends and outer blanks nothing is left.
 bool IsBlank(const QString &text)
 {
-    return Trim(Replace(text, CrLf, {})).isEmpty();
+    return Trim(Replace(text, kCrLf, {})).isEmpty();
 }
 
 bool IsWordEdge(QChar c)
@@ -38,9 +38,9 @@ Span LineAt(const QString &text, qsizetype position)
     // A position between CR and LF belongs to the line that ends there.
     if (position > 0 && position < text.size() && text.at(position) == u'\n' && text.at(position - 1) == u'\r')
         --position;
-    const qsizetype before = position > 0 ? text.lastIndexOf(CrLf, position - 1) : -1;
+    const qsizetype before = position > 0 ? text.lastIndexOf(kCrLf, position - 1) : -1;
     // A line end that begins before the position ends before it as well, now that it is not inside of one.
-    const qsizetype behind = text.indexOf(CrLf, position);
+    const qsizetype behind = text.indexOf(kCrLf, position);
     return {before < 0 ? 0 : before + 2, behind < 0 ? text.size() : behind};
 }
 
@@ -56,11 +56,11 @@ bool IsBlankLine(const QString &text, Span line)
 
 QStringList SplitStatements(const QString &sql, qsizetype &last)
 {
-    const QString blankLine = CrLf + CrLf;
+    const QString blankLine = kCrLf + kCrLf;
     QString text = clsDStreamBuffer::CleanDuplicates(sql, QStringLiteral(" "));
     text = clsDStreamBuffer::CleanDuplicates(text, blankLine);
-    text = clsDStreamBuffer::CleanDuplicates(text, u' ' + CrLf);
-    text = Replace(text, CrLf + u' ' + CrLf, blankLine);
+    text = clsDStreamBuffer::CleanDuplicates(text, u' ' + kCrLf);
+    text = Replace(text, kCrLf + u' ' + kCrLf, blankLine);
     QStringList statements;
     for (const QString &piece : lang::Split(text, blankLine)) {
         if (!IsBlank(piece))

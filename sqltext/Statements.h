@@ -1,6 +1,6 @@
 #pragma once
 // What a run of the Analyzer takes from a text, without a window: the statement at the caret, the altering test, the
-// splitting at blank lines, the line of the log. Pure functions, any thread, nothing is raised.
+// splitting at blank lines, the line of the log. Pure functions, any thread, nothing raises.
 //
 // Texts have CR LF line ends. `selStart` and `selLength` count from 0, a line end is two positions.
 

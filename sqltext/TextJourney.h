@@ -2,7 +2,7 @@
 // Every state of a text since it was opened, in order, with one position: where a window goes when its undo has nothing
 // else left. Only the differences are kept, up to a number of bytes; past it the oldest states go. Of a difference only
 // the side away from the position is kept, since the other one stands in the text. Window-free; one thread at a time;
-// nothing is raised.
+// nothing raises.
 //
 // Positions are zero-based UTF-16 units. The text itself stays with its owner, who hands it in: it has to be the one of
 // the position. A text of another length is left alone; a change of one begins anew.

@@ -14,9 +14,9 @@ struct Stretch
     QString text;
 };
 
-constexpr const char16_t *QuoteColor = u"C";
-constexpr const char16_t *TextColor = u"DQ";
-constexpr const char16_t *PrefixColor = u"KW";
+constexpr const char16_t *kQuoteColor = u"C";
+constexpr const char16_t *kTextColor = u"DQ";
+constexpr const char16_t *kPrefixColor = u"KW";
 
 // The blanks beside a text count as its own: where it begins with the signs that are taken out, one of them goes too.
 std::vector<Stretch> Compose(const QString &text, const QString &quote, const QString &prefix, const QString &postfix)
@@ -24,15 +24,15 @@ std::vector<Stretch> Compose(const QString &text, const QString &quote, const QS
     const QString blank = QStringLiteral(" ");
     const QString crLf = QStringLiteral("\r\n");
     const bool defaults = quote == CodeQuote && prefix == CodePrefix && postfix == CodePostfix;
-    std::vector<Stretch> code{{QuoteColor, quote}};
+    std::vector<Stretch> code{{kQuoteColor, quote}};
     for (const QString &line : lang::Split(lang::Trim(text), crLf)) {
         if (lang::Trim(line).isEmpty())
             continue;
         // Meant for the dangling continuation, this takes the same signs out of the text itself as well.
-        code.push_back({TextColor, lang::Replace(blank + line + blank, QStringLiteral(" _\""), {})});
-        code.push_back({QuoteColor, quote + postfix + crLf});
-        code.push_back({PrefixColor, prefix + blank});
-        code.push_back({QuoteColor, quote});
+        code.push_back({kTextColor, lang::Replace(blank + line + blank, QStringLiteral(" _\""), {})});
+        code.push_back({kQuoteColor, quote + postfix + crLf});
+        code.push_back({kPrefixColor, prefix + blank});
+        code.push_back({kQuoteColor, quote});
     }
     if (defaults && code.size() > 1) {
         code.resize(code.size() - 2);

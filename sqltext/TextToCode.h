@@ -1,6 +1,6 @@
 #pragma once
 // A statement as a quoted string of program code, plain or as coloured RTF. Pure but for the colour table, which the
-// RTF form reads: window thread only there. Nothing is raised.
+// RTF form reads: interface thread only there. Nothing raises.
 //
 // Quotes inside of the text are not doubled. Blank lines are dropped.
 
@@ -21,5 +21,5 @@ QString TextToCode(const QString &text, const QString &quote, const QString &pre
 
 // One line of code per field: the mask with each "@" replaced by the field's name, as a whole RTF document. The
 // switches have no blank behind them, so a name that begins with a digit is taken for part of its switch, and a blank
-// behind a name for the end of the next one. It is meant.
+// behind a name for the end of the next one. That is meant: the document is settled to the letter.
 QString MaskToCode(const QString &mask, const QStringList &fields);

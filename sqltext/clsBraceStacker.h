@@ -1,6 +1,6 @@
 #pragma once
 // Pairs up one kind of bracket or quote in the RTF text of an editor, and gives copies of that text in which one pair
-// is emphasised. Works on the RTF as a plain string; window-free; one thread at a time; nothing is raised.
+// is emphasised. Works on the RTF as a plain string; window-free; one thread at a time; nothing raises.
 //
 // Positions count from 1 in the RTF text, so the marks of the RTF frame itself count too. 0 stands for a missing mark.
 // Groups are numbered from 1 to GetLength().

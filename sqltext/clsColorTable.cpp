@@ -15,7 +15,7 @@ struct ColorRow
 
 // Default text, keyword, double-quoted, single-quoted, comment, error text of the syntax check. The capital B and the
 // closing backslash of the keyword row belong to the stored text.
-constexpr ColorRow Rows[] = {
+constexpr ColorRow kRows[] = {
     {u"D", u"\\red145\\green195\\blue125"},  {u"KW", u"\\red125\\green145\\Blue195\\"},
     {u"DQ", u"\\red155\\green125\\blue195"}, {u"SQ", u"\\red195\\green175\\blue125"},
     {u"C", u"\\red165\\green175\\blue195"},  {u"ERROR", u"\\red247\\green205\\blue108"},
@@ -67,7 +67,7 @@ clsColorTable::Cells::const_iterator clsColorTable::Find(const QString &key) con
 void InitColorTable()
 {
     gColorTable = clsColorTable();
-    for (const ColorRow &row : Rows)
+    for (const ColorRow &row : kRows)
         gColorTable.Add(QString::fromUtf16(row.colorDef), QString::fromUtf16(row.key));
     gColorTableString = gColorTable.GetColorTableString();
 }

@@ -1,5 +1,5 @@
 #pragma once
-// The colours of coloured text, as rows of an RTF colour table. Window thread only.
+// The colours of coloured text, as rows of an RTF colour table. Interface thread only.
 //
 // A cell is owned by its table and shared with whoever fetched it; an unknown key gives an empty pointer and raises
 // nothing. Keys are compared without regard to case. Order of insertion is order in the table and gives each colour its

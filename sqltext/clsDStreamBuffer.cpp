@@ -35,7 +35,7 @@ QString clsDStreamBuffer::ReadUntill2(const QString &token)
     qsizetype position = Find(token, m_token);
     const qsizetype lineFeed = Find(QStringLiteral("\n"), m_lineFeed);
     if (lineFeed < position)
-        position = lineFeed; // 0, missing, counts as the earlier one on purpose
+        position = lineFeed; // a missing one is 0 and so the earlier one: both must be there to count
     return TakeTo(position);
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 // A forward-only reader over a text, for walking comma lists and line lists. Window-free; one thread at a time.
 //
-// `m_Pos` counts the characters consumed. Every read remembers what it returned. Nothing is raised: reading past the
+// `m_Pos` counts the characters consumed. Every read remembers what it returned. Nothing raises: reading past the
 // end gives empty texts. Note that reading a character past the end clears the end flag again, so loops test before
 // reading.
+//
+// The program itself calls CleanDuplicates alone so far. The readers are the class's published interface, for those who
+// walk lists of names; tests hold them.
 
 #include "lang/Text.h"
 

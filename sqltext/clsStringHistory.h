@@ -1,6 +1,6 @@
 #pragma once
 // The undo store of an editor: a fixed stack of ten snapshots of the whole RTF text with its selection. Window-free;
-// one thread at a time; nothing is raised, an empty pointer stands for "no entry".
+// one thread at a time; nothing raises, an empty pointer stands for "no entry".
 //
 // An entry is a record of three texts: Key the RTF, ColorDef SelStart and Code SelLength in decimal. Entries are shared
 // objects that later additions may overwrite, so a caller copies what it wants to keep.

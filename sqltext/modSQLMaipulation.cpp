@@ -12,7 +12,7 @@ using lang::InStr;
 
 namespace {
 
-const QString CrLf = QStringLiteral("\r\n");
+const QString kCrLf = QStringLiteral("\r\n");
 
 bool IsBlank(QStringView text)
 {
@@ -40,7 +40,7 @@ QString Break(const QString &text, const QString &token, bool blanksBeginALine)
         const QStringView piece = QStringView(text).mid(from, hit < 0 ? -1 : hit - from);
         if (!result.isEmpty()) {
             if (!KeepsTheLine(result.back()) && !(blanksBeginALine && onlyBlanks))
-                result += CrLf;
+                result += kCrLf;
             result += token;
             onlyBlanks = false;
         }
@@ -90,7 +90,7 @@ QString FormatStatement(const QString &sql)
     QString out;
     for (const QString &statement : SplitStatements(sql)) {
         if (!out.isEmpty())
-            out += CrLf + CrLf;
+            out += kCrLf + kCrLf;
         out += FormatOne(statement);
     }
     return out;
@@ -137,9 +137,9 @@ QString FieldDefinition(const FieldShape &field)
 
 QString CreateTableStatement(const QString &table, const std::vector<FieldShape> &fields)
 {
-    QString s = QStringLiteral("CREATE TABLE ") + table + QStringLiteral(" (") + CrLf;
+    QString s = QStringLiteral("CREATE TABLE ") + table + QStringLiteral(" (") + kCrLf;
     for (const FieldShape &field : fields)
-        s += FieldDefinition(field) + u',' + CrLf;
+        s += FieldDefinition(field) + u',' + kCrLf;
     s.chop(3); // the last comma and line end; without fields the bracket goes with the line end
     return s + u')';
 }

@@ -1,7 +1,7 @@
 #pragma once
 // Text operations on SQL that need neither window nor database: the table of data types, the breaking of a statement
-// into clause lines, the composing of a CREATE TABLE statement, the quoting of names. Pure, any thread, nothing is
-// raised; an unknown type number gives an empty name and flags that are not set.
+// into clause lines, the composing of a CREATE TABLE statement, the quoting of names. Pure, any thread, nothing
+// raises; an unknown type number gives an empty name and flags that are not set.
 
 #include <QString>
 #include <QStringList>
@@ -37,7 +37,7 @@ QString BreakOnToken(const QString &text, const QString &token);
 // Each clause on a line of its own, clause words in upper case, statements parted by a blank line. Line ends of the
 // source are taken out first, not replaced, so a comment swallows what followed it up to the next clause.
 QString FormatStatement(const QString &sql);
-// The same, but these pieces of it (names in quotes) come out as they went in, clause words within or not.
+// The same, but these pieces of it (names in quotes) come out as they went in, also with clause words in them.
 QString FormatStatementKeeping(const QString &sql, QStringList pieces);
 
 // What a CREATE TABLE statement has to know of a field.

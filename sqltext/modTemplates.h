@@ -1,6 +1,6 @@
 #pragma once
-// Fixed texts to start a DDL statement from, and the server-side script page of a query. Pure, any thread, nothing is
-// raised. Lines are parted by CR LF, the last has none. Names go in as they are given.
+// Fixed texts to start a DDL statement from, and the server-side script page of a query. Pure, any thread, nothing
+// raises. Lines are parted by CR LF, the last has none. Names go in as they are given.
 
 #include <QString>
 

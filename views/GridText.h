@@ -3,7 +3,7 @@
 // saves, the statistics over a block, and the search. Cells are addressed as in the grid: row 0 is the heading, column
 // 0 the fixed column, data begin at row 1 and column 1.
 //
-// Any thread; nothing here raises, except that Find throws lang::BadPattern for a pattern with an unclosed "[".
+// Any thread; nothing raises, except that Find raises lang::BadPattern for a pattern with an unclosed "[".
 
 #include <QString>
 #include <functional>
@@ -43,10 +43,12 @@ using LineSink = std::function<bool(const QString &line)>;
 // every value followed by a comma. One line a row, and one empty line at the end.
 void WriteCsv(const Cells &cells, const LineSink &line);
 
-// An HTML table with the caption and the statement above it. The last column of the grid is left out: it is meant.
+// An HTML table with the caption and the statement above it. The last column of the grid is left out. That is
+// meant: the layout of saved pages is settled to the byte.
 void WriteHtml(const Cells &cells, const QString &caption, const QString &statement, const LineSink &line);
 
-// Does this file name ask for HTML? Only its last three characters count, so "x.html" does not: it is meant.
+// Does this file name ask for HTML? Only its last three characters count, so "x.html" does not. That is meant:
+// "htm" is the extension that the save dialog gives.
 bool WantsHtml(const QString &fileName);
 
 // A single cell as its bare text; a block with every cell in quotes (inner ones doubled), commas between, lines ended.

@@ -51,18 +51,6 @@ frmExecutionPlan::frmExecutionPlan(QWidget *parent) : ChildWindow(parent)
     DisplayError();
 }
 
-clsMenuSettings frmExecutionPlan::MenuSettings() const
-{
-    clsMenuSettings settings;
-    settings.CanCopy = true;
-    return settings;
-}
-
-bool frmExecutionPlan::Offers(const QString &name) const
-{
-    return name == QLatin1String("mnuCopy");
-}
-
 void frmExecutionPlan::DisplayError()
 {
     TV->Nodes().Clear();

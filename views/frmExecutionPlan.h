@@ -21,9 +21,7 @@ class frmExecutionPlan : public ChildWindow
 public:
     explicit frmExecutionPlan(QWidget *parent = nullptr);
 
-    QString FormName() const override { return QStringLiteral("frmExecutionPlan"); }
-    clsMenuSettings MenuSettings() const override;
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmExecutionPlan>(); }
 
     void DisplayError(); // the standing message
     // Result: whether rows stand in the grid. A plan whose rows cannot be read leaves the tree as far as it came.

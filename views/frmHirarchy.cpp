@@ -14,16 +14,17 @@
 #include <QLabel>
 #include <QPushButton>
 #include <algorithm>
-#include <array>
 
 namespace {
 
 constexpr const char16_t *kLogFormat = u"    | Type          |Time Stamp                     |Value";
 
-// The names of the child protocol that this window answers.
-constexpr std::array<const char *, 10> kOffered = {"mnuCopy",      "mnuFind",      "mnuSave",      "mnuPrint",
-                                                   "mnuClearLog",  "mnuMax_Click", "mnuMin_Click", "mnuAvg_Click",
-                                                   "mnuSum_Click", "mnuFitColumns"};
+template <class Widget> Widget *Named(Widget *widget, const char *name, const QString &spoken)
+{
+    widget->setObjectName(QLatin1String(name));
+    widget->setAccessibleName(spoken);
+    return widget;
+}
 
 } // namespace
 
@@ -41,20 +42,40 @@ frmHirarchy::~frmHirarchy() = default;
 
 void frmHirarchy::Build()
 {
-    const auto named = [](auto *widget, const char *name, const QString &spoken) {
-        widget->setObjectName(QLatin1String(name));
-        widget->setAccessibleName(spoken);
-        return widget;
-    };
-    ts = named(new TabStrip(this), "ts", tr("Views of the result"));
+    BuildRunning();
+    BuildViews();
+    auto *top = new QHBoxLayout;
+    top->setContentsMargins(0, 0, 4, 0);
+    top->setSpacing(6);
+    top->addWidget(ts, 0, Qt::AlignBottom);
+    top->addStretch(1);
+    auto *all = new QVBoxLayout(this);
+    all->setContentsMargins(3, 3, 3, 0);
+    all->setSpacing(2);
+    all->addLayout(top);
+    const std::initializer_list<QWidget *> running = {ani, lblRunning, cmdStop};
+    for (QWidget *widget : running)
+        top->addWidget(widget, 0, Qt::AlignVCenter);
+    for (QWidget *view : std::initializer_list<QWidget *>{mfg, mfgMessge, txtData})
+        all->addWidget(view, 1);
+    all->addWidget(SB);
+    for (QWidget *widget : running)
+        widget->hide();
+    resize(760, 420);
+}
+
+// The tabs, and what shows beside them while a statement runs.
+void frmHirarchy::BuildRunning()
+{
+    ts = Named(new TabStrip(this), "ts", tr("Views of the result"));
     ts->AddTab(QStringLiteral("Data Grid"));
     ts->AddTab(QStringLiteral("Message(s)"));
     ts->AddTab(QStringLiteral("Data Drill Down"));
     connect(ts, &TabStrip::Click, this, &frmHirarchy::ShowTab);
 
-    ani = named(new BusyIndicator(this), "ani", tr("A statement is running"));
-    lblRunning = named(new QLabel(this), "lblRunning", tr("Progress"));
-    cmdStop = named(new QPushButton(tr("&Stop"), this), "cmdStop", tr("Stop the statement"));
+    ani = Named(new BusyIndicator(this), "ani", tr("A statement is running"));
+    lblRunning = Named(new QLabel(this), "lblRunning", tr("Progress"));
+    cmdStop = Named(new QPushButton(tr("&Stop"), this), "cmdStop", tr("Stop the statement"));
     cmdStop->setToolTip(tr("Cancel the statement on the server (Esc)"));
     connect(cmdStop, &QPushButton::clicked, this, &frmHirarchy::StopRun);
     QSizePolicy room = cmdStop->sizePolicy(); // the rows do not jump when it comes and goes
@@ -62,11 +83,15 @@ void frmHirarchy::Build()
     cmdStop->setSizePolicy(room);
     m_clock.setInterval(100);
     connect(&m_clock, &QTimer::timeout, this, [this] { ShowRunning(true); });
+}
 
-    mfg = named(new FlexGrid(this), "mfg", tr("Rows"));
-    mfgMessge = named(new FlexGrid(this), "mfgMessge", tr("Messages"));
+// One view a tab, and the status bar.
+void frmHirarchy::BuildViews()
+{
+    mfg = Named(new FlexGrid(this), "mfg", tr("Rows"));
+    mfgMessge = Named(new FlexGrid(this), "mfgMessge", tr("Messages"));
     mfgMessge->SetFormatString(QString::fromUtf16(kLogFormat));
-    txtData = named(new LongTextBox(this), "txtData", tr("Text of the cell"));
+    txtData = Named(new LongTextBox(this), "txtData", tr("Text of the cell"));
     connect(txtData, &LongTextBox::Progress, this, [](int percent) {
         SetStatus(percent < 100 ? tr("Loading the text of the cell ... %1 %").arg(percent) : QString());
     });
@@ -77,33 +102,12 @@ void frmHirarchy::Build()
             SB->SetPanelText(2, QStringLiteral("Cell [%1,%2]").arg(mfg->RowSel()).arg(mfg->ColSel()));
     });
 
-    SB = named(new StatusBar(this), "SB", tr("Status"));
+    SB = Named(new StatusBar(this), "SB", tr("Status"));
     SB->AddPanel(sbrText, true);
     SB->AddPanel(sbrText, false, 2000);
     SB->AddPanel(sbrText, false, 2600);
     SB->AddPanel(sbrText, false, 2600);
     connect(SB, &StatusBar::PanelClick, this, [this](int panel) { ShowCellText(SB->PanelText(panel)); });
-
-    auto *top = new QHBoxLayout;
-    top->setContentsMargins(0, 0, 4, 0);
-    top->setSpacing(6);
-    top->addWidget(ts, 0, Qt::AlignBottom);
-    top->addStretch(1);
-    for (QWidget *widget :
-         {static_cast<QWidget *>(ani), static_cast<QWidget *>(lblRunning), static_cast<QWidget *>(cmdStop)})
-        top->addWidget(widget, 0, Qt::AlignVCenter);
-    auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(3, 3, 3, 0);
-    all->setSpacing(2);
-    all->addLayout(top);
-    for (QWidget *view :
-         {static_cast<QWidget *>(mfg), static_cast<QWidget *>(mfgMessge), static_cast<QWidget *>(txtData)})
-        all->addWidget(view, 1);
-    all->addWidget(SB);
-    for (QWidget *widget :
-         {static_cast<QWidget *>(ani), static_cast<QWidget *>(lblRunning), static_cast<QWidget *>(cmdStop)})
-        widget->hide();
-    resize(760, 420);
 }
 
 // What both grids share: the cell's text on a double click, sorting by the heading (rows only), the popup.
@@ -116,26 +120,11 @@ void frmHirarchy::WatchGrid(FlexGrid *grid, const QString &tag)
     connect(grid, &FlexGrid::MouseUp, this, [this, grid, tag](Qt::MouseButton button, const QPoint &position) {
         if (button == Qt::RightButton) {
             m_statsTag = tag;
-            Shell::Current().ShowStatsMenu(grid->viewport()->mapToGlobal(position), tag);
+            Shell::Current().ShowMenu(QStringLiteral("mnuStats"), grid->viewport()->mapToGlobal(position), tag);
         } else if (button == Qt::LeftButton && grid == mfg) {
             SortByHeading(grid, position);
         }
     });
-}
-
-clsMenuSettings frmHirarchy::MenuSettings() const
-{
-    clsMenuSettings settings;
-    settings.CanSave = settings.CanCopy = settings.CanFind = settings.CanPrint = true;
-    return settings;
-}
-
-bool frmHirarchy::Offers(const QString &name) const
-{
-    for (const char *offered : kOffered)
-        if (name == QLatin1String(offered))
-            return true;
-    return false;
 }
 
 void frmHirarchy::SetCallerSQLForm(ResultOwner *owner)
@@ -149,7 +138,7 @@ ResultOwner *frmHirarchy::CallerSQLForm() const
     return m_ownerWidget ? m_owner : nullptr;
 }
 
-// The keyboard goes with the view: the toolkit would hand it to whatever follows the hidden one.
+// The keyboard goes with the view: Qt would hand it to whatever follows the hidden one.
 void frmHirarchy::ShowTab(int tab)
 {
     const std::array<QWidget *, 3> views = {mfg, mfgMessge, txtData};

@@ -3,7 +3,7 @@
 //
 // A child of the main window, made for one run and kept as long as the user wants; the Analyzer may use one again. A
 // run is asynchronous: while it lasts the window shows what runs, for how long, how many rows have come, and a Stop
-// button (Escape too). Closing the window cancels its statement. Interface thread; nothing here raises.
+// button (Escape too). Closing the window cancels its statement. Interface thread; nothing raises.
 
 #include "ado/CellReader.h"
 #include "ado/UARecordset.h"
@@ -45,9 +45,7 @@ public:
     void StopRun();
     QString Statement() const; // panel 1
 
-    QString FormName() const override { return QStringLiteral("frmHirarchy"); }
-    clsMenuSettings MenuSettings() const override;
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmHirarchy>(); }
     void Unload() override;
     void mnuCopy() override;
     void mnuFind() override;
@@ -76,6 +74,8 @@ protected:
 
 private:
     void Build();
+    void BuildRunning();
+    void BuildViews();
     void WatchGrid(FlexGrid *grid, const QString &tag);
     void UARec_RecordsetOpened(const ADODB::RecordsetPtr &Rec);
     void UARec_ErrorOccured(int ErrorNumber, const QString &ErrorDescription);

@@ -29,7 +29,7 @@ void frmHirarchy::ShowRec(const QString &strSQL, const ADODB::ConnectionPtr &Con
     if (!isVisible() && !window()->isMinimized())
         ShowChild();
     m_recordset.OpenRecordset(strSQL, Conn, 3);
-    cmdStop->setEnabled(true); // a former run that was being stopped has nothing to say any more
+    cmdStop->setEnabled(true); // a stop that was asked of the former run is none of this one's
     ShowRunning(true);
     m_clock.start();
 }
@@ -150,7 +150,7 @@ void frmHirarchy::SetDataSourceRec(const ADODB::RecordsetPtr &Rec)
         [&] {
             AppendMessage(QStringLiteral("Mounting data set"), QStringLiteral("Log"), true);
             if (!Rec || Rec->Eof())
-                return; // an empty rowset shows an empty window, without names: it is meant
+                return; // an empty rowset shows an empty window, without names: nothing came that they could head
             mfg->SetFixedCols(1);
             mfg->SetColHeader(0, false);
             mfg->SetDataSource(Rec);

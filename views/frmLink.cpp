@@ -93,11 +93,6 @@ FlexGrid *frmLink::NewGrid(const char *name, const QString &accessible, const QS
     return grid;
 }
 
-bool frmLink::Offers(const QString &name) const
-{
-    return name == QLatin1String("RefreshForm");
-}
-
 void frmLink::Activated()
 {
     DrawLinks();

@@ -22,8 +22,7 @@ class frmLink : public ChildWindow
 public:
     explicit frmLink(QWidget *parent = nullptr);
 
-    QString FormName() const override { return QStringLiteral("frmLink"); }
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmLink>(); }
     void Activated() override;
     void RefreshForm(const QString &connectionName) override;
 

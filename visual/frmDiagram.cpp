@@ -24,9 +24,6 @@
 
 namespace {
 
-constexpr QLatin1String kOffered[] = {QLatin1String("mnuSave"),     QLatin1String("mnuPrint"),
-                                      QLatin1String("SnapShot"),    QLatin1String("mnuAddTable"),
-                                      QLatin1String("RefreshForm"), QLatin1String("ToolBar")};
 constexpr int kRightButton = 2;
 
 DiagramHost *g_host = nullptr;
@@ -82,18 +79,6 @@ frmDiagram::frmDiagram(QWidget *parent) : ChildWindow(parent)
             DiagramHost::Current().ShowDiagramMenu(
                 TableMap->Hwnd()->mapToGlobal(QPoint(ToPixels(qint64(x)), ToPixels(qint64(y)))));
     });
-}
-
-clsMenuSettings frmDiagram::MenuSettings() const
-{
-    clsMenuSettings settings;
-    settings.CanSave = settings.CanPrint = true;
-    return settings;
-}
-
-bool frmDiagram::Offers(const QString &name) const
-{
-    return std::ranges::find(kOffered, name) != std::end(kOffered);
 }
 
 void frmDiagram::showEvent(QShowEvent *event)

@@ -16,9 +16,7 @@ class frmDiagram : public ChildWindow
 public:
     explicit frmDiagram(QWidget *parent = nullptr);
 
-    QString FormName() const override { return QStringLiteral("frmDiagram"); }
-    clsMenuSettings MenuSettings() const override;
-    bool Offers(const QString &name) const override;
+    ChildNames Answers() const override { return AnswersOf<frmDiagram>(); }
     void Activated() override;
     void Deactivated() override;
     void Unload() override;

@@ -1,6 +1,7 @@
 // Query files: opened, saved, dropped; inserts.
 #include "AnalyzerFixture.h"
 #include "frame/QueryFile.h"
+#include "sqltext/Statements.h"
 #include "tests/support/Cases.h"
 #include <QDropEvent>
 #include <QFile>

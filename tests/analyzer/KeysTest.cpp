@@ -163,7 +163,7 @@ TEST_F(Analyzer, ThePauseKeyBreaksTheText)
 TEST_F(Analyzer, TheRightButtonOpensTheEditMenu)
 {
     QTest::mouseClick(window->txtSQL->viewport(), Qt::RightButton, {}, QPoint(10, 10));
-    EXPECT_EQ(shell.EditMenus, 1);
+    EXPECT_EQ(shell.Menus, QStringList(QStringLiteral("mnuEdit")));
 }
 
 // It showed brackets.
@@ -171,6 +171,6 @@ TEST_F(Analyzer, ShiftF10OpensTheEditMenu)
 {
     window->SetText(QStringLiteral("(a)"));
     Press(Qt::Key_F10, Qt::ShiftModifier);
-    EXPECT_EQ(shell.EditMenus, 1);
+    EXPECT_EQ(shell.Menus, QStringList(QStringLiteral("mnuEdit")));
     EXPECT_FALSE(window->tmrParseBrackets->isActive());
 }

@@ -1,6 +1,7 @@
 // Long texts come into the editor beside the living windows, and are in the end what a short one is at once. Opening a
 // query file of 16 MB stopped the windows for many seconds.
 #include "AnalyzerFixture.h"
+#include "analyzer/QueryText.h"
 #include "session/PumpUntil.h"
 #include "session/Status.h"
 #include <QFile>
@@ -11,12 +12,12 @@ namespace {
 
 struct LongText : Analyzer
 {
-    const qsizetype atOnce = frmSQL::AtOnce;
+    const qsizetype atOnce = QueryText::AtOnce;
     const int quick = SetQuickWait(0);
 
     ~LongText() override
     {
-        frmSQL::AtOnce = atOnce;
+        QueryText::AtOnce = atOnce;
         SetQuickWait(quick);
     }
     QString File(const QString &text)
@@ -58,16 +59,16 @@ TEST_F(LongText, EveryTextEndsAsAShortOneDoes)
     QRandomGenerator random(20251);
     for (int round = 0; round < 300; ++round) {
         const QString text = RandomText(random);
-        frmSQL::AtOnce = atOnce;
+        QueryText::AtOnce = atOnce;
         plain->SetText(text);
-        frmSQL::AtOnce = -1;
+        QueryText::AtOnce = -1;
         ASSERT_TRUE(window->SetText(text));
         const std::string told = "round " + std::to_string(round) + ": " + text.toStdString();
         ASSERT_EQ(window->Text(), plain->Text()) << told;
         ASSERT_EQ(window->txtSQL->TextRTF(), plain->txtSQL->TextRTF()) << told;
         ASSERT_EQ(window->txtSQL->toPlainText(), plain->txtSQL->toPlainText()) << told;
         ASSERT_EQ(window->txtSQL->SelStart(), plain->txtSQL->SelStart()) << told;
-        frmSQL::AtOnce = atOnce;
+        QueryText::AtOnce = atOnce;
         if (round % 10 != 9)
             continue;
         // The states that undo leads to are the same ones.

@@ -37,17 +37,27 @@ struct OwnRun : Analyzer
         gate.Open();
         Analyzer::TearDown();
     }
-    // Does it once the statement stands at the gate.
-    template <class Act> void AtTheGate(Act act)
+    // Does it once, as soon as `when` says so.
+    template <class When, class Act> void Once(When when, Act act)
     {
         auto *look = new QTimer(&side);
-        QObject::connect(look, &QTimer::timeout, [this, look, act] {
-            if (!gate.Arrived())
+        QObject::connect(look, &QTimer::timeout, [look, when, act] {
+            if (!when())
                 return;
             look->stop();
             act();
         });
         look->start(5);
+    }
+    // When a statement stands at the gate.
+    template <class Act> void AtTheGate(Act act)
+    {
+        Once([this] { return gate.Arrived(); }, act);
+    }
+    // When the statement that runs until it is cancelled has reached the server.
+    template <class Act> void OnceItRuns(Act act)
+    {
+        Once([this] { return driver.Log().contains(QStringLiteral("update t long")); }, act);
     }
     frmSQL *Second()
     {
@@ -111,14 +121,7 @@ TEST_F(OwnRun, ACommitOfAnotherWindowWaitsForTheEndOfTheRun)
 TEST_F(OwnRun, EscapeEndsTheBatchAndTheLogSaysWhatWasNotRun)
 {
     Text(window, "insert into t values (50)\r\n\r\nupdate t long\r\n\r\ninsert into t values (60)");
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, [&] {
-        if (!driver.Log().contains(QStringLiteral("update t long")))
-            return;
-        look.stop();
-        Press(Qt::Key_Escape);
-    });
-    look.start(5);
+    OnceItRuns([&] { Press(Qt::Key_Escape); });
     EXPECT_FALSE(window->RunSQL());
     EXPECT_EQ(driver.Log(), (QStringList{"insert into t values (50)", "update t long"}));
     EXPECT_EQ(Log(), (QStringList{"insert into t values (50) 3 records have been affected",
@@ -128,15 +131,10 @@ TEST_F(OwnRun, EscapeEndsTheBatchAndTheLogSaysWhatWasNotRun)
 TEST_F(OwnRun, AClosedWindowEndsItsBatch)
 {
     Text(window, "update t long\r\n\r\ninsert into t values (60)");
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, [&] {
-        if (!driver.Log().contains(QStringLiteral("update t long")))
-            return;
-        look.stop();
+    OnceItRuns([&] {
         window->CloseChild();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     });
-    look.start(5);
     window->RunSQL();
     EXPECT_EQ(driver.Log(), QStringList{"update t long"});
     EXPECT_TRUE(dialogs.Boxes.size() == 1); // the question alone
@@ -145,14 +143,7 @@ TEST_F(OwnRun, AClosedWindowEndsItsBatch)
 TEST_F(OwnRun, ACancelledTransactionRunIsRolledBack)
 {
     Text(window, "update t long\r\n\r\ninsert into t values (60)");
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, [&] {
-        if (!driver.Log().contains(QStringLiteral("update t long")))
-            return;
-        look.stop();
-        Press(Qt::Key_Escape);
-    });
-    look.start(5);
+    OnceItRuns([&] { Press(Qt::Key_Escape); });
     EXPECT_FALSE(window->RunSQL_Trans());
     EXPECT_EQ(driver.Log(), (QStringList{"BEGIN", "update t long", "ROLLBACK"}));
     EXPECT_TRUE(dialogs.LastText().endsWith(QStringLiteral("Will now atempt to rollback.")));
@@ -161,14 +152,7 @@ TEST_F(OwnRun, ACancelledTransactionRunIsRolledBack)
 TEST_F(OwnRun, TheEndOfTheProgramEndsTheBatch)
 {
     Text(window, "update t long\r\n\r\ninsert into t values (60)");
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, [&] {
-        if (!driver.Log().contains(QStringLiteral("update t long")))
-            return;
-        look.stop();
-        EndPumps(true);
-    });
-    look.start(5);
+    OnceItRuns([&] { EndPumps(true); });
     EXPECT_FALSE(window->RunSQL());
     EndPumps(false);
     EXPECT_EQ(driver.Log(), QStringList{"update t long"});

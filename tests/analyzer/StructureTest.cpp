@@ -89,7 +89,7 @@ TEST_F(Structure, OnlySelectOffersTheThreeClauses)
     }
     QTest::keyClick(&ask, Qt::Key_Return);
     EXPECT_FALSE(ask.Cancelled);
-    EXPECT_EQ(ask.StatementType, 1);
+    EXPECT_EQ(ask.StatementType, StatementKind::Insert);
     EXPECT_TRUE(ask.NameFields);
     EXPECT_FALSE(ask.GroupBy || ask.Having || ask.OrderBy); // checked, and not on offer
     frmGetSQLStructure again;

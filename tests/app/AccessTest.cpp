@@ -1,5 +1,6 @@
 // The program without a mouse and without eyes: keys reach everything, the focus shows, controls have names.
-#include "app/MenuTable.h"
+#include "analyzer/frmSQL.h"
+#include "app/CommandTable.h"
 #include "app/Menus.h"
 #include "app/SideBarTable.h"
 #include "app/ToolbarTable.h"
@@ -11,6 +12,7 @@
 #include "controls/StatusBar.h"
 #include "tests/app/EveryWindow.h"
 #include "tests/app/ShellFixture.h"
+#include "views/frmHirarchy.h"
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
@@ -97,7 +99,7 @@ TEST_F(Access, EveryControlOfEveryWindowHasAName)
             }
     };
     walk(Window.get(), "mdiMother");
-    for (const WindowRow &row : EveryWindow()) {
+    for (const AnyWindow &row : EveryWindow()) {
         std::unique_ptr<QWidget> window(row.Make());
         window->show();
         walk(window.get(), row.Name);
@@ -140,7 +142,7 @@ TEST_F(Access, TheFocusShowsOnEveryControlOfEveryWindow)
         }
     };
     walk(Window.get(), "mdiMother");
-    for (const WindowRow &row : EveryWindow()) {
+    for (const AnyWindow &row : EveryWindow()) {
         std::unique_ptr<QWidget> window(row.Make());
         window->show();
         walk(window.get(), row.Name);
@@ -156,8 +158,8 @@ TEST_F(Access, EveryItemOfTheMenuBarHasALetterOfItsOwn)
         EXPECT_TRUE(action->text().contains(QLatin1Char('&'))) << qPrintable(action->text());
     // Within a menu the arrow keys reach what has run out of letters; there are few of those.
     int without = 0;
-    for (const MenuRow &row : MenuTable())
-        if (row.Route != MenuRoute::Group && row.Route != MenuRoute::Separator &&
+    for (const CommandRow &row : CommandTable())
+        if (row.Route != Calls::Group && row.Route != Calls::Separator && std::strcmp(row.Parent, NoMenu) &&
             !Window->menus->Item(QString::fromLatin1(row.Name))->text().contains(QLatin1Char('&')))
             ++without;
     EXPECT_LE(without, 3);
@@ -209,9 +211,9 @@ TEST_F(Access, EveryButtonOfTheCommandBarAnswersToTheKeyboard)
     QStringList wanted, pressed;
     for (const SideBarRow &row : SideBarTable())
         wanted << QStringLiteral("MTB") + QLatin1String(row.Key);
-    for (const ButtonRow &row : SQLToolbar())
-        if (row.Kind != ButtonKind::Separator && !row.Later)
-            wanted << QString::fromLatin1(row.Key);
+    for (const char *key : FindToolbar("SQL")->Buttons)
+        if (const CommandRow *row = FindButton(key); row && !row->IsLater)
+            wanted << QString::fromLatin1(key);
     QObject::disconnect(Window->cb, &CommandBar::ButtonClick, Window.get(), nullptr);
     QObject::connect(Window->cb, &CommandBar::ButtonClick, Window.get(), [&](const QString &key) { pressed << key; });
     QTest::keyClick(Window.get(), Qt::Key_2, Qt::ControlModifier);

@@ -1,7 +1,7 @@
 // The real Analyzer in the real main window.
 #include "analyzer/frmSQL.h"
-#include "app/InstallAnalyzer.h"
 #include "app/Menus.h"
+#include "app/Session.h"
 #include "app/WorkArea.h"
 #include "app/frmHelp.h"
 #include "controls/CommandBar.h"
@@ -23,7 +23,7 @@ protected:
     void SetUp() override
     {
         ShellTest::SetUp();
-        InstallAnalyzer();
+        MadeInstead().clear(); // the real Analyzer
         gConns().Add(Database(QStringLiteral("a.sqlite")), QStringLiteral("a"),
                      QStringLiteral("select 41 + 1 as answer"));
         gConns().Add(Database(QStringLiteral("b.sqlite")), QStringLiteral("b"), QStringLiteral("select 2"));
@@ -55,18 +55,18 @@ TEST_F(AnalyzerInTheShell, ItComesWithTheConnectionsTextAndItsCaption)
 TEST_F(AnalyzerInTheShell, F5RunsAndTheRowsStandBesideTheText)
 {
     QTest::keyClick(SQL->txtSQL, Qt::Key_F5);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return Result() && AnalyzerFactory::Current().ResultRows(Result()) == 1; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Result() && ResultRows(Result()) == 1; }));
     EXPECT_FALSE(Result()->parentWidget()->geometry().intersects(SQL->parentWidget()->geometry()));
     EXPECT_EQ(Window->ActiveChild(), SQL); // the focus comes back
 }
 
 TEST_F(AnalyzerInTheShell, TheMenuRunsToo)
 {
-    Window->menus->OnQuery();
+    Window->menus->Follow("mnuQuery");
     QAction *run = Window->menus->Item(QStringLiteral("mnuRun"));
     EXPECT_TRUE(run->isEnabled());
     run->trigger();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return Result() && AnalyzerFactory::Current().ResultRows(Result()) == 1; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Result() && ResultRows(Result()) == 1; }));
 }
 
 TEST_F(AnalyzerInTheShell, AnotherConnectionTakesTheWindowWithIt)
@@ -102,7 +102,7 @@ TEST_F(AnalyzerInTheShell, F1IsTheQuickListsAndTheManualStaysShut)
 // A click on a connection gave it that connection's name and text.
 TEST_F(AnalyzerInTheShell, AScratchWindowKeepsItsTextThroughAConnect)
 {
-    Window->mnuSQL();
+    Window->Command("mnuSQL");
     QPointer<frmSQL> scratch = qobject_cast<frmSQL *>(Window->ActiveChild());
     ASSERT_TRUE(scratch && scratch != SQL);
     scratch->SetText(QStringLiteral("select 9"));
@@ -122,10 +122,10 @@ TEST_F(AnalyzerInTheShell, TheReusedResultComesToTheFront)
 {
     const auto run = [this] {
         QTest::keyClick(SQL->txtSQL, Qt::Key_F5);
-        return QTest::qWaitFor([&] { return Result() && AnalyzerFactory::Current().ResultRows(Result()) == 1; });
+        return QTest::qWaitFor([&] { return Result() && ResultRows(Result()) == 1; });
     };
     ASSERT_TRUE(run());
-    Window->mnuSQL();
+    Window->Command("mnuSQL");
     auto *other = Window->ActiveChild();
     ASSERT_NE(other, SQL);
     other->parentWidget()->setGeometry(Result()->parentWidget()->geometry());
@@ -150,7 +150,7 @@ TEST_F(AnalyzerInTheShell, ANewResultOfSeveralCanBeSeen)
     SQL->ToolBar(QStringLiteral("SQLMulti"));
     SQL->parentWidget()->showMaximized();
     QTest::keyClick(SQL->txtSQL, Qt::Key_F5);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return Result() && AnalyzerFactory::Current().ResultRows(Result()) == 1; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Result() && ResultRows(Result()) == 1; }));
     QWidget *frame = Result()->parentWidget();
     EXPECT_TRUE(frame->isMinimized());
     EXPECT_FALSE(frame->visibleRegion().isEmpty());
@@ -158,7 +158,7 @@ TEST_F(AnalyzerInTheShell, ANewResultOfSeveralCanBeSeen)
 
 TEST_F(AnalyzerInTheShell, AScratchWindowKeepsNoText)
 {
-    Window->mnuSQL();
+    Window->Command("mnuSQL");
     auto *scratch = qobject_cast<frmSQL *>(Window->ActiveChild());
     ASSERT_TRUE(scratch && scratch != SQL);
     EXPECT_EQ(scratch->Text(), QString());

@@ -2,7 +2,6 @@
 // click and every key is a real one, and what it must lead to is read back from the real Analyzer.
 #include "analyzer/frmCode.h"
 #include "analyzer/frmSQL.h"
-#include "app/InstallAnalyzer.h"
 #include "app/Menus.h"
 #include "controls/CommandBar.h"
 #include "controls/ListView.h"
@@ -32,7 +31,7 @@ protected:
     void SetUp() override
     {
         ShellTest::SetUp();
-        InstallAnalyzer();
+        MadeInstead().clear(); // the real Analyzer
         gConns().Add(Database(), S("a"), QString());
         Start(S("TestMode"), true);
         Window->showNormal(); // wide enough for every button and menu

@@ -64,7 +64,7 @@ TEST_F(ConnectTo, OpensMarksTheEntryAndMakesAnAnalyzer)
 TEST_F(ConnectTo, TheChosenEntryShowsConnectingMeanwhile)
 {
     QList<QList<int>> seen;
-    AnalyzerFactory::Current().Create = [&](const QString &) -> ChildWindow * {
+    MadeInstead()[QStringLiteral("frmSQL")] = [&]() -> ChildWindow * {
         seen << Icons();
         return nullptr;
     };
@@ -217,7 +217,7 @@ TEST_F(ConnectTo, AnEntryDeletedMeanwhileDoesNoHarm)
 {
     QTimer::singleShot(0, Window.get(), [&] {
         Window->menus->SetTag(QStringLiteral("mnuDeleteConn"), Entry(QStringLiteral("a"))->Key());
-        Window->mnuDeleteConn();
+        Window->Command("mnuDeleteConn");
     });
     EXPECT_FALSE(Window->ConnectTo(Entry(QStringLiteral("a"))));
     EXPECT_FALSE(Entry(QStringLiteral("a")));
@@ -228,7 +228,7 @@ TEST_F(ConnectTo, AWindowThatGoesMeanwhileDoesNoHarm)
 {
     Child(QStringLiteral("frmGrid"), QStringLiteral("1"));
     const QPointer<ChildWindow> second = Child(QStringLiteral("frmTree"), QStringLiteral("1"));
-    AnalyzerFactory::Current().Create = nullptr;
+    MadeInstead()[QStringLiteral("frmSQL")] = []() -> ChildWindow * { return nullptr; };
     QTimer::singleShot(0, Window.get(), [second] { delete second; });
     Window->ConnectTo(Entry(QStringLiteral("a")));
     EXPECT_FALSE(second);
@@ -272,13 +272,13 @@ TEST_F(ConnectTo, AClickOnTheEntryConnects)
 
 TEST_F(ConnectTo, AScratchAnalyzerBelongsToNoConnection)
 {
-    Window->mnuSQL();
+    Window->Command("mnuSQL");
     ASSERT_EQ(Dialogs.Boxes.size(), 1);
     EXPECT_EQ(Dialogs.Boxes[0].Title, QStringLiteral("Conection"));
     EXPECT_FALSE(Analyzer);
     Window->ConnectTo(Entry(QStringLiteral("a")));
     const QPointer<FakeChild> first = Analyzer;
-    Window->mnuSQL();
+    Window->Command("mnuSQL");
     ASSERT_TRUE(Analyzer);
     EXPECT_NE(Analyzer, first);
     EXPECT_EQ(Analyzer->ConnName, QString());

@@ -1,65 +1,30 @@
 #pragma once
-// One of each window class of the program, for the tests that walk them all. A window that is missing here fails
-// EveryWindow.IsKnown.
+// One of each window class of the program, for the tests that walk them all: those of WindowTable, and those that are
+// made of something.
 
-#include "analyzer/frmCode.h"
-#include "analyzer/frmGetSQLStructure.h"
-#include "analyzer/frmSQL.h"
-#include "analyzer/frmScriptMask.h"
-#include "analyzer/frmTextManipulation.h"
-#include "app/frmAbout.h"
-#include "app/frmHelp.h"
-#include "app/frmRookie.h"
-#include "data/frmAni.h"
-#include "data/frmConnectionString.h"
-#include "data/frmFind.h"
-#include "data/frmGetSelection.h"
-#include "data/frmGrid.h"
-#include "data/frmLogin.h"
-#include "data/frmNewConnection.h"
-#include "data/frmTextOutput.h"
-#include "data/frmTree.h"
+#include "app/WindowTable.h"
 #include "tests/controls/MakeRecordset.h"
 #include "views/drReport.h"
-#include "views/frmHirarchy.h"
+#include <functional>
 #include <memory>
 #include <vector>
 
-struct WindowRow
+struct AnyWindow
 {
     const char *Name;
-    QWidget *(*Make)();
+    std::function<QWidget *()> Make;
 };
 
-template <typename Form> QWidget *MakeWindow()
+inline std::vector<AnyWindow> EveryWindow()
 {
-    auto *form = new Form;
-    form->setAttribute(Qt::WA_DeleteOnClose, false);
-    return form;
-}
-
-inline const std::vector<WindowRow> &EveryWindow()
-{
-    static const std::vector<WindowRow> rows = {
-        {"drReport", []() -> QWidget * { return new drReport(MakeRows(3), {}, QStringLiteral("SQL: select 1")); }},
-        {"frmAbout", MakeWindow<frmAbout>},
-        {"frmAni", MakeWindow<frmAni>},
-        {"frmCode", MakeWindow<frmCode>},
-        {"frmConnectionString", MakeWindow<frmConnectionString>},
-        {"frmFind", MakeWindow<frmFind>},
-        {"frmGetSQLStructure", MakeWindow<frmGetSQLStructure>},
-        {"frmGetSelection", MakeWindow<frmGetSelection>},
-        {"frmGrid", MakeWindow<frmGrid>},
-        {"frmHelp", MakeWindow<frmHelp>},
-        {"frmHirarchy", MakeWindow<frmHirarchy>},
-        {"frmLogin", MakeWindow<frmLogin>},
-        {"frmNewConnection", MakeWindow<frmNewConnection>},
-        {"frmRookie", MakeWindow<frmRookie>},
-        {"frmSQL", MakeWindow<frmSQL>},
-        {"frmScriptMask", MakeWindow<frmScriptMask>},
-        {"frmTextManipulation", MakeWindow<frmTextManipulation>},
-        {"frmTextOutput", MakeWindow<frmTextOutput>},
-        {"frmTree", MakeWindow<frmTree>},
-    };
-    return rows;
+    std::vector<AnyWindow> windows = {
+        {"drReport", [] { return new drReport(MakeRows(3), {}, QStringLiteral("SQL: select 1")); }}};
+    for (const WindowRow &row : WindowTable())
+        if (row.Make)
+            windows.push_back({row.Form, [&row] {
+                                   QWidget *window = row.Make();
+                                   window->setAttribute(Qt::WA_DeleteOnClose, false);
+                                   return window;
+                               }});
+    return windows;
 }

@@ -3,7 +3,6 @@
 #include "analyzer/frmSQL.h"
 #include "analyzer/frmScriptMask.h"
 #include "analyzer/frmTextManipulation.h"
-#include "app/InstallAnalyzer.h"
 #include "app/Menus.h"
 #include "controls/CommandBar.h"
 #include "controls/RichTextBox.h"
@@ -37,7 +36,7 @@ protected:
     void SetUp() override
     {
         ShellTest::SetUp();
-        InstallAnalyzer();
+        MadeInstead().clear(); // the real Analyzer
         gConns().Add(Database(QStringLiteral("a.sqlite")), QStringLiteral("a"), QStringLiteral("select a from t"));
         Start(QStringLiteral("TestMode"), true);
         Window->resize(1200, 800);

@@ -11,8 +11,7 @@
 #include "analyzer/frmGetSQLStructure.h"
 #include "analyzer/frmSQL.h"
 #include "analyzer/frmScriptMask.h"
-#include "app/InstallAnalyzer.h"
-#include "app/MenuTable.h"
+#include "app/CommandTable.h"
 #include "app/WorkArea.h"
 #include "controls/ListView.h"
 #include "controls/RichTextBox.h"
@@ -66,7 +65,7 @@ protected:
         if (IsSqlite())
             m_owner->Execute(QStringLiteral("PRAGMA synchronous = OFF"));
         m_family = &m_owner->Family();
-        InstallAnalyzer();
+        MadeInstead().clear(); // the real Analyzer
     }
     void TearDown() override
     {
@@ -212,7 +211,7 @@ protected:
     }
     void Do(const char *menu)
     {
-        const MenuRow *row = FindMenuRow(menu);
+        const CommandRow *row = FindCommand(menu);
         ASSERT_TRUE(row) << menu;
         Window->Run(*row);
     }

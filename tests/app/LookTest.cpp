@@ -136,7 +136,7 @@ TEST_F(Look, EveryControlOfEveryWindowGotColoursThatCanBeRead)
         }
     };
     walk(Window.get(), "mdiMother");
-    for (const WindowRow &row : EveryWindow()) {
+    for (const AnyWindow &row : EveryWindow()) {
         std::unique_ptr<QWidget> window(row.Make());
         window->show();
         walk(window.get(), row.Name);
@@ -154,7 +154,7 @@ TEST_F(Look, EveryTextHasTheRoomItNeeds)
         QFont larger = font;
         larger.setPointSizeF(font.pointSizeF() * scale);
         QApplication::setFont(larger);
-        for (const WindowRow &row : EveryWindow()) {
+        for (const AnyWindow &row : EveryWindow()) {
             std::unique_ptr<QWidget> window(row.Make());
             window->show();
             (void)QTest::qWaitForWindowExposed(window.get());

@@ -1,6 +1,6 @@
 // States of the menus, popups, the Window menu, and that every item reaches what its row says.
 #include "app/Menus.h"
-#include "app/MenuTable.h"
+#include "app/CommandTable.h"
 #include "app/WorkArea.h"
 #include "controls/StatusBar.h"
 #include "frame/Shell.h"
@@ -73,20 +73,20 @@ TEST_F(MenusTest, EditFollowsTheFieldsOfTheActiveChild)
 TEST_F(MenusTest, FileFollowsTheActiveChild)
 {
     const QStringList items = {"mnuOpen", "mnuSave", "mnuFileSnapshot", "mnuPrint", "mnuDeleteConn"};
-    Window->menus->OnFile();
+    Window->menus->Follow("mnuFile");
     EXPECT_EQ(EnabledOf(items), QStringList("mnuPrint")); // never switched off without a child
     FakeChild *child = Child(QStringLiteral("frmChart"));
     child->Can.CanSave = true;
-    child->Answers << QStringLiteral("SnapShot");
-    Window->menus->OnFile();
+    child->Names.Add(ChildName::SnapShot);
+    Window->menus->Follow("mnuFile");
     EXPECT_EQ(EnabledOf(items), QStringList({"mnuSave", "mnuFileSnapshot"}));
     child->Can = clsMenuSettings();
     child->Can.CanOpen = child->Can.CanPrint = true;
-    child->Answers.clear();
-    Window->menus->OnFile();
+    child->Names = {};
+    Window->menus->Follow("mnuFile");
     EXPECT_EQ(EnabledOf(items), QStringList({"mnuOpen", "mnuPrint"}));
     child->CloseChild();
-    Window->menus->OnFile();
+    Window->menus->Follow("mnuFile");
     EXPECT_EQ(EnabledOf(items), QStringList("mnuPrint")); // its last state
 }
 
@@ -164,26 +164,25 @@ TEST_F(MenusTest, ExitFromThePopupEndsWithoutTouchingTheMenu)
 TEST_F(MenusTest, EveryItemReachesItsOperationAndNoneIsDead)
 {
     FakeChild *child = Child(QStringLiteral("frmSQL"));
-    for (const MenuRow &row : MenuTable()) {
+    for (const CommandRow &row : CommandTable()) {
         SCOPED_TRACE(row.Name);
-        QAction *item = Window->menus->Item(QString::fromLatin1(row.Name));
-        if (row.Route == MenuRoute::Separator)
+        if (row.Route == Calls::Separator || !std::strcmp(row.Parent, NoMenu))
             continue;
+        QAction *item = Window->menus->Item(QString::fromLatin1(row.Name));
         ASSERT_TRUE(item);
-        if (row.Route == MenuRoute::Later) {
+        if (row.IsLater) {
             EXPECT_FALSE(item->isEnabled()); // no dead click
             continue;
         }
-        if (row.Route == MenuRoute::Group || row.Route == MenuRoute::Main || row.Route == MenuRoute::Schema)
-            continue; // the schema's own tests run them on a connection
+        if (row.Route != Calls::Child && row.Route != Calls::Tool)
+            continue; // the schema's own tests run theirs on a connection
         item->setEnabled(true);
         Log.clear();
         item->trigger();
-        QString wanted = QString::fromLatin1(row.Operation);
-        if (row.Route == MenuRoute::Parse)
-            wanted.prepend(QStringLiteral("Parse "));
-        if (row.Route == MenuRoute::Tool)
-            wanted.prepend(QStringLiteral("ToolBar "));
+        QString wanted =
+            row.Route == Calls::Tool ? QStringLiteral("ToolBar ") + QLatin1String(row.Text) : ToText(row.Answer);
+        if (row.Answer == ChildName::Parse)
+            wanted += QStringLiteral(" %1").arg(row.Number);
         EXPECT_EQ(Log, QStringList(QStringLiteral("frmSQL ") + wanted));
         if (*row.Status) {
             EXPECT_EQ(child->StatusSeen, QString::fromLatin1(row.Status));
@@ -204,8 +203,8 @@ TEST_F(MenusTest, CutOnlyCopies)
 
 TEST_F(MenusTest, WithoutAChildNothingHappens)
 {
-    for (const MenuRow &row : MenuTable())
-        if (row.Route == MenuRoute::Child || row.Route == MenuRoute::Tool || row.Route == MenuRoute::Parse)
+    for (const CommandRow &row : CommandTable())
+        if (row.Route == Calls::Child || row.Route == Calls::Tool)
             Window->Run(row);
     EXPECT_TRUE(Log.isEmpty());
     EXPECT_TRUE(Dialogs.Boxes.isEmpty());
@@ -215,9 +214,9 @@ TEST_F(MenusTest, SchemaItemsFollowTheConnection)
 {
     for (const bool on : {false, true, false}) {
         Shell::Current().SetSchemaMenuEnabled(on);
-        for (const MenuRow &row : MenuTable())
-            if (row.NeedsSchema) {
-                EXPECT_EQ(Enabled(QString::fromLatin1(row.Name)), on && row.Route != MenuRoute::Later) << row.Name;
+        for (const CommandRow &row : CommandTable())
+            if (row.Need == Needs::Connection) {
+                EXPECT_EQ(Enabled(QString::fromLatin1(row.Name)), on && !row.IsLater) << row.Name;
             }
     }
 }
@@ -252,8 +251,8 @@ TEST_F(MenusTest, MnemonicsAreDistinctWithinAMenu)
         return taken.size();
     };
     EXPECT_EQ(check(Window->menuBar()->actions(), QStringLiteral("bar")), 12);
-    for (const MenuRow &row : MenuTable())
-        if (row.Route == MenuRoute::Group)
+    for (const CommandRow &row : CommandTable())
+        if (row.Route == Calls::Group)
             check(Window->menus->Menu(QString::fromLatin1(row.Name))->actions(), QString::fromLatin1(row.Name));
     QString taken = QStringLiteral("fi");
     EXPECT_EQ(WithMnemonic(QStringLiteral("File"), taken), QStringLiteral("Fi&le"));
@@ -368,12 +367,12 @@ TEST_F(MenusTest, PopupsOfTheWindowsShowTheirItems)
         name = popup->objectName();
         Window->menus->Item(QStringLiteral("mnuMax"))->trigger();
     });
-    Shell::Current().ShowStatsMenu(QPoint(3, 3), QStringLiteral("M"));
+    Shell::Current().ShowMenu(QStringLiteral("mnuStats"), QPoint(3, 3), QStringLiteral("M"));
     EXPECT_EQ(name, QStringLiteral("mnuStats"));
     EXPECT_EQ(Window->menus->Tag(QStringLiteral("mnuStats")), QStringLiteral("M"));
     EXPECT_TRUE(Log.contains(QStringLiteral("frmHirarchy mnuMax_Click")));
     InPopup([&](QMenu *popup) { name = popup->objectName(); });
-    Shell::Current().ShowEditMenu(QPoint(3, 3));
+    Shell::Current().ShowMenu(QStringLiteral("mnuEdit"), QPoint(3, 3));
     EXPECT_EQ(name, QStringLiteral("mnuEdit"));
     Child(QStringLiteral("frmSQL")); // brings its toolbar
     InPopup([&](QMenu *popup) { name = popup->objectName(); });
@@ -388,14 +387,14 @@ TEST_F(MenusTest, TheStatusReturnsWhenTheSaveIsDoneOrDeclined)
     FakeChild *child = Child(QStringLiteral("frmSQL"));
     QString during;
     child->OnSave = [&] { during = LastStatus(); };
-    Window->Run(*FindMenuRow("mnuSave"));
+    Window->Run(*FindCommand("mnuSave"));
     EXPECT_EQ(during, QStringLiteral("Saving..."));
     EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Done."));
     child->OnSave = [] { throw std::runtime_error("failed"); };
-    Window->Run(*FindMenuRow("mnuStatsSave"));
+    Window->Run(*FindCommand("mnuStatsSave"));
     EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Done."));
     child->OnSave = [] { SetStatus(QStringLiteral("Error: the disk is full")); }; // what the command says stays
-    Window->Run(*FindMenuRow("mnuSave"));
+    Window->Run(*FindCommand("mnuSave"));
     EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Error: the disk is full"));
 }
 

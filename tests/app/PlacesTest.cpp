@@ -91,7 +91,7 @@ TEST_F(Places, WhatACommandArrangedIsNotRemembered)
 {
     QMdiSubWindow *frame = Frame("frmTree");
     const QRect first = frame->geometry();
-    Window->mnuTileVertically();
+    Window->Command("mnuTileVertically");
     ASSERT_NE(frame->geometry(), first);
     frame->close();
     EXPECT_EQ(Frame("frmTree")->geometry(), first);

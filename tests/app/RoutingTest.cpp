@@ -1,4 +1,5 @@
 // Side bar and command bar, clicked for real, and the commands on stored connections.
+#include "app/CommandTable.h"
 #include "app/Menus.h"
 #include "app/ToolbarTable.h"
 #include "controls/CommandBar.h"
@@ -113,12 +114,12 @@ TEST_F(Routing, TheSqlToolbarLivesWithItsWindows)
     FakeChild *analyzer = Child(QStringLiteral("frmSQL"));
     ASSERT_TRUE(Window->cb->HasToolbar(QStringLiteral("SQL")));
     QStringList keys;
-    for (const ButtonRow &row : SQLToolbar())
-        keys << QString::fromLatin1(row.Key);
+    for (const char *key : FindToolbar("SQL")->Buttons)
+        keys << QString::fromLatin1(key);
     EXPECT_EQ(Window->cb->ButtonKeys(QStringLiteral("SQL")), keys);
-    for (const ButtonRow &row : SQLToolbar())
-        if (row.Kind != ButtonKind::Separator) {
-            EXPECT_EQ(Window->cb->Enabled(QString::fromLatin1(row.Key)), !row.Later) << row.Key;
+    for (const char *key : FindToolbar("SQL")->Buttons)
+        if (const CommandRow *row = FindButton(key)) {
+            EXPECT_EQ(Window->cb->Enabled(QString::fromLatin1(key)), !row->IsLater) << key;
         }
     EXPECT_EQ(Window->cb->Kind(QStringLiteral("SQLMulti")), cbrCheck);
     EXPECT_EQ(Window->cb->Kind(QStringLiteral("SQLSplit")), cbrCheck);
@@ -142,15 +143,16 @@ TEST_F(Routing, TheDiagramToolbarIsThereAndOff)
     ASSERT_TRUE(Window->cb->HasToolbar(QStringLiteral("DTB")));
     EXPECT_FALSE(Window->cb->HasToolbar(QStringLiteral("SQL")));
     QStringList keys;
-    for (const ButtonRow &row : DiagramToolbar()) {
-        keys << QString::fromLatin1(row.Key);
-        if (row.Kind == ButtonKind::Separator)
+    for (const char *key : FindToolbar("DTB")->Buttons) {
+        keys << QString::fromLatin1(key);
+        const CommandRow *row = FindButton(key);
+        if (!row)
             continue;
-        EXPECT_EQ(Window->cb->Enabled(keys.last()), !row.Later) << row.Key;
-        EXPECT_EQ(Window->cb->ToolTip(keys.last()), QString::fromLatin1(row.Tooltip));
+        EXPECT_EQ(Window->cb->Enabled(keys.last()), !row->IsLater) << key;
+        EXPECT_EQ(Window->cb->ToolTip(keys.last()), QString::fromLatin1(row->Tip));
         Log.clear();
         Window->cb->Press(keys.last());
-        EXPECT_EQ(Log.size(), row.Later ? 0 : 1) << row.Key;
+        EXPECT_EQ(Log.size(), row->IsLater ? 0 : 1) << key;
     }
     EXPECT_EQ(Window->cb->ButtonKeys(QStringLiteral("DTB")), keys);
     EXPECT_EQ(Window->cb->Kind(QStringLiteral("DTBB&W")), cbrCheck);
@@ -188,7 +190,7 @@ TEST_F(Routing, NewConnectionAddsAnEntryAndOpensNothing)
 TEST_F(Routing, ANameInUseIsRefusedWhateverItsCase)
 {
     AnswerNewConnection({{QStringLiteral("A"), QStringLiteral("DSN=z")}});
-    Window->mnuConn();
+    Window->Command("mnuConn");
     ASSERT_EQ(Dialogs.Boxes.size(), 1);
     EXPECT_EQ(Dialogs.Boxes[0].Title, QStringLiteral("Connection Name"));
     EXPECT_EQ(Dialogs.Boxes[0].Icon, mbExclamation);
@@ -203,10 +205,10 @@ TEST_F(Routing, ANameInUseIsRefusedWhateverItsCase)
 
 TEST_F(Routing, ViewShowsTheStringInClear)
 {
-    Window->mnuViewCS(); // for no connection: nothing happens
+    Window->Command("mnuViewCS"); // for no connection: nothing happens
     EXPECT_FALSE(Output());
     Window->menus->SetTag(QStringLiteral("mnuViewCS"), QStringLiteral("a"));
-    Window->mnuViewCS();
+    Window->Command("mnuViewCS");
     ASSERT_TRUE(Output());
     EXPECT_EQ(Output()->PlainText().trimmed(), QStringLiteral("Driver=x;PWD={a\\b}"));
     EXPECT_TRUE(Output()->isVisible());
@@ -222,13 +224,13 @@ TEST_F(Routing, DeleteLeavesTheOpenConnectionAlone)
     Window->ConnectTo(Entry(QStringLiteral("b")));
     const ADODB::ConnectionPtr open = gConn;
     Window->menus->SetTag(QStringLiteral("mnuDeleteConn"), Entry(QStringLiteral("b"))->Key());
-    Window->mnuDeleteConn();
+    Window->Command("mnuDeleteConn");
     EXPECT_FALSE(Entry(QStringLiteral("b")));
     EXPECT_FALSE(gConns().Item(QStringLiteral("b")));
     EXPECT_EQ(gConn, open);
     EXPECT_TRUE(IsConnected(false));
     Window->menus->SetTag(QStringLiteral("mnuDeleteConn"), QStringLiteral("C:999"));
-    Window->mnuDeleteConn(); // unknown: nothing happens
+    Window->Command("mnuDeleteConn"); // unknown: nothing happens
     EXPECT_TRUE(Entry(QStringLiteral("a")));
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 // The schema menus for real: the main window, its commands, pickers answered by keys.
 
-#include "app/MenuTable.h"
+#include "app/CommandTable.h"
 #include "app/Menus.h"
 #include "app/SchemaCommands.h"
-#include "app/SchemaTable.h"
 #include "controls/FlexGrid.h"
 #include "controls/ListView.h"
 #include "controls/StatusBar.h"
@@ -25,7 +24,6 @@ protected:
     void SetUp() override
     {
         ShellTest::SetUp();
-        AnalyzerFactory::Current().SetFileFilter = [this](ChildWindow *, const QString &filter) { Filter = filter; };
         clsConns stored; // without one the welcome would come up over a connection that takes its time
         stored.Add(QString(), QStringLiteral("Stored"), QString());
         ASSERT_TRUE(ConnectionStore(AppFile(QStringLiteral("es.dat"))).Save(stored));
@@ -42,7 +40,7 @@ protected:
     }
     void Do(const char *menu)
     {
-        const MenuRow *row = FindMenuRow(menu);
+        const CommandRow *row = FindCommand(menu);
         ASSERT_TRUE(row) << menu;
         Window->Run(*row);
     }
@@ -76,6 +74,6 @@ protected:
         return nullptr;
     }
 
-    QString Filter, Preselected;
+    QString Preselected;
     QObject m_context;
 };

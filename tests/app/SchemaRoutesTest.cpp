@@ -133,11 +133,11 @@ TEST_F(SchemaRoutes, ViewsComeFromTheTablesWhereThereIsNoRowsetOfTheirOwn)
 TEST_F(SchemaRoutes, TheHandlerWithoutAnItemShowsTheTables)
 {
     Open();
-    EXPECT_TRUE(Window->schema->Run("mnuTables"));
+    EXPECT_TRUE(Window->Command("mnuTables"));
     ASSERT_TRUE(Newest<frmHirarchy>());
     EXPECT_EQ(Newest<frmHirarchy>()->Caption(), "Tables");
     EXPECT_EQ(Newest<frmHirarchy>()->mfg->RecordCount(), 3);
-    EXPECT_FALSE(Window->schema->Run("mnuNothing"));
+    EXPECT_FALSE(Window->Command("mnuNothing"));
 }
 
 TEST_F(SchemaRoutes, WhatChangesReachesTheServerAsItIs)
@@ -203,13 +203,13 @@ TEST_F(SchemaRoutes, TemplatesGoIntoTheActiveWindow)
 
 TEST_F(SchemaRoutes, WithoutAConnectionThereIsTheMessageAndNothingElse)
 {
-    QList<const MenuRow *> rows;
-    for (const MenuRow &row : MenuTable())
-        if (row.Route == MenuRoute::Schema)
+    QList<const CommandRow *> rows;
+    for (const CommandRow &row : CommandTable())
+        if (row.Route == Calls::Schema || row.Route == Calls::Rowset || row.Route == Calls::Window)
             rows << &row;
     EXPECT_GT(rows.size(), 40);
     SetStatus(QStringLiteral("as it was"));
-    for (const MenuRow *row : rows) {
+    for (const CommandRow *row : rows) {
         SCOPED_TRACE(row->Name);
         Window->Run(*row);
         ASSERT_EQ(Dialogs.Boxes.size(), 1);
@@ -283,17 +283,17 @@ INSTANTIATE_TEST_SUITE_P(Servers, SchemaMenusOfAGuest,
 TEST_P(SchemaMenusOfAGuest, SeesWhatIsAllowedAndReadsTheRefusals)
 {
     QStringList told;
-    for (const SchemaRow &row : SchemaTable()) {
-        if (*row.FilterField)
+    for (const CommandRow &row : CommandTable()) {
+        if (row.Route != Calls::Rowset || *row.Rowset.FilterField)
             continue;
-        SCOPED_TRACE(row.Menu);
+        SCOPED_TRACE(row.Name);
         const auto before = Window->Children().size();
-        EXPECT_TRUE(Window->schema->Run(row.Menu));
+        Window->Run(row);
         if (Window->Children().size() > before)
             continue;
         EXPECT_TRUE(LastStatus().startsWith("Error: ")) << LastStatus().toStdString();
         if (!LastStatus().contains("Object or provider is not capable of performing requested operation."))
-            told << QLatin1String(row.Menu) + ' ' + LastStatus();
+            told << QLatin1String(row.Name) + ' ' + LastStatus();
     }
     ASSERT_EQ(told.size(), 1) << told.join('\n').toStdString();
     EXPECT_TRUE(told[0].startsWith("mnuTrustees Error: "));

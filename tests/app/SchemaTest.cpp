@@ -15,15 +15,15 @@ protected:
 
 TEST_F(SchemaMenusOfAFile, AWholeRowsetShowsUnderItsName)
 {
-    for (const SchemaRow &row : SchemaTable()) {
-        if (*row.FilterField)
+    for (const CommandRow &row : CommandTable()) {
+        if (row.Route != Calls::Rowset || *row.Rowset.FilterField)
             continue;
         const auto before = Window->Children().size();
-        EXPECT_TRUE(Window->schema->Run(row.Menu));
+        Window->Run(row);
         if (Window->Children().size() == before)
             continue; // this database has no such notion
         ASSERT_TRUE(Newest<frmHirarchy>());
-        EXPECT_EQ(Newest<frmHirarchy>()->Caption(), QLatin1String(row.Title));
+        EXPECT_EQ(Newest<frmHirarchy>()->Caption(), QLatin1String(row.Rowset.Title));
     }
 }
 
@@ -186,7 +186,7 @@ TEST_F(SchemaMenusOfAFile, TheDefinitionOpensInAScratchWindow)
     EXPECT_EQ(Analyzer->ConnName, "");
     EXPECT_EQ(Analyzer->Body,
               "CREATE TABLE two words (\r\n\t[a b] VarWChar(30),\r\n\tn Numeric(10,2),\r\n\ti BigInt\r\n)");
-    EXPECT_EQ(Filter, "SQL File [*.sql] |*.sql");
+    EXPECT_EQ(Analyzer->Filter, "SQL File [*.sql] |*.sql");
     Pick("<All");
     Do("mnuDDL");
     EXPECT_TRUE(Analyzer->Body.contains("CREATE TABLE t (\r\n\ta "));

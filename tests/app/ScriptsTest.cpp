@@ -2,7 +2,6 @@
 #include "analyzer/frmSQL.h"
 #include "analyzer/frmScriptMask.h"
 #include "analyzer/frmTextManipulation.h"
-#include "app/InstallAnalyzer.h"
 #include "app/Menus.h"
 #include "controls/ListView.h"
 #include "controls/RichTextBox.h"
@@ -22,7 +21,7 @@ protected:
     void SetUp() override
     {
         ShellTest::SetUp();
-        InstallAnalyzer();
+        MadeInstead().clear(); // the real Analyzer
         gConns().Add(Database(QStringLiteral("a.sqlite")), QStringLiteral("a"), QStringLiteral("select \"a\" from t"));
         Start(QStringLiteral("TestMode"), true);
     }
@@ -71,9 +70,9 @@ TEST_F(Scripts, TheItemsFollowTheConnection)
 
 TEST_F(Scripts, WithoutAConnectionTheySayIt)
 {
-    Window->mnuMask();
-    Window->mnuInsert();
-    Window->mnuASP();
+    Window->Command("mnuMask");
+    Window->Command("mnuInsert");
+    Window->Command("mnuASP");
     EXPECT_EQ(Dialogs.Boxes.size(), 3);
     EXPECT_EQ(Dialogs.LastTitle(), QStringLiteral("Conection"));
     EXPECT_TRUE(Pages().isEmpty());
@@ -148,7 +147,7 @@ TEST_F(Scripts, APageOfAnotherWindowIsRefusedInTheStatusBar)
 {
     Connect();
     ShellTest::Child(QStringLiteral("frmGrid"));
-    Window->mnuASP();
+    Window->Command("mnuASP");
     EXPECT_TRUE(Pages().isEmpty());
     EXPECT_EQ(Window->SB->PanelText(1), QStringLiteral("Generate ASP needs an Analyzer or a result."));
 }

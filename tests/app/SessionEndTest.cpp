@@ -1,7 +1,6 @@
 // The end of the desktop's session: what Exit saves is on the disk when the desktop has been answered, since the
 // program may be killed right behind it; and the windows stay, since the user may still take the end back.
 #include "analyzer/frmSQL.h"
-#include "app/InstallAnalyzer.h"
 #include "app/QuitSignals.h"
 #include "controls/RichTextBox.h"
 #include "data/ConnectionStore.h"
@@ -18,7 +17,7 @@ protected:
     void SetUp() override
     {
         ShellTest::SetUp();
-        InstallAnalyzer();
+        MadeInstead().clear(); // the real Analyzer
         gConns().Add(Database(), QStringLiteral("a"), QStringLiteral("select 1"));
         Start(QStringLiteral("TestMode"), true);
         Window->ConnectTo(Entry(QStringLiteral("a")));

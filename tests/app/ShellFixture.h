@@ -2,14 +2,15 @@
 // A real main window in a folder of its own, with the desktop's dialogs and the Analyzer replaced by ones that note
 // what happens to them.
 
-#include "app/AnalyzerFactory.h"
 #include "app/StartUp.h"
+#include "app/WindowTable.h"
 #include "app/mdiMother.h"
 #include "controls/ExplorerBar.h"
 #include "data/clsConns.h"
 #include "data/modMain.h"
 #include "frame/AppPath.h"
 #include "frame/ChildWindow.h"
+#include "frame/QueryWindow.h"
 #include "frame/Settings.h"
 #include "session/Status.h"
 #include "sqltext/Keywords.h"
@@ -23,7 +24,7 @@
 #include <memory>
 
 // A child that answers every name and writes down what it was asked.
-class FakeChild : public ChildWindow
+class FakeChild : public ChildWindow, public QueryWindow
 {
 public:
     FakeChild(QString form, QStringList *log) : m_form(std::move(form)), m_log(log)
@@ -31,15 +32,19 @@ public:
         setObjectName(m_form);
         SetCaption(QStringLiteral("SQL Analyzer"));
     }
-    QString ConnName, Body, Inserted;
+    QString ConnName, Body, Inserted, Filter;
     clsMenuSettings Can;
-    QStringList Answers;
+    ChildNames Names;
     std::function<void()> OnSave;
     QString StatusSeen; // while the last name was called
 
     QString FormName() const override { return m_form; }
     clsMenuSettings MenuSettings() const override { return Can; }
-    bool Offers(const QString &name) const override { return Answers.contains(name); }
+    ChildNames Answers() const override { return Names; }
+    void OpenFor(const QString &connectionName) override { ConnName = connectionName; }
+    QString Text() const override { return Body; }
+    bool SetText(const QString &text) override { return Body = text, true; }
+    void SetFileFilter(const QString &filter) override { Filter = filter; }
     void Activated() override { Note(QStringLiteral("Activated")); }
     void Deactivated() override { Note(QStringLiteral("Deactivated")); }
     void Unload() override { Note(QStringLiteral("Unload")); }
@@ -66,6 +71,7 @@ public:
     void mnuAvg_Click() override { Note(QStringLiteral("mnuAvg_Click")); }
     void mnuSum_Click() override { Note(QStringLiteral("mnuSum_Click")); }
     void mnuFitColumns() override { Note(QStringLiteral("mnuFitColumns")); }
+    void mnuAddTable() override { Note(QStringLiteral("mnuAddTable")); }
     void ToolBar(const QString &key) override { Note(QStringLiteral("ToolBar ") + key); }
     void DynaMenuItemClick(const QString &key, const QString &text) override
     {
@@ -95,22 +101,17 @@ protected:
         SetSettingsFile(Folder.filePath(QStringLiteral("settings.ini")));
         gConns().Clear();
         gConn.reset();
-        AnalyzerFactory &factory = AnalyzerFactory::Current();
-        factory.Create = [this](const QString &name) {
+        MadeInstead()[QStringLiteral("frmSQL")] = [this] {
             auto *child = new FakeChild(QStringLiteral("frmSQL"), &Log);
             child->Tag = QStringLiteral("1");
-            child->ConnName = name;
             Analyzer = child;
-            Window->AddChild(child);
             return child;
         };
-        factory.Text = [](ChildWindow *child) { return static_cast<FakeChild *>(child)->Body; };
-        factory.SetText = [](ChildWindow *child, const QString &text) { static_cast<FakeChild *>(child)->Body = text; };
     }
     void TearDown() override
     {
         Window.reset();
-        AnalyzerFactory::Current() = AnalyzerFactory();
+        MadeInstead().clear();
         gConns().Clear();
         gConn.reset();
         gKeywordSet = KeywordSet();

@@ -2,7 +2,6 @@
 // beside the new one's name. It did so: the command had been given the current connection itself, and compared that
 // with the current connection.
 #include "ado/UARecordset.h"
-#include "app/MenuTable.h"
 #include "session/Pump.h"
 #include "tests/app/ShellFixture.h"
 #include "tests/support/ScriptedDriver.h"
@@ -70,7 +69,7 @@ TEST_F(Switch, AWindowOfTheConnectionThatWasLeftDoesNotOpen)
         Window->ConnectTo(Entry(QStringLiteral("a")));
     });
     look.start(5);
-    Window->Run(*FindMenuRow("mnuTableList"));
+    Window->Command("mnuTableList");
     ASSERT_TRUE(waited);
     ASSERT_NE(gConn, former);
     EXPECT_TRUE(m_driver.Log().contains(QStringLiteral("[schema 20]"))) << "it was not asked for at all";
@@ -90,7 +89,7 @@ TEST_F(Switch, AWindowOfTheConnectionThatStaysOpensBehindTheWait)
             m_gate.Open();
     });
     look.start(5);
-    Window->Run(*FindMenuRow("mnuTableList"));
+    Window->Command("mnuTableList");
     EXPECT_EQ(Forms(), QStringList{QStringLiteral("frmGrid")});
 }
 

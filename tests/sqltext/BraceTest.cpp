@@ -97,13 +97,13 @@ TEST(Brace, DeepNestingIsPairedInOneWalk)
 
 TEST(BraceShow, TellsTheMarksOfEachKind)
 {
-    EXPECT_EQ(BraceKind(0).first, QStringLiteral("("));
-    EXPECT_EQ(BraceKind(1).second, QStringLiteral("]"));
-    EXPECT_EQ(BraceKind(2).first, QStringLiteral("{"));
-    EXPECT_EQ(BraceKind(3).second, QStringLiteral("'"));
-    EXPECT_EQ(BraceKind(4).first, QStringLiteral("\""));
-    EXPECT_EQ(BraceKind(5).second, QStringLiteral(")"));
-    EXPECT_EQ(BraceKind(-1).first, QStringLiteral("("));
+    EXPECT_EQ(BracketMarks(BracketKindOf(0)).first, QStringLiteral("("));
+    EXPECT_EQ(BracketMarks(BracketKindOf(1)).second, QStringLiteral("]"));
+    EXPECT_EQ(BracketMarks(BracketKindOf(2)).first, QStringLiteral("{"));
+    EXPECT_EQ(BracketMarks(BracketKindOf(3)).second, QStringLiteral("'"));
+    EXPECT_EQ(BracketMarks(BracketKindOf(4)).first, QStringLiteral("\""));
+    EXPECT_EQ(BracketMarks(BracketKindOf(5)).second, QStringLiteral(")"));
+    EXPECT_EQ(BracketMarks(BracketKindOf(-1)).first, QStringLiteral("("));
 }
 
 TEST(BraceShow, LightsUpThePairsAndRestores)
@@ -111,7 +111,7 @@ TEST(BraceShow, LightsUpThePairsAndRestores)
     const QString text = QStringLiteral("(a)(");
     BraceShow show;
     EXPECT_FALSE(show.Interrupt());
-    show.Parse(text, 0);
+    show.Parse(text, BracketKind::Round);
     const struct
     {
         const char *rtf;
@@ -130,10 +130,10 @@ TEST(BraceShow, LightsUpThePairsAndRestores)
 TEST(BraceShow, ASecondShowStartsFromTheOriginal)
 {
     BraceShow show;
-    show.Parse(QStringLiteral("(a)"), 0);
+    show.Parse(QStringLiteral("(a)"), BracketKind::Round);
     show.Tick();
     EXPECT_EQ(show.Interrupt(), QStringLiteral("(a)"));
-    show.Parse(QStringLiteral("(a)"), 0);
+    show.Parse(QStringLiteral("(a)"), BracketKind::Round);
     EXPECT_EQ(show.Tick().selStart, 2);
 }
 

@@ -19,8 +19,8 @@ EditText Edit(const QJsonObject &args)
 
 QString Skeleton(const QJsonObject &args)
 {
-    const SkeletonOptions options{args[u"type"].toInt(), args[u"useFields"].toBool(), args[u"groupBy"].toBool(),
-                                  args[u"having"].toBool(), args[u"orderBy"].toBool()};
+    const SkeletonOptions options{StatementKind(args[u"type"].toInt()), args[u"useFields"].toBool(),
+                                  args[u"groupBy"].toBool(), args[u"having"].toBool(), args[u"orderBy"].toBool()};
     return Skeleton(options, args[u"table"].toString(), args[u"fields"].toString());
 }
 
@@ -40,8 +40,9 @@ TEST(EditAssist, Cases)
     });
     ExpectCases("comment_in", [](const QJsonObject &args) -> QJsonValue { return CommentIn(Edit(args)).text; });
     ExpectCases("remove_comment", [](const QJsonObject &args) -> QJsonValue { return RemoveComment(Edit(args)).text; });
-    ExpectCases("indent",
-                [](const QJsonObject &args) -> QJsonValue { return Indent(Edit(args), args[u"shift"].toInt()).text; });
+    ExpectCases("indent", [](const QJsonObject &args) -> QJsonValue {
+        return Indent(Edit(args), Shift(args[u"shift"].toInt())).text;
+    });
     ExpectCases("skeleton", [](const QJsonObject &args) -> QJsonValue { return Skeleton(args); });
     ExpectCases("skeleton_formatted",
                 [](const QJsonObject &args) -> QJsonValue { return FormatStatement(Skeleton(args)); });
@@ -82,14 +83,14 @@ TEST(EditAssist, PositionInsideOfALineEndIsSnapped)
 
 TEST(EditAssist, IndentKeepsTheSelectionOverTheChange)
 {
-    ExpectEdit(Indent({S("a\r\nb"), 4, 0}, 0), "a\r\n\tb", 5, 0);
-    ExpectEdit(Indent({S("a\r\nb"), 0, 4}, 0), "\ta\r\n\tb", 0, 6);
-    ExpectEdit(Indent({S("ab\r\ncd"), 1, 4}, 0), "\tab\r\n\tcd", 2, 5);
-    ExpectEdit(Indent({S("\ta\r\n\tb"), 0, 6}, 1), "a\r\nb", 0, 4);
-    ExpectEdit(Indent({S("\tab\r\n\tcd"), 2, 5}, 1), "ab\r\ncd", 1, 4);
-    ExpectEdit(Indent({S("\tab"), 0, 0}, 1), "ab", 0, 0);
-    ExpectEdit(Indent({S("ab"), 1, 0}, 1), "ab", 1, 0);
-    ExpectEdit(Indent({S("\ta"), 0, 1}, 1), "a", 0, 0);
+    ExpectEdit(Indent({S("a\r\nb"), 4, 0}, Shift::In), "a\r\n\tb", 5, 0);
+    ExpectEdit(Indent({S("a\r\nb"), 0, 4}, Shift::In), "\ta\r\n\tb", 0, 6);
+    ExpectEdit(Indent({S("ab\r\ncd"), 1, 4}, Shift::In), "\tab\r\n\tcd", 2, 5);
+    ExpectEdit(Indent({S("\ta\r\n\tb"), 0, 6}, Shift::Out), "a\r\nb", 0, 4);
+    ExpectEdit(Indent({S("\tab\r\n\tcd"), 2, 5}, Shift::Out), "ab\r\ncd", 1, 4);
+    ExpectEdit(Indent({S("\tab"), 0, 0}, Shift::Out), "ab", 0, 0);
+    ExpectEdit(Indent({S("ab"), 1, 0}, Shift::Out), "ab", 1, 0);
+    ExpectEdit(Indent({S("\ta"), 0, 1}, Shift::Out), "a", 0, 0);
 }
 
 TEST(EditAssist, InsertReplacesOnlyASelectionBehindTheStart)
@@ -112,19 +113,19 @@ TEST(EditAssist, StatementIsPlacedBehindABlankLineAndSelected)
 
 TEST(EditAssist, SkeletonsGoThroughTheFormatter)
 {
-    EXPECT_EQ(FormatStatement(Skeleton({0, false, false, false, false}, S("a b"), S("x"))),
+    EXPECT_EQ(FormatStatement(Skeleton({StatementKind(0), false, false, false, false}, S("a b"), S("x"))),
               S("   SELECT * FROM [a b]"));
-    EXPECT_EQ(FormatStatement(Skeleton({2, false, false, false, false}, S("t"), S("x"))),
+    EXPECT_EQ(FormatStatement(Skeleton({StatementKind(2), false, false, false, false}, S("t"), S("x"))),
               S("  UPDATE t\r\n SET\r\n WHERE [Expression]"));
-    EXPECT_EQ(FormatStatement(Skeleton({3, false, false, false, false}, S("t"), S("x"))),
+    EXPECT_EQ(FormatStatement(Skeleton({StatementKind(3), false, false, false, false}, S("t"), S("x"))),
               S("  DELETE\r\n FROM t\r\n WHERE [Expression]"));
-    EXPECT_EQ(Skeleton({6, false, false, false, false}, S("t"), S("x")), S(""));
+    EXPECT_EQ(Skeleton({StatementKind(6), false, false, false, false}, S("t"), S("x")), S(""));
 }
 
 TEST(EditAssist, ASkeletonTakesTheNameAsItIsWritten)
 {
     SkeletonOptions options;
-    options.type = 3;
+    options.type = StatementKind::Delete;
     EXPECT_EQ(SkeletonOf(options, S("second.\"T\""), {}), S("DELETE FROM second.\"T\"\r\n WHERE [Expression]"));
     EXPECT_EQ(Skeleton(options, S("a b"), {}), SkeletonOf(options, S("[a b]"), {}));
 }

@@ -28,8 +28,9 @@ public:
     QList<QPointer<ChildWindow>> Windows;
     QPointer<ChildWindow> Active;
     bool Test = false;
-    int EditMenus = 0, StatsMenus = 0, MenuRefreshes = 0;
-    QString StatsTag;
+    int MenuRefreshes = 0;
+    QStringList Menus; // those shown as popups
+    QString MenuTag;   // of the last one
     QWidget *Main = nullptr;
     ExplorerBar *Side = nullptr;
     CommandBar *Bar = nullptr;
@@ -88,11 +89,10 @@ public:
     ExplorerBar *SideBar() const override { return Side; }
     CommandBar *Commands() const override { return Bar; }
     bool TestMode() const override { return Test; }
-    void ShowEditMenu(const QPoint &) override { ++EditMenus; }
-    void ShowStatsMenu(const QPoint &, const QString &tag) override
+    void ShowMenu(const QString &name, const QPoint &, const QString &tag) override
     {
-        ++StatsMenus;
-        StatsTag = tag;
+        Menus << name;
+        MenuTag = tag;
     }
     void RefreshMenus() override { ++MenuRefreshes; }
 };

@@ -238,10 +238,10 @@ TEST_F(Hirarchy, TheRightButtonOpensItsOwnMenuAndNoOther)
         const QPoint at(30, 30);
         QContextMenuEvent event(QContextMenuEvent::Mouse, at, grid->viewport()->mapToGlobal(at));
         QApplication::sendEvent(grid->viewport(), &event);
-        const int before = shell.StatsMenus;
+        const QStringList before = shell.Menus;
         QTest::mouseClick(grid->viewport(), Qt::RightButton, {}, at);
-        EXPECT_EQ(shell.StatsMenus, before + 1);
-        EXPECT_EQ(shell.StatsTag, grid == window.mfg ? "R" : "M");
+        EXPECT_EQ(shell.Menus, before + QStringList("mnuStats"));
+        EXPECT_EQ(shell.MenuTag, grid == window.mfg ? "R" : "M");
     }
     EXPECT_EQ(ground.menus, 0);
     window.setParent(nullptr);

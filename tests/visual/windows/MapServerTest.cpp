@@ -152,4 +152,4 @@ TEST_P(MapServer, BringsNoBoxForATableWithoutRights)
 INSTANTIATE_TEST_SUITE_P(Servers, MapServer,
                          testing::Values(Server{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "\""},
                                          Server{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "`"}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &server) { return std::string(server.param.name); });

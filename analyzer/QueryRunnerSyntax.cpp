@@ -1,27 +1,27 @@
 // The syntax check of the text that a run would take, and its report.
-#include "analyzer/frmSQL.h"
+#include "analyzer/QueryRunner.h"
 
+#include "analyzer/QueryText.h"
 #include "analyzer/SyntaxCheck.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
-#include "controls/RichTextBox.h"
 #include "data/frmTextOutput.h"
 #include "data/modMain.h"
 #include "frame/Shell.h"
 #include "session/Work.h"
 
 // The check has the connection to itself: what another window altered inside of its transaction would be rolled back.
-void frmSQL::CheckSyntax()
+void QueryRunner::CheckSyntax()
 {
     if (m_running)
         return;
-    const QPointer<frmSQL> self(this);
-    EndBracketShow();
+    const QPointer<QueryRunner> self(this);
+    m_text.EndBracketShow();
     if (!IsConnected(true) || !self)
         return;
     const ADODB::ConnectionPtr connection = gConn;
     const QString words = QStringLiteral("Checking the syntax");
-    const QString sql = RunText();
+    const QString sql = m_text.RunText();
     SyntaxCheck check(connection);
     QString report, why;
     Shell::Current().SetHourglass(true);
@@ -33,7 +33,7 @@ void frmSQL::CheckSyntax()
             options.status = [] { return QStringLiteral("Checking the syntax ... (Esc cancels)"); };
             options.stopped = [&] { check.Cancel(); };
             options.input = PumpInput::EscapeOnly;
-            options.window = this;
+            options.window = m_window;
             work->Run(options, [&] { report = check.Report(sql); });
         },
         &why);
@@ -50,6 +50,6 @@ void frmSQL::CheckSyntax()
         output->ShowChild();
     } else if (!check.Cancelled()) {
         MsgBox(QStringLiteral("Syntax check complate. No sytax errors found."), mbOKOnly,
-               QStringLiteral("Syntax Check"), this);
+               QStringLiteral("Syntax Check"), m_window);
     }
 }

@@ -1,5 +1,5 @@
 // Long texts: they are coloured on a thread of their own and come into the editor by pieces, so that no event waits.
-#include "analyzer/frmSQL.h"
+#include "analyzer/QueryText.h"
 
 #include "controls/EditorContent.h"
 #include "controls/RichTextBox.h"
@@ -7,6 +7,7 @@
 #include "session/PumpUntil.h"
 #include "session/Status.h"
 #include "sqltext/IntColorAll.h"
+#include <QPointer>
 #include <QScopeGuard>
 #include <QTimer>
 #include <atomic>
@@ -26,10 +27,10 @@ const QString kStops = QStringLiteral(" (Esc stops)");
 
 } // namespace
 
-qsizetype frmSQL::AtOnce = 64 * 1024;
+qsizetype QueryText::AtOnce = 64 * 1024;
 
 // One colouring, shared with its thread: the user may leave that behind.
-struct frmSQL::LongText
+struct QueryText::LongText
 {
     LongText(const RichTextBox &box, const FixTextState &fixState)
         : former(box.Text()), look(box.Look()), colouring(box), state(fixState)
@@ -70,7 +71,7 @@ struct frmSQL::LongText
 };
 
 // Beside the living windows; false when Escape gave it up.
-bool frmSQL::MakeLong(const std::shared_ptr<LongText> &made)
+bool QueryText::MakeLong(const std::shared_ptr<LongText> &made)
 {
     const QString before = LastStatus();
     QString said;
@@ -89,12 +90,12 @@ bool frmSQL::MakeLong(const std::shared_ptr<LongText> &made)
 
 // The newest text that is asked for wins. One that must not be lost stays without its colours when the user does not
 // want to wait for them.
-bool frmSQL::SetLongText(const QString &text, bool mayGiveUp)
+bool QueryText::SetLongText(const QString &text, bool mayGiveUp)
 {
     m_coming = text;
     if (std::exchange(m_bringing, true))
         return true; // whoever is at it takes this one
-    const QPointer<frmSQL> self(this);
+    const QPointer<QueryText> self(this);
     const auto over = qScopeGuard([&] {
         if (!self)
             return;
@@ -104,7 +105,7 @@ bool frmSQL::SetLongText(const QString &text, bool mayGiveUp)
     });
     EndBracketShow();
     for (bool coloured = true;;) {
-        const auto made = std::make_shared<LongText>(*txtSQL, m_fixState);
+        const auto made = std::make_shared<LongText>(*m_editor, m_fixState);
         made->text = *m_coming;
         made->coloured = coloured;
         const bool ready = MakeLong(made);
@@ -124,12 +125,12 @@ bool frmSQL::SetLongText(const QString &text, bool mayGiveUp)
 }
 
 // False when the text became another one meanwhile, or when it was given up.
-bool frmSQL::ShowLong(LongText &made, bool mayGiveUp, bool *given)
+bool QueryText::ShowLong(LongText &made, bool mayGiveUp, bool *given)
 {
-    const QPointer<frmSQL> self(this);
+    const QPointer<QueryText> self(this);
     Breather breather(mayGiveUp ? kShowing + kStops : kShowing);
     m_InParse = true;
-    const bool shown = txtSQL->TakeContent(std::move(*made.content), [&] {
+    const bool shown = m_editor->TakeContent(std::move(*made.content), [&] {
         const bool goOn = breather.Breathe() || !mayGiveUp;
         return self && goOn && (!m_coming || IsSame(made.text, *m_coming));
     });
@@ -140,7 +141,7 @@ bool frmSQL::ShowLong(LongText &made, bool mayGiveUp, bool *given)
     if (!shown)
         return false;
     if (made.isNew) {
-        txtSQL->SetSelStart(0);
+        m_editor->SetSelStart(0);
         if (made.entry)
             m_History.AddChange(*made.entry, 0, 0);
         m_fixState.Coloured(made.length);
@@ -150,13 +151,13 @@ bool frmSQL::ShowLong(LongText &made, bool mayGiveUp, bool *given)
 }
 
 // The whole of a long text that stands in the editor. Escape leaves its colours as they are.
-void frmSQL::ColourLong()
+void QueryText::ColourLong()
 {
     if (m_bringing)
         return; // another one is coming
-    const QPointer<frmSQL> self(this);
-    const auto made = std::make_shared<LongText>(*txtSQL, m_fixState);
-    made->text = txtSQL->Text();
+    const QPointer<QueryText> self(this);
+    const auto made = std::make_shared<LongText>(*m_editor, m_fixState);
+    made->text = m_editor->Text();
     made->isNew = false;
     bool given = false;
     if (MakeLong(made) && self && made->content)

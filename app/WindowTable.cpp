@@ -1,0 +1,128 @@
+#include "app/WindowTable.h"
+#include "analyzer/frmCode.h"
+#include "analyzer/frmGetSQLStructure.h"
+#include "analyzer/frmSQL.h"
+#include "analyzer/frmScriptMask.h"
+#include "analyzer/frmTextManipulation.h"
+#include "app/frmAbout.h"
+#include "app/frmHelp.h"
+#include "app/frmRookie.h"
+#include "data/frmAni.h"
+#include "data/frmConnectionString.h"
+#include "data/frmFind.h"
+#include "data/frmGetSelection.h"
+#include "data/frmGrid.h"
+#include "data/frmLogin.h"
+#include "data/frmNewConnection.h"
+#include "data/frmTextOutput.h"
+#include "data/frmTree.h"
+#include "frame/QueryWindow.h"
+#include "frame/Shell.h"
+#include "views/frmExecutionPlan.h"
+#include "views/frmHirarchy.h"
+#include "views/frmLink.h"
+#include "visual/frmDiagram.h"
+#include <QPointer>
+
+namespace {
+
+template <typename Form> QWidget *Make()
+{
+    return new Form;
+}
+
+template <typename Form> constexpr WindowRow Child(const char *form, const char *page, Stand place = Stand::Ground)
+{
+    return {form, WindowKind::Child, Make<Form>, AnswersOf<Form>, page, place};
+}
+template <typename Form> constexpr WindowRow Dialog(const char *form, const char *page = "index")
+{
+    return {form, WindowKind::Dialog, Make<Form>, nullptr, page, Stand::Ground};
+}
+template <typename Form> constexpr WindowRow Free(const char *form, const char *page = "index")
+{
+    return {form, WindowKind::Free, Make<Form>, nullptr, page, Stand::Ground};
+}
+
+constexpr WindowRow s_rows[] = {
+    // A report is made of the rows that it prints.
+    {"drReport", WindowKind::Dialog, nullptr, nullptr, "results", Stand::Ground},
+    Dialog<frmAbout>("frmAbout"),
+    Free<frmAni>("frmAni"),
+    Free<frmCode>("frmCode", "analyzer"),
+    Dialog<frmConnectionString>("frmConnectionString", "connections"),
+    Child<frmDiagram>("frmDiagram", "diagram"),
+    Child<frmExecutionPlan>("frmExecutionPlan", "plan"),
+    Dialog<frmFind>("frmFind", "analyzer"),
+    Dialog<frmGetSQLStructure>("frmGetSQLStructure", "analyzer"),
+    Dialog<frmGetSelection>("frmGetSelection"),
+    Child<frmGrid>("frmGrid", "results", Stand::Rows),
+    Free<frmHelp>("frmHelp"),
+    Child<frmHirarchy>("frmHirarchy", "results", Stand::Rows),
+    Child<frmLink>("frmLink", "schema"),
+    Dialog<frmLogin>("frmLogin", "connections"),
+    Dialog<frmNewConnection>("frmNewConnection", "connections"),
+    Dialog<frmRookie>("frmRookie"),
+    Child<frmSQL>("frmSQL", "analyzer", Stand::Text),
+    Child<frmScriptMask>("frmScriptMask", "analyzer"),
+    Free<frmTextManipulation>("frmTextManipulation", "analyzer"),
+    Child<frmTextOutput>("frmTextOutput", "results"),
+    Child<frmTree>("frmTree", "schema"),
+};
+
+} // namespace
+
+std::span<const WindowRow> WindowTable()
+{
+    return s_rows;
+}
+
+const WindowRow *FindWindow(const QString &form)
+{
+    for (const WindowRow &row : s_rows)
+        if (form == QLatin1String(row.Form))
+            return &row;
+    return nullptr;
+}
+
+QHash<QString, ChildMaker> &MadeInstead()
+{
+    static QHash<QString, ChildMaker> s_makers;
+    return s_makers;
+}
+
+static ChildWindow *MakeChild(const QString &form)
+{
+    if (const auto maker = MadeInstead().constFind(form); maker != MadeInstead().cend())
+        return (*maker)();
+    const WindowRow *row = FindWindow(form);
+    return row && row->Kind == WindowKind::Child ? qobject_cast<ChildWindow *>(row->Make()) : nullptr;
+}
+
+ChildWindow *OpenChild(const QString &form)
+{
+    ChildWindow *child = MakeChild(form);
+    if (child)
+        Shell::Current().AddChild(child);
+    return child;
+}
+
+ChildWindow *OpenAnalyzer(const QString &connectionName)
+{
+    const QPointer<ChildWindow> child = OpenChild(QStringLiteral("frmSQL"));
+    if (auto *query = dynamic_cast<QueryWindow *>(child.data()))
+        query->OpenFor(connectionName); // which lets events through
+    return child;
+}
+
+QString TextOf(ChildWindow *child)
+{
+    const auto *query = dynamic_cast<QueryWindow *>(child);
+    return query ? query->Text() : QString();
+}
+
+void SetTextOf(ChildWindow *child, const QString &text)
+{
+    if (auto *query = dynamic_cast<QueryWindow *>(child))
+        query->SetText(text);
+}
