@@ -11,6 +11,7 @@
 #include "frame/Shell.h"
 #include "lang/Text.h"
 #include "visual/DiagramHost.h"
+#include "visual/frmJoin.h"
 #include "visual/ucTableMap.h"
 #include <QApplication>
 #include <QClipboard>
@@ -66,6 +67,7 @@ frmDiagram::frmDiagram(QWidget *parent) : ChildWindow(parent)
     TableMap->setObjectName(QStringLiteral("TableMap"));
     TableMap->ShowStar = false;
     TableMap->AllowCheckBoxes(false);
+    AskWithJoinDialog(*TableMap);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(TableMap);

@@ -227,6 +227,21 @@ TEST(JoinClause, TakesAStatementInSmallLettersOnlyWhereItComposes)
     EXPECT_EQ(clause.PreviousQuery(), S("SELECT * FROM (SELECT 1) WHERE 1=0"));
 }
 
+TEST(JoinClause, ReadsFromTheTextThatTheServerWants)
+{
+    EXPECT_EQ(JoinFieldsQuery(S("other.a"), S("other.\"a\"")), S("SELECT * FROM other.\"a\" where 1=0"));
+    EXPECT_FALSE(JoinFieldsQuery(S(" "), S("a")));
+    JoinClause clause;
+    clause.Previous = S("a b");
+    clause.Table = S("c d");
+    EXPECT_EQ(clause.PreviousQuery(S("(a b) x")), S("SELECT * FROM (a b) x WHERE 1=0"));
+    EXPECT_EQ(clause.TableQuery(S("\"c d\"")), S("SELECT * FROM \"c d\" TempTableX WHERE 1=0"));
+    clause.Previous = S("a");
+    clause.Table = S("select 1");
+    EXPECT_EQ(clause.PreviousQuery(S("\"a\"")), S("SELECT * FROM \"a\"  WHERE 1=0"));
+    EXPECT_EQ(clause.TableQuery(S("x")), S("SELECT * FROM (select 1)TempTableX WHERE 1=0"));
+}
+
 TEST(JoinClause, ChoosesTheFirstPairInTheOrderOfTheFirstList)
 {
     const std::optional<FieldMatch> match = FindMatch({S("x"), S("b"), S("a")}, {S("a"), S("B"), S("b")});

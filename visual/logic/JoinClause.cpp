@@ -22,11 +22,12 @@ QString Source(const QString &text, int step, int place)
 
 } // namespace
 
-std::optional<QString> JoinFieldsQuery(const QString &Table)
+std::optional<QString> JoinFieldsQuery(const QString &Table, const QString &Written)
 {
     if (lang::Trim(Table).isEmpty())
         return std::nullopt;
-    return QStringLiteral("SELECT * FROM ") + QuoteName(Table) + QStringLiteral(" where 1=0");
+    return QStringLiteral("SELECT * FROM ") + (Written.isEmpty() ? QuoteName(Table) : Written) +
+           QStringLiteral(" where 1=0");
 }
 
 std::optional<FieldMatch> FindMatch(const QStringList &first, const QStringList &second)
@@ -48,16 +49,31 @@ QString JoinClause::GetSQL() const
     return result;
 }
 
-QString JoinClause::PreviousQuery() const
+bool JoinClause::IsPreviousInBrackets() const
 {
-    const bool blank = lang::InStr(Previous, QStringLiteral(" ")) > 0;
-    return blank ? QStringLiteral("SELECT * FROM (") + Previous + QStringLiteral(") WHERE 1=0")
-                 : QStringLiteral("SELECT * FROM ") + QuoteName(Previous) + QStringLiteral("  WHERE 1=0");
+    return lang::InStr(Previous, QStringLiteral(" ")) > 0;
 }
 
-QString JoinClause::TableQuery() const
+bool JoinClause::IsTableInBrackets() const
 {
-    return lang::InStr(Table, kSelect, lang::Compare::Text) > 0
-               ? QStringLiteral("SELECT * FROM (") + Table + QStringLiteral(")TempTableX WHERE 1=0")
-               : QStringLiteral("SELECT * FROM ") + QuoteName(Table) + QStringLiteral(" TempTableX WHERE 1=0");
+    return lang::InStr(Table, kSelect, lang::Compare::Text) > 0;
+}
+
+QString JoinClause::PreviousQuery(const QString &Written) const
+{
+    const bool brackets = IsPreviousInBrackets();
+    return QStringLiteral("SELECT * FROM ") +
+           (!Written.isEmpty() ? Written
+            : brackets         ? u'(' + Previous + u')'
+                               : QuoteName(Previous)) +
+           (brackets ? QStringLiteral(" WHERE 1=0") : QStringLiteral("  WHERE 1=0"));
+}
+
+QString JoinClause::TableQuery(const QString &Written) const
+{
+    return QStringLiteral("SELECT * FROM ") +
+           (IsTableInBrackets()  ? u'(' + Table + u')'
+            : !Written.isEmpty() ? Written + u' '
+                                 : QuoteName(Table) + u' ') +
+           QStringLiteral("TempTableX WHERE 1=0");
 }

@@ -7,8 +7,9 @@
 
 #include <optional>
 
-// The query that fills a field list of the join dialog; nothing for a blank name.
-std::optional<QString> JoinFieldsQuery(const QString &Table);
+// The query that fills a field list of the join dialog; nothing for a blank name. Here and below `Written` stands where
+// the statement reads from, when the server would not find it by QuoteName's text.
+std::optional<QString> JoinFieldsQuery(const QString &Table, const QString &Written = {});
 
 // The first pair of equal texts, from 0, in the order of the first list; nothing when there is none.
 struct FieldMatch
@@ -34,6 +35,8 @@ struct JoinClause
 
     // The fragment of the FROM clause. Statements on both sides get the same alias: that is the rule.
     QString GetSQL() const;
-    QString PreviousQuery() const; // fills the first field list
-    QString TableQuery() const;    // fills the second one
+    QString PreviousQuery(const QString &Written = {}) const; // fills the first field list
+    QString TableQuery(const QString &Written = {}) const;    // fills the second one; a statement stays as it is
+    bool IsPreviousInBrackets() const;                        // in its query: any text with a blank
+    bool IsTableInBrackets() const;
 };
