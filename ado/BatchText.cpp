@@ -105,7 +105,8 @@ private:
     void CountFirst(const QString &where, size_t parameters)
     {
         const TransactionRules &rules = m_target.Family->Transactions;
-        m_text.Counted = {.Count = QStringLiteral("SELECT COUNT(*) FROM ") + m_target.Table + where,
+        m_text.Counted = {.TakesBack = {},
+                          .Count = QStringLiteral("SELECT COUNT(*) FROM ") + m_target.Table + where,
                           .By = qsizetype(parameters),
                           .Sql = m_text.Sql + QLatin1String(rules.OneRow)};
         for (const ColumnInfo &column : m_target.Columns) {

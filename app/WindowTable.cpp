@@ -22,6 +22,7 @@
 #include "views/frmHirarchy.h"
 #include "views/frmLink.h"
 #include "visual/frmDiagram.h"
+#include "visual/frmJoin.h"
 #include <QPointer>
 
 namespace {
@@ -59,6 +60,7 @@ constexpr WindowRow s_rows[] = {
     Child<frmGrid>("frmGrid", "results", Stand::Rows),
     Free<frmHelp>("frmHelp"),
     Child<frmHirarchy>("frmHirarchy", "results", Stand::Rows),
+    Dialog<frmJoin>("frmJoin", "diagram"),
     Child<frmLink>("frmLink", "links"),
     Dialog<frmLogin>("frmLogin", "connections"),
     Dialog<frmNewConnection>("frmNewConnection", "connections"),

@@ -59,6 +59,11 @@ void MapSurface::paintEvent(QPaintEvent *event)
         if (event->region().intersects(m.BoxRect(table)))
             PaintTable(painter, table);
     }
+    if (hasFocus() && !m.keyJoin && !m.tables.At(m.tables.CurrentTable)) { // no table to carry the mark
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(InkOf(m.look, m.gray).mark, 2));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
     PaintDrag(painter);
 }
 
