@@ -22,6 +22,7 @@
 #include "views/frmHirarchy.h"
 #include "views/frmLink.h"
 #include "visual/frmDiagram.h"
+#include "visual/frmJoin.h"
 #include <QPointer>
 
 namespace {
@@ -60,6 +61,7 @@ constexpr WindowRow s_rows[] = {
     Free<frmHelp>("frmHelp"),
     Child<frmHirarchy>("frmHirarchy", "results", Stand::Rows),
     Child<frmLink>("frmLink", "schema"),
+    Dialog<frmJoin>("frmJoin", "diagram"),
     Dialog<frmLogin>("frmLogin", "connections"),
     Dialog<frmNewConnection>("frmNewConnection", "connections"),
     Dialog<frmRookie>("frmRookie"),
