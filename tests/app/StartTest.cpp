@@ -127,8 +127,13 @@ TEST_F(StartTest, ConnectionsGoThroughARealEndAndARealStart)
 // The end of the program stopped the windows for up to two seconds while another writer held the store.
 TEST_F(StartTest, TheWindowLivesWhileAnotherWriterHoldsTheStore)
 {
-    Start();
-    gConns().Add(QStringLiteral("Driver=SQLite"), QStringLiteral("mine"), QStringLiteral("select 1"));
+    clsConns former;
+    former.Add(QStringLiteral("Driver=SQLite"), QStringLiteral("mine"), QStringLiteral("select 1"));
+    QFile file(AppFile(QStringLiteral("es.dat")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(WriteConnections(former));
+    file.close();
+    Start();                // with a connection: nobody is welcomed beside a save
     Window->SaveSettings(); // makes the lock's file
     gConns().Item(QStringLiteral("mine"))->Extra = QStringLiteral("select 2");
     const int held = ::open(QFile::encodeName(AppFile(QStringLiteral("es.dat.lock"))).constData(), O_RDWR);
