@@ -243,11 +243,11 @@ void MapSurface::DragOut()
     const QString field = table->Items[size_t(table->Selected - 1)].Text;
     ForgetMouse();
     update();
-    auto *data = new QMimeData;
-    data->setData(ucTableMap::FieldMimeType(), field.toUtf8());
-    data->setText(table->Alias + u'.' + field);
+    auto *mime = new QMimeData;
+    mime->setData(ucTableMap::FieldMimeType(), field.toUtf8());
+    mime->setText(table->Alias + u'.' + field);
     auto *drag = new QDrag(this);
-    drag->setMimeData(data);
+    drag->setMimeData(mime);
     drag->exec(Qt::CopyAction);
 }
 
