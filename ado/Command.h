@@ -1,6 +1,6 @@
 #pragma once
-// A statement kept beside its connection, to be run more than once. The window of execution plans will ask by it, and
-// statements with values will be run by it.
+// A statement kept beside its connection, to be run more than once. The execution plan asks by it, and statements with
+// values will be run by it.
 
 #include "ado/Recordset.h"
 

@@ -1,5 +1,6 @@
 #include "views/ExplainSQL.h"
 
+#include "ado/Command.h"
 #include "controls/Attempt.h"
 #include "controls/Dialogs.h"
 #include "controls/StatusBar.h"
@@ -49,31 +50,40 @@ private:
     const int m_former;
 };
 
-RecordsetPtr AskPlanTable(const ConnectionPtr &connection, const QString &statement)
+RecordsetPtr Execute(ADODB::Command &command, const QString &text)
 {
-    connection->Execute(QStringLiteral("DELETE FROM PLAN_TABLE"));
-    connection->Execute(QStringLiteral("EXPLAIN PLAN FOR ") + statement);
-    return connection->Execute(QStringLiteral("SELECT * FROM PLAN_TABLE"));
+    command.CommandText = text;
+    return command.Execute();
+}
+
+RecordsetPtr AskPlanTable(ADODB::Command &command, const QString &statement)
+{
+    Execute(command, QStringLiteral("DELETE FROM PLAN_TABLE"));
+    Execute(command, QStringLiteral("EXPLAIN PLAN FOR ") + statement);
+    return Execute(command, QStringLiteral("SELECT * FROM PLAN_TABLE"));
 }
 
 // While SHOWPLAN is on, a statement gives its plan and does nothing. A connection of its own, so that the user's is
 // never left in that state.
-RecordsetPtr AskShowPlan(const ConnectionPtr &own, const QString &connectionString, const QString &statement)
+RecordsetPtr AskShowPlan(ADODB::Command &command, const ConnectionPtr &own, const QString &statement)
 {
-    own->Open(connectionString);
+    own->Open(command.ActiveConnection->ConnectionString());
     own->SetCursorLocation(kServerSide);
-    own->Execute(QStringLiteral("SET SHOWPLAN_All ON"));
-    const RecordsetPtr rows = own->Execute(statement);
-    Attempt([&] { own->Execute(QStringLiteral("SET SHOWPLAN_All OFF")); }); // the connection goes anyway
+    command.ActiveConnection = own;
+    Execute(command, QStringLiteral("SET SHOWPLAN_All ON"));
+    const RecordsetPtr rows = Execute(command, statement);
+    Attempt([&] { Execute(command, QStringLiteral("SET SHOWPLAN_All OFF")); }); // the connection goes anyway
     return rows;
 }
 
 Answer Ask(const ConnectionPtr &connection, const ConnectionPtr &own, const QString &statement)
 {
+    ADODB::Command command;
+    command.ActiveConnection = connection;
     if (connection->ConnectionString().contains(QLatin1String("Oracle"), Qt::CaseInsensitive))
-        return {PlanForm::PlanTable, AskPlanTable(connection, statement)};
+        return {PlanForm::PlanTable, AskPlanTable(command, statement)};
     try {
-        const RecordsetPtr rows = AskShowPlan(own, connection->ConnectionString(), statement);
+        const RecordsetPtr rows = AskShowPlan(command, own, statement);
         if (rows->State() != ADODB::adStateClosed)
             return {PlanForm::ShowPlan, rows};
     } catch (const ADODB::Error &error) {
