@@ -68,9 +68,11 @@ TEST_P(ConformanceOfOneRow, ATableIsAskedWhetherItTakesARollback)
             const QString quoted = Quoted(name);
             Run(QLatin1String(kind.create) + quoted + QStringLiteral(" (a INTEGER) ENGINE=") +
                 QLatin1String(kind.engine));
-            if (kind.answer) // the current database, and the one that is named
-                for (const QString &database : {QString(), m_place})
+            for (const QString &database : {QString(), m_place}) { // the current one, and the one that is named
+                if (kind.answer) {
                     EXPECT_EQ(answer(database, name), QLatin1String(kind.answer));
+                }
+            }
             Run(QStringLiteral("INSERT INTO ") + quoted + QStringLiteral(" VALUES (1), (1), (2)"));
             const RecordsetPtr rows =
                 Open(QStringLiteral("SELECT * FROM ") + quoted + QStringLiteral(" ORDER BY a"), adLockOptimistic);
