@@ -153,6 +153,7 @@ TEST_F(JoinDialog, GivesWhatWasChosenByKeys)
     frmJoin form;
     Load(form);
     Show(form, [&] {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
         EXPECT_TRUE(IsSkinned(&form));
         EXPECT_TRUE(form.cmbField[0]->hasFocus());
         QTest::keyClick(form.cmbField[0], Qt::Key_Down);

@@ -153,4 +153,4 @@ TEST_P(JoinServer, FillsTheListsOfAStep)
 INSTANTIATE_TEST_SUITE_P(Servers, JoinServer,
                          testing::Values(Server{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "\""},
                                          Server{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "`"}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         [](const auto &test) { return std::string(test.param.name); });

@@ -145,11 +145,11 @@ TEST_F(MapJoinsTest, WalksSelectsChecksAndCarriesByKeyboard)
     Key(Qt::Key_Up);
     EXPECT_EQ(map->lvTable(1)->Selected, 1);
     QSignalSpy clicked(map.get(), &ucTableMap::MouseUp);
-    int told = 0;
-    QObject::connect(map.get(), &ucTableMap::TableClicked, [&] { ++told; });
+    int heard = 0;
+    QObject::connect(map.get(), &ucTableMap::TableClicked, [&] { ++heard; });
     Key(Qt::Key_Space);
     EXPECT_TRUE(map->lvTable(1)->Items[0].Checked);
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(heard, 1);
     const QPoint corner = map->TableRect(1).topLeft();
     Key(Qt::Key_Right, Qt::ControlModifier);
     Key(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);

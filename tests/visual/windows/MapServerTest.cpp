@@ -43,8 +43,9 @@ protected:
     {
         MapTest::TearDown();
         gConn.reset();
-        if (m_admin && !m_place.isEmpty())
+        if (m_admin && !m_place.isEmpty()) {
             EXPECT_NO_THROW(m_admin->Execute("DROP DATABASE " + m_place));
+        }
     }
     static QString Quoted(const QString &name)
     {
