@@ -133,8 +133,8 @@ TEST_F(StartTest, TheWindowLivesWhileAnotherWriterHoldsTheStore)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(WriteConnections(former));
     file.close();
-    Start();                // with a connection: nobody is welcomed beside a save
-    Window->SaveSettings(); // makes the lock's file
+    Start(QStringLiteral("TestMode"), true); // with a connection: nobody is welcomed beside a save
+    Window->SaveSettings();                  // makes the lock's file
     gConns().Item(QStringLiteral("mine"))->Extra = QStringLiteral("select 2");
     const int held = ::open(QFile::encodeName(AppFile(QStringLiteral("es.dat.lock"))).constData(), O_RDWR);
     ASSERT_EQ(::flock(held, LOCK_EX), 0);
