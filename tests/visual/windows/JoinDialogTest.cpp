@@ -41,6 +41,7 @@ protected:
         const int met = m_dialogs;
         WithDialog([&form, act](QWidget *dialog) {
             ASSERT_EQ(dialog, &form);
+            ASSERT_TRUE(QTest::qWaitForWindowActive(dialog)); // else nothing has the focus yet
             act();
         });
         form.ShowModal();
@@ -153,7 +154,6 @@ TEST_F(JoinDialog, GivesWhatWasChosenByKeys)
     frmJoin form;
     Load(form);
     Show(form, [&] {
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
         EXPECT_TRUE(IsSkinned(&form));
         EXPECT_TRUE(form.cmbField[0]->hasFocus());
         QTest::keyClick(form.cmbField[0], Qt::Key_Down);
