@@ -206,6 +206,10 @@ constexpr CommandRow s_rows[] = {
     Diagram("mnuDiagram", "mnuDiagramAddAll", "Add All Tables", "DTBAll").Button("DTBAll"),
     Diagram("mnuDiagram", "mnuDiagramRemove", "Remove Table", "DTBRemove").Button("DTBRemove"),
     Diagram("mnuDiagram", "mnuDiagramClear", "Clear Diagram", "DTBClear").Button("DTBClear", "Clear All Tables"),
+    Line("mnuDiagram"),
+    Diagram("mnuDiagram", "mnuDiagramFront", "Bring To Front", "DTBB2F").Button("DTBB2F"),
+    Diagram("mnuDiagram", "mnuDiagramBack", "Send To Back", "DTBS2B").Button("DTBS2B"),
+    Diagram("mnuDiagram", "mnuDiagramGray", "Black and White", "DTBB&W").Check("DTBB&W"),
     Group("", "mnuChartMain", "Chart").On(Needs::Connection),
     Child("mnuChartMain", "mnuNewChart", "New Chart", ChildName::mnuChart).Later(),
     Group("mnuChartMain", "mnuChartType", "Chart Type"),
@@ -292,9 +296,6 @@ constexpr CommandRow s_rows[] = {
     WithText(NoMenu, "SQLParser", "Parser", Calls::Popup, "mnuParseMenu").Of("SQL").Button("SQLParser"),
     Sql(NoMenu, "SQLMulti", "Multiple Output windows", "SQLMulti").Check("SQLMulti"),
     Sql(NoMenu, "SQLSplit", "Split window workarea between code and results", "SQLSplit").Check("SQLSplit"),
-    Diagram(NoMenu, "DTBB2F", "Bring To Front", "DTBB2F").Button("DTBB2F"),
-    Diagram(NoMenu, "DTBS2B", "Send To Back", "DTBS2B").Button("DTBS2B"),
-    Diagram(NoMenu, "DTBB&W", "Black and White", "DTBB&W").Check("DTBB&W"),
 
     // A rowset of the table of schema commands to which no item leads.
     Rowset(NoMenu, "mnuTables", "Tables", adSchemaTables, "Tables"),

@@ -62,7 +62,15 @@ void Menus::Build()
         if (*row.Shortcut)
             action->setShortcut(QKeySequence(QString::fromLatin1(row.Shortcut), QKeySequence::PortableText));
         action->setEnabled(!row.IsLater);
-        connect(action, &QAction::triggered, this, [this, &row] { m_window.Run(row); });
+        action->setCheckable(row.IsCheck);
+        connect(action, &QAction::triggered, this, [this, &row, action] {
+            const QString button = QString::fromLatin1(row.ButtonKey);
+            if (row.IsCheck && m_window.cb->HasButton(button)) { // the window reads the state from its button
+                m_window.cb->SetChecked(button, !m_window.cb->Checked(button));
+                action->setChecked(m_window.cb->Checked(button));
+            }
+            m_window.Run(row);
+        });
         m_items.insert(name, action);
     }
     connect(Menu(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this, &Menus::OnWindow);
@@ -122,6 +130,11 @@ void Menus::Follow(const CommandRow &row)
         break;
     case Needs::Toolbar:
         Enable(row, child && FollowsToolbar(row, *m_window.cb, child->FormName()));
+        if (row.IsCheck && *row.ButtonKey && std::strcmp(row.Parent, NoMenu)) {
+            const QString button = QString::fromLatin1(row.ButtonKey); // there with its first window
+            Item(QString::fromLatin1(row.Name))
+                ->setChecked(m_window.cb->HasButton(button) && m_window.cb->Checked(button));
+        }
         break;
     case Needs::Entry:
         Enable(row, popup);

@@ -224,11 +224,6 @@ void mdiMother::SetDiagramMenu(bool)
     RefreshMenus();
 }
 
-void mdiMother::ShowDiagramMenu(const QPoint &globalPosition)
-{
-    ShowMenu(QStringLiteral("mnuDiagram"), globalPosition, {});
-}
-
 void mdiMother::RefreshMenus()
 {
     menus->Refresh();

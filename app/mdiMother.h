@@ -57,7 +57,6 @@ public:
     void ShowMenu(const QString &name, const QPoint &globalPosition, const QString &tag) override;
     void RefreshMenus() override;
     void SetDiagramMenu(bool on) override; // its rows follow their toolbar by themselves
-    void ShowDiagramMenu(const QPoint &globalPosition) override;
 
     // Start and end.
     void SetTestMode(bool on); // also tells every error that is passed over

@@ -1,9 +1,7 @@
 #pragma once
-// What a diagram asks of the main window beside what every child asks (frame/Shell.h): the state of the Diagram menu,
-// and that menu as a popup. The main window implements it and installs itself; with nothing installed every call is
-// taken and nothing happens. Interface thread; nothing here raises.
-
-class QPoint;
+// What a diagram asks of the main window beside what every child asks (frame/Shell.h): the state of the Diagram menu.
+// The main window implements it and installs itself; with nothing installed every call is taken and nothing happens.
+// Interface thread; nothing here raises.
 
 class DiagramHost
 {
@@ -14,5 +12,4 @@ public:
 
     // Add Table, Add Linked Tables, Add All Tables, Remove Table, Clear Diagram.
     virtual void SetDiagramMenu(bool on);
-    virtual void ShowDiagramMenu(const QPoint &globalPosition);
 };

@@ -57,7 +57,6 @@ void DiagramHost::Install(DiagramHost *host)
     g_host = host;
 }
 void DiagramHost::SetDiagramMenu(bool) {}
-void DiagramHost::ShowDiagramMenu(const QPoint &) {}
 
 frmDiagram::frmDiagram(QWidget *parent) : ChildWindow(parent)
 {
@@ -76,8 +75,8 @@ frmDiagram::frmDiagram(QWidget *parent) : ChildWindow(parent)
     ApplySkin(this);
     connect(TableMap, &ucTableMap::MouseUp, this, [this](int button, int, double x, double y, bool onTable) {
         if (button == kRightButton && !onTable)
-            DiagramHost::Current().ShowDiagramMenu(
-                TableMap->Hwnd()->mapToGlobal(QPoint(ToPixels(qint64(x)), ToPixels(qint64(y)))));
+            Shell::Current().ShowMenu(QStringLiteral("mnuDiagram"),
+                                      TableMap->Hwnd()->mapToGlobal(QPoint(ToPixels(qint64(x)), ToPixels(qint64(y)))));
     });
 }
 

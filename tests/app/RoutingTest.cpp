@@ -135,8 +135,8 @@ TEST_F(Routing, TheSqlToolbarLivesWithItsWindows)
     EXPECT_EQ(Window->cb->ButtonKeys(QStringLiteral("SQL")), keys);
 }
 
-// Its windows come later: the buttons are there, and none of them is a dead click.
-TEST_F(Routing, TheDiagramToolbarIsThereAndOff)
+// The buttons are there, and none of them is a dead click.
+TEST_F(Routing, TheDiagramToolbarIsThereAndLeadsToItsWindow)
 {
     EXPECT_FALSE(Window->cb->HasToolbar(QStringLiteral("DTB")));
     Child(QStringLiteral("frmDiagram"));
@@ -156,6 +156,24 @@ TEST_F(Routing, TheDiagramToolbarIsThereAndOff)
     }
     EXPECT_EQ(Window->cb->ButtonKeys(QStringLiteral("DTB")), keys);
     EXPECT_EQ(Window->cb->Kind(QStringLiteral("DTBB&W")), cbrCheck);
+}
+
+// The window reads from the button whether it is gray, so the item has to turn the button first.
+TEST_F(Routing, AnItemThatHoldsAStateTurnsItsButton)
+{
+    Child(QStringLiteral("frmDiagram"));
+    const QString button = QStringLiteral("DTBB&W");
+    QAction *item = Window->menus->Item(QStringLiteral("mnuDiagramGray"));
+    for (const bool on : {true, false}) {
+        Log.clear();
+        item->trigger();
+        EXPECT_EQ(Window->cb->Checked(button), on);
+        EXPECT_EQ(item->isChecked(), on);
+        EXPECT_EQ(Log.size(), 1);
+    }
+    Window->cb->Press(button);
+    Window->RefreshMenus();
+    EXPECT_TRUE(item->isChecked()) << "the item shows what the button holds";
 }
 
 TEST_F(Routing, EntriesThatAWindowAddedGoBackToIt)

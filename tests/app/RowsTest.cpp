@@ -220,8 +220,9 @@ TEST(Rows, EachLeadsSomewhere)
             buttons << L(row.ButtonKey);
             EXPECT_TRUE(HasToolIcon(L(row.ButtonKey)));
             EXPECT_TRUE(*row.Tip);
-            // A live button of the Analyzer has an item too, but for those that hold a state and the one of a popup.
-            if (!std::strcmp(row.Toolbar, "SQL") && !row.IsLater && !row.IsCheck && row.Route != Calls::Popup) {
+            // A live button has an item too, but for those of the Analyzer that hold a state and the one of a popup.
+            const bool holds = !std::strcmp(row.Toolbar, "SQL") && row.IsCheck;
+            if (*row.Toolbar && !row.IsLater && !holds && row.Route != Calls::Popup) {
                 EXPECT_STRNE(row.Parent, NoMenu);
             }
         }
