@@ -191,6 +191,7 @@ void SchemaCommands::mnuTableLinks()
     const QPointer<frmLink> window(new frmLink);
     Shell::Current().AddChild(window);
     window->ShowChild();
+    SetStatus(QString()); // the picker's is over
     if (window)
         window->LoadTable(table.Object);
 }

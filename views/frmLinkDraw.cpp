@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int kGap = 70;   // pixels between two grids, for the lines
+constexpr int kGap = 34;   // pixels between two grids, for the lines
 constexpr int kEdge = 6;   // around everything
 constexpr int kMarker = 8; // a marker on a line
 
@@ -97,10 +97,12 @@ void frmLink::BuildLegend()
 void frmLink::LayOut()
 {
     const int legend = fraLedgend->sizeHint().height();
-    const int wide = std::max((width() - 2 * kEdge - 2 * kGap) / 3, 1);
+    // The sides have three columns each, the middle one.
+    const int part = std::max((width() - 2 * kEdge - 2 * kGap) / 12, 1);
     const int high = std::max(height() - legend - 3 * kEdge, 1);
     int x = kEdge;
     for (FlexGrid *const grid : {mfgPK, mfg, mfgFK}) {
+        const int wide = part * (grid == mfg ? 2 : 5);
         grid->setGeometry(x, kEdge, wide, high);
         const int inner = grid->viewport()->width();
         for (int column = 0; column < grid->Cols(); ++column)
