@@ -38,6 +38,9 @@ function(house_pch_kind kind form headers)
   set_target_properties(pch_${kind} PROPERTIES AUTOMOC OFF AUTORCC OFF)
   target_link_libraries(pch_${kind} PRIVATE house_flags ${ARGN})
   target_precompile_headers(pch_${kind} PRIVATE ${headers})
+  if(kind MATCHES "_test$" AND NOT CMAKE_CXX_FLAGS MATCHES "-O0")
+    target_compile_options(pch_${kind} PRIVATE -O0) # as tests/CMakeLists.txt has it
+  endif()
 endfunction()
 
 # house_use_pch(TARGET KIND): lets a target read the precompiled header of its kind, where there is one.
