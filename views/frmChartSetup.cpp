@@ -80,6 +80,10 @@ frmChartSetup::frmChartSetup(QWidget *parent) : ModalForm(QStringLiteral("Chart 
     grid->setRowStretch(1, 1);
     grid->setRowStretch(4, 1);
     resize(560, 420);
+    QWidget *const order[] = {lvFields,      cmdAddSeries, cmdRemoveSeries, lvLabels,      cmdAddData,
+                              cmdRemoveData, lvData,       txtTitle,        chkShowLedgend};
+    for (size_t i = 1; i < std::size(order); ++i)
+        setTabOrder(order[i - 1], order[i]);
     lvFields->setFocus();
 
     const auto moves = [this](QPushButton *button, ChartChoice::List from, ChartChoice::List to) {

@@ -168,3 +168,44 @@ TEST(ChartDataTest, TheListsOfColumnsThatCanBeCharted)
               (std::vector<ChartField>{
                   {QStringLiteral("city"), 0}, {QStringLiteral("amount"), 1}, {QStringLiteral("note"), 2}}));
 }
+
+TEST(ChartDataTest, WhatNoMemoryHoldsIsNotBegun)
+{
+    ChartData chart;
+    const ChartGrid endless{qint64(1) << 40, 2, [](qint64, int) { return QStringLiteral("1"); }};
+    EXPECT_THROW(FillChart(chart, endless, QStringLiteral("0"), QStringLiteral("1")), std::bad_alloc);
+    EXPECT_EQ(chart.RowCount(), 0);
+}
+
+// The blocks of rows must say what a walk over the rows says, wherever the stretch begins and ends.
+TEST(ChartDataTest, TheExtentOfAStretchIsThatOfItsRows)
+{
+    const ChartData chart = MakeChart(1, 2000, [](qint64 row, int) {
+        return row % 97 == 5 ? INFINITY : row % 31 == 3 ? NAN : std::sin(double(row)) * double(row % 701) - 20;
+    });
+    for (const auto &[first, last] : std::vector<std::pair<qint64, qint64>>{
+             {0, 2000}, {0, 256}, {1, 256}, {255, 513}, {700, 701}, {5, 6}, {300, 300}, {511, 1999}}) {
+        ChartExtent plain;
+        for (qint64 row = first; row < last; ++row)
+            plain.Take(row, chart.Values(0)[row]);
+        const ChartExtent extent = chart.Extent(0, first, last);
+        EXPECT_EQ(extent.Least, plain.Least) << first << " to " << last;
+        EXPECT_EQ(extent.Most, plain.Most);
+        EXPECT_EQ(extent.LeastPositive, plain.LeastPositive);
+        EXPECT_EQ(extent.LeastRow, plain.LeastRow);
+        EXPECT_EQ(extent.MostRow, plain.MostRow);
+        EXPECT_EQ(extent.Numbers, plain.Numbers);
+        EXPECT_EQ(extent.Infinite, plain.Infinite);
+        EXPECT_EQ(extent.Unfit, plain.Unfit);
+        EXPECT_EQ(extent.Negative, plain.Negative);
+    }
+}
+
+TEST(ChartDataTest, AChangedValueChangesTheExtent)
+{
+    ChartData chart = MakeChart(1, 600, [](qint64, int) { return 1.0; });
+    EXPECT_EQ(chart.Extent(0, 0, 600).Most, 1);
+    chart.SetData(301, 1, QStringLiteral("9"));
+    EXPECT_EQ(chart.Extent(0, 0, 600).Most, 9);
+    EXPECT_EQ(chart.Extent(0, 0, 600).MostRow, 300);
+}

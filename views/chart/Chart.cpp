@@ -134,6 +134,7 @@ void Chart::paintEvent(QPaintEvent *)
         return;
     PaintPointer(painter);
     if (hasFocus()) { // yellow alone is not seen on white
+        painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(SkinColour(SkinRole::List), 2 * kFocusWidth));
         painter.drawRect(rect());
         painter.setPen(QPen(SkinColour(SkinRole::Focus), kFocusWidth));

@@ -49,8 +49,8 @@ Cell CellIn(const QRectF &area, bool titled, double lineHeight)
         across = std::min(rest.width(), rest.height());
     cell.Pie = QRectF(0, 0, across, across);
     cell.Pie.moveCenter(rest.center());
-    if (titled && !cell.HasText) // right above it
-        cell.Title.moveBottom(cell.Pie.top() - 2);
+    if (titled) // right above it, or above the labels there
+        cell.Title.moveBottom(cell.Pie.top() - 2 - (cell.HasText ? lineHeight + kGap : 0));
     return cell;
 }
 
