@@ -47,11 +47,11 @@ frmChartSetup::frmChartSetup(QWidget *parent) : ModalForm(QStringLiteral("Chart 
         grid->addLayout(column, row, 1, Qt::AlignCenter);
         return column;
     };
-    QVBoxLayout *series = arrows(1), *data = arrows(4);
+    QVBoxLayout *series = arrows(1), *values = arrows(4);
     cmdAddSeries = Arrow("cmdAddSeries", ">", QStringLiteral("Add to the data labels"), series, this);
     cmdRemoveSeries = Arrow("cmdRemoveSeries", "<", QStringLiteral("Take from the data labels"), series, this);
-    cmdAddData = Arrow("cmdAddData", ">", QStringLiteral("Add to the data values"), data, this);
-    cmdRemoveData = Arrow("cmdRemoveData", "<", QStringLiteral("Take from the data values"), data, this);
+    cmdAddData = Arrow("cmdAddData", ">", QStringLiteral("Add to the data values"), values, this);
+    cmdRemoveData = Arrow("cmdRemoveData", "<", QStringLiteral("Take from the data values"), values, this);
 
     txtTitle = Named(new QLineEdit(this), "txtTitle");
     auto *title = new QLabel(QStringLiteral("Title"), this);

@@ -1,6 +1,7 @@
 // What a chart takes from its source, without a window.
 #include "views/logic/ChartData.h"
 #include "tests/controls/MakeRecordset.h"
+#include "tests/views/ChartFixture.h"
 #include <cmath>
 #include <gtest/gtest.h>
 

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QPrinter>
 #include <QPushButton>
@@ -238,6 +239,9 @@ TEST_F(ChartWindow, ARightClickOpensTheChartMenu)
     EXPECT_EQ(shell.Menus, QStringList("mnuChartMain"));
     QTest::mouseClick(form.chart, Qt::LeftButton, {}, {50, 50});
     EXPECT_EQ(shell.Menus.size(), 1);
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, {5, 5}, form.chart->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(form.chart, &key);
+    EXPECT_EQ(shell.Menus.size(), 2);
 }
 
 TEST_F(ChartWindow, TheChartFillsTheWindow)

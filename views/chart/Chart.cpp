@@ -4,6 +4,7 @@
 #include "controls/clsCaptureWindow.h"
 #include "views/logic/ChartHit.h"
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QWheelEvent>
@@ -267,6 +268,13 @@ void Chart::keyPressEvent(QKeyEvent *event)
         QWidget::keyPressEvent(event);
         return;
     }
+    event->accept();
+}
+
+void Chart::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        emit MouseUp(Qt::RightButton, rect().center());
     event->accept();
 }
 
