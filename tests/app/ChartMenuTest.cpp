@@ -57,8 +57,6 @@ protected:
     QString Labels;
 };
 
-} // namespace
-
 TEST_F(ChartMenu, BothRowsMakeAChartOfTheActiveResult)
 {
     for (const char *row : {"mnuNewChart", "mnuChart"}) {
@@ -119,3 +117,5 @@ TEST_F(ChartMenu, ARightClickOnTheChartBringsItUp)
     EXPECT_EQ(shown, QStringLiteral("mnuChartMain"));
     EXPECT_TRUE(isTypeOn);
 }
+
+} // namespace

@@ -12,7 +12,7 @@ ChartGrid GridOf(const QList<QStringList> &cells)
     return {cells.size(), int(cells.first().size()), [cells](qint64 row, int column) { return cells[row][column]; }};
 }
 
-QStringList Labels(const ChartData &chart)
+QStringList RowLabels(const ChartData &chart)
 {
     QStringList labels;
     for (qint64 row = 1; row <= chart.RowCount(); ++row)
@@ -30,7 +30,7 @@ ADODB::RecordsetPtr Sales()
     return rows;
 }
 
-void Add(const ADODB::RecordsetPtr &rows, const QString &city, const ADODB::Value &amount, const QString &note)
+void AddSale(const ADODB::RecordsetPtr &rows, const QString &city, const ADODB::Value &amount, const QString &note)
 {
     rows->AddNew();
     rows->Fields()[QStringLiteral("city")].SetValue(ADODB::Value(city));
@@ -48,7 +48,7 @@ TEST(ChartDataTest, ACellWithoutANumberIsZeroAndLabelsAreJoinedByOneBlank)
               QStringLiteral("1,2"), QStringLiteral("3"));
     EXPECT_EQ(chart.ColumnCount(), 1);
     EXPECT_EQ(chart.ColumnLabel(1), QStringLiteral("N"));
-    EXPECT_EQ(Labels(chart), QStringList({"a b", "c", "d "}));
+    EXPECT_EQ(RowLabels(chart), QStringList({"a b", "c", "d "}));
     EXPECT_EQ(chart.Data(1, 1), QStringLiteral("12"));
     EXPECT_EQ(chart.Data(2, 1), QStringLiteral("0"));
     EXPECT_EQ(chart.Data(3, 1), QStringLiteral("-100"));
@@ -70,15 +70,15 @@ TEST(ChartDataTest, ARecordsetGivesItsVisibleRowsAndStaysWhereItStands)
     ChartData chart;
     FillChart(chart, *rows, QStringLiteral("0"), QStringLiteral("1"));
     EXPECT_EQ(chart.RowCount(), 0);
-    EXPECT_TRUE(Labels(chart).isEmpty());
+    EXPECT_TRUE(RowLabels(chart).isEmpty());
     EXPECT_EQ(chart.ColumnLabel(1), QStringLiteral("amount"));
 
-    Add(rows, QStringLiteral(" Bonn "), ADODB::Value(2.5), QStringLiteral("x"));
-    Add(rows, QStringLiteral("Rome"), ADODB::Value(), QStringLiteral("7 apples"));
-    Add(rows, QStringLiteral("Oslo"), ADODB::Value(-4.0), QStringLiteral("y"));
+    AddSale(rows, QStringLiteral(" Bonn "), ADODB::Value(2.5), QStringLiteral("x"));
+    AddSale(rows, QStringLiteral("Rome"), ADODB::Value(), QStringLiteral("7 apples"));
+    AddSale(rows, QStringLiteral("Oslo"), ADODB::Value(-4.0), QStringLiteral("y"));
     rows->SetAbsolutePosition(2);
     FillChart(chart, *rows, QStringLiteral("0,2"), QStringLiteral("1,2"));
-    EXPECT_EQ(Labels(chart), QStringList({"Bonn x", "Rome 7 apples", "Oslo y"}));
+    EXPECT_EQ(RowLabels(chart), QStringList({"Bonn x", "Rome 7 apples", "Oslo y"}));
     EXPECT_EQ(chart.Data(1, 1), QStringLiteral("2.5"));
     EXPECT_EQ(chart.Data(2, 1), QStringLiteral("0")); // null
     EXPECT_EQ(chart.Data(2, 2), QStringLiteral("7"));
@@ -86,17 +86,17 @@ TEST(ChartDataTest, ARecordsetGivesItsVisibleRowsAndStaysWhereItStands)
 
     rows->SetFilter(QStringLiteral("city = 'Oslo'"));
     FillChart(chart, *rows, QStringLiteral("0"), QStringLiteral("1"));
-    EXPECT_EQ(Labels(chart), QStringList("Oslo"));
+    EXPECT_EQ(RowLabels(chart), QStringList("Oslo"));
 }
 
 TEST(ChartDataTest, AFieldThatIsNotThereRaisesAndLeavesTheChart)
 {
     const ADODB::RecordsetPtr rows = Sales();
-    Add(rows, QStringLiteral("Bonn"), ADODB::Value(1.0), QString());
+    AddSale(rows, QStringLiteral("Bonn"), ADODB::Value(1.0), QString());
     ChartData chart;
     FillChart(chart, *rows, QStringLiteral("0"), QStringLiteral("1"));
     EXPECT_THROW(FillChart(chart, *rows, QStringLiteral("0"), QStringLiteral("9")), ADODB::Error);
-    EXPECT_EQ(Labels(chart), QStringList("Bonn"));
+    EXPECT_EQ(RowLabels(chart), QStringList("Bonn"));
 }
 
 TEST(ChartDataTest, WhatWasFilledStaysWhenTheFillingIsStopped)

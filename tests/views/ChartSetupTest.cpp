@@ -24,8 +24,6 @@ struct Setup : testing::Test
     }
 };
 
-} // namespace
-
 TEST_F(Setup, IsAsItsLabelsSay)
 {
     EXPECT_EQ(form.windowTitle(), QStringLiteral("Chart Setup"));
@@ -144,3 +142,5 @@ TEST_F(Setup, TenThousandColumnsMoveAtOnce)
     EXPECT_EQ(form.lvData->Count(), 10000);
     EXPECT_EQ(form.lvFields->Count(), 0);
 }
+
+} // namespace

@@ -60,8 +60,6 @@ private:
     QObject shellTimer;
 };
 
-} // namespace
-
 TEST_F(ChartWindow, AResultBecomesAChart)
 {
     QStringList offered;
@@ -344,3 +342,5 @@ TEST_F(ChartWindow, AWindowMayGoWhileItsRowsAreRead)
     form->LoadChartDataMFG(window.mfg, QStringLiteral("1"), QStringLiteral("1"));
     EXPECT_FALSE(form);
 }
+
+} // namespace

@@ -10,7 +10,7 @@ namespace {
 constexpr qint64 kAskEvery = 256;               // rows
 constexpr qint64 kMostValues = qint64(1) << 28; // of a chart: two gigabytes
 
-double Infinite(const QString &text)
+double InfinityOf(const QString &text)
 {
     const QString word = lang::Trim(text).toLower();
     const bool isNegative = word.startsWith(u'-');
@@ -43,7 +43,7 @@ struct Picked
     std::vector<int> Labels, Data;
 };
 
-Picked Read(const QString &labelFields, const QString &dataFields)
+Picked ReadPicked(const QString &labelFields, const QString &dataFields)
 {
     const auto numbers = [](const QString &list) {
         std::vector<int> columns;
@@ -55,7 +55,7 @@ Picked Read(const QString &labelFields, const QString &dataFields)
 }
 
 // One blank between texts, none before the first: an empty text in front leaves nothing, one behind leaves its blank.
-template <typename Text> QString LabelOf(const std::vector<int> &columns, const Text &text)
+template <typename Text> QString JoinedLabel(const std::vector<int> &columns, const Text &text)
 {
     QString label;
     for (const int column : columns) {
@@ -75,7 +75,7 @@ void FillRows(ChartData &chart, qint64 rows, const Picked &picked, const Text &t
     for (qint64 row = 1; row <= rows; ++row) {
         if (row % kAskEvery == 0 && keepOn && !keepOn())
             return;
-        chart.SetRowLabel(row, LabelOf(picked.Labels, [&](int column) { return text(row, column); }));
+        chart.SetRowLabel(row, JoinedLabel(picked.Labels, [&](int column) { return text(row, column); }));
         int number = 0;
         for (const int column : picked.Data)
             chart.SetData(row, ++number, text(row, column));
@@ -93,7 +93,7 @@ double ChartNumber(const QString &text)
 {
     if (HoldsNumber(text))
         return lang::Val(text);
-    const double infinite = Infinite(text);
+    const double infinite = InfinityOf(text);
     return infinite != 0 ? infinite : std::numeric_limits<double>::quiet_NaN();
 }
 
@@ -166,7 +166,7 @@ void FillChart(ChartData &chart, const ChartGrid &grid, const QString &labelFiel
 {
     if (labelFields.isEmpty() || dataFields.isEmpty())
         return;
-    const Picked picked = Read(labelFields, dataFields);
+    const Picked picked = ReadPicked(labelFields, dataFields);
     chart.SetColumnCount(int(picked.Data.size()));
     int number = 0;
     for (const int column : picked.Data)
@@ -179,7 +179,7 @@ void FillChart(ChartData &chart, const ADODB::Recordset &rows, const QString &la
 {
     if (labelFields.isEmpty() || dataFields.isEmpty())
         return;
-    const Picked picked = Read(labelFields, dataFields);
+    const Picked picked = ReadPicked(labelFields, dataFields);
     for (const std::vector<int> &columns : {picked.Labels, picked.Data})
         for (const int column : columns)
             if (column < 0 || column >= rows.ColumnCount())

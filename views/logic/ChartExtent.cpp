@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr qint64 kBlock = 256; // rows
+constexpr qint64 kBlockRows = 256; // rows
 
 }
 
@@ -60,9 +60,9 @@ void ChartExtent::Take(const ChartExtent &other)
 ChartBlocks::ChartBlocks(const std::vector<double> &values)
 {
     const qint64 rows = qint64(values.size());
-    for (qint64 first = 0; first < rows; first += kBlock) {
+    for (qint64 first = 0; first < rows; first += kBlockRows) {
         ChartExtent &block = m_blocks.emplace_back();
-        for (qint64 row = first; row < std::min(first + kBlock, rows); ++row)
+        for (qint64 row = first; row < std::min(first + kBlockRows, rows); ++row)
             block.Take(row, values[size_t(row)]);
     }
 }
@@ -71,9 +71,9 @@ ChartExtent ChartBlocks::Of(const std::vector<double> &values, qint64 first, qin
 {
     ChartExtent extent;
     for (qint64 row = first; row < last;) {
-        if (row % kBlock == 0 && row + kBlock <= last) {
-            extent.Take(m_blocks[size_t(row / kBlock)]);
-            row += kBlock;
+        if (row % kBlockRows == 0 && row + kBlockRows <= last) {
+            extent.Take(m_blocks[size_t(row / kBlockRows)]);
+            row += kBlockRows;
         } else {
             extent.Take(row, values[size_t(row)]);
             ++row;
