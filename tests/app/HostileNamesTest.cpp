@@ -390,9 +390,7 @@ TEST_P(HostileNames, AnEditMeetsTheTableThatWasPicked)
         Do("mnuBrowesTable");
         ASSERT_TRUE(Newest<frmInline>()->dg->SetCellText(QStringLiteral("77"))) << name.toStdString();
         Do("mnuSave");
-        const QString sql = QStringLiteral("SELECT sum(h) FROM ") + Quoted(name);
-        EXPECT_EQ(m_owner->Execute(sql)->CellText(0, 0), QStringLiteral("80")) << name.toStdString();
-        CloseOthers();
+        EXPECT_EQ(m_owner->Execute(QStringLiteral("SELECT sum(h) FROM ") + Quoted(name))->CellText(0, 0), u"80");
     }
     ExpectAllThere();
 }
