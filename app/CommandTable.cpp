@@ -76,6 +76,11 @@ constexpr CommandRow Diagram(const char *parent, const char *name, const char *c
 {
     return WithText(parent, name, caption, Calls::Tool, key).Of("DTB");
 }
+// The chart has no toolbar; its further commands come to it as a button's would.
+constexpr CommandRow ChartTool(const char *parent, const char *name, const char *caption, const char *key)
+{
+    return WithText(parent, name, caption, Calls::Tool, key);
+}
 constexpr CommandRow Opens(const char *parent, const char *name, const char *caption, const char *form)
 {
     return WithText(parent, name, caption, Calls::Window, form);
@@ -211,26 +216,31 @@ constexpr CommandRow s_rows[] = {
     Diagram("mnuDiagram", "mnuDiagramBack", "Send To Back", "DTBS2B").Button("DTBS2B"),
     Diagram("mnuDiagram", "mnuDiagramGray", "Black and White", "DTBB&W").Check("DTBB&W"),
     Group("", "mnuChartMain", "Chart").On(Needs::Connection),
-    Child("mnuChartMain", "mnuNewChart", "New Chart", ChildName::mnuChart).Later(),
+    Child("mnuChartMain", "mnuNewChart", "New Chart", ChildName::mnuChart),
     Group("mnuChartMain", "mnuChartType", "Chart Type"),
     Group("mnuChartType", "mnuChart2D", "2D Chart Types"),
     // The numbers are those of the chart's own types.
-    Child("mnuChart2D", "mnuChart2DArea", "Area", ChildName::ChangeChartType, 5).Later(),
-    Child("mnuChart2D", "mnuChart2DBar", "Bar", ChildName::ChangeChartType, 1).Later(),
-    Child("mnuChart2D", "mnuChart2DCombination", "Combination", ChildName::ChangeChartType, 9).Later(),
-    Child("mnuChart2D", "mnuChart2DLine", "Line", ChildName::ChangeChartType, 3).Later(),
-    Child("mnuChart2D", "mnuChart2DPie", "Pie", ChildName::ChangeChartType, 14).Later(),
-    Child("mnuChart2D", "mnuChart2DStep", "Step", ChildName::ChangeChartType, 7).Later(),
-    Child("mnuChart2D", "mnuChart2DXY", "XY", ChildName::ChangeChartType, 16).Later(),
+    Child("mnuChart2D", "mnuChart2DArea", "Area", ChildName::ChangeChartType, 5),
+    Child("mnuChart2D", "mnuChart2DBar", "Bar", ChildName::ChangeChartType, 1),
+    Child("mnuChart2D", "mnuChart2DCombination", "Combination", ChildName::ChangeChartType, 9),
+    Child("mnuChart2D", "mnuChart2DLine", "Line", ChildName::ChangeChartType, 3),
+    Child("mnuChart2D", "mnuChart2DPie", "Pie", ChildName::ChangeChartType, 14),
+    Child("mnuChart2D", "mnuChart2DStep", "Step", ChildName::ChangeChartType, 7),
+    Child("mnuChart2D", "mnuChart2DXY", "XY", ChildName::ChangeChartType, 16),
     Group("mnuChartType", "mnuChart3D", "3D Chart Types"),
-    Child("mnuChart3D", "mnuChart3DArea", "Area", ChildName::ChangeChartType, 4).Later(),
-    Child("mnuChart3D", "mnuChart3DBar", "Bar", ChildName::ChangeChartType, 0).Later(),
+    Child("mnuChart3D", "mnuChart3DArea", "Area", ChildName::ChangeChartType, 4),
+    Child("mnuChart3D", "mnuChart3DBar", "Bar", ChildName::ChangeChartType, 0),
     // Its name is spelt so, its caption is not.
-    Child("mnuChart3D", "mnuChart3DComination", "Combination", ChildName::ChangeChartType, 8).Later(),
-    Child("mnuChart3D", "mnuChart3DLine", "Line", ChildName::ChangeChartType, 2).Later(),
-    Child("mnuChart3D", "mnuChart3DStep", "Step", ChildName::ChangeChartType, 6).Later(),
-    Child("mnuChartMain", "mnuChartTitle", "Change Title", ChildName::ChangeTitle).Later(),
-    Child("mnuChartMain", "mnuChartFootNote", "Change Foot Note", ChildName::ChangeFootNote).Later(),
+    Child("mnuChart3D", "mnuChart3DComination", "Combination", ChildName::ChangeChartType, 8),
+    Child("mnuChart3D", "mnuChart3DLine", "Line", ChildName::ChangeChartType, 2),
+    Child("mnuChart3D", "mnuChart3DStep", "Step", ChildName::ChangeChartType, 6),
+    Child("mnuChartMain", "mnuChartTitle", "Change Title", ChildName::ChangeTitle),
+    Child("mnuChartMain", "mnuChartFootNote", "Change Foot Note", ChildName::ChangeFootNote),
+    Line("mnuChartMain"),
+    ChartTool("mnuChartMain", "mnuChartWhole", "Show All Rows", "CHTWhole"),
+    ChartTool("mnuChartMain", "mnuChartLog", "Logarithmic Axis", "CHTLog"),
+    ChartTool("mnuChartMain", "mnuChartEyes", "Colours for Every Eye", "CHTEyes"),
+    ChartTool("mnuChartMain", "mnuChartDrawing", "Save as SVG or PDF", "CHTDrawing"),
     Group("", "mnuScripts", "Scripts"),
     Main("mnuScripts", "mnuMask", "Mask Script", MaskScript).On(Needs::Connection),
     Main("mnuScripts", "mnuInsert", "Insert Script", InsertScript).On(Needs::Connection),
@@ -279,7 +289,7 @@ constexpr CommandRow s_rows[] = {
     Child("mnuStats", "mnuMin", "Find Min", ChildName::mnuMin_Click),
     Child("mnuStats", "mnuAvg", "Get Average", ChildName::mnuAvg_Click),
     Child("mnuStats", "mnuSum", "Get Sum", ChildName::mnuSum_Click),
-    Child("mnuStats", "mnuChart", "Chart Results", ChildName::mnuChart).Later(),
+    Child("mnuStats", "mnuChart", "Chart Results", ChildName::mnuChart),
     Main("mnuStats", "mnuStatsASP", "Generate ASP", GenerateASP),
     Child("mnuStats", "mnuClearLog", "Clear Log", ChildName::mnuClearLog),
     Child("mnuStats", "mnuStatsSave", "Save", ChildName::mnuSave).Says("Saving..."),

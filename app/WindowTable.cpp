@@ -18,6 +18,8 @@
 #include "data/frmTree.h"
 #include "frame/QueryWindow.h"
 #include "frame/Shell.h"
+#include "views/frmChart.h"
+#include "views/frmChartSetup.h"
 #include "views/frmExecutionPlan.h"
 #include "views/frmHirarchy.h"
 #include "views/frmInline.h"
@@ -51,6 +53,8 @@ constexpr WindowRow s_rows[] = {
     {"drReport", WindowKind::Dialog, nullptr, nullptr, "results", Stand::Ground},
     Dialog<frmAbout>("frmAbout"),
     Free<frmAni>("frmAni"),
+    Child<frmChart>("frmChart", "charts"),
+    Dialog<frmChartSetup>("frmChartSetup", "charts"),
     Free<frmCode>("frmCode", "analyzer"),
     Dialog<frmConnectionString>("frmConnectionString", "connections"),
     Child<frmDiagram>("frmDiagram", "diagram"),

@@ -57,6 +57,7 @@ public:
     void mnuAvg_Click() override;
     void mnuSum_Click() override;
     void mnuFitColumns() override;
+    void mnuChart() override;
 
     // The controls, by their names.
     TabStrip *ts = nullptr;

@@ -9,6 +9,7 @@
 #include "lang/Text.h"
 #include "session/Pump.h"
 #include "views/GridCells.h"
+#include "views/frmChart.h"
 #include "views/frmHirarchy.h"
 #include <QApplication>
 #include <QClipboard>
@@ -68,6 +69,13 @@ void frmHirarchy::mnuAvg_Click()
 void frmHirarchy::mnuFitColumns()
 {
     StatisticsGrid()->FitColumns();
+}
+
+void frmHirarchy::mnuChart()
+{
+    const GridCells cells(mfg);
+    const ChartGrid source{cells.Rows(), cells.Cols(), [&](qint64 row, int column) { return cells.Text(row, column); }};
+    Attempt([&] { OpenChart(this, {ChartFields(source), mfg, Statement()}); });
 }
 
 void frmHirarchy::mnuMax_Click()

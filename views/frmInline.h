@@ -47,8 +47,7 @@ public:
     void mnuReplace() override;
     void mnuSave() override;
     void mnuPrint() override;
-    // The chart of these rows comes in with the chart's own window: mnuChart then lists the columns of dg that have a
-    // caption, and hands Rows() over.
+    void mnuChart() override;
 
     // The controls, by their names.
     DataGrid *dg = nullptr;

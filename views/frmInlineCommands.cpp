@@ -9,6 +9,7 @@
 #include "session/Status.h"
 #include "views/InlineFind.h"
 #include "views/drReport.h"
+#include "views/frmChart.h"
 #include "views/frmInline.h"
 #include <QApplication>
 #include <QClipboard>
@@ -168,6 +169,18 @@ void frmInline::Search()
     if (LastStatus().startsWith(tr("Searching")))
         SetStatus(QString());
     AfterWork();
+}
+
+// Of the rows as they stand here, unsaved edits too; a column without a caption cannot be chosen.
+void frmInline::mnuChart()
+{
+    if (IsBusy() || !m_rows || !dg->EndEdit(true))
+        return;
+    std::vector<ChartField> fields;
+    for (int column = 0; column < dg->Cols(); ++column)
+        if (!dg->ColCaption(column).isEmpty())
+            fields.push_back({dg->ColCaption(column), column});
+    Attempt([&] { OpenChart(this, {fields, m_rows, m_rows->Source()}); });
 }
 
 void frmInline::mnuPrint()

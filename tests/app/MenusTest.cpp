@@ -181,7 +181,7 @@ TEST_F(MenusTest, EveryItemReachesItsOperationAndNoneIsDead)
         item->trigger();
         QString wanted =
             row.Route == Calls::Tool ? QStringLiteral("ToolBar ") + QLatin1String(row.Text) : ToText(row.Answer);
-        if (row.Answer == ChildName::Parse)
+        if (row.Answer == ChildName::Parse || row.Answer == ChildName::ChangeChartType)
             wanted += QStringLiteral(" %1").arg(row.Number);
         EXPECT_EQ(Log, QStringList(QStringLiteral("frmSQL ") + wanted));
         if (*row.Status) {

@@ -64,6 +64,10 @@ public:
     }
     void mnuPrint() override { Note(QStringLiteral("mnuPrint")); }
     void SnapShot() override { Note(QStringLiteral("SnapShot")); }
+    void mnuChart() override { Note(QStringLiteral("mnuChart")); }
+    void ChangeTitle() override { Note(QStringLiteral("ChangeTitle")); }
+    void ChangeFootNote() override { Note(QStringLiteral("ChangeFootNote")); }
+    void ChangeChartType(int type) override { Note(QStringLiteral("ChangeChartType %1").arg(type)); }
     void Parse(int kind) override { Note(QStringLiteral("Parse %1").arg(kind)); }
     void mnuClearLog() override { Note(QStringLiteral("mnuClearLog")); }
     void mnuMax_Click() override { Note(QStringLiteral("mnuMax_Click")); }

@@ -20,6 +20,7 @@ std::span<const CaseRunner> MapRunners();
 std::span<const CaseRunner> JoinRunners();
 std::span<const CaseRunner> WizardRunners();
 std::span<const CaseRunner> TextRunners();
+std::span<const CaseRunner> ChartRunners();
 
 inline QString T(const QJsonObject &args, const char *key)
 {

@@ -32,8 +32,6 @@ const struct
     {"plan_tree_server", "nothing: the tests of the windows on data run them"},
     {"plan_text_oracle", "nothing: the tests of the windows on data run them"},
     {"plan_tree_oracle", "nothing: the tests of the windows on data run them"},
-    {"chart_grid", "the chart"},
-    {"chart_fields", "the chart"},
     {"strip_quotes", "the import"},
     {"import_rows", "the import"},
     {"import_headers", "the import"},
@@ -51,7 +49,7 @@ std::vector<CaseRunner> AllRunners()
 {
     std::vector<CaseRunner> all;
     for (const std::span<const CaseRunner> rows :
-         {RouteRunners(), MapRunners(), JoinRunners(), WizardRunners(), TextRunners()})
+         {RouteRunners(), MapRunners(), JoinRunners(), WizardRunners(), TextRunners(), ChartRunners()})
         all.insert(all.end(), rows.begin(), rows.end());
     return all;
 }
