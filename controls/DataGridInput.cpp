@@ -93,7 +93,7 @@ void DataGrid::mouseDoubleClickEvent(QMouseEvent *event)
     const QPoint at = event->position().toPoint();
     if (const int edge = m->EdgeAt(at); edge >= 0)
         FitColumn(edge);
-    else if (RowAt(at.y()) >= 0 && ColAt(at.x()) >= 0)
+    else if (RowAt(at.y()) >= 0 && ColAt(at.x()) >= 0 && SetCurrentCell(RowAt(at.y()), ColAt(at.x())))
         EditCell();
 }
 

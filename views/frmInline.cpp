@@ -94,14 +94,16 @@ void frmInline::WatchGrid()
     connect(dg, &DataGrid::Error, this,
             [this](int, const QString &description, int *response) { GridError(description, response); });
     connect(dg, &DataGrid::ContextMenu, this, &frmInline::ShowPopup);
-    connect(mfgRefused, &FlexGrid::RowColChange, this, [this] {
+    const auto goThere = [this] {
         const qint64 row = mfgRefused->Row();
         bool isRow = false;
         const qint64 place =
             row > 0 && row < mfgRefused->Rows() ? mfgRefused->TextMatrix(row, 1).toLongLong(&isRow) : 0;
         if (isRow && !IsBusy())
             dg->SetCurrentCell(place - 1, dg->Col());
-    });
+    };
+    connect(mfgRefused, &FlexGrid::RowColChange, this, goThere);
+    connect(mfgRefused, &FlexGrid::Click, this, goThere);
 }
 
 // The grid shows no dialog of its own: the main window says that something is wrong, this one what it is.

@@ -68,6 +68,7 @@ private:
         Stay,
     };
     void Build();
+    void SetSource(const QString &table, const ADODB::ObjectName &object);
     void WatchGrid();
     bool Load();
     bool Save();

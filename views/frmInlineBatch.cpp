@@ -98,20 +98,25 @@ bool frmInline::RunApart(const ADODB::ConnectionPtr &connection, const QString &
 
 void frmInline::SetSource(const QString &TableName)
 {
-    if (IsBusy())
-        return;
-    m_table = TableName;
-    m_object = {};
-    Load();
+    SetSource(TableName, {});
 }
 
 void frmInline::SetSource(const ADODB::ObjectName &picked)
 {
+    SetSource(picked.Name, picked);
+}
+
+void frmInline::SetSource(const QString &table, const ADODB::ObjectName &object)
+{
     if (IsBusy())
         return;
-    m_table = picked.Name;
-    m_object = picked;
-    Load();
+    const QString formerTable = std::exchange(m_table, table);
+    const ADODB::ObjectName formerObject = std::exchange(m_object, object);
+    const QPointer<frmInline> alive(this);
+    if (Load() || !alive || !m_rows)
+        return;
+    m_table = formerTable; // whose rows are still here
+    m_object = formerObject;
 }
 
 bool frmInline::Load()
@@ -240,5 +245,6 @@ void frmInline::ShowRefused(const QString &why)
     }
     if (refused.empty())
         return;
-    AutoSize(mfgRefused);
+    mfgRefused->SetFixedRows(1);
+    mfgRefused->FitColumns();
 }

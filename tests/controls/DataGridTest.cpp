@@ -45,7 +45,11 @@ protected:
     {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), held);
     }
-    void Type(const QString &text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+    void Type(const QString &text) // the first key may move the keyboard to the editor
+    {
+        for (const QChar c : text)
+            QTest::keyClicks(QApplication::focusWidget(), c);
+    }
     void At(qint64 row, int col) { ASSERT_TRUE(grid.SetCurrentCell(row, col)); }
 
     enum Column
@@ -250,8 +254,6 @@ TEST_F(Editing, RowsAreDeletedByTheirHeads)
 
 TEST_F(Editing, AClickAwayTakesTheValueAndADoubleClickEdits)
 {
-    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, grid.CellRect(0, Name).center());
-    ASSERT_FALSE(grid.IsEditing()) << "the first click of the two makes the cell current";
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.CellRect(0, Name).center());
     QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, grid.CellRect(0, Name).center());
     ASSERT_TRUE(grid.IsEditing());

@@ -2,6 +2,7 @@
 #include "tests/views/Inline.h"
 #include "ado/ObjectName.h"
 #include <QClipboard>
+#include <QInputMethodEvent>
 
 using namespace ADODB;
 
@@ -176,7 +177,12 @@ TEST_P(Inline, ValuesAreRefusedAtTheCellOrStoredExactly)
     ASSERT_TRUE(Grid().SetCurrentCell(0, 4));
     const bool exact = Grid().SetCellText(digits);
     EXPECT_EQ(exact, !IsSqlite()) << "a number of that file keeps fifteen digits, and must not be bent to them";
-    Enter(1, 5, emoji);
+    ASSERT_TRUE(Grid().SetCurrentCell(1, 5));
+    QTest::keyClick(&Grid(), Qt::Key_F2);
+    QInputMethodEvent composed;
+    composed.setCommitString(emoji);
+    QCoreApplication::sendEvent(Grid().Editor(), &composed);
+    QTest::keyClick(Grid().Editor(), Qt::Key_Return);
     ASSERT_TRUE(Grid().SetCurrentCell(2, 5));
     QApplication::clipboard()->setText(huge);
     Window().mnuPaste();
