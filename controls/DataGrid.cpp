@@ -13,8 +13,8 @@ bool DataGridAccessInstalled();
 
 namespace {
 
-constexpr int kLeastWidth = 24, kMostWidth = 320; // pixels of a column that nobody has drawn wider
-constexpr qint64 kMeasured = 40;                  // rows that a width is taken from
+constexpr int kLeastColumn = 24, kMostColumn = 320; // pixels of a column that nobody has drawn wider
+constexpr qint64 kMeasured = 40;                    // rows that a width is taken from
 
 } // namespace
 
@@ -163,7 +163,7 @@ void DataGrid::FitColumn(int col)
     const qint64 last = std::min(m->top + std::max(m->RowsInView(), kMeasured), Rows());
     for (qint64 r = m->top; r < last; ++r)
         width = std::max(width, metrics.horizontalAdvance(m->Start(r, col, 200)));
-    m->widths[size_t(col)] = std::clamp(width + 14, kLeastWidth, kMostWidth);
+    m->widths[size_t(col)] = std::clamp(width + 14, kLeastColumn, kMostColumn);
     Refresh();
 }
 
@@ -374,10 +374,10 @@ void DataGrid::Body::PlaceEditor()
     }
     // As wide as the cell, wider for what does not fit there, and within the view.
     int wanted = cell.width();
-    for (QTextBlock block = editor->document()->firstBlock(); block.isValid() && wanted < kMostWidth;
+    for (QTextBlock block = editor->document()->firstBlock(); block.isValid() && wanted < kMostColumn;
          block = block.next())
         wanted = std::max(wanted, q->fontMetrics().horizontalAdvance(block.text().left(200)) + 16);
-    wanted = std::min(wanted, std::max(cell.width(), kMostWidth));
+    wanted = std::min(wanted, std::max(cell.width(), kMostColumn));
     const int lines = editor->LinesShown();
     const int height = lines == 1 ? RowHeight() + 1 : lines * q->fontMetrics().lineSpacing() + 8;
     QRect place(cell.left() - 1, cell.top() - 1, wanted + 1, height);

@@ -41,17 +41,17 @@ private:
     DataGrid *m_grid;
 };
 
-QAccessibleInterface *MakeAccess(const QString &, QObject *object)
+QAccessibleInterface *MakeDataGridAccess(const QString &, QObject *object)
 {
     auto *const grid = qobject_cast<DataGrid *>(object);
     return grid ? new DataGridAccess(grid) : nullptr;
 }
 
-const bool installed = (QAccessible::installFactory(MakeAccess), true);
+const bool dataGridInstalled = (QAccessible::installFactory(MakeDataGridAccess), true);
 
 } // namespace
 
 bool DataGridAccessInstalled()
 {
-    return installed; // named by the grid, so that the linker keeps this source
+    return dataGridInstalled; // named by the grid, so that the linker keeps this source
 }

@@ -8,7 +8,7 @@
 #include <cmath>
 
 namespace {
-constexpr int kEdge = 3; // pixels to either side of a heading's edge that move it
+constexpr int kEdgeReach = 3; // pixels to either side of a heading's edge that move it
 } // namespace
 
 int DataGrid::Body::EdgeAt(const QPoint &position) const
@@ -18,7 +18,7 @@ int DataGrid::Body::EdgeAt(const QPoint &position) const
     int edge = ColX(0);
     for (int c = 0; c < q->Cols(); ++c) {
         edge += widths[size_t(c)];
-        if (edge >= HeadWidth() && std::abs(position.x() - edge) <= kEdge)
+        if (edge >= HeadWidth() && std::abs(position.x() - edge) <= kEdgeReach)
             return c;
     }
     return -1;

@@ -9,16 +9,16 @@
 
 namespace {
 
-constexpr int kMargin = 3;
-constexpr qint64 kShown = 600; // characters of one line that a cell can show
+constexpr int kCellMargin = 3;
+constexpr qint64 kCellShown = 600; // characters of one line that a cell can show
 
-QColor Mix(const QColor &a, const QColor &b, double part)
+QColor Blend(const QColor &a, const QColor &b, double part)
 {
     const auto mix = [part](int x, int y) { return int(x + (y - x) * part); };
     return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 
-bool IsNumber(ADODB::DataTypeEnum type)
+bool StandsRight(ADODB::DataTypeEnum type)
 {
     switch (type) {
     case ADODB::adSmallInt:
@@ -40,7 +40,7 @@ bool IsNumber(ADODB::DataTypeEnum type)
     }
 }
 
-QString OneLine(QString text)
+QString LineOf(QString text)
 {
     for (QChar &c : text)
         if (c < u' ')
@@ -105,10 +105,10 @@ void DataGrid::Body::PaintCell(QPainter &painter, qint64 r, int c, const QRect &
         ink = look.color(QPalette::HighlightedText);
     }
     painter.fillRect(cell, ground);
-    painter.setPen(Mix(ground, look.color(QPalette::Text), 0.25));
+    painter.setPen(Blend(ground, look.color(QPalette::Text), 0.25));
     painter.drawLine(cell.topRight(), cell.bottomRight());
     painter.drawLine(cell.bottomLeft(), cell.bottomRight());
-    const QRect room = cell.adjusted(kMargin, 0, -kMargin, -1);
+    const QRect room = cell.adjusted(kCellMargin, 0, -kCellMargin, -1);
     if (null) {
         QFont slanted = q->font();
         slanted.setItalic(true);
@@ -117,8 +117,8 @@ void DataGrid::Body::PaintCell(QPainter &painter, qint64 r, int c, const QRect &
         painter.drawText(room, int(Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine), QStringLiteral("null"));
         painter.setFont(q->font());
     } else if (IsRecord(r)) {
-        const QString text = OneLine(Start(r, c, kShown));
-        const int side = IsNumber(source->Column(c).Type) ? Qt::AlignRight : Qt::AlignLeft;
+        const QString text = LineOf(Start(r, c, kCellShown));
+        const int side = StandsRight(source->Column(c).Type) ? Qt::AlignRight : Qt::AlignLeft;
         painter.setPen(ink);
         painter.drawText(room, int(side | Qt::AlignVCenter | Qt::TextSingleLine),
                          painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
@@ -165,9 +165,9 @@ void DataGrid::Body::PaintHeads(QPainter &painter, const QRect &area)
         const QRect cell(x, 0, widths[size_t(c)], line.height());
         painter.fillRect(cell, look.color(QPalette::Mid));
         painter.setPen(look.color(QPalette::BrightText));
-        const QRect room = cell.adjusted(kMargin, 0, -kMargin, -1);
+        const QRect room = cell.adjusted(kCellMargin, 0, -kCellMargin, -1);
         painter.drawText(room, int(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
-                         painter.fontMetrics().elidedText(OneLine(q->ColCaption(c)), Qt::ElideRight, room.width()));
+                         painter.fontMetrics().elidedText(LineOf(q->ColCaption(c)), Qt::ElideRight, room.width()));
         painter.setPen(look.color(QPalette::Base));
         painter.drawLine(cell.topRight(), cell.bottomRight());
         x += widths[size_t(c)];

@@ -22,9 +22,9 @@
 
 namespace {
 
-constexpr qint64 kPatience = 1000; // ms at the way out, from a stop to its end
+constexpr qint64 kStopPatience = 1000; // ms at the way out, from a stop to its end
 
-template <class Widget> Widget *Named(Widget *widget, const char *name, const QString &spoken)
+template <class Widget> Widget *WithName(Widget *widget, const char *name, const QString &spoken)
 {
     widget->setObjectName(QLatin1String(name));
     widget->setAccessibleName(spoken);
@@ -48,18 +48,18 @@ frmInline::~frmInline() = default;
 
 void frmInline::Build()
 {
-    ani = Named(new BusyIndicator(this), "ani", tr("The program is at work on this table"));
-    lblRunning = Named(new QLabel(this), "lblRunning", tr("Progress"));
-    cmdStop = Named(new QPushButton(tr("&Stop"), this), "cmdStop", tr("Stop"));
+    ani = WithName(new BusyIndicator(this), "ani", tr("The program is at work on this table"));
+    lblRunning = WithName(new QLabel(this), "lblRunning", tr("Progress"));
+    cmdStop = WithName(new QPushButton(tr("&Stop"), this), "cmdStop", tr("Stop"));
     cmdStop->setToolTip(tr("Stop the search, the opening or the saving (Esc)"));
     cmdStop->setEnabled(false);
     connect(cmdStop, &QPushButton::clicked, this, &frmInline::Stop);
-    dg = Named(new DataGrid(this), "dg", tr("Rows of the table"));
-    mfgRefused = Named(new FlexGrid(this), "mfgRefused", tr("Rows that were not saved"));
+    dg = WithName(new DataGrid(this), "dg", tr("Rows of the table"));
+    mfgRefused = WithName(new FlexGrid(this), "mfgRefused", tr("Rows that were not saved"));
     mfgRefused->SetFormatString(QStringLiteral("    |Row        |Key                              |Message"));
     mfgRefused->setFixedHeight(140);
     mfgRefused->hide();
-    SB = Named(new StatusBar(this), "SB", tr("Status"));
+    SB = WithName(new StatusBar(this), "SB", tr("Status"));
     SB->AddPanel(sbrText, true);
     SB->AddPanel(sbrText, false, 2600);
     SB->AddPanel(sbrText, false, 2000);
@@ -247,7 +247,7 @@ bool frmInline::WaitForWork()
                mbYesNo | mbQuestion, QStringLiteral("Changes"), this) != mbYes)
         stop();
     PumpUntil([] { return QStringLiteral("Saving... (Esc stops)"); },
-              [&] { return done->load() || (stopped.isValid() && stopped.elapsed() > kPatience); }, stop,
+              [&] { return done->load() || (stopped.isValid() && stopped.elapsed() > kStopPatience); }, stop,
               PumpInput::EscapeOnly);
     if (!alive || !done->load())
         return false;

@@ -8,7 +8,7 @@ using namespace ADODB;
 
 namespace {
 
-std::optional<InlineFind::Place> First(const InlineFind &find, const RecordsetPtr &rows, InlineFind::Place from = {})
+std::optional<InlineFind::Place> FirstHit(const InlineFind &find, const RecordsetPtr &rows, InlineFind::Place from = {})
 {
     return find.Next(*rows, from, {});
 }
@@ -41,11 +41,11 @@ TEST(InlineFindRules, FieldsAreWalkedInOrderFromTheGivenOne)
 {
     const RecordsetPtr rows = MakeTexts({"a", "b"}, {{"x", "hit"}, {"hit", QString()}, {"", "last hit"}});
     const InlineFind find(QStringLiteral("hit"), false, false);
-    EXPECT_EQ(First(find, rows), (InlineFind::Place{0, 1}));
-    EXPECT_EQ(First(find, rows, InlineFind::Behind(*rows, {0, 1})), (InlineFind::Place{1, 0}));
-    EXPECT_EQ(First(find, rows, {1, 1}), (InlineFind::Place{2, 1}));
-    EXPECT_EQ(First(find, rows, InlineFind::Behind(*rows, {2, 1})), std::nullopt);
-    EXPECT_EQ(First(InlineFind(QString(), true, false), rows), (InlineFind::Place{1, 1})) << "null counts as empty";
+    EXPECT_EQ(FirstHit(find, rows), (InlineFind::Place{0, 1}));
+    EXPECT_EQ(FirstHit(find, rows, InlineFind::Behind(*rows, {0, 1})), (InlineFind::Place{1, 0}));
+    EXPECT_EQ(FirstHit(find, rows, {1, 1}), (InlineFind::Place{2, 1}));
+    EXPECT_EQ(FirstHit(find, rows, InlineFind::Behind(*rows, {2, 1})), std::nullopt);
+    EXPECT_EQ(FirstHit(InlineFind(QString(), true, false), rows), (InlineFind::Place{1, 1})) << "null counts as empty";
     int asked = 0;
     EXPECT_EQ(find.Next(*rows, {1, 1}, [&](qint64) { return ++asked < 2; }), std::nullopt)
         << "ended before the next record";
