@@ -125,6 +125,13 @@ struct Inline : testing::TestWithParam<InlineDatabase>
         ASSERT_TRUE(Window().Rows()) << dialogs.LastText().toStdString();
         Grid().setFocus();
     }
+    qint64 RowOf(int id) // a server gives the rows in any order
+    {
+        qint64 row = 0;
+        while (row < Grid().Rows() && Grid().DataSource()->CellText(row, 0) != QString::number(id))
+            ++row;
+        return row;
+    }
     // By click and keys.
     void Enter(qint64 row, int column, const QString &text)
     {

@@ -1,8 +1,11 @@
 // The search of the table editor: the pattern alone, then through the window with its dialog.
 #include "views/InlineFind.h"
+#include "controls/ListView.h"
 #include "tests/analyzer/FindAnswers.h"
 #include "tests/controls/MakeRecordset.h"
 #include "tests/views/Inline.h"
+#include "views/frmChartSetup.h"
+#include <optional>
 
 using namespace ADODB;
 
@@ -78,7 +81,8 @@ TEST_P(InlineSearch, FindGoesFromHitToHitAndOffersTheTop)
             then(find);
         };
     };
-    FindAnswers find({Find(QStringLiteral("o")), seen(FindNext)});
+    std::optional<FindAnswers> find; // one at a time: each answers whatever dialog comes up
+    find.emplace(QList<FindAnswers::Answer>{Find(QStringLiteral("o")), seen(FindNext)});
     dialogs.Answers = {mbNo};
     Window().mnuFind();
     EXPECT_EQ(places, (QStringList{"1,1"})) << "the current record's first fields count";
@@ -87,7 +91,7 @@ TEST_P(InlineSearch, FindGoesFromHitToHitAndOffersTheTop)
     EXPECT_EQ(dialogs.LastTitle(), "Find");
     EXPECT_EQ(dialogs.Boxes[0].Buttons, mbYesNo);
     EXPECT_EQ(dialogs.Boxes[0].Icon, mbQuestion);
-    EXPECT_EQ(find.replacing, (QList<bool>{true, true}));
+    EXPECT_EQ(find->replacing, (QList<bool>{true, true}));
     EXPECT_FALSE(Window().IsBusy());
     EXPECT_FALSE(Grid().IsFrozen());
     EXPECT_FALSE(Window().cmdStop->isEnabled());
@@ -109,26 +113,27 @@ TEST_P(InlineSearch, ReplaceChangesTheNextHitAndReplaceAllAsksNothingBetween)
     Do(gConn, QStringLiteral("UPDATE t SET note = 'rot rot' WHERE id = 2"));
     Do(gConn, QStringLiteral("UPDATE t SET note = 'Rot' WHERE id = 3"));
     Open();
-    FindAnswers find({Replace(QStringLiteral("ROT"), QStringLiteral("blau"), false)});
+    std::optional<FindAnswers> find;
+    find.emplace(QList<FindAnswers::Answer>{Replace(QStringLiteral("ROT"), QStringLiteral("blau"), false)});
     Window().mnuReplace();
-    EXPECT_EQ(find.shown, 2);
-    EXPECT_EQ(Window().Rows()->CellText(1, 5), "blau blau");
-    EXPECT_EQ(Window().Rows()->CellText(2, 5), "Rot");
+    EXPECT_EQ(find->shown, 2);
+    EXPECT_EQ(Window().Rows()->CellText(RowOf(2), 5), "blau blau");
+    EXPECT_EQ(Window().Rows()->CellText(RowOf(3), 5), "Rot");
     EXPECT_TRUE(Window().HasChanges());
 
     ASSERT_TRUE(Grid().SetCurrentCell(0, 0));
-    FindAnswers all({Replace(QStringLiteral("o"), QStringLiteral("0"), true)});
+    find.emplace(QList<FindAnswers::Answer>{Replace(QStringLiteral("o"), QStringLiteral("0"), true)});
     dialogs.Answers = {mbNo};
     Window().mnuFind();
-    EXPECT_EQ(all.shown, 1);
-    EXPECT_EQ(Window().Rows()->CellText(0, 1), "0ne");
-    EXPECT_EQ(Window().Rows()->CellText(1, 1), "tw0");
-    EXPECT_EQ(Window().Rows()->CellText(2, 5), "R0t");
+    EXPECT_EQ(find->shown, 1);
+    EXPECT_EQ(Window().Rows()->CellText(RowOf(1), 1), "0ne");
+    EXPECT_EQ(Window().Rows()->CellText(RowOf(2), 1), "tw0");
+    EXPECT_EQ(Window().Rows()->CellText(RowOf(3), 5), "R0t");
     Window().mnuSave();
     EXPECT_EQ(Seen(QStringLiteral("SELECT name, note FROM t ORDER BY id")), "0ne,a tw0,blau blau three,R0t");
 
     // A replacement that the field cannot hold is refused there, and the search goes on.
-    FindAnswers bad({Replace(QStringLiteral("1"), QStringLiteral("x"), true)});
+    find.emplace(QList<FindAnswers::Answer>{Replace(QStringLiteral("1"), QStringLiteral("x"), true)});
     dialogs.Answers = {mbNo};
     ASSERT_TRUE(Grid().SetCurrentCell(0, 0));
     Window().mnuFind();
@@ -147,7 +152,8 @@ TEST_P(InlineSearch, StopEndsASearchThatRuns)
        QStringLiteral("WITH RECURSIVE c(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM c WHERE i < 300000) INSERT INTO "
                       "many SELECT 'a value of some length ' || i FROM c"));
     Open(QStringLiteral("many"));
-    FindAnswers find({Find(QStringLiteral("[q]*[z]"))});
+    std::optional<FindAnswers> find;
+    find.emplace(QList<FindAnswers::Answer>{Find(QStringLiteral("[q]*[z]"))});
     bool pressed = false;
     QTimer clock;
     QObject::connect(&clock, &QTimer::timeout, [&] {
@@ -162,14 +168,14 @@ TEST_P(InlineSearch, StopEndsASearchThatRuns)
     clock.start(0);
     Window().mnuFind();
     EXPECT_TRUE(pressed);
-    EXPECT_EQ(find.shown, 1);
+    EXPECT_EQ(find->shown, 1);
     EXPECT_TRUE(dialogs.Boxes.isEmpty()) << "stopped: nothing is offered";
     EXPECT_FALSE(Window().IsBusy());
     EXPECT_FALSE(Window().cmdStop->isEnabled());
 
     // The window is closed in the middle of one.
-    FindAnswers last({Find(QStringLiteral("[q]*[z]"))});
-    QTimer::singleShot(0, &clock, [&] {});
+    clock.stop();
+    find.emplace(QList<FindAnswers::Answer>{Find(QStringLiteral("[q]*[z]"))});
     bool closed = false;
     QTimer closer;
     QObject::connect(&closer, &QTimer::timeout, [&] {
@@ -182,6 +188,29 @@ TEST_P(InlineSearch, StopEndsASearchThatRuns)
     Window().mnuFind();
     EXPECT_TRUE(closed);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !holder; }, 20000)) << "it closes when the search has ended";
+}
+
+// A chart is drawn of the rows as they stand here, by the columns that have a caption.
+TEST_P(InlineSearch, AChartIsDrawnOfTheRowsWithTheirUnsavedEdits)
+{
+    Open();
+    Enter(RowOf(1), 2, QStringLiteral("11"));
+    QStringList offered;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        auto *const setup = qobject_cast<frmChartSetup *>(QApplication::activeModalWidget());
+        if (!setup || !setup->isVisible())
+            return;
+        look.stop();
+        for (qint64 row = 0; row < setup->lvFields->Count(); ++row)
+            offered += setup->lvFields->Text(row);
+        setup->reject();
+    });
+    look.start(5);
+    Window().mnuChart();
+    EXPECT_EQ(offered, (QStringList{"id", "name", "amount", "day", "exact", "note", "townid"}));
+    EXPECT_EQ(Window().Rows()->PendingCount(), 1);
+    EXPECT_TRUE(Window().Offers(QStringLiteral("mnuChart")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Databases, InlineSearch, kInlineDatabases, InlineName);

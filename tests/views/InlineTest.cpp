@@ -145,7 +145,8 @@ TEST_P(Inline, ALockedRowIsWaitedForUntilItIsStopped)
     Window().mnuSave();
     clock.stop();
     EXPECT_GE(ticks, 20) << "the windows lived";
-    EXPECT_EQ(dialogs.LastText(), "Error: Operation has been cancelled.");
+    EXPECT_TRUE(dialogs.LastText().startsWith("Error: Operation has been cancelled"))
+        << dialogs.LastText().toStdString();
     EXPECT_TRUE(Window().HasChanges());
     EXPECT_GE(Window().Rows()->PendingCount(), 1);
     EXPECT_FALSE(Grid().IsFrozen());
@@ -247,7 +248,8 @@ TEST_P(Inline, AViewOpensToBeReadAndRefusesTheFirstKey)
     EXPECT_EQ(Grid().Rows(), 3);
     EXPECT_FALSE(Window().HasChanges());
 
-    // A join in place of a table.
+    if (!IsSqlite())
+        return; // the others want a name for a statement in place of a table
     Open(QStringLiteral("SELECT t.id, t.name, town.name AS town FROM t JOIN town ON t.townid = town.id"));
     EXPECT_EQ(Grid().Rows(), 2);
     QTest::keyClick(&Grid(), Qt::Key_X);
@@ -298,7 +300,7 @@ TEST_P(Inline, ClosingAsksOnlyAboutChangesAndTakesThreeAnswers)
         Shell::Current().AddChild(holder);
         holder->show();
         Open();
-        Enter(0, 2, QStringLiteral("11"));
+        Enter(RowOf(1), 2, QStringLiteral("11"));
         dialogs.Boxes.clear();
     };
     again();
@@ -324,7 +326,7 @@ TEST_P(Inline, ClosingAsksOnlyAboutChangesAndTakesThreeAnswers)
 
     // What was to be saved and was refused is not thrown away with the window.
     again();
-    Enter(0, 2, QStringLiteral("12"));
+    Enter(RowOf(1), 2, QStringLiteral("12"));
     Do(other, QStringLiteral("DELETE FROM t WHERE id = 1"));
     dialogs.Answers = {mbYes, mbOK};
     EXPECT_FALSE(Window().close());
@@ -335,7 +337,7 @@ TEST_P(Inline, ClosingAsksOnlyAboutChangesAndTakesThreeAnswers)
 TEST_P(Inline, AnotherConnectionAsksFirstAndOpensTheSameTable)
 {
     Open();
-    Enter(0, 2, QStringLiteral("11"));
+    Enter(RowOf(1), 2, QStringLiteral("11"));
     const ConnectionPtr former = gConn;
     gConn = Connect();
     Use(gConn);
@@ -347,18 +349,18 @@ TEST_P(Inline, AnotherConnectionAsksFirstAndOpensTheSameTable)
     Window().mnuSave();
     EXPECT_EQ(Seen(QStringLiteral("SELECT amount FROM t WHERE id = 1")), "11");
 
-    Enter(0, 2, QStringLiteral("12"));
+    Enter(RowOf(1), 2, QStringLiteral("12"));
     dialogs.Answers = {mbNo};
     Window().RefreshForm(QStringLiteral("again"));
     EXPECT_EQ(Window().Rows()->ActiveConnection(), gConn);
-    EXPECT_EQ(Grid().DataSource()->CellText(0, 2), "11");
+    EXPECT_EQ(Grid().DataSource()->CellText(RowOf(1), 2), "11");
     EXPECT_FALSE(Window().HasChanges());
 
-    Enter(0, 2, QStringLiteral("13"));
+    Enter(RowOf(1), 2, QStringLiteral("13"));
     dialogs.Answers = {mbYes, mbOK};
     Window().RefreshForm(QStringLiteral("again"));
     EXPECT_EQ(Seen(QStringLiteral("SELECT amount FROM t WHERE id = 1")), "13");
-    EXPECT_EQ(Grid().DataSource()->CellText(0, 2), "13");
+    EXPECT_EQ(Grid().DataSource()->CellText(RowOf(1), 2), "13");
 }
 
 INSTANTIATE_TEST_SUITE_P(Databases, Inline, kInlineDatabases, InlineName);
