@@ -1,5 +1,6 @@
 // Saving to a server that goes away, or stands still, in the middle.
 #include "tests/support/Places.h"
+#include "tests/support/ScriptedDriver.h"
 #include "tests/views/Inline.h"
 #include <QProcess>
 
@@ -127,8 +128,9 @@ TEST_P(InlineLost, ClosingInTheMiddleOfASaveStopsItAndAsksAboutTheRest)
     QTimer clock;
     int ticks = 0;
     QObject::connect(&clock, &QTimer::timeout, [&] {
-        if (holder && Window().IsBusy() && ++ticks == 30)
+        if (holder && Window().IsBusy() && ++ticks == 30) {
             EXPECT_FALSE(Window().close());
+        }
     });
     clock.start(5);
     dialogs.Answers = {mbOK, mbCancel};
@@ -198,4 +200,52 @@ TEST(InlineStill, AServerThatStandsStillHoldsNoWindow)
     }
     RemoveWaitHandler();
     EXPECT_EQ(QProcess::execute(script, {QStringLiteral("stop"), home}), 0);
+}
+
+// A table that takes its time to open: the window lives, says how far it has come, and Escape gives it up.
+TEST(InlineOpening, EscapeGivesItUpAndTheWindowStays)
+{
+    InstallWaitHandler();
+    {
+        ShellDouble shell;
+        DialogDouble dialogs;
+        ScriptedDriver driver;
+        driver.OnExecute = [&driver](const QString &sql) {
+            if (sql.contains(QLatin1String("slow")))
+                driver.RunUntilCancelled(20);
+            return ADODB::ExecuteResult{};
+        };
+        gConn = Connection::Create();
+        gConn->Open(QStringLiteral("Scripted"));
+        gConn->SetCursorLocation(adUseServer);
+        const QPointer<frmInline> window(new frmInline);
+        window->show();
+        QStringList told;
+        QTimer clock;
+        QObject::connect(&clock, &QTimer::timeout, [&] {
+            if (!window->IsBusy() || !shell.Status().startsWith("Opening slow"))
+                return;
+            told += shell.Status();
+            if (told.size() == 5) {
+                EXPECT_TRUE(window->cmdStop->isEnabled());
+                QTest::keyClick(window->dg, Qt::Key_Escape);
+            }
+        });
+        clock.start(5);
+        window->SetSource(QStringLiteral("slow"));
+        clock.stop();
+        ASSERT_GE(told.size(), 5);
+        EXPECT_EQ(told[0], "Opening slow ... 0 rows (Esc stops)");
+        ASSERT_FALSE(window.isNull());
+        EXPECT_FALSE(window->IsBusy());
+        EXPECT_FALSE(window->cmdStop->isEnabled());
+        EXPECT_FALSE(window->Rows());
+        EXPECT_EQ(gConn->CursorLocation(), adUseServer);
+        EXPECT_TRUE(dialogs.LastText().startsWith("Error: ")) << dialogs.LastText().toStdString();
+        EXPECT_EQ(window->dg->Cols(), 0);
+        QTest::keyClick(window->dg, Qt::Key_X); // nothing to edit, and nothing to fall over
+        delete window.data();
+        gConn.reset();
+    }
+    RemoveWaitHandler();
 }

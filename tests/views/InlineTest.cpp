@@ -190,8 +190,9 @@ TEST_P(Inline, ValuesAreRefusedAtTheCellOrStoredExactly)
     Enter(1, 3, QStringLiteral("2024-02-29"));
     Window().mnuSave();
     EXPECT_EQ(dialogs.LastText(), "Changes to this table have been saved.");
-    if (exact)
+    if (exact) {
         EXPECT_EQ(Seen(QStringLiteral("SELECT exact FROM t WHERE id = 1")), digits);
+    }
     EXPECT_EQ(Seen(QStringLiteral("SELECT note FROM t WHERE id = 2")), emoji);
     EXPECT_TRUE(Seen(QStringLiteral("SELECT note FROM t WHERE id = 3")) == huge);
     EXPECT_EQ(Seen(QStringLiteral("SELECT day FROM t WHERE id = 2")), "2024-02-29");
