@@ -142,7 +142,8 @@ void Connection::Close()
     });
 }
 
-RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, int options)
+RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, int options,
+                                 const std::function<void(qint64)> &progress)
 {
     RecordsetPtr recordset;
     qint64 counted = -1;
@@ -151,7 +152,7 @@ RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, in
         try {
             const bool one = options != adOptionUnspecified && (options & adOneStatement);
             result = AsErrors([&] { return one ? session.ExecuteOne(sql) : session.Execute(sql); });
-            recordset = result.Rows ? AsErrors([&] { return ReadAll(*result.Rows); }) : Recordset::Create();
+            recordset = result.Rows ? AsErrors([&] { return ReadAll(*result.Rows, progress); }) : Recordset::Create();
         } catch (const Error &error) {
             if (error.Number == adErrOutOfMemory)
                 session.Cancel(); // nobody will read the rest

@@ -157,6 +157,29 @@ bool Recordset::CellIsNull(qint64 row, int column) const
     return m->stores[size_t(column)].IsNull(m->StoreRow(row));
 }
 
+int Recordset::RowStatus(qint64 row) const
+{
+    CheckCell(row, m->Count(), 0, 1);
+    return m->StatusOf(std::uint32_t(m->StoreRow(row)));
+}
+
+Value Recordset::CellOriginal(qint64 row, int column) const
+{
+    CheckCell(row, m->Count(), column, m->stores.size());
+    const qint64 storeRow = m->StoreRow(row);
+    if (m->pending.KindOf(std::uint32_t(storeRow)) == PendingRows::Inserted)
+        return {};
+    qint64 place = storeRow;
+    const ColumnStore *const was = m->pending.Original(std::uint32_t(storeRow), size_t(column), place);
+    return was ? was->At(place) : m->stores[size_t(column)].At(storeRow);
+}
+
+bool Recordset::CellIsPending(qint64 row, int column) const
+{
+    CheckCell(row, m->Count(), column, m->stores.size());
+    return m->pending.Has(std::uint32_t(m->StoreRow(row)), size_t(column));
+}
+
 int Recordset::CompareCells(qint64 leftRow, qint64 rightRow, int column) const
 {
     CheckCell(leftRow, m->Count(), column, m->stores.size());

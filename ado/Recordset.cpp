@@ -69,7 +69,8 @@ namespace {
 // A result that is to be written back brings the row id of each row beside it where the family has one, in a column
 // more at its end: without a key nothing else tells equal rows apart. What has no row id (a view) is read as it is
 // written.
-RecordsetPtr ExecuteForWriting(Connection &connection, const QString &sql, int lockType, int options, bool &withRowIds)
+RecordsetPtr ExecuteForWriting(Connection &connection, const QString &sql, int lockType, int options,
+                               const std::function<void(qint64)> &progress, bool &withRowIds)
 {
     const Family &family = connection.Family();
     if (lockType != adLockReadOnly && family.Rows.RowId) {
@@ -81,7 +82,7 @@ RecordsetPtr ExecuteForWriting(Connection &connection, const QString &sql, int l
                 const RecordsetPtr result =
                     connection.Execute(sql.left(select.From) + QStringLiteral(", ") + id + QStringLiteral(" AS ") +
                                            rowId + u' ' + sql.mid(select.From),
-                                       nullptr, options);
+                                       nullptr, options, progress);
                 withRowIds = result->State() != adStateClosed;
                 return result;
             } catch (const Error &error) {
@@ -90,7 +91,7 @@ RecordsetPtr ExecuteForWriting(Connection &connection, const QString &sql, int l
             }
         }
     }
-    return connection.Execute(sql, nullptr, options);
+    return connection.Execute(sql, nullptr, options, progress);
 }
 
 } // namespace
@@ -142,7 +143,7 @@ void Recordset::Open(const QString &source, const ConnectionPtr &connection, int
             sql = QStringLiteral("SELECT * FROM ") + table;
     }
     bool withRowIds = false;
-    const RecordsetPtr result = ExecuteForWriting(*connection, sql, lockType, options, withRowIds);
+    const RecordsetPtr result = ExecuteForWriting(*connection, sql, lockType, options, m->progress, withRowIds);
     if (result->State() == adStateClosed)
         return; // a statement without rows leaves the recordset closed
     Body &body = *m;

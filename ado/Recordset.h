@@ -114,6 +114,12 @@ public:
     int UpdateResync() const; // bits of CEResyncEnum; at first adResyncAutoIncrement
     void SetUpdateResync(int what);
     qint64 PendingBytes() const; // memory of what is kept beside the rows until the next batch
+    qint64 PendingCount() const; // rows that the next batch has to send
+    // Whether an edit of the column can reach a table at all: the recordset takes edits, its rows are those of one
+    // known table, and the column is one of that table's.
+    bool CanWrite(int column) const;
+    // Told how many rows Open has read, or UpdateBatch has written, so far; on the thread that does it.
+    void SetProgress(std::function<void(qint64 rows)> progress);
 
     // A statement may give several results: this is the first of them, and FurtherResults tells how many follow.
     // NextRecordset hands over the next one, with those that follow it; null when there is none.
@@ -130,6 +136,9 @@ public:
     Value CellValue(qint64 row, int column) const;
     bool CellIsNull(qint64 row, int column) const;
     int CompareCells(qint64 leftRow, qint64 rightRow, int column) const;
+    int RowStatus(qint64 row) const;                  // as Status, of any row
+    Value CellOriginal(qint64 row, int column) const; // before its first pending edit; null in a new row
+    bool CellIsPending(qint64 row, int column) const; // the next batch has it to send
     qint64 BytesHeld() const;
 
     QString Source() const;

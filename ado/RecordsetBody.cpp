@@ -110,6 +110,7 @@ void Recordset::Body::Clear()
     unknownMasks.clear();
     connection.reset();
     further.clear();
+    hasBase.reset();
 }
 
 void Recordset::Body::SetGone(std::uint32_t row, bool isGone)

@@ -59,6 +59,8 @@ struct Recordset::Body
     PendingRows pending;
     std::map<std::uint32_t, Error> refusals; // by the last batch, of rows that are pending still
     int updateResync = adResyncAutoIncrement;
+    std::function<void(qint64)> progress;
+    std::optional<bool> hasBase; // whether one known table is behind the rows; asked for once
     // Rows that were added and not read back: which of their columns are as the server made them (an index from 1).
     RowSlots unknown;
     std::vector<std::vector<bool>> unknownMasks;

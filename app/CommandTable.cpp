@@ -144,7 +144,7 @@ constexpr CommandRow s_commandRows[] = {
     Child("mnuEdit", "mnuReplace", "Replace", ChildName::mnuFind).Key("Ctrl+H").Can(&clsMenuSettings::CanReplace),
     Group("", "mnuDBTables", "Tables").On(Needs::Connection).Help("schema"),
     Schema("mnuDBTables", "mnuTableList", "Full Table List", &SchemaCommands::mnuTableList),
-    Coming("mnuDBTables", "mnuBrowesTable", "Browse Data"),
+    Schema("mnuDBTables", "mnuBrowesTable", "Browse Data", &SchemaCommands::mnuBrowesTable),
     Schema("mnuDBTables", "mnuAddTable", "Create Table", &SchemaCommands::mnuAddTable),
     Schema("mnuDBTables", "mnuEditTable", "Modify Table", &SchemaCommands::mnuEditTable),
     Schema("mnuDBTables", "mnuClearTable", "Clear Table", &SchemaCommands::mnuClearTable),

@@ -22,6 +22,7 @@
 #include "views/frmChartSetup.h"
 #include "views/frmExecutionPlan.h"
 #include "views/frmHirarchy.h"
+#include "views/frmInline.h"
 #include "views/frmLink.h"
 #include "visual/frmDiagram.h"
 #include "visual/frmJoin.h"
@@ -64,6 +65,7 @@ constexpr WindowRow s_windowRows[] = {
     Child<frmGrid>("frmGrid", "results", Stand::Rows),
     Free<frmHelp>("frmHelp"),
     Child<frmHirarchy>("frmHirarchy", "results", Stand::Rows),
+    Child<frmInline>("frmInline", "inline"),
     Dialog<frmJoin>("frmJoin", "diagram"),
     Child<frmLink>("frmLink", "links"),
     Dialog<frmLogin>("frmLogin", "connections"),

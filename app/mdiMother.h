@@ -62,8 +62,9 @@ public:
     void SetTestMode(bool on); // also tells every error that is passed over
     void LoadSettings();
     void SaveSettings();
-    void SaveAll();      // as the way out does, but nothing closes: the texts of the windows, then the settings
-    void ShowAsStored(); // in the state that LoadSettings read
+    void AskAboutTables(); // edits that are not saved, before the way out
+    void SaveAll();        // as the way out does, but nothing closes: the texts of the windows, then the settings
+    void ShowAsStored();   // in the state that LoadSettings read
     bool HasEnded() const { return m_ended; }
 
     // Opens what the line names; gives the Analyzer that it opened, or null.
