@@ -23,6 +23,7 @@
 #include "views/frmLink.h"
 #include "visual/frmDiagram.h"
 #include "visual/frmJoin.h"
+#include "visual/frmSQLWizzard.h"
 #include <QPointer>
 
 namespace {
@@ -66,6 +67,7 @@ constexpr WindowRow s_rows[] = {
     Dialog<frmNewConnection>("frmNewConnection", "connections"),
     Dialog<frmRookie>("frmRookie"),
     Child<frmSQL>("frmSQL", "analyzer", Stand::Text),
+    Dialog<frmSQLWizzard>("frmSQLWizzard", "wizard"),
     Child<frmScriptMask>("frmScriptMask", "analyzer"),
     Free<frmTextManipulation>("frmTextManipulation", "analyzer"),
     Child<frmTextOutput>("frmTextOutput", "results"),
