@@ -3,8 +3,10 @@
 #include "controls/Attempt.h"
 #include "controls/FlexGrid.h"
 #include "controls/Twips.h"
+#include <QComboBox>
 #include <QDropEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QTimer>
 #include <algorithm>
@@ -49,7 +51,7 @@ void FlexGridEditor::HideEditors()
     if (!editor || m_closing)
         return;
     m_closing = true;
-    emit Closing(editor, m_row, m_col);
+    Attempt([&] { emit Closing(editor, m_row, m_col); }); // its row may have gone
     m_closing = false;
     m_current = nullptr;
     if (editor->hasFocus() || editor->isAncestorOf(editor->window()->focusWidget()))
@@ -70,9 +72,7 @@ void FlexGridEditor::Open(qint64 row, int col)
     m_row = row;
     m_col = col;
     m_current = found->second;
-    emit Opening(m_current, row, col);
-    if (!m_current)
-        return;
+    Attempt([&] { emit Opening(m_current, row, col); });
     Place();
     if (!m_current)
         return;
@@ -150,13 +150,12 @@ bool FlexGridEditor::EditorKey(QKeyEvent *event)
     case Qt::Key_Up:
     case Qt::Key_Down: {
         const int direction = event->key() == Qt::Key_Down ? 1 : -1;
-        const qint64 row = KeyMove ? KeyMove(direction, m_row)
-                                   : std::clamp(m_row + direction, m_grid->FixedRows(), m_grid->Rows() - 1);
-        if (row == m_row)
-            return true;
+        const qint64 from = m_row;
         const int col = m_col;
         m_grid->setFocus();
-        Go(row, col);
+        HideEditors(); // which may make a row
+        Go(KeyMove ? KeyMove(direction, from) : std::clamp(from + direction, m_grid->FixedRows(), m_grid->Rows() - 1),
+           col);
         return true;
     }
     case Qt::Key_Return:
@@ -169,6 +168,11 @@ bool FlexGridEditor::EditorKey(QKeyEvent *event)
         if (!Step(-1))
             HideEditors();
         return m_current;
+    case Qt::Key_Left:
+    case Qt::Key_Right: { // belong to the text, if there is one; the grid behind the editor must not hear them
+        const auto *list = qobject_cast<QComboBox *>(m_current);
+        return !qobject_cast<QLineEdit *>(m_current) && !(list && list->isEditable());
+    }
     case Qt::Key_Escape:
         m_grid->setFocus();
         HideEditors();

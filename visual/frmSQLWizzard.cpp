@@ -24,11 +24,12 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 constexpr int kMargin = 100; // twips that the bar keeps from either edge
-constexpr int kBarHeight = 6, kTextHeight = 72;
+constexpr int kBarHeight = 6, kTextHeight = 96;
 constexpr int kMapOf = 55;        // of a hundred, at first
 constexpr int kGroupWidth = 1500; // twips of the column "Group By"
 constexpr int kRightButton = 2;
@@ -57,6 +58,7 @@ frmSQLWizzard::frmSQLWizzard(QWidget *parent) : ModalForm(QStringLiteral("SQL Wi
     txtSQL->setAccessibleName(QStringLiteral("The statement as joins"));
     txtSQL->setReadOnly(true);
     txtSQL->setTabChangesFocus(true);
+    txtSQL->setLineWrapMode(QPlainTextEdit::WidgetWidth);
     txtSQL->setFixedHeight(kTextHeight);
     lblHint = new QLabel(QStringLiteral("The right button on the map, or its Menu key, adds tables."), this);
     lblHint->setObjectName(QStringLiteral("lblHint"));
@@ -77,7 +79,7 @@ frmSQLWizzard::frmSQLWizzard(QWidget *parent) : ModalForm(QStringLiteral("SQL Wi
     column->addWidget(m_area, 1);
     column->addWidget(txtSQL);
     column->addLayout(buttons);
-    resize(860, 620);
+    resize(900, 680);
     column->activate();
     picSplit->SetPosition(ToTwips(m_area->height() * kMapOf / 100));
     LayOut();
@@ -88,6 +90,7 @@ frmSQLWizzard::frmSQLWizzard(QWidget *parent) : ModalForm(QStringLiteral("SQL Wi
     ConnectMap();
     ConnectEditors();
     ShowRows();
+    mfgFields->Select(1, wcTable, 1, wcTable);
     for (const auto signal : {&Splitter::Moving, &Splitter::Moved})
         connect(picSplit, signal, this, [this] { Attempt([&] { LayOut(); }); });
     connect(cmdApply, &QPushButton::clicked, this, [this] { Attempt([&] { Apply(false); }); });
@@ -260,7 +263,7 @@ void frmSQLWizzard::TextSoon()
 void frmSQLWizzard::ShowText()
 {
     const QString text = JoinedText().SQLText;
-    if (txtSQL->Text() == text)
+    if (std::exchange(m_text, text) == text) // the colouring's own text may differ
         return;
     txtSQL->SetText(text);
     intColorAll(*txtSQL, QString(), 0);

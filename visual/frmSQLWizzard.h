@@ -87,6 +87,7 @@ private:
     void SetGroupMode(bool on);
 
     WizardRows m_rows;
+    QString m_text; // what txtSQL was given
     int m_editRow = 0;
     bool m_filling = false; // an editor takes the cell's text
     bool m_shown = false;

@@ -43,7 +43,7 @@ protected:
         });
         QObject::connect(editors, &FlexGridEditor::Closing, [this](QWidget *editor, qint64 row, int col) {
             told << QString("close %1 %2").arg(row).arg(col);
-            if (editor == text)
+            if (editor == text && row < grid->Rows())
                 grid->SetTextMatrix(row, col, text->text());
         });
         QObject::connect(editors, &FlexGridEditor::Pressed, [this](qint64 row, Qt::MouseButton button, const QPoint &) {
@@ -133,6 +133,9 @@ TEST_F(GridEditors, FollowTheKeysFromCellToCell)
     Key(Qt::Key_Up); // the first row
     EXPECT_EQ(Where(), At(1, 0));
     Key(Qt::Key_Tab);
+    EXPECT_EQ(Where(), At(1, 1));
+    Key(Qt::Key_Right); // the grid behind a list must not hear it
+    Key(Qt::Key_Left);
     EXPECT_EQ(Where(), At(1, 1));
     Key(Qt::Key_Return); // neither to the hidden column nor to the one without an editor
     EXPECT_EQ(Where(), At(1, 4));

@@ -54,9 +54,19 @@ WizardRows Grid(std::vector<WizardRow> rows, bool grouped = false)
     return grid;
 }
 
+QString InOneLine(QString text)
+{
+    return text.replace(S("\r\n "), S(" ")).replace(S("\r\n"), S(" "));
+}
+
 QString From(const JoinedWriting &writing, const std::vector<MapJoin> &joins)
 {
-    return ComposeFrom(writing, joins);
+    return InOneLine(ComposeFrom(writing, joins));
+}
+
+QString Joined(const WizardRows &rows, const JoinedWriting &writing, const std::vector<MapJoin> &joins)
+{
+    return InOneLine(ComposeJoined(rows, writing, joins).SQLText);
 }
 
 } // namespace
@@ -131,7 +141,7 @@ TEST(JoinedStatement, WritesColumnsAsTheServerReadsThem)
     writing.Field = [](const QString &field) { return u'"' + field + u'"'; };
     const WizardRows rows = Grid({Row("A", "Unit Price", "", "Y", "", "Descending", "> 1"), Row("A", "*"),
                                   Row("A", "ID + 1"), Row("A", "ID", "EXP1"), Row("A", "ID*2")});
-    EXPECT_EQ(ComposeJoined(rows, writing, {}).SQLText,
+    EXPECT_EQ(Joined(rows, writing, {}),
               S("Select A.\"Unit Price\", A.*, (ID + 1) As EXP2, A.\"ID\" As EXP1, A.ID*2 From A "
                 "Where (A.\"Unit Price\" > 1) Order By A.\"Unit Price\" Desc"));
     EXPECT_EQ(rows.TextMatrix(3, wcAlias), QString()); // the grid stays as it is
@@ -141,7 +151,7 @@ TEST(JoinedStatement, KeepsAlternativesApartFromTheJoins)
 {
     const WizardRows rows =
         Grid({Row("A", "ID", "", "Y", "", "", "= 1", "= 2"), Row("A", "K", "", "N", "", "", "= 3")});
-    EXPECT_EQ(ComposeJoined(rows, Map("A B"), {Join(1, "ID", kInner, 2, "K")}).SQLText,
+    EXPECT_EQ(Joined(rows, Map("A B"), {Join(1, "ID", kInner, 2, "K")}),
               S("Select A.ID From A INNER JOIN B ON A.ID = B.K Where (A.ID = 1 AND A.K = 3) OR (A.ID = 2)"));
 }
 
@@ -151,9 +161,17 @@ TEST(JoinedStatement, GroupsInWordsThatServersKnow)
                                   Row("A", "*", "", "Y", "Count"), Row("A", "L", "", "Y", "Where", "", "= 5"),
                                   Row("A", "ID", "Most", "Y", "Max", "Descending"), Row("A", "L", "", "N", "Group By")},
                                  true);
-    EXPECT_EQ(ComposeJoined(rows, Map("A"), {}).SQLText,
+    EXPECT_EQ(Joined(rows, Map("A"), {}),
               S("Select A.K, Count(Distinct A.ID) As EXP1, Count(*) As EXP2, Max(A.ID) As Most From A "
                 "Where (A.L = 5) Group By A.K, A.L Having (Count(Distinct A.ID) > 1) Order By Max(A.ID) Desc"));
+}
+
+// A comment in a criterion ends with its line.
+TEST(JoinedStatement, PutsEachClauseAndEachJoinOnALine)
+{
+    const WizardRows rows = Grid({Row("A", "ID", "", "Y", "", "Ascending", "= 1")});
+    EXPECT_EQ(ComposeJoined(rows, Map("A B"), {Join(1, "ID", kInner, 2, "K")}).SQLText,
+              S("Select A.ID\r\nFrom A\r\n INNER JOIN B ON A.ID = B.K\r\nWhere (A.ID = 1)\r\nOrder By A.ID"));
 }
 
 TEST(JoinedStatement, SaysWhatIsMissing)

@@ -59,7 +59,7 @@ std::vector<Bond> BondsOf(const JoinedWriting &writing, const std::vector<MapJoi
         auto bond =
             std::find_if(bonds.begin(), bonds.end(), [&](const Bond &one) { return one.Joins(*first, *second); });
         if (bond == bonds.end())
-            bond = bonds.insert(bond, {*first, *second});
+            bond = bonds.insert(bond, {*first, *second, Side::Both, {}});
         const bool turned = bond->first != *first;
         Side kind = Side::Both;
         if (join.Operator == u"Left Join")
@@ -125,9 +125,9 @@ struct Chain
                 if ((other.first == fresh && placed.contains(other.second)) ||
                     (other.second == fresh && placed.contains(other.first)))
                     conditions << other.conditions;
-            text += bond->kind == Side::Both ? QStringLiteral(" INNER JOIN ")
-                    : bond->Keeps(fresh)     ? QStringLiteral(" RIGHT JOIN ")
-                                             : QStringLiteral(" LEFT JOIN ");
+            text += bond->kind == Side::Both ? QStringLiteral("\r\n INNER JOIN ")
+                    : bond->Keeps(fresh)     ? QStringLiteral("\r\n RIGHT JOIN ")
+                                             : QStringLiteral("\r\n LEFT JOIN ");
             text += SourceText(writing, writing.Sources[fresh]) + QStringLiteral(" ON ") +
                     conditions.join(QStringLiteral(" AND "));
             placed.insert(fresh);
@@ -268,14 +268,14 @@ WizardResult ComposeJoined(const WizardRows &rows, const JoinedWriting &writing,
         return {{}, kWizardNoField};
     const QString comma = QStringLiteral(", ");
     QString sql =
-        QStringLiteral("Select ") + fields.join(comma) + QStringLiteral(" From ") + ComposeFrom(writing, joins);
+        QStringLiteral("Select ") + fields.join(comma) + QStringLiteral("\r\nFrom ") + ComposeFrom(writing, joins);
     const auto clause = [&](const QString &word, const QString &text) {
         if (!text.isEmpty())
             sql += word + text;
     };
-    clause(QStringLiteral(" Where "), Conditions(rows, terms, false));
-    clause(QStringLiteral(" Group By "), groups.join(comma));
-    clause(QStringLiteral(" Having "), Conditions(rows, terms, true));
-    clause(QStringLiteral(" Order By "), order.join(comma));
+    clause(QStringLiteral("\r\nWhere "), Conditions(rows, terms, false));
+    clause(QStringLiteral("\r\nGroup By "), groups.join(comma));
+    clause(QStringLiteral("\r\nHaving "), Conditions(rows, terms, true));
+    clause(QStringLiteral("\r\nOrder By "), order.join(comma));
     return {sql, nullptr};
 }

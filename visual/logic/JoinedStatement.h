@@ -2,7 +2,9 @@
 // The wizard's statement with its joins in FROM: outer joins and copies of a table work on every server, which the
 // conditions in WHERE cannot say. Pure.
 //
-//     Select o.ID From Orders AS Orders_Copy1 LEFT JOIN Items ON Orders_Copy1.ID = Items.OrderID
+//     Select Orders_Copy1.ID
+//     From Orders AS Orders_Copy1
+//      LEFT JOIN Items ON Orders_Copy1.ID = Items.OrderID
 //
 // All lines between two tables stand in one ON, so that a key of several columns is one join; the first of them that is
 // no inner join says its kind. Two keys that lead to one table twice need two boxes of it. A chain begins at a table
