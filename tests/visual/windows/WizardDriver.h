@@ -139,14 +139,12 @@ public:
             cells << Text(row, col);
         return cells.join(u'|');
     }
-    void Type(const QString &text) { QTest::keyClicks(QApplication::focusWidget(), text); }
-    static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    QWidget *Focus() const { return form.focusWidget() ? form.focusWidget() : &form; }
+    void Type(const QString &text) { QTest::keyClicks(Focus(), text); }
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(Focus(), key, modifiers); }
+    void MenuKey() // the event that a desktop makes of it
     {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-    }
-    static void MenuKey() // the event that a desktop makes of it
-    {
-        QWidget *focus = QApplication::focusWidget();
+        QWidget *focus = Focus();
         const QPoint at = focus->rect().center();
         QContextMenuEvent event(QContextMenuEvent::Keyboard, at, focus->mapToGlobal(at));
         QCoreApplication::sendEvent(focus, &event);
