@@ -54,7 +54,8 @@ void FlexGridEditor::HideEditors()
     Attempt([&] { emit Closing(editor, m_row, m_col); }); // its row may have gone
     m_closing = false;
     m_current = nullptr;
-    if (editor->hasFocus() || editor->isAncestorOf(editor->window()->focusWidget()))
+    const QWidget *focus = editor->window()->focusWidget();
+    if (focus == editor || editor->isAncestorOf(focus))
         m_grid->setFocus();
     editor->hide();
 }
