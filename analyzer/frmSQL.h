@@ -96,6 +96,7 @@ public:
     void CheckSyntax(); // asks the server, and reports in a window of its own
     void ChangeCase(bool upper);
     void ShowQuickList();
+    void ShowWizard();      // its statement goes behind the text, and is selected
     void ShowCode();        // what a run would execute, as program code in a window
     void CodeToClipboard(); // the same to the clipboard, with a beep
 

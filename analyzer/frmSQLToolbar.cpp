@@ -35,7 +35,7 @@ const frmSQL::Action frmSQL::Actions[] = {
     {"Struct", [](frmSQL &w) { w.FormatSQL(); }},
     {"DS", nullptr},
     {"Parser", [](frmSQL &w) { w.Parse(0); }},
-    {"Wiz", nullptr},
+    {"Wiz", [](frmSQL &w) { w.ShowWizard(); }},
     {"Brake", [](frmSQL &w) { w.BreakText(); }},
     {"Multi", [](frmSQL &w) { w.m_results->Multi = Checked("SQLMulti"); }},
     {"Split", [](frmSQL &w) { w.m_results->Split = Checked("SQLSplit"); }},

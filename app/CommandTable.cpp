@@ -257,6 +257,7 @@ constexpr CommandRow s_commandRows[] = {
     Sql("mnuQuery", "mnuBeginTrans", "Begin Transaction", "BT").Drops("SQLTrans"),
     Sql("mnuQuery", "mnuCommitTrans", "Commit Transaction", "CT").Drops("SQLTrans"),
     Sql("mnuQuery", "mnuRollbackTrans", "Rollback Transaction", "RT").Drops("SQLTrans"),
+    Sql("mnuQuery", "mnuWizard", "SQL Wizard", "SQLWiz").Button("SQLWiz", "Wizzard"),
     Line("mnuQuery"),
     Sql("mnuQuery", "mnuSyntax", "Check Syntax", "SQLSyntax").Button("SQLSyntax").ChildKey("F7"),
     Sql("mnuQuery", "mnuStruct", "Format SQL", "Struct").ChildKey("F2"),
@@ -305,7 +306,6 @@ constexpr CommandRow s_commandRows[] = {
     Child("mnuParseMenu", "mnuParseSubMenu4", "Parse \"Double Quote\"", ChildName::Parse, 4),
 
     // Buttons without an item in a menu.
-    Sql(NoMenu, "SQLWiz", "Wizzard", "SQLWiz").Button("SQLWiz").Later(),
     WithText(NoMenu, "SQLParser", "Parser", Calls::Popup, "mnuParseMenu").Of("SQL").Button("SQLParser"),
     Sql(NoMenu, "SQLMulti", "Multiple Output windows", "SQLMulti").Check("SQLMulti"),
     Sql(NoMenu, "SQLSplit", "Split window workarea between code and results", "SQLSplit").Check("SQLSplit"),

@@ -26,6 +26,7 @@
 #include "views/frmLink.h"
 #include "visual/frmDiagram.h"
 #include "visual/frmJoin.h"
+#include "visual/frmSQLWizzard.h"
 #include <QPointer>
 
 namespace {
@@ -72,6 +73,7 @@ constexpr WindowRow s_windowRows[] = {
     Dialog<frmNewConnection>("frmNewConnection", "connections"),
     Dialog<frmRookie>("frmRookie"),
     Child<frmSQL>("frmSQL", "analyzer", Stand::Text),
+    Dialog<frmSQLWizzard>("frmSQLWizzard", "wizard"),
     Child<frmScriptMask>("frmScriptMask", "analyzer"),
     Free<frmTextManipulation>("frmTextManipulation", "analyzer"),
     Child<frmTextOutput>("frmTextOutput", "results"),

@@ -100,6 +100,9 @@ public:
     qint64 MouseRow(const QPoint &viewportPosition) const; // -1 outside the rows
     int MouseCol(const QPoint &viewportPosition) const;
     QRect CellRect(qint64 row, int col) const; // pixels in the viewport; empty when it is scrolled away
+    int CellLeft() const;                      // twips, of the current cell: where an editor is laid over it
+    int CellTop() const;
+    int CellWidth() const;
 
     // Colours. A colour of the current cell that is invalid, or equals the grid's own, takes the cell's own away.
     QColor BackColor() const;

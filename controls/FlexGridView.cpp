@@ -302,6 +302,23 @@ QRect FlexGrid::CellRect(qint64 row, int col) const
     return rect.intersects(pane) ? rect : QRect();
 }
 
+int FlexGrid::CellLeft() const
+{
+    return ColPos(m->col) +
+           (m->row >= m->FrozenRows() && m->col >= m->FrozenCols() ? ToTwips(m->IndentPixels(m->row)) : 0);
+}
+
+int FlexGrid::CellTop() const
+{
+    return int(RowPos(m->row));
+}
+
+int FlexGrid::CellWidth() const
+{
+    m->CheckCol(m->col);
+    return ToTwips(m->WidthOf(m->col));
+}
+
 QSize FlexGrid::sizeHint() const
 {
     return {480, 240};
