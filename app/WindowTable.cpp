@@ -45,7 +45,7 @@ template <typename Form> constexpr WindowRow Free(const char *form, const char *
     return {form, WindowKind::Free, Make<Form>, nullptr, page, Stand::Ground};
 }
 
-constexpr WindowRow s_rows[] = {
+constexpr WindowRow s_windowRows[] = {
     // A report is made of the rows that it prints.
     {"drReport", WindowKind::Dialog, nullptr, nullptr, "results", Stand::Ground},
     Dialog<frmAbout>("frmAbout"),
@@ -76,12 +76,12 @@ constexpr WindowRow s_rows[] = {
 
 std::span<const WindowRow> WindowTable()
 {
-    return s_rows;
+    return s_windowRows;
 }
 
 const WindowRow *FindWindow(const QString &form)
 {
-    for (const WindowRow &row : s_rows)
+    for (const WindowRow &row : s_windowRows)
         if (form == QLatin1String(row.Form))
             return &row;
     return nullptr;

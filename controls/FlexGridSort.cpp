@@ -26,7 +26,7 @@ struct SortKeys
 };
 
 // Raised inside of a sort, and caught there, when the caller's keepOn says so or the grid has changed meanwhile.
-struct GivenUp
+struct SortGivenUp
 {
 };
 
@@ -96,7 +96,7 @@ bool FlexGrid::SetSort(int mode, const std::function<bool()> &keepOn)
     try {
         m->SortRows(keepOn);
         return true;
-    } catch (const GivenUp &) {
+    } catch (const SortGivenUp &) {
         if (alive) {
             m->sort = formerSort;
             m->sortCol = formerCol;
@@ -197,7 +197,7 @@ void FlexGrid::Body::SortRows(const std::function<bool()> &keepOn)
         if (!keepOn || ++steps % 4096 != 0)
             return;
         if (!keepOn() || !alive || source != shown || rows != wereRows || cols != wereCols)
-            throw GivenUp();
+            throw SortGivenUp();
     };
     std::vector<Comparison> comparisons;
     for (int c = from; c <= to; ++c)

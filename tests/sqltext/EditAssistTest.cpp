@@ -2,15 +2,11 @@
 #include "sqltext/modSQLMaipulation.h"
 
 #include "tests/support/ExpectCases.h"
+#include "tests/support/Text.h"
 
 #include <QJsonArray>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 EditText Edit(const QJsonObject &args)
 {

@@ -3,6 +3,7 @@
 #include "visual/logic/MapScroll.h"
 
 #include "lang/Text.h"
+#include "tests/support/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -10,11 +11,6 @@
 #include <random>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 const MapMeasures kMeasures{8000, 6000, 1935, 2300, 195};
 

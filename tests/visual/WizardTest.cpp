@@ -1,3 +1,4 @@
+#include "tests/support/Text.h"
 #include "visual/logic/WizardStatement.h"
 
 #include <gtest/gtest.h>
@@ -5,11 +6,6 @@
 #include <stdexcept>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 WizardRow Row(const char *table, const char *field, const char *alias = "", const char *show = "Y",
               const char *group = "Group By", const char *order = "", const char *criteria = "", const char *or1 = "",

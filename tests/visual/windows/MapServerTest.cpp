@@ -6,19 +6,19 @@
 
 namespace {
 
-struct Server
+struct ServerOfMap
 {
     const char *name;
     const char *variable;
     const char *quote;
 };
 
-void PrintTo(const Server &server, std::ostream *out)
+void PrintTo(const ServerOfMap &server, std::ostream *out)
 {
     *out << server.name;
 }
 
-class MapServer : public MapTest, public testing::WithParamInterface<Server>
+class MapServer : public MapTest, public testing::WithParamInterface<ServerOfMap>
 {
 protected:
     ADODB::ConnectionPtr m_admin;
@@ -151,6 +151,6 @@ TEST_P(MapServer, BringsNoBoxForATableWithoutRights)
 }
 
 INSTANTIATE_TEST_SUITE_P(Servers, MapServer,
-                         testing::Values(Server{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "\""},
-                                         Server{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "`"}),
+                         testing::Values(ServerOfMap{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "\""},
+                                         ServerOfMap{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "`"}),
                          [](const auto &server) { return std::string(server.param.name); });
