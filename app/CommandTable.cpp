@@ -241,6 +241,8 @@ constexpr CommandRow s_rows[] = {
     Sql("mnuQuery", "mnuRun", "Run", "SQLRun").Button("SQLRun").ChildKey("F5"),
     Sql("mnuQuery", "mnuRunTrans", "Run Transaction", "SQLTrans").Button("SQLTrans"),
     Sql("mnuQuery", "mnuExplain", "Show Execution Plan", "SQLExplain").Button("SQLExplain"),
+    Sql("mnuQuery", "mnuConnected", "Data Shape", "Connected").ChildKey("F8"),
+    Sql("mnuQuery", "mnuDisconnected", "Disconnected Data Shape", "Disconnected").ChildKey("F9"),
     Sql("mnuQuery", "mnuBeginTrans", "Begin Transaction", "BT").Drops("SQLTrans"),
     Sql("mnuQuery", "mnuCommitTrans", "Commit Transaction", "CT").Drops("SQLTrans"),
     Sql("mnuQuery", "mnuRollbackTrans", "Rollback Transaction", "RT").Drops("SQLTrans"),

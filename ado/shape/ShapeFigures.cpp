@@ -8,14 +8,14 @@ namespace ADODB {
 
 namespace {
 
-enum class Exact
+enum class Exactness
 {
     No,
     Whole,
     Decimal
 };
 
-Exact ExactnessOf(DataTypeEnum type)
+Exactness ExactnessOf(DataTypeEnum type)
 {
     switch (type) {
     case adSmallInt:
@@ -27,13 +27,13 @@ Exact ExactnessOf(DataTypeEnum type)
     case adBigInt:
     case adUnsignedBigInt:
     case adBoolean:
-        return Exact::Whole;
+        return Exactness::Whole;
     case adCurrency:
     case adDecimal:
     case adNumeric:
-        return Exact::Decimal;
+        return Exactness::Decimal;
     default:
-        return Exact::No;
+        return Exactness::No;
     }
 }
 
@@ -43,19 +43,18 @@ Exact ExactnessOf(DataTypeEnum type)
                 QStringLiteral("22003"));
 }
 
-void Grow(__int128 &number, int digits)
+void Grow(WideInt &number, int digits)
 {
     for (int i = 0; i < digits; ++i)
-        if (__builtin_mul_overflow(number, __int128(10), &number))
+        if (__builtin_mul_overflow(number, WideInt(10), &number))
             TooLarge();
 }
 
-QByteArray Digits(__int128 number, int scale)
+QByteArray ShownDigits(WideInt number, int scale)
 {
     const bool negative = number < 0;
     QByteArray text;
-    unsigned __int128 rest =
-        negative ? -static_cast<unsigned __int128>(number) : static_cast<unsigned __int128>(number);
+    WideNatural rest = negative ? -static_cast<WideNatural>(number) : static_cast<WideNatural>(number);
     for (; rest > 0 || text.size() <= scale; rest /= 10) {
         text += char('0' + int(rest % 10));
         if (text.size() == scale)
@@ -85,17 +84,17 @@ ColumnInfo FigureColumn(ShapeFigure what, const ColumnInfo &over)
         return column;
     case ShapeFigure::Sum:
         switch (ExactnessOf(over.Type)) {
-        case Exact::Whole:
+        case Exactness::Whole:
             column.Type = adBigInt;
             column.Precision = 19;
             break;
-        case Exact::Decimal:
+        case Exactness::Decimal:
             column.Type = adNumeric;
             column.DefinedSize = 19;
             column.Precision = 38;
             column.NumericScale = over.NumericScale;
             break;
-        case Exact::No:
+        case Exactness::No:
             column.Type = adDouble;
             column.Precision = 15;
         }
@@ -147,12 +146,12 @@ void Figure::Take(const Value &value)
 void Figure::Add(const Value &value)
 {
     const Decimal *const decimal = value.As<Decimal>();
-    if (ExactnessOf(m_over.Type) == Exact::No || value.As<double>() || value.As<QString>() ||
+    if (ExactnessOf(m_over.Type) == Exactness::No || value.As<double>() || value.As<QString>() ||
         (decimal && !IsDecimalText(decimal->digits))) {
         m_real += value.ToDouble();
         return;
     }
-    __int128 number = 0;
+    WideInt number = 0;
     int scale = 0;
     if (decimal) {
         bool behind = false, negative = false;
@@ -192,17 +191,17 @@ Value Figure::Result() const
     switch (m_what) {
     case ShapeFigure::Sum:
         switch (ExactnessOf(m_over.Type)) {
-        case Exact::Whole:
+        case Exactness::Whole:
             if (m_real != 0) // a value of another type among the whole numbers
                 return m_real + double(m_whole) / std::pow(10.0, m_scale);
-            if (m_scale == 0 && m_whole == __int128(qint64(m_whole)))
+            if (m_scale == 0 && m_whole == WideInt(qint64(m_whole)))
                 return qint64(m_whole);
             TooLarge();
-        case Exact::Decimal:
+        case Exactness::Decimal:
             if (m_real != 0)
-                return m_real + Digits(m_whole, m_scale).toDouble();
-            return Decimal{Digits(m_whole, m_scale)};
-        case Exact::No:
+                return m_real + ShownDigits(m_whole, m_scale).toDouble();
+            return Decimal{ShownDigits(m_whole, m_scale)};
+        case Exactness::No:
             return m_real;
         }
         return {};

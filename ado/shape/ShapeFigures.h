@@ -10,6 +10,10 @@
 
 namespace ADODB {
 
+// Whole numbers of 38 digits, which the language itself does not name.
+__extension__ typedef __int128 WideInt;
+__extension__ typedef unsigned __int128 WideNatural;
+
 // The type of the field that a figure over a field of this type gives.
 ColumnInfo FigureColumn(ShapeFigure what, const ColumnInfo &over);
 
@@ -27,7 +31,7 @@ private:
     const ColumnInfo m_over;
     qint64 m_count = 0;
     Value m_best; // of MIN, MAX and ANY
-    __int128 m_whole = 0;
+    WideInt m_whole = 0;
     int m_scale = 0; // digits of m_whole behind the point
     double m_real = 0, m_mean = 0, m_squares = 0;
 };

@@ -10,7 +10,7 @@ namespace {
 
 constexpr qint64 breathes = 4096; // rows between two looks at whether somebody has stopped it
 
-enum class Kind
+enum class ValueKind
 {
     Number,
     Text,
@@ -21,7 +21,7 @@ enum class Kind
     None
 };
 
-Kind KindOf(DataTypeEnum type)
+ValueKind KindOf(DataTypeEnum type)
 {
     switch (type) {
     case adSmallInt:
@@ -38,22 +38,22 @@ Kind KindOf(DataTypeEnum type)
     case adCurrency:
     case adDecimal:
     case adNumeric:
-        return Kind::Number;
+        return ValueKind::Number;
     case adDate:
     case adDBDate:
     case adDBTimeStamp:
-        return Kind::Moment;
+        return ValueKind::Moment;
     case adDBTime:
-        return Kind::TimeOfDay;
+        return ValueKind::TimeOfDay;
     case adBinary:
-        return Kind::Bytes;
+        return ValueKind::Bytes;
     case adEmpty:
     case adVariant:
-        return Kind::Any;
+        return ValueKind::Any;
     case adChapter:
-        return Kind::None;
+        return ValueKind::None;
     default:
-        return Kind::Text;
+        return ValueKind::Text;
     }
 }
 
@@ -218,10 +218,10 @@ void TakeRows(ShapeGroups &groups, const std::vector<quint32> &groupOfRow, quint
 
 bool MayBeEqual(DataTypeEnum left, DataTypeEnum right)
 {
-    const Kind a = KindOf(left), b = KindOf(right);
-    if (a == Kind::None || b == Kind::None)
+    const ValueKind a = KindOf(left), b = KindOf(right);
+    if (a == ValueKind::None || b == ValueKind::None)
         return false;
-    return a == b || a == Kind::Any || b == Kind::Any;
+    return a == b || a == ValueKind::Any || b == ValueKind::Any;
 }
 
 std::span<const quint32> ShapeGroups::Of(qint64 parent) const

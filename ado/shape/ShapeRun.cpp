@@ -223,8 +223,8 @@ struct FigurePath
     bool MadeUp = false; // fabricated rows: none are there yet
 };
 
-FigurePath PathOf(const ShapeField &field, std::span<const ShapeName> names, const std::vector<ColumnInfo> &columns,
-                  const std::vector<ColumnStore> &stores)
+FigurePath FigurePathOf(const ShapeField &field, std::span<const ShapeName> names,
+                        const std::vector<ColumnInfo> &columns, const std::vector<ColumnStore> &stores)
 {
     FigurePath path;
     const std::vector<ColumnInfo> *infos = &columns;
@@ -261,7 +261,7 @@ FigurePath PathOf(const ShapeField &field, std::span<const ShapeName> names, con
 void ShapeRun::AddFigure(ShapeRows &rows, const ShapeField &field, const std::vector<ShapeName> &names,
                          const QString &name) const
 {
-    const FigurePath path = PathOf(field, names, rows.Columns, rows.Stores);
+    const FigurePath path = FigurePathOf(field, names, rows.Columns, rows.Stores);
     ColumnInfo column = FigureColumn(field.What, path.Over);
     column.Name = name;
     column.Attributes = adFldIsNullable;

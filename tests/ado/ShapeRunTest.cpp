@@ -3,6 +3,7 @@
 #include "TempDatabase.h"
 #include "ado/ConnectionString.h"
 #include "ado/UARecordset.h"
+#include "tests/support/Text.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -12,12 +13,7 @@ using namespace ADODB;
 
 namespace {
 
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-ShapeTable Orders()
+ShapeTable OrderTable()
 {
     return ShapeTable()
         .With(S("id"), adInteger)
@@ -27,7 +23,7 @@ ShapeTable Orders()
         .Row({3, S("cid")});
 }
 
-ShapeTable Lines()
+ShapeTable LineTable()
 {
     return ShapeTable()
         .With(S("oid"), adInteger)
@@ -40,7 +36,7 @@ ShapeTable Lines()
         .Row({7, 9, Value()});
 }
 
-ShapeTable Parts()
+ShapeTable PartTable()
 {
     return ShapeTable()
         .With(S("line"), adInteger)
@@ -50,14 +46,14 @@ ShapeTable Parts()
         .Row({1, S("z")});
 }
 
-class Shape : public testing::Test
+class ShapeEngine : public testing::Test
 {
 protected:
     void SetUp() override
     {
-        data.Tables[S("o")] = Orders();
-        data.Tables[S("l")] = Lines();
-        data.Tables[S("p")] = Parts();
+        data.Tables[S("o")] = OrderTable();
+        data.Tables[S("l")] = LineTable();
+        data.Tables[S("p")] = PartTable();
     }
     QString Text(const char *shape) { return ShapeText(data.Run(S(shape))); }
     Error Refused(const char *shape)
@@ -69,7 +65,7 @@ protected:
     ShapeDouble data;
 };
 
-TEST_F(Shape, FurtherStatementsHangOnTheFirst)
+TEST_F(ShapeEngine, FurtherStatementsHangOnTheFirst)
 {
     EXPECT_EQ(Text("SHAPE {o} APPEND ({l} RELATE id TO oid)"),
               S("1:ann:[1:1:2.25] 2:bob:[2:1:1.10 2:2:0.05] 3:cid:[]"));
@@ -78,7 +74,7 @@ TEST_F(Shape, FurtherStatementsHangOnTheFirst)
     EXPECT_EQ(data.Driver.Log(), QStringList({S("o"), S("l"), S("o"), S("l"), S("p")})); // each once a shape
 }
 
-TEST_F(Shape, LevelsStandInsideOfEachOther)
+TEST_F(ShapeEngine, LevelsStandInsideOfEachOther)
 {
     EXPECT_EQ(Text("SHAPE {o} APPEND ((SHAPE {l} APPEND ({p} RELATE n TO line) AS parts) RELATE id TO oid) AS lines"),
               S("1:ann:[1:1:2.25:[1:x 1:z]] 2:bob:[2:1:1.10:[1:x 1:z] 2:2:0.05:[2:y]] 3:cid:[]"));
@@ -89,7 +85,7 @@ TEST_F(Shape, LevelsStandInsideOfEachOther)
     EXPECT_EQ(Text("p"), S("1:x 2:y 1:z")); // what is no shape goes to the provider of the data
 }
 
-TEST_F(Shape, APairMoreMakesThePartnersFewer)
+TEST_F(ShapeEngine, APairMoreMakesThePartnersFewer)
 {
     data.Tables[S("a")] = ShapeTable().With(S("i"), adInteger).With(S("t"), adChar).Row({1, S("u  ")}).Row({1, S("v")});
     data.Tables[S("b")] = ShapeTable()
@@ -101,7 +97,7 @@ TEST_F(Shape, APairMoreMakesThePartnersFewer)
     EXPECT_EQ(Text("SHAPE {a} APPEND ({b} RELATE i TO j, t TO s)"), S("1:u  :[1:u] 1:v:[]"));
 }
 
-TEST_F(Shape, EqualIsWhatIsWorthTheSame)
+TEST_F(ShapeEngine, EqualIsWhatIsWorthTheSame)
 {
     data.Tables[S("a")] = ShapeTable()
                               .With(S("v"), adVariant)
@@ -138,7 +134,7 @@ TEST_F(Shape, EqualIsWhatIsWorthTheSame)
 }
 
 // What the engine finds by hash, two loops find by comparing each with each.
-TEST_F(Shape, AgreesWithTwoLoopsOnRandomHierarchies)
+TEST_F(ShapeEngine, AgreesWithTwoLoopsOnRandomHierarchies)
 {
     std::mt19937 dice(20240229);
     const auto roll = [&](int most) { return int(dice() % unsigned(most)); };
@@ -227,7 +223,7 @@ TEST_F(Shape, AgreesWithTwoLoopsOnRandomHierarchies)
     }
 }
 
-TEST_F(Shape, FiguresCountWhatStandsBelow)
+TEST_F(ShapeEngine, FiguresCountWhatStandsBelow)
 {
     EXPECT_EQ(Text("SHAPE {o} APPEND ({l} RELATE id TO oid) AS c, SUM(c.price) AS s, COUNT(c) AS n, MAX(c.n) AS m, "
                    "AVG(c.n) AS a, ANY(c.n) AS x, MIN(c.price) AS least, STDEV(c.n) AS d"),
@@ -239,7 +235,7 @@ TEST_F(Shape, FiguresCountWhatStandsBelow)
               S("1:ann:[1:1:2.25:[1:x 1:z]]:2:z 2:bob:[2:1:1.10:[1:x 1:z] 2:2:0.05:[2:y]]:3:z 3:cid:[]:0:~"));
 }
 
-TEST_F(Shape, GroupsComeInTheOrderOfTheirFirstRows)
+TEST_F(ShapeEngine, GroupsComeInTheOrderOfTheirFirstRows)
 {
     EXPECT_EQ(Text("SHAPE {l} AS r COMPUTE r, SUM(r.price) AS s, COUNT(r) AS n BY oid"),
               S("[2:1:1.10 2:2:0.05]:1.15:2:2 [1:1:2.25]:2.25:1:1 [~:9:9]:9:1:~ [7:9:~]:~:1:7"));
@@ -248,7 +244,7 @@ TEST_F(Shape, GroupsComeInTheOrderOfTheirFirstRows)
               S("2.25:ann 1.15:bob ~:cid"));
 }
 
-TEST_F(Shape, SumsAreExactOrRefused)
+TEST_F(ShapeEngine, SumsAreExactOrRefused)
 {
     data.Tables[S("a")] = ShapeTable().With(S("v"), adBigInt).Row({qint64(9007199254740993)}).Row({1});
     EXPECT_EQ(Text("SHAPE {a} AS r COMPUTE SUM(r.v) AS s"), S("9007199254740994"));
@@ -259,7 +255,7 @@ TEST_F(Shape, SumsAreExactOrRefused)
     EXPECT_EQ(Refused("SHAPE {a} AS r COMPUTE SUM(r.v) AS s").Number, adErrDataConversion);
 }
 
-TEST_F(Shape, AFieldThatIsNotThereIsNamedBeforeRowsAreRead)
+TEST_F(ShapeEngine, AFieldThatIsNotThereIsNamedBeforeRowsAreRead)
 {
     QStringList fetched;
     data.OnFetch = [&](const QString &sql) { fetched += sql; };
@@ -276,7 +272,7 @@ TEST_F(Shape, AFieldThatIsNotThereIsNamedBeforeRowsAreRead)
     EXPECT_EQ(Refused("SHAPE {o} APPEND ({l} RELATE id TO oid) AS c, SUM(d.price)").Number, adErrItemNotFound);
 }
 
-TEST_F(Shape, TypesThatAreNeverEqualAreRefusedBeforeTheirRowsAreRead)
+TEST_F(ShapeEngine, TypesThatAreNeverEqualAreRefusedBeforeTheirRowsAreRead)
 {
     QStringList fetched;
     data.OnFetch = [&](const QString &sql) { fetched += sql; };
@@ -287,7 +283,7 @@ TEST_F(Shape, TypesThatAreNeverEqualAreRefusedBeforeTheirRowsAreRead)
     EXPECT_FALSE(fetched.contains(S("l")));
 }
 
-TEST_F(Shape, WhatTheBuilderCouldNotFillInIsRefusedAtItsPlace)
+TEST_F(ShapeEngine, WhatTheBuilderCouldNotFillInIsRefusedAtItsPlace)
 {
     for (const char *text :
          {"SHAPE APPEND  SQL ERROR, ((SHAPE APPEND  New adInteger as a\r\n) RELATE  a TO a ) as c",
@@ -301,7 +297,7 @@ TEST_F(Shape, WhatTheBuilderCouldNotFillInIsRefusedAtItsPlace)
     EXPECT_TRUE(data.Driver.Log().isEmpty()); // no server was asked
 }
 
-TEST_F(Shape, AChildStatementThatFailsKeepsItsWords)
+TEST_F(ShapeEngine, AChildStatementThatFailsKeepsItsWords)
 {
     EXPECT_EQ(Refused("SHAPE {o} APPEND ({broken} RELATE id TO oid)").Description, S("no such table: broken"));
     EXPECT_EQ(Text("SHAPE {o}"), S("1:ann 2:bob 3:cid")); // the connection goes on
@@ -310,7 +306,7 @@ TEST_F(Shape, AChildStatementThatFailsKeepsItsWords)
 }
 
 // A stop is heard while a statement runs, while its rows come, and while rows are matched.
-TEST_F(Shape, AStopEndsEachPhase)
+TEST_F(ShapeEngine, AStopEndsEachPhase)
 {
     const QString shape = S("SHAPE {o} APPEND ({l} RELATE id TO oid)");
     const struct
@@ -345,7 +341,7 @@ TEST_F(Shape, AStopEndsEachPhase)
     EXPECT_EQ(data.Run(shape)->RowCount(), 3);
 }
 
-TEST_F(Shape, OpensAsynchronously)
+TEST_F(ShapeEngine, OpensAsynchronously)
 {
     UARecordset async;
     RecordsetPtr rows;
@@ -379,7 +375,7 @@ TEST_F(Shape, OpensAsynchronously)
 }
 
 // The rows of a chapter stand in the columns of all children: each asking gives a position of its own, none a copy.
-TEST_F(Shape, AChapterIsARecordsetLikeAnyOther)
+TEST_F(ShapeEngine, AChapterIsARecordsetLikeAnyOther)
 {
     const RecordsetPtr rows = data.Run(S("SHAPE {o} APPEND ({l} RELATE id TO oid) AS c"));
     rows->MoveNext();

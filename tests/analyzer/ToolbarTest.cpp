@@ -9,8 +9,7 @@ const QStringList menuItems = {
     QStringLiteral("Bracket"),   QStringLiteral("CBracket"),     QStringLiteral("CBraket"),   QStringLiteral("Quote"),
     QStringLiteral("SQuote"),    QStringLiteral("VBSW"),         QStringLiteral("VBSC"),      QStringLiteral("BT"),
     QStringLiteral("CT"),        QStringLiteral("RT"),           QStringLiteral("SQLStruct"), QStringLiteral("SQLDS")};
-const QStringList later = {QStringLiteral("DS"), QStringLiteral("Wiz"), QStringLiteral("Connected"),
-                           QStringLiteral("Disconnected")};
+const QStringList later = {QStringLiteral("Wiz")};
 
 } // namespace
 

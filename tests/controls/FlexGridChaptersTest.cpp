@@ -2,6 +2,7 @@
 #include "MakeRecordset.h"
 #include "ado/shape/ShapeChapters.h"
 #include "controls/FlexGrid.h"
+#include "tests/support/Text.h"
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 #include <random>
@@ -9,11 +10,6 @@
 using namespace ADODB;
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 RecordsetPtr Kids(const QString &name, const QStringList &texts)
 {
@@ -42,7 +38,7 @@ RecordsetPtr TwoChapters()
     return Recordset::FromColumns(std::move(columns), std::move(stores));
 }
 
-QString Shown(const FlexGrid &grid)
+QString ShownRows(const FlexGrid &grid)
 {
     QStringList rows;
     for (qint64 row = 0; row < grid.Rows(); ++row) {
@@ -63,9 +59,9 @@ TEST(FlexGridChapters, EachIsABandAndNoneAColumn)
     grid.SetDataSource(TwoChapters());
     EXPECT_EQ(grid.Bands(), 3);
     EXPECT_EQ(grid.Cols(), 3);
-    EXPECT_EQ(Shown(grid), S("id:name 1:one 2:two"));
+    EXPECT_EQ(ShownRows(grid), S("id:name 1:one 2:two"));
     grid.ExpandAll();
-    EXPECT_EQ(Shown(grid), S("id:name 1:one A: a1: a2: B: b1: 2:two B: b2:"));
+    EXPECT_EQ(ShownRows(grid), S("id:name 1:one A: a1: a2: B: b1: 2:two B: b2:"));
     EXPECT_EQ(grid.BandLevel(2), 1);
     EXPECT_EQ(grid.BandLevel(6), 2);
     EXPECT_EQ(grid.ColHeaderCaption(1, 1), S("A"));
@@ -76,7 +72,7 @@ TEST(FlexGridChapters, EachIsABandAndNoneAColumn)
     grid.SetRow(7);
     grid.SetCol(2);
     grid.SetSort(flexSortGenericDescending);
-    EXPECT_EQ(Shown(grid), S("id:name 2:two B: b2: 1:one A: a1: a2: B: b1:"));
+    EXPECT_EQ(ShownRows(grid), S("id:name 2:two B: b2: 1:one A: a1: a2: B: b1:"));
     EXPECT_TRUE(grid.IsExpanded(1));
     grid.resize(300, 300);
     EXPECT_FALSE(grid.grab().isNull());
@@ -123,7 +119,7 @@ RecordsetPtr RowsOf(const std::vector<Person> &people, int chapters, const QStri
 }
 
 // The person that a row of the view is; null for a row of names.
-Person *At(std::vector<Person> &people, qint64 &row)
+Person *PersonAt(std::vector<Person> &people, qint64 &row)
 {
     if (row-- == 0)
         return nullptr;
@@ -134,7 +130,7 @@ Person *At(std::vector<Person> &people, qint64 &row)
             for (auto &chapter : person.chapters) {
                 if (chapter.empty())
                     continue;
-                if (Person *found = At(chapter, row))
+                if (Person *found = PersonAt(chapter, row))
                     return found;
                 if (row < 0)
                     return nullptr;
@@ -199,7 +195,7 @@ TEST(FlexGridChapters, OpenAndCloseAsAPlainWalkSays)
             } else {
                 const qint64 row = roll(int(grid.Rows()));
                 qint64 rest = row;
-                Person *const person = At(family, rest);
+                Person *const person = PersonAt(family, rest);
                 const bool below = person && std::any_of(person->chapters.begin(), person->chapters.end(),
                                                          [](const auto &chapter) { return !chapter.empty(); });
                 ASSERT_EQ(grid.CanExpand(row), below);
@@ -231,15 +227,15 @@ TEST(FlexGridChapters, RowsAreTakenAwayAddedAndCut)
     grid.ExpandAll();
     grid.SetTextMatrix(3, 1, S("mine"));
     grid.RemoveItem(2);
-    EXPECT_EQ(Shown(grid), S("id:name 1:one mine: a2: B: b1: 2:two B: b2:"));
+    EXPECT_EQ(ShownRows(grid), S("id:name 1:one mine: a2: B: b1: 2:two B: b2:"));
     grid.AddItem(S("\tnew"));
     EXPECT_EQ(grid.TextMatrix(grid.Rows() - 1, 1), S("new"));
     grid.AddItem(S("\tfirst"), 1);
-    EXPECT_EQ(Shown(grid), S("id:name first: 1:one mine: a2: B: b1: 2:two B: b2: new:"));
+    EXPECT_EQ(ShownRows(grid), S("id:name first: 1:one mine: a2: B: b1: 2:two B: b2: new:"));
     grid.SetRows(6);
-    EXPECT_EQ(Shown(grid), S("id:name first: 1:one mine: a2: B:"));
+    EXPECT_EQ(ShownRows(grid), S("id:name first: 1:one mine: a2: B:"));
     grid.Collapse(2);
-    EXPECT_EQ(Shown(grid), S("id:name first: 1:one"));
+    EXPECT_EQ(ShownRows(grid), S("id:name first: 1:one"));
     grid.Expand(2); // what was taken away of the view is in the recordset still
     EXPECT_EQ(grid.Rows(), 3 + 5);
     grid.SetRows(0);
