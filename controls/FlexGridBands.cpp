@@ -75,9 +75,9 @@ void FlexGrid::Body::BindBands()
 bool FlexGrid::Body::HasBelow(const FlexBandNode &node, qint64 entry) const
 {
     const qint64 record = node.RecordOf(entry);
-    if (record < 0)
-        return false;
     const std::vector<int> &chapters = bands[size_t(node.band)].chapters;
+    if (record < 0 || chapters.empty() || !node.Rows() || record >= node.Rows()->RowCount())
+        return false; // a row may have gone since it was shown
     return std::any_of(chapters.begin(), chapters.end(),
                        [&](int chapter) { return node.Rows()->ChapterRows(record, chapter) > 0; });
 }
@@ -87,7 +87,9 @@ std::vector<std::unique_ptr<FlexBandNode>> FlexGrid::Body::BandsOf(const FlexBan
 {
     std::vector<std::unique_ptr<FlexBandNode>> made;
     const qint64 record = node.RecordOf(entry);
-    const std::vector<int> chapters = record < 0 ? std::vector<int>() : bands[size_t(node.band)].chapters;
+    if (!HasBelow(node, entry))
+        return made;
+    const std::vector<int> chapters = bands[size_t(node.band)].chapters;
     for (const int chapter : chapters) {
         const qint64 below = node.Rows()->ChapterRows(record, chapter);
         if (below == 0)

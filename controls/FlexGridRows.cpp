@@ -19,8 +19,12 @@ FlexBandNode::~FlexBandNode() = default;
 
 const ADODB::RecordsetPtr &FlexBandNode::Rows() const
 {
-    if (!m_recordset && parent) {
-        const ADODB::Value value = parent->Rows()->CellValue(parent->RecordOf(parentEntry), chapter);
+    if (m_recordset || !parent)
+        return m_recordset;
+    const ADODB::RecordsetPtr &above = parent->Rows();
+    const qint64 record = parent->RecordOf(parentEntry);
+    if (above && record >= 0 && record < above->RowCount()) { // a row may have gone meanwhile
+        const ADODB::Value value = above->CellValue(record, chapter);
         if (const ADODB::Chapter *const rows = value.As<ADODB::Chapter>())
             m_recordset = *rows;
     }

@@ -298,3 +298,39 @@ TEST(FlexGridChapters, AHundredThousandParentsOpen)
         grid.Collapse(row); // each, from the last to the first
     EXPECT_EQ(grid.Rows(), 1 + parents);
 }
+
+// The recordset is not the grid's: rows may go while they are shown, with what is open below them.
+TEST(FlexGridChapters, RowsThatHaveGoneAreEmptyAndDoNotOpen)
+{
+    auto made = std::make_shared<MadeUpRows>();
+    made->Columns = {NamedColumn(S("id"), adInteger), NamedColumn(S("c"), adChapter)};
+    made->Below = {nullptr, std::make_shared<MadeUpRows>()};
+    made->Below[1]->Columns = {NamedColumn(S("kid"), adInteger)};
+    made->Below[1]->Below = {nullptr};
+    const RecordsetPtr rows = made->NewRecordset();
+    for (int row = 1; row <= 2; ++row) {
+        rows->AddNew();
+        rows->Fields()[0].SetValue(row);
+        rows->Update();
+        const RecordsetPtr kids = *rows->Fields()[1].GetValue().As<Chapter>();
+        kids->AddNew();
+        kids->Fields()[0].SetValue(10 * row);
+        kids->Update();
+    }
+    FlexGrid grid;
+    grid.resize(300, 300);
+    grid.SetDataSource(rows);
+    grid.Expand(1);
+    EXPECT_EQ(ShownRows(grid), S("id 1 kid 10 2"));
+    rows->MoveFirst();
+    rows->Delete();
+    rows->MoveFirst();
+    rows->Delete();
+    EXPECT_FALSE(grid.CanExpand(1));
+    EXPECT_FALSE(grid.CanExpand(4));
+    grid.ExpandAll();
+    EXPECT_EQ(grid.TextMatrix(4, 1), QString());
+    EXPECT_FALSE(grid.grab().isNull());
+    grid.Collapse(1);
+    EXPECT_EQ(grid.Rows(), 3);
+}
