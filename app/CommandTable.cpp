@@ -117,11 +117,11 @@ constexpr CommandRow s_commandRows[] = {
     // Print is not among the items that are switched off first: it keeps its last state while no child is active.
     Child("mnuFile", "mnuPrint", "Print", ChildName::mnuPrint).Key("Ctrl+P").Can(&clsMenuSettings::CanPrint).Keeps(),
     Group("mnuFile", "mnuImportMain", "Import").On(Needs::Connection),
-    Coming("mnuImportMain", "mnuImport", "Import From Flat File").On(Needs::Connection),
-    Coming("mnuImportMain", "nmuImportTableData", "Import From Table").On(Needs::Connection),
+    Main("mnuImportMain", "mnuImport", "Import From Flat File", ImportFlatFile).On(Needs::Connection),
+    Main("mnuImportMain", "nmuImportTableData", "Import From Table", ImportTable).On(Needs::Connection),
     Group("mnuFile", "mnuExport", "Export").On(Needs::Connection),
     Child("mnuExport", "mnuExportFlatFile", "Export to Flat File", ChildName::mnuSave).Says("Exporting..."),
-    Coming("mnuExport", "mnuExportTable", "Export to Table"),
+    Main("mnuExport", "mnuExportTable", "Export to Table", ExportTable),
     Group("mnuFile", "mnuCompare", "Compare"),
     // The two have nothing behind them in any release so far.
     Coming("mnuCompare", "mnuCompareStructure", "Database Structure"),

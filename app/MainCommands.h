@@ -16,6 +16,11 @@ void MaskScript(mdiMother &window);          // a table's fields as lines of cod
 void InsertScript(mdiMother &window);        // a table's INSERT statement into the Analyzer
 void GenerateASP(mdiMother &window);         // the active window's statement as a script page
 
+// Moving data (Movement.cpp). Each opens a window of its own, on the open connection.
+void ImportFlatFile(mdiMother &window);
+void ImportTable(mdiMother &window); // from another connection into this one
+void ExportTable(mdiMother &window); // from this connection into another one
+
 void TileHorizontally(mdiMother &window);
 void TileVertically(mdiMother &window);
 void Cascade(mdiMother &window);

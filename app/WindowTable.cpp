@@ -18,6 +18,8 @@
 #include "data/frmTree.h"
 #include "frame/QueryWindow.h"
 #include "frame/Shell.h"
+#include "movement/frmDTS.h"
+#include "movement/frmImportFlatFile.h"
 #include "views/frmChart.h"
 #include "views/frmChartSetup.h"
 #include "views/frmExecutionPlan.h"
@@ -58,6 +60,7 @@ constexpr WindowRow s_windowRows[] = {
     Dialog<frmChartSetup>("frmChartSetup", "charts"),
     Free<frmCode>("frmCode", "analyzer"),
     Dialog<frmConnectionString>("frmConnectionString", "connections"),
+    Free<frmDTS>("frmDTS", "movement"),
     Child<frmDiagram>("frmDiagram", "diagram"),
     Child<frmExecutionPlan>("frmExecutionPlan", "plan"),
     Dialog<frmFind>("frmFind", "analyzer"),
@@ -66,6 +69,7 @@ constexpr WindowRow s_windowRows[] = {
     Child<frmGrid>("frmGrid", "results", Stand::Rows),
     Free<frmHelp>("frmHelp"),
     Child<frmHirarchy>("frmHirarchy", "results", Stand::Rows),
+    Free<frmImportFlatFile>("frmImportFlatFile", "movement"),
     Child<frmInline>("frmInline", "inline"),
     Dialog<frmJoin>("frmJoin", "diagram"),
     Child<frmLink>("frmLink", "links"),

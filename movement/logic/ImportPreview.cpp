@@ -9,6 +9,19 @@ constexpr struct
     const char *Entry, *Delimiter;
 } delimiters[] = {{"Comma", ","}, {"Tab", "\t"}, {"Space", " "}, {"Semicolon", ";"}, {"Bar", "|"}};
 
+// The field as it is shown: its first bytes, and no part of a character.
+QString Shown(QByteArrayView field)
+{
+    QByteArrayView text = StripQuotes(field);
+    if (text.size() > ImportPreviewBytes) {
+        qsizetype end = ImportPreviewBytes;
+        while (end > 0 && (uchar(text[end]) & 0xC0) == 0x80)
+            --end;
+        text = text.first(end);
+    }
+    return QString::fromUtf8(text);
+}
+
 } // namespace
 
 ImportPreview ReadImportPreview(const QString &path, const QString &delimiter, const std::function<bool()> &goOn)
@@ -19,20 +32,24 @@ ImportPreview ReadImportPreview(const QString &path, const QString &delimiter, c
     std::vector<QByteArrayView> fields;
     QByteArrayView line;
     qint64 number = 0;
+    qsizetype cells = 0;
     while (goOn() && reader.Next(line)) {
         if (IsBlankLine(line))
             continue;
         SplitFields(line, cut, fields);
         if (++number == 1) {
             for (QByteArrayView field : fields)
-                preview.FirstLine += QString::fromUtf8(StripQuotes(field));
+                preview.FirstLine += Shown(field);
         } else if (qsizetype(fields.size()) > preview.FirstLine.size()) {
             preview.Inconsistent = true;
             break;
         }
+        if (cells > ImportPreviewCells)
+            continue;
+        cells += qsizetype(fields.size());
         ImportPreview::Line shown{number, {}};
         for (QByteArrayView field : fields)
-            shown.Fields += QString::fromUtf8(StripQuotes(field));
+            shown.Fields += Shown(field);
         preview.Lines.push_back(std::move(shown));
     }
     return preview;

@@ -20,6 +20,8 @@ struct ImportPreview
 };
 
 inline constexpr int ImportPreviewMs = 500; // how long a preview reads, of the wall clock
+// What is kept of it to be shown, so that neither a long line nor many fill the memory: the lines behind are counted.
+inline constexpr qsizetype ImportPreviewCells = 50'000, ImportPreviewBytes = 1'000; // of all lines; of one field
 
 // `goOn` is asked before each line; false ends the reading.
 ImportPreview ReadImportPreview(const QString &path, const QString &delimiter, const std::function<bool()> &goOn);

@@ -85,8 +85,10 @@ bool ImportRun::Step(const std::function<void()> &step, const QString &field)
 
 bool ImportRun::Fails(const QString &why)
 {
-    if (ExceedsTolerance(++m_errors, m_plan.Tolerance))
+    if (ExceedsTolerance(++m_errors, m_plan.Tolerance)) {
+        m_lastStraw = Entry(why); // the log is of what was passed over
         return true;
+    }
     Note(why);
     return false;
 }
@@ -94,5 +96,10 @@ bool ImportRun::Fails(const QString &why)
 void ImportRun::Note(const QString &why)
 {
     if (m_plan.Tolerance != 0)
-        m_log.Add(QStringLiteral("\r\nRecord %1)%2").arg(m_number).arg(why), why);
+        m_log.Add(Entry(why), why);
+}
+
+QString ImportRun::Entry(const QString &why) const
+{
+    return QStringLiteral("\r\nRecord %1)").arg(m_number) + why;
 }

@@ -62,15 +62,18 @@ public:
     qint64 RowsIncomplete() const { return m_incomplete; } // of them, those that lack a field which was refused
     qint64 LinesTooLong() const { return m_tooMany; }      // with more fields than the file has columns
     const RefusalLog &Log() const { return m_log; }
+    const QString &LastStraw() const { return m_lastStraw; } // of the error that ended the run, as the log would say it
 
 private:
     bool Step(const std::function<void()> &step, const QString &field = {}); // false when it ends the run
+    QString Entry(const QString &why) const;
     bool Row(const std::vector<QByteArrayView> &fields);
     void Note(const QString &why);
 
     ImportPlan m_plan;
     ImportTarget &m_target;
     RefusalLog m_log;
+    QString m_lastStraw;
     qint64 m_number = 1, m_errors = 0, m_rows = 0, m_incomplete = 0, m_tooMany = 0;
     bool m_failed = false; // the last step
 };

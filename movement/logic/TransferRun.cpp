@@ -92,7 +92,7 @@ bool TransferRun::Step(const std::function<void()> &step)
     try {
         step();
     } catch (const ADODB::Error &error) {
-        if (!Failed(error.Number, error.Description))
+        if (!Handle(error.Number, error.Description, QStringLiteral(" (row %1)").arg(m_row)))
             return false;
         if (m_adding) {
             m_adding = false;
@@ -108,10 +108,15 @@ bool TransferRun::Step(const std::function<void()> &step)
 
 bool TransferRun::Failed(int number, const QString &description)
 {
+    return Handle(number, description, QString());
+}
+
+bool TransferRun::Handle(int number, const QString &description, const QString &place)
+{
     ++m_errors;
-    m_log.Add(QStringLiteral("\r\n\r\nError [%1] - %2\r\n%3")
-                  .arg(lang::CDate(QDateTime::currentDateTime()), QString::number(number),
-                       m_row > 0 ? QStringLiteral("%1 (row %2)").arg(description).arg(m_row) : description),
+    m_log.Add(QStringLiteral("\r\n\r\nError [%1] - %2\r\n")
+                      .arg(lang::CDate(QDateTime::currentDateTime()), QString::number(number)) +
+                  description + place,
               description);
     return !StopsTransfer(m_errors, m_tolerance);
 }

@@ -70,9 +70,11 @@ public:
     qint64 Count() const { return m_count; } // the rows that the report counts
     qint64 Added() const { return m_added; } // those that the destination took
     qint64 Errors() const { return m_errors; }
+    qint64 RowNumber() const { return m_row; } // of the source, from 1
     const RefusalLog &Log() const { return m_log; }
 
 private:
+    bool Handle(int number, const QString &description, const QString &place);
     bool Step(const std::function<void()> &step);
     bool Row();
 
