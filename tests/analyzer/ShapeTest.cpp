@@ -6,6 +6,8 @@
 #include "views/modDataShape.h"
 #include "visual/frmJoin.h"
 #include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
 
 namespace {
 
