@@ -6,14 +6,16 @@
 #include "views/modDataShape.h"
 #include "visual/frmJoin.h"
 #include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
 
 namespace {
 
 // Answers each dialog between two statements while it lives, with the keys of a user.
-class JoinAnswer : public QObject
+class ShapeJoinAnswer : public QObject
 {
 public:
-    explicit JoinAnswer(QList<Qt::Key> keys = {}) : m_keys(std::move(keys))
+    explicit ShapeJoinAnswer(QList<Qt::Key> keys = {}) : m_keys(std::move(keys))
     {
         connect(&m_timer, &QTimer::timeout, this, [this] {
             auto *ask = qobject_cast<frmJoin *>(QApplication::activeModalWidget());
@@ -78,7 +80,7 @@ const char *const kTwo = "select id as customer, name from customers\r\n\r\nsele
 TEST_F(AnalyzerShape, F8ShowsTheRowsOfBothStatements)
 {
     Write(kTwo);
-    JoinAnswer answer;
+    ShapeJoinAnswer answer;
     Press(Qt::Key_F8);
     EXPECT_EQ(answer.Titles, QStringList{S("MotherShp-ChildShp")});
     EXPECT_EQ(answer.Fields, QStringList{S("customer-customer")}); // the equal names are chosen
@@ -96,7 +98,7 @@ TEST_F(AnalyzerShape, F8ShowsTheRowsOfBothStatements)
 TEST_F(AnalyzerShape, F9ShowsMadeUpRows)
 {
     Write(kTwo);
-    JoinAnswer answer;
+    ShapeJoinAnswer answer;
     Press(Qt::Key_F9);
     EXPECT_EQ(answer.Fields, QStringList{S("customer-customer")});
     ASSERT_EQ(Results().size(), 1);
@@ -111,7 +113,7 @@ TEST_F(AnalyzerShape, F9ShowsMadeUpRows)
 TEST_F(AnalyzerShape, ACancelledDialogOpensNothing)
 {
     Write(kTwo);
-    JoinAnswer answer({Qt::Key_Escape, Qt::Key_Escape});
+    ShapeJoinAnswer answer({Qt::Key_Escape, Qt::Key_Escape});
     Press(Qt::Key_F8);
     window->ToolBar(S("Disconnected"));
     EXPECT_EQ(answer.Titles.size(), 2);
@@ -122,7 +124,7 @@ TEST_F(AnalyzerShape, ACancelledDialogOpensNothing)
 // A fourth level is told, but for the one key that says nothing; fabricated shapes fail from then on.
 TEST_F(AnalyzerShape, TheFourthLevelIsTold)
 {
-    JoinAnswer answer;
+    ShapeJoinAnswer answer;
     const char *const four = "select id from orders\r\n\r\nselect id from orders\r\n\r\nselect id from orders\r\n\r\n"
                              "select id from orders";
     Write(four);
