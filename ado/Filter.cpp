@@ -43,10 +43,10 @@ using NodePtr = std::unique_ptr<Node>;
     throw Error(Fault::InvalidArgument);
 }
 
-class Parser
+class FilterParser
 {
 public:
-    Parser(const QString &text, const std::function<int(const QString &)> &columnOf)
+    FilterParser(const QString &text, const std::function<int(const QString &)> &columnOf)
         : m_text(text), m_columnOf(columnOf)
     {
     }
@@ -342,7 +342,7 @@ bool NodeMatches(const Node &node, const std::vector<ColumnStore> &columns, qint
 } // namespace
 
 RowFilter::RowFilter(const QString &text, const std::function<int(const QString &)> &columnOf)
-    : m_root(Parser(text, columnOf).Whole())
+    : m_root(FilterParser(text, columnOf).Whole())
 {
 }
 

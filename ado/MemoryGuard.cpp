@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kPause(100);
 constexpr qint64 kSlack = 64 * 1024 * 1024; // what a program may grow for reasons of its own
-constexpr qint64 kLeastFree = 16;           // this part of the machine's memory stays free
+constexpr qint64 kLeastFreeOfMachine = 16;  // this part of the machine's memory stays free
 
 qint64 BytesHeld()
 {
@@ -39,7 +39,7 @@ bool IsMachineFull()
         }
         std::fclose(file);
     }
-    return available >= 0 && available < total / kLeastFree;
+    return available >= 0 && available < total / kLeastFreeOfMachine;
 }
 
 bool IsPast(qint64 start)

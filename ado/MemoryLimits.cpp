@@ -9,7 +9,7 @@ namespace ADODB {
 namespace {
 
 constexpr qint64 kLeastFree = 16; // this part of a limit stays free
-constexpr int kDeepest = 64;      // control groups in each other
+constexpr int kDeepestGroup = 64; // control groups in each other
 
 QByteArray Read(const QString &path)
 {
@@ -38,7 +38,7 @@ struct Names
 // A group and all those around it: the smallest of their limits holds.
 void AddGroups(QList<MemoryLimit> &limits, const QString &root, QString group, const Names &names)
 {
-    for (int depth = 0; depth < kDeepest; ++depth) {
+    for (int depth = 0; depth < kDeepestGroup; ++depth) {
         const QString folder = root + group + (group.endsWith(u'/') ? QString() : QStringLiteral("/"));
         const qint64 bytes = NumberBehind(Read(folder + QLatin1String(names.limit)), "");
         if (bytes > 0) {

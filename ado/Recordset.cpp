@@ -20,7 +20,7 @@ RecordsetPtr Recordset::Create()
     return RecordsetPtr(new Recordset);
 }
 
-RecordsetPtr Recordset::FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores)
+RecordsetPtr Recordset::FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores, bool madeUp)
 {
     const qint64 rows = stores.empty() ? 0 : stores.front().Size();
     if (rows >= std::numeric_limits<std::uint32_t>::max())
@@ -33,7 +33,33 @@ RecordsetPtr Recordset::FromColumns(std::vector<ColumnInfo> columns, std::vector
     body.MakeFields(recordset.get());
     body.state = adStateOpen;
     body.position = 0;
+    body.madeUp = madeUp;
+    if (madeUp)
+        body.lockType = adLockOptimistic;
     return recordset;
+}
+
+RecordsetPtr Recordset::SomeRows(const Recordset &of, std::vector<std::uint32_t> rows)
+{
+    RecordsetPtr recordset = Create();
+    Body &body = *recordset->m;
+    body.infos = of.m->infos;
+    body.stores = of.m->stores;
+    body.storeRows = of.m->storeRows;
+    body.order = std::move(rows);
+    body.allVisible = false;
+    body.isPart = true;
+    body.MakeFields(recordset.get());
+    body.state = adStateOpen;
+    body.position = 0;
+    return recordset;
+}
+
+std::vector<ColumnStore> Recordset::TakeColumns(Recordset &from)
+{
+    std::vector<ColumnStore> stores = from.m->stores.Take();
+    from.m->Clear();
+    return stores;
 }
 
 void Recordset::BelongTo(const QString &source, const std::weak_ptr<Connection> &connection)
@@ -155,7 +181,8 @@ void Recordset::Open(const QString &source, const ConnectionPtr &connection, int
         body.stores.pop_back();
         body.infos.pop_back();
     }
-    if (lockType != adLockReadOnly)
+    body.madeUp = result->m->madeUp;
+    if (lockType != adLockReadOnly && !body.madeUp)
         body.baseColumns = BaseColumnsOf(sql, body.infos, connection->Family());
     body.storeRows = result->m->storeRows;
     body.MakeFields(this);
@@ -163,7 +190,7 @@ void Recordset::Open(const QString &source, const ConnectionPtr &connection, int
     body.origin = connection;
     body.further = std::move(result->m->further);
     body.lockType = lockType;
-    if (lockType != adLockReadOnly)
+    if (lockType != adLockReadOnly && !body.madeUp)
         body.connection = connection;
     body.state = adStateOpen;
     body.position = 0;
@@ -290,6 +317,15 @@ void Recordset::SetFilter(const QString &filter)
 void Recordset::Body::ShowRows()
 {
     std::vector<std::uint32_t> rows;
+    if (isPart) {
+        if (part.empty())
+            part = order;
+        for (const std::uint32_t row : part)
+            if (!filter || filter->Matches(stores, row))
+                rows.push_back(row);
+        order.swap(rows);
+        return;
+    }
     allVisible = !filter && std::find(gone.begin(), gone.end(), true) == gone.end();
     if (!allVisible)
         for (qint64 row = 0; row < storeRows; ++row)

@@ -144,9 +144,20 @@ public:
     QString Source() const;
     ConnectionPtr ActiveConnection() const;
 
-    // The driver's side: takes over filled columns.
-    static RecordsetPtr FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores);
-    void SetFurther(std::vector<RecordsetPtr> results); // of the same statement, in their order
+    // Of a field of chapters: its rows' fields, in a recordset that is asked for nothing else (null where nobody knows
+    // them yet), and how many rows a cell's chapter holds, without making it.
+    RecordsetPtr ChapterDefinition(int column) const;
+    qint64 ChapterRows(qint64 row, int column) const;
+    const ChapterSource *ChaptersOf(int column) const; // null where the field keeps its chapters itself
+
+    // The driver's side: takes over filled columns. Rows that are made up belong to no server: they can be edited, and
+    // keep their edits.
+    static RecordsetPtr FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores,
+                                    bool madeUp = false);
+    // Shows these rows of a recordset that shows all of its own, over the same columns; read only.
+    static RecordsetPtr SomeRows(const Recordset &of, std::vector<std::uint32_t> rows);
+    static std::vector<ColumnStore> TakeColumns(Recordset &from); // which is closed by it
+    void SetFurther(std::vector<RecordsetPtr> results);           // of the same statement, in their order
 
 private:
     Recordset();

@@ -93,6 +93,8 @@ void Recordset::Body::Clear()
     baseColumns.clear();
     keyAsked = false;
     stores.clear();
+    madeUp = isPart = false;
+    std::vector<std::uint32_t>().swap(part);
     storeRows = 0;
     rowIds.reset();
     std::vector<bool>().swap(gone);

@@ -26,10 +26,10 @@ bool IsNameChar(QChar c)
     return c.isLetterOrNumber() || c == u'_' || c == u'$' || c == u'#' || c == u'@' || c.isSurrogate();
 }
 
-class Reader
+class SelectReader
 {
 public:
-    Reader(const QString &text, const Family &family) : m_text(text), m_rules(family.Texts) { Next(); }
+    SelectReader(const QString &text, const Family &family) : m_text(text), m_rules(family.Texts) { Next(); }
 
     const Token &At() const { return m_token; }
     bool Failed() const { return m_failed; }
@@ -197,7 +197,7 @@ private:
 };
 
 // One expression of the list, up to the comma or FROM behind it.
-SelectText::Item ReadItem(Reader &reader)
+SelectText::Item ReadItem(SelectReader &reader)
 {
     SelectText::Item item;
     bool plain = true;
@@ -236,7 +236,7 @@ constexpr QStringView kBehindTable[] = {u"WHERE", u"ORDER",   u"LIMIT", u"OFFSET
 constexpr QStringView kNotPlain[] = {u"UNION", u"INTERSECT", u"EXCEPT", u"MINUS",  u"GROUP",        u"HAVING",
                                      u"JOIN",  u"NATURAL",   u"CROSS",  u"SELECT", u"STRAIGHT_JOIN"};
 
-bool IsAmong(const Reader &reader, auto &words)
+bool IsAmong(const SelectReader &reader, auto &words)
 {
     for (const QStringView word : words)
         if (reader.Is(word))
@@ -249,7 +249,7 @@ bool IsAmong(const Reader &reader, auto &words)
 SelectText ReadSelect(const QString &sql, const Family &family)
 {
     SelectText select;
-    Reader reader(sql, family);
+    SelectReader reader(sql, family);
     if (!reader.Is(u"SELECT"))
         return select;
     reader.Next();

@@ -20,7 +20,7 @@
 
 namespace {
 
-const QString s_all = QStringLiteral("< All Tables >");
+const QString s_allTables = QStringLiteral("< All Tables >");
 
 // Runs a changing statement, which is one and no more; a failure is told in the server's words. `sql` composes it: the
 // name in it is the server's to tell.
@@ -119,7 +119,7 @@ void SchemaCommands::mnuTableIndex()
     if (!IsConnected(true))
         return;
     const ADODB::ConnectionPtr connection = gConn;
-    const Picked table = PickTable(connection, false, s_all);
+    const Picked table = PickTable(connection, false, s_allTables);
     if (table.Text.isEmpty() || ShowIndexQuery(connection, table) || connection != gConn)
         return;
     constexpr SchemaRow indexes = {ADODB::adSchemaIndexes, "Indexes", "Table_Name"};

@@ -36,10 +36,11 @@ public:
 };
 
 // Looks on from a timer of its own, so that a dialog that nobody can answer is seen too.
-class Session : public QObject
+class PlayedSession : public QObject
 {
 public:
-    Session(mdiMother &window, QString picture) : QObject(&window), m_window(window), m_picture(std::move(picture))
+    PlayedSession(mdiMother &window, QString picture)
+        : QObject(&window), m_window(window), m_picture(std::move(picture))
     {
         connect(&m_look, &QTimer::timeout, this, [this] { Attempt([&] { Look(); }); });
         m_waited.start();
@@ -131,7 +132,7 @@ qint64 ResultRows(const ChildWindow *child)
 
 void PlaySession(mdiMother &window, const QString &picture)
 {
-    auto *session = new Session(window, picture);
+    auto *session = new PlayedSession(window, picture);
     QTimer::singleShot(0, session, [session] { Attempt([&] { session->Begin(); }); });
 }
 

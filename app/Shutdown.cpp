@@ -16,7 +16,7 @@
 #include <QElapsedTimer>
 #include <thread>
 
-static constexpr int s_patience = 2000; // ms from the close that cancelled work may take to its end
+static constexpr int s_endPatience = 2000; // ms from the close that cancelled work may take to its end
 
 void mdiMother::mnuExit()
 {
@@ -40,7 +40,7 @@ void mdiMother::SaveAll()
 // A server that answers lets go at once; one that stands still is left to the process's end.
 static void WaitForWork(const QElapsedTimer &since)
 {
-    while (ADODB::Connection::AnyWork() && since.elapsed() < s_patience) {
+    while (ADODB::Connection::AnyWork() && since.elapsed() < s_endPatience) {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }

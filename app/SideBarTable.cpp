@@ -1,7 +1,7 @@
 #include "app/SideBarTable.h"
 #include <cstring>
 
-static constexpr SideBarRow s_rows[] = {
+static constexpr SideBarRow s_sideBarRows[] = {
     {"CONN", "New Connection", "Create New Database Connection", "mnuConn"},
     {"RUN", "SQL Analyzer", "Open SQL Analyzer", "mnuSQL"},
     {"OPEN", "Open", "Open", "mnuOpen"},
@@ -13,12 +13,12 @@ static constexpr SideBarRow s_rows[] = {
 
 std::span<const SideBarRow> SideBarTable()
 {
-    return s_rows;
+    return s_sideBarRows;
 }
 
 const SideBarRow *FindSideBarRow(const char *key)
 {
-    for (const SideBarRow &row : s_rows)
+    for (const SideBarRow &row : s_sideBarRows)
         if (!std::strcmp(row.Key, key))
             return &row;
     return nullptr;

@@ -21,8 +21,8 @@
 #include <atomic>
 #include <cmath>
 
-static constexpr int s_long = 300;      // ms of loading after which a window tells how far it has come
-static constexpr int s_patience = 2000; // ms that the end of the program waits for another writer of the store
+static constexpr int s_long = 300;          // ms of loading after which a window tells how far it has come
+static constexpr int s_lockPatience = 2000; // ms that the end of the program waits for another writer of the store
 
 static QRectF InTwips(const QRect &pixels)
 {
@@ -62,7 +62,7 @@ void mdiMother::LoadSettings()
 void mdiMother::LoadStore()
 {
     m_store = std::make_unique<ConnectionStore>(AppFile(QStringLiteral("es.dat")));
-    m_store->SetPatience(s_patience, true);
+    m_store->SetPatience(s_lockPatience, true);
     QProgressDialog progress(QStringLiteral("Load Settings..."), QString(), 0, 1000);
     progress.setWindowTitle(windowTitle());
     progress.setMinimumDuration(s_long);

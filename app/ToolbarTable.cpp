@@ -12,19 +12,19 @@ static constexpr const char *s_diagram[] = {
     "DTBClear", "DTBS3", "DTBB2F",   "DTBS2B",    "DTBS4",  "DTBB&W",
 };
 
-static constexpr ToolbarRow s_rows[] = {
+static constexpr ToolbarRow s_toolbarRows[] = {
     {"SQL", "SQL", "frmSQL", 1, s_sql},
     {"DTB", "Diagram", "frmDiagram", 2, s_diagram},
 };
 
 std::span<const ToolbarRow> ToolbarTable()
 {
-    return s_rows;
+    return s_toolbarRows;
 }
 
 const ToolbarRow *FindToolbar(const char *key)
 {
-    for (const ToolbarRow &row : s_rows)
+    for (const ToolbarRow &row : s_toolbarRows)
         if (!std::strcmp(row.Key, key))
             return &row;
     return nullptr;

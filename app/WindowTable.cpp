@@ -26,6 +26,7 @@
 #include "views/frmLink.h"
 #include "visual/frmDiagram.h"
 #include "visual/frmJoin.h"
+#include "visual/frmSQLWizzard.h"
 #include <QPointer>
 
 namespace {
@@ -48,7 +49,7 @@ template <typename Form> constexpr WindowRow Free(const char *form, const char *
     return {form, WindowKind::Free, Make<Form>, nullptr, page, Stand::Ground};
 }
 
-constexpr WindowRow s_rows[] = {
+constexpr WindowRow s_windowRows[] = {
     // A report is made of the rows that it prints.
     {"drReport", WindowKind::Dialog, nullptr, nullptr, "results", Stand::Ground},
     Dialog<frmAbout>("frmAbout"),
@@ -72,6 +73,7 @@ constexpr WindowRow s_rows[] = {
     Dialog<frmNewConnection>("frmNewConnection", "connections"),
     Dialog<frmRookie>("frmRookie"),
     Child<frmSQL>("frmSQL", "analyzer", Stand::Text),
+    Dialog<frmSQLWizzard>("frmSQLWizzard", "wizard"),
     Child<frmScriptMask>("frmScriptMask", "analyzer"),
     Free<frmTextManipulation>("frmTextManipulation", "analyzer"),
     Child<frmTextOutput>("frmTextOutput", "results"),
@@ -82,12 +84,12 @@ constexpr WindowRow s_rows[] = {
 
 std::span<const WindowRow> WindowTable()
 {
-    return s_rows;
+    return s_windowRows;
 }
 
 const WindowRow *FindWindow(const QString &form)
 {
-    for (const WindowRow &row : s_rows)
+    for (const WindowRow &row : s_windowRows)
         if (form == QLatin1String(row.Form))
             return &row;
     return nullptr;

@@ -79,8 +79,8 @@ public:
     void Run(const CommandRow &row);
     bool Command(const char *name);
     void mnuExit();
-    void mnuEdit_Click(); // the states of the Edit menu for the active child
-    void ShowManual();    // at the page of the active window
+    void mnuEdit_Click();                      // the states of the Edit menu for the active child
+    void ShowManual(const QString &page = {}); // at this page, or at that of the active window
 
     void SideBarClick(ExplorerBarItem *item);
     void SideBarRightClick(ExplorerBarItem *item, const QPoint &globalPosition);
@@ -100,6 +100,8 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    class Connecting; // one run of ConnectTo
+
     void BuildFrame();
     void BuildKeys(); // those that lead to the bars and back
     void LayOut();    // side bar, splitter bar and work area by the splitter's place

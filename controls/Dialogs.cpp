@@ -61,26 +61,26 @@ QWidget *ParentOr(QWidget *parent)
     return parent ? parent->window() : QApplication::activeWindow();
 }
 
-DialogService *installed = nullptr;
+DialogService *installedService = nullptr;
 
 } // namespace
 
 DialogService::~DialogService()
 {
-    if (installed == this)
-        installed = nullptr;
+    if (installedService == this)
+        installedService = nullptr;
 }
 
 DialogService &DialogService::Current()
 {
     static DialogService real;
-    return installed ? *installed : real;
+    return installedService ? *installedService : real;
 }
 
 DialogService *DialogService::Install(DialogService *service)
 {
-    DialogService *const former = installed;
-    installed = service;
+    DialogService *const former = installedService;
+    installedService = service;
     return former;
 }
 

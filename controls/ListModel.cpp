@@ -7,7 +7,7 @@
 namespace {
 constexpr qsizetype kShownLimit = 1000; // characters of a cell that a screen can show
 
-QString OneLine(QString text)
+QString FirstLineOf(QString text)
 {
     text.truncate(kShownLimit);
     for (QChar &c : text)
@@ -28,7 +28,7 @@ QVariant ListModel::data(const QModelIndex &index, int role) const
     if (!index.isValid())
         return {};
     if (role == Qt::DisplayRole)
-        return OneLine(ShownText(index.row(), index.column()));
+        return FirstLineOf(ShownText(index.row(), index.column()));
     if (role == Qt::ToolTipRole) {
         const QString text = ShownText(index.row(), index.column());
         return text.size() > 40 ? QVariant(text.toHtmlEscaped()) : QVariant();

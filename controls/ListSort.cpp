@@ -58,7 +58,7 @@ private:
 };
 
 // Raised inside of a sort, and caught in SortBy.
-struct GivenUp
+struct ListGivenUp
 {
 };
 
@@ -78,7 +78,7 @@ ListModel::Places ListModel::Sort(int column, ListSortOrder order, const std::fu
         if (!keepOn || ++steps % kSteps != 0)
             return;
         if (!keepOn() || !alive || m_changes != before)
-            throw GivenUp();
+            throw ListGivenUp();
     };
     SortTexts texts;
     std::vector<SortKey> keys; // made once for each row
@@ -139,7 +139,7 @@ bool ListModel::SortBy(int column, ListSortOrder order, const std::function<bool
         if (m_count > 1)
             Arrange(places);
         return true;
-    } catch (const GivenUp &) {
+    } catch (const ListGivenUp &) {
         return false;
     }
 }

@@ -3,7 +3,7 @@
 #include <QVariant>
 
 namespace {
-const char *const depthProperty = "WaitCursorDepth";
+const char *const waitDepthProperty = "WaitCursorDepth";
 }
 
 WaitCursor::WaitCursor(QWidget *window) : m_window(window), m_whole(!window)
@@ -12,8 +12,8 @@ WaitCursor::WaitCursor(QWidget *window) : m_window(window), m_whole(!window)
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
         return;
     }
-    const int depth = window->property(depthProperty).toInt();
-    window->setProperty(depthProperty, depth + 1);
+    const int depth = window->property(waitDepthProperty).toInt();
+    window->setProperty(waitDepthProperty, depth + 1);
     if (depth == 0)
         window->setCursor(Qt::WaitCursor);
 }
@@ -34,8 +34,8 @@ void WaitCursor::Release()
     }
     if (!m_window)
         return;
-    const int depth = m_window->property(depthProperty).toInt() - 1;
-    m_window->setProperty(depthProperty, depth);
+    const int depth = m_window->property(waitDepthProperty).toInt() - 1;
+    m_window->setProperty(waitDepthProperty, depth);
     if (depth == 0)
         m_window->unsetCursor();
 }

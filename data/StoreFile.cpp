@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr qsizetype kPiece = 1024 * 1024; // read at once
+constexpr qsizetype kReadPiece = 1024 * 1024; // read at once
 
 QByteArray FolderOf(const QByteArray &path)
 {
@@ -67,7 +67,7 @@ bool StoreFile::Read(const std::function<bool(QByteArrayView bytes)> &piece) con
 {
     if (m_file < 0)
         return false;
-    QByteArray buffer(std::clamp<qsizetype>(m_size, 1, kPiece), Qt::Uninitialized);
+    QByteArray buffer(std::clamp<qsizetype>(m_size, 1, kReadPiece), Qt::Uninitialized);
     for (off_t at = 0;;) {
         const ssize_t read = ::pread(m_file, buffer.data(), size_t(buffer.size()), at);
         if (read < 0 && errno == EINTR)

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr QStringView kTab = u"\\tab ";
+constexpr QStringView kTabWord = u"\\tab ";
 
 QString CodeOf(const QString &key)
 {
@@ -68,7 +68,7 @@ void EscapeSource(const QString &text, const ColourCodes &codes, TextSink &out)
         out.Put(copied, at - copied);
         copied = at;
         if (c == u'\t') {
-            out.Put(kTab);
+            out.Put(kTabWord);
             ++copied;
         } else {
             out.Put(QChar(u'\\'));
@@ -155,7 +155,7 @@ void MarkBrackets(QStringView text, TextSink &out)
         if (c != u'[' && c != u']' && c != u'\t')
             continue;
         out.Put(copied, at - copied);
-        out.Put(c == u'[' ? QStringView(u"\\i[") : c == u']' ? QStringView(u"]\\i0") : kTab);
+        out.Put(c == u'[' ? QStringView(u"\\i[") : c == u']' ? QStringView(u"]\\i0") : kTabWord);
         copied = at + 1;
     }
     out.Put(copied, end - copied);

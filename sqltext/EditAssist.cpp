@@ -1,6 +1,7 @@
 #include "sqltext/EditAssist.h"
 
 #include "lang/Text.h"
+#include "sqltext/LineEnd.h"
 
 #include <algorithm>
 
@@ -10,7 +11,6 @@ using lang::Replace;
 
 namespace {
 
-const QString kCrLf = QStringLiteral("\r\n");
 const QString kTab = QStringLiteral("\t");
 const QString kDashes = QStringLiteral("--");
 

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr int kPasses = 2; // further passes without a hit
-
 class TextSearch
 {
 public:

@@ -54,6 +54,9 @@ struct FindResult
 };
 
 // Without `replace` single replacements are made in `text` of the result only.
+// Passes that a search makes after one without a hit, before it says so.
+inline constexpr int kPasses = 2;
+
 FindResult FindInText(const QString &text, qsizetype selStart, qsizetype selLength, const FindAsk &ask,
                       const FindReplace &replace = {});
 

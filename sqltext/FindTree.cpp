@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr int kPasses = 2; // further passes without a hit
-
 // A node's text against the criteria, anywhere in it unless the match is to be exact.
 class NodePattern
 {

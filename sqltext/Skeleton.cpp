@@ -1,10 +1,9 @@
 #include "sqltext/EditAssist.h"
 
+#include "sqltext/LineEnd.h"
 #include "sqltext/modSQLMaipulation.h"
 
 namespace {
-
-const QString kCrLf = QStringLiteral("\r\n");
 
 QString Select(const SkeletonOptions &options, const QString &name, const QString &fields)
 {

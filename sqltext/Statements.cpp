@@ -1,6 +1,7 @@
 #include "sqltext/Statements.h"
 
 #include "lang/Text.h"
+#include "sqltext/LineEnd.h"
 #include "sqltext/clsDStreamBuffer.h"
 
 #include <QStringMatcher>
@@ -12,8 +13,6 @@ using lang::Replace;
 using lang::Trim;
 
 namespace {
-
-const QString kCrLf = QStringLiteral("\r\n");
 
 // Without line ends and outer blanks nothing is left.
 bool IsBlank(const QString &text)

@@ -1,6 +1,7 @@
 #include "sqltext/modSQLMaipulation.h"
 
 #include "lang/Text.h"
+#include "sqltext/LineEnd.h"
 #include "sqltext/Statements.h"
 
 #include <QStringMatcher>
@@ -11,8 +12,6 @@
 using lang::InStr;
 
 namespace {
-
-const QString kCrLf = QStringLiteral("\r\n");
 
 bool IsBlank(QStringView text)
 {

@@ -59,7 +59,7 @@ frmChart::frmChart(QWidget *parent) : ChildWindow(parent)
     });
 }
 
-void frmChart::LoadChartData(const Source &Source, const QString &LabelFields, const QString &DataFields)
+void frmChart::LoadChartData(const DataSource &Source, const QString &LabelFields, const QString &DataFields)
 {
     if (const auto *grid = std::get_if<const FlexGrid *>(&Source))
         LoadChartDataMFG(*grid, LabelFields, DataFields);

@@ -19,7 +19,7 @@ class frmChart : public ChildWindow
 public:
     explicit frmChart(QWidget *parent = nullptr);
 
-    using Source = std::variant<std::monostate, const FlexGrid *, ADODB::RecordsetPtr>;
+    using DataSource = std::variant<std::monostate, const FlexGrid *, ADODB::RecordsetPtr>;
 
     ChildNames Answers() const override { return AnswersOf<frmChart>(); }
     void mnuCopy() override;
@@ -33,7 +33,7 @@ public:
 
     // Both lists are numbers of columns, joined by ","; with an empty one nothing happens. What the source raises ends
     // the filling without a word, and so do Escape and the closing of this window; what was filled stays.
-    void LoadChartData(const Source &Source, const QString &LabelFields, const QString &DataFields);
+    void LoadChartData(const DataSource &Source, const QString &LabelFields, const QString &DataFields);
     void LoadChartDataMFG(const FlexGrid *Grid, const QString &LabelFields, const QString &DataFields);
     void LoadChartDataRec(const ADODB::RecordsetPtr &Recordset, const QString &LabelFields, const QString &DataFields);
 
@@ -52,7 +52,7 @@ private:
 struct ChartRequest
 {
     std::vector<ChartField> Fields; // that can be chosen; the Tag is the column's number in the source
-    frmChart::Source Source;
+    frmChart::DataSource Source;
     QString Statement; // for the foot note
 };
 // Asks with frmChartSetup, and shows the chart as a new child of the main window. The owner may go meanwhile; then

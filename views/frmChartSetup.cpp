@@ -16,7 +16,7 @@ namespace {
 constexpr int kNarrower = 350; // twips that a column is narrower than its list
 constexpr ChartChoice::List kLists[] = {&ChartChoice::Fields, &ChartChoice::Labels, &ChartChoice::Data};
 
-template <class Control> Control *Named(Control *control, const char *name, const QString &spoken = {})
+template <class Control> Control *WithName(Control *control, const char *name, const QString &spoken = {})
 {
     control->setObjectName(QLatin1String(name));
     if (!spoken.isEmpty())
@@ -24,9 +24,10 @@ template <class Control> Control *Named(Control *control, const char *name, cons
     return control;
 }
 
-QPushButton *Arrow(const char *name, const char *caption, const QString &spoken, QVBoxLayout *into, QWidget *parent)
+QPushButton *MoveButton(const char *name, const char *caption, const QString &spoken, QVBoxLayout *into,
+                        QWidget *parent)
 {
-    auto *const button = Named(new QPushButton(QLatin1String(caption), parent), name, spoken);
+    auto *const button = WithName(new QPushButton(QLatin1String(caption), parent), name, spoken);
     button->setToolTip(spoken);
     button->setAutoDefault(false);
     into->addWidget(button);
@@ -47,13 +48,13 @@ frmChartSetup::frmChartSetup(QWidget *parent) : ModalForm(QStringLiteral("Chart 
         grid->addLayout(column, row, 1, Qt::AlignCenter);
         return column;
     };
-    QVBoxLayout *series = arrows(1), *data = arrows(4);
-    cmdAddSeries = Arrow("cmdAddSeries", ">", QStringLiteral("Add to the data labels"), series, this);
-    cmdRemoveSeries = Arrow("cmdRemoveSeries", "<", QStringLiteral("Take from the data labels"), series, this);
-    cmdAddData = Arrow("cmdAddData", ">", QStringLiteral("Add to the data values"), data, this);
-    cmdRemoveData = Arrow("cmdRemoveData", "<", QStringLiteral("Take from the data values"), data, this);
+    QVBoxLayout *series = arrows(1), *values = arrows(4);
+    cmdAddSeries = MoveButton("cmdAddSeries", ">", QStringLiteral("Add to the data labels"), series, this);
+    cmdRemoveSeries = MoveButton("cmdRemoveSeries", "<", QStringLiteral("Take from the data labels"), series, this);
+    cmdAddData = MoveButton("cmdAddData", ">", QStringLiteral("Add to the data values"), values, this);
+    cmdRemoveData = MoveButton("cmdRemoveData", "<", QStringLiteral("Take from the data values"), values, this);
 
-    txtTitle = Named(new QLineEdit(this), "txtTitle");
+    txtTitle = WithName(new QLineEdit(this), "txtTitle");
     auto *title = new QLabel(QStringLiteral("Title"), this);
     title->setBuddy(txtTitle);
     txtTitle->setAccessibleName(title->text());
@@ -61,10 +62,10 @@ frmChartSetup::frmChartSetup(QWidget *parent) : ModalForm(QStringLiteral("Chart 
     titleRow->addWidget(title);
     titleRow->addWidget(txtTitle, 1);
     grid->addLayout(titleRow, 5, 0, 1, 3);
-    chkShowLedgend = Named(new QCheckBox(QStringLiteral("Show Legend"), this), "chkShowLedgend");
-    chkShowSQL = Named(new QCheckBox(QStringLiteral("Show SQL Statement"), this), "chkShowSQL");
-    cmdOK = Named(new QPushButton(QStringLiteral("OK"), this), "cmdOK");
-    cmdCancel = Named(new QPushButton(QStringLiteral("&Cancel"), this), "cmdCancel");
+    chkShowLedgend = WithName(new QCheckBox(QStringLiteral("Show Legend"), this), "chkShowLedgend");
+    chkShowSQL = WithName(new QCheckBox(QStringLiteral("Show SQL Statement"), this), "chkShowSQL");
+    cmdOK = WithName(new QPushButton(QStringLiteral("OK"), this), "cmdOK");
+    cmdCancel = WithName(new QPushButton(QStringLiteral("&Cancel"), this), "cmdCancel");
     cmdOK->setDefault(true);
     cmdOK->setEnabled(false);
     cmdCancel->setAutoDefault(false);
@@ -80,6 +81,10 @@ frmChartSetup::frmChartSetup(QWidget *parent) : ModalForm(QStringLiteral("Chart 
     grid->setRowStretch(1, 1);
     grid->setRowStretch(4, 1);
     resize(560, 420);
+    QWidget *const order[] = {lvFields,      cmdAddSeries, cmdRemoveSeries, lvLabels,      cmdAddData,
+                              cmdRemoveData, lvData,       txtTitle,        chkShowLedgend};
+    for (size_t i = 1; i < std::size(order); ++i)
+        setTabOrder(order[i - 1], order[i]);
     lvFields->setFocus();
 
     const auto moves = [this](QPushButton *button, ChartChoice::List from, ChartChoice::List to) {
@@ -96,7 +101,7 @@ frmChartSetup::frmChartSetup(QWidget *parent) : ModalForm(QStringLiteral("Chart 
 // A list with its label above, in a grid whose rows are those of the label and of the list.
 ListView *frmChartSetup::NewList(const char *name, const QString &label, int row, int column, int rows)
 {
-    auto *const list = Named(new ListView(this), name, label);
+    auto *const list = WithName(new ListView(this), name, label);
     list->AddColumn(label);
     list->setHeaderHidden(true);
     list->SetMultiSelect(true);

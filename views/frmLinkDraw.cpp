@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr int kGap = 34;   // pixels between two grids, for the lines
-constexpr int kEdge = 6;   // around everything
-constexpr int kMarker = 8; // a marker on a line
+constexpr int kLinkGap = 34; // pixels between two grids, for the lines
+constexpr int kEdge = 6;     // around everything
+constexpr int kMarker = 8;   // a marker on a line
 
 enum class Marker
 {
@@ -98,7 +98,7 @@ void frmLink::LayOut()
 {
     const int legend = fraLedgend->sizeHint().height();
     // The sides have three columns each, the middle one.
-    const int part = std::max((width() - 2 * kEdge - 2 * kGap) / 12, 1);
+    const int part = std::max((width() - 2 * kEdge - 2 * kLinkGap) / 12, 1);
     const int high = std::max(height() - legend - 3 * kEdge, 1);
     int x = kEdge;
     for (FlexGrid *const grid : {mfgPK, mfg, mfgFK}) {
@@ -107,7 +107,7 @@ void frmLink::LayOut()
         const int inner = grid->viewport()->width();
         for (int column = 0; column < grid->Cols(); ++column)
             grid->SetColWidth(column, ToTwips(inner) / grid->Cols());
-        x += wide + kGap;
+        x += wide + kLinkGap;
     }
     fraLedgend->setGeometry(kEdge, 2 * kEdge + high, width() - 2 * kEdge, legend);
 }

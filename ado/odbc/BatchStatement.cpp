@@ -9,11 +9,6 @@ namespace ADODB::Odbc {
 
 namespace {
 
-SQLPOINTER Number(qint64 number)
-{
-    return reinterpret_cast<SQLPOINTER>(number);
-}
-
 // The links of results are shared; a batch lives inside of one operation of its link.
 std::shared_ptr<Link> Borrowed(Link &link)
 {
@@ -119,7 +114,7 @@ BatchStatement::Outcome BatchStatement::RunBlock(const std::vector<ColumnStore> 
     ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAM_STATUS_PTR, static_cast<SQLPOINTER>(status.data()), 0);
     ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAMS_PROCESSED_PTR, static_cast<SQLPOINTER>(&processed), 0);
     try {
-        ODBC_CALL(SQLSetStmtAttr, m_statement, SQL_ATTR_PARAMSET_SIZE, Number(rows), 0);
+        ODBC_CALL(SQLSetStmtAttr, m_statement, SQL_ATTR_PARAMSET_SIZE, AsPointer(rows), 0);
         for (size_t column = 0; column < arrays.size(); ++column)
             BindParameter(m_statement, int(column) + 1, arrays[column]);
         const Link::Running running(*m_link, m_statement);
@@ -141,7 +136,7 @@ BatchStatement::Outcome BatchStatement::RunBlock(const std::vector<ColumnStore> 
     }
     ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAM_STATUS_PTR, nullptr, 0);
     ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAMS_PROCESSED_PTR, nullptr, 0);
-    ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAMSET_SIZE, Number(1), 0);
+    ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_PARAMSET_SIZE, AsPointer(1), 0);
     ODBC_TRY(SQLFreeStmt, statement, SQLUSMALLINT(SQL_RESET_PARAMS));
     return outcome;
 }

@@ -37,6 +37,12 @@ private:
 // The diagnostics of a handle as an error: Number is adErrLoginFailed for a refused user, else adErrProviderFailed.
 Error ErrorOf(SQLSMALLINT type, SQLHANDLE handle, const char *function);
 
+// A number in the place of a pointer, as the functions that set an attribute take it.
+inline SQLPOINTER AsPointer(SQLULEN number)
+{
+    return reinterpret_cast<SQLPOINTER>(number);
+}
+
 // Text as drivers give it: UTF-8, and where it is not, one character a byte.
 QString FromDriver(const char *text, qsizetype bytes);
 

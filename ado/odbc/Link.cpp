@@ -54,11 +54,6 @@ const ProductRow kProducts[] = {
     {"Oracle", {}},
 };
 
-SQLPOINTER Number(SQLULEN number)
-{
-    return reinterpret_cast<SQLPOINTER>(number);
-}
-
 // What drivers report once the server is gone, beside the standard's class 08.
 bool MeansLost(const Error &error, const Family &family)
 {
@@ -72,9 +67,9 @@ bool MeansLost(const Error &error, const Family &family)
 Link::Link(const QByteArray &connectionString, std::optional<ReRead> again)
 {
     m_environment = Handle(SQL_HANDLE_ENV, nullptr, 0);
-    ODBC_CALL(SQLSetEnvAttr, m_environment, SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), 0);
+    ODBC_CALL(SQLSetEnvAttr, m_environment, SQL_ATTR_ODBC_VERSION, AsPointer(SQL_OV_ODBC3), 0);
     m_connection = Handle(SQL_HANDLE_DBC, m_environment.Get(), SQL_HANDLE_ENV);
-    ODBC_TRY(SQLSetConnectAttr, m_connection.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(kLoginSeconds), 0);
+    ODBC_TRY(SQLSetConnectAttr, m_connection.Get(), SQL_ATTR_LOGIN_TIMEOUT, AsPointer(kLoginSeconds), 0);
     QByteArray text = connectionString;
     SQLSMALLINT length = 0;
     ODBC_CALL(SQLDriverConnect, m_connection, nullptr, reinterpret_cast<SQLCHAR *>(text.data()),

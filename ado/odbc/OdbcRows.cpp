@@ -9,11 +9,6 @@ constexpr qint64 kBlockBytes = 16 << 20;
 constexpr qint64 kWidestCell = 32768;    // wider cells are read one by one even when there are many
 constexpr qint64 kWholeBytes = 64 << 20; // of cells read again, before rows are handed on
 
-SQLPOINTER Number(qint64 number)
-{
-    return reinterpret_cast<SQLPOINTER>(number);
-}
-
 } // namespace
 
 OdbcRows::OdbcRows(std::shared_ptr<Link> link, Handle statement, const std::vector<ColumnPlan> &columns)
@@ -66,7 +61,7 @@ void OdbcRows::Bind()
     m_blockRows = qBound<qint64>(1, kBlockBytes / rowBytes, kBlockRows);
     m_status.resize(size_t(kBlockRows));
     const SQLHANDLE statement = m_statement.Get();
-    Check(ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_ROW_ARRAY_SIZE, Number(m_blockRows), 0));
+    Check(ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_ROW_ARRAY_SIZE, AsPointer(m_blockRows), 0));
     Check(ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_ROW_STATUS_PTR, static_cast<SQLPOINTER>(m_status.data()), 0));
     Check(ODBC_TRY(SQLSetStmtAttr, statement, SQL_ATTR_ROWS_FETCHED_PTR, static_cast<SQLPOINTER>(&m_got), 0));
     SQLUSMALLINT number = 0;
@@ -89,7 +84,7 @@ void OdbcRows::Unbind()
     ODBC_TRY(SQLFreeStmt, m_statement.Get(), SQLUSMALLINT(SQL_UNBIND));
     ODBC_TRY(SQLSetStmtAttr, m_statement.Get(), SQL_ATTR_ROW_STATUS_PTR, nullptr, 0);
     ODBC_TRY(SQLSetStmtAttr, m_statement.Get(), SQL_ATTR_ROWS_FETCHED_PTR, nullptr, 0);
-    ODBC_TRY(SQLSetStmtAttr, m_statement.Get(), SQL_ATTR_ROW_ARRAY_SIZE, Number(1), 0);
+    ODBC_TRY(SQLSetStmtAttr, m_statement.Get(), SQL_ATTR_ROW_ARRAY_SIZE, AsPointer(1), 0);
 }
 
 void OdbcRows::Widen()

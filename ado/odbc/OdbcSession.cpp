@@ -9,11 +9,6 @@ namespace ADODB::Odbc {
 
 namespace {
 
-SQLPOINTER Number(SQLULEN number)
-{
-    return reinterpret_cast<SQLPOINTER>(number);
-}
-
 // True when a statement surely gives one result at most, so that its rows can be handed on while they are read.
 bool GivesOneResult(const Traits &traits, const QByteArray &sql)
 {
@@ -81,7 +76,7 @@ ExecuteResult OdbcSession::RunWhole(const QByteArray &text)
     if (DoesNothing(text)) // the driver manager and some servers take it for a mistake
         return {};
     if (m_link->Of().Again == ReRead::Scroll)
-        ODBC_TRY(SQLSetStmtAttr, statement.Get(), SQL_ATTR_CURSOR_TYPE, Number(SQL_CURSOR_STATIC), 0);
+        ODBC_TRY(SQLSetStmtAttr, statement.Get(), SQL_ATTR_CURSOR_TYPE, AsPointer(SQL_CURSOR_STATIC), 0);
     const bool isOne = GivesOneResult(m_link->Of(), text);
     if (m_link->Of().BendsMoments) {
         if (const std::optional<MomentsAsText> other = WithMomentsAsText(*m_link, text)) {

@@ -4,15 +4,6 @@
 
 namespace ADODB::Odbc {
 
-namespace {
-
-SQLPOINTER Number(SQLULEN number)
-{
-    return reinterpret_cast<SQLPOINTER>(number);
-}
-
-} // namespace
-
 // The driver manager does not know of a transaction that a statement has begun; the server does.
 bool OdbcSession::HasTypedTransaction()
 {
@@ -42,7 +33,7 @@ bool OdbcSession::HasTypedTransaction()
 void OdbcSession::SetAutocommit(bool on)
 {
     const SQLRETURN result = ODBC_TRY(SQLSetConnectAttr, m_link->Connection().Get(), SQL_ATTR_AUTOCOMMIT,
-                                      Number(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF), 0);
+                                      AsPointer(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF), 0);
     if (!SQL_SUCCEEDED(result))
         throw m_link->Judge(ErrorOf(SQL_HANDLE_DBC, m_link->Connection().Get(), "SQLSetConnectAttr"));
 }
@@ -69,7 +60,7 @@ void OdbcSession::End(SQLSMALLINT how)
         if (how == SQL_COMMIT && Family().Transactions.KeepsFailedCommit)
             throw error;
         ODBC_TRY(SQLEndTran, SQLSMALLINT(SQL_HANDLE_DBC), connection, SQLSMALLINT(SQL_ROLLBACK));
-        ODBC_TRY(SQLSetConnectAttr, connection, SQL_ATTR_AUTOCOMMIT, Number(SQL_AUTOCOMMIT_ON), 0);
+        ODBC_TRY(SQLSetConnectAttr, connection, SQL_ATTR_AUTOCOMMIT, AsPointer(SQL_AUTOCOMMIT_ON), 0);
         m_inTransaction = false;
         throw error;
     }

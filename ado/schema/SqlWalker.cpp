@@ -4,14 +4,14 @@ namespace ADODB {
 
 namespace {
 
-bool IsDigit(QChar c)
+bool IsAsciiDigit(QChar c)
 {
     return c >= u'0' && c <= u'9';
 }
 
 bool IsOfName(QChar c)
 {
-    return c == u'_' || c == u'$' || c.unicode() >= 0x80 || IsDigit(c) || (c >= u'a' && c <= u'z') ||
+    return c == u'_' || c == u'$' || c.unicode() >= 0x80 || IsAsciiDigit(c) || (c >= u'a' && c <= u'z') ||
            (c >= u'A' && c <= u'Z');
 }
 
@@ -85,7 +85,7 @@ SqlWalker::Kind SqlWalker::StepOverBlanks()
 
 bool SqlWalker::IsName() const
 {
-    return Found == Word ? !IsDigit(Text[Start]) : Found == Quoted && Text[Start] != u'\'';
+    return Found == Word ? !IsAsciiDigit(Text[Start]) : Found == Quoted && Text[Start] != u'\'';
 }
 
 QString SqlWalker::Name() const

@@ -9,12 +9,12 @@ using namespace ADODB;
 
 namespace {
 
-struct Batch : testing::Test
+struct Batches : testing::Test
 {
     TempDatabase database;
     ConnectionPtr connection = database.Open();
 
-    Batch()
+    Batches()
     {
         connection->Execute(QStringLiteral(
             "CREATE TABLE \"or\"\"der [x]\" (id INTEGER PRIMARY KEY, name VARCHAR(20) UNIQUE, price DECIMAL_TEXT(9,2),"
@@ -42,7 +42,7 @@ struct Batch : testing::Test
     }
 };
 
-TEST_F(Batch, SendsChangesInsertionsAndDeletionsTogether)
+TEST_F(Batches, SendsChangesInsertionsAndDeletionsTogether)
 {
     const RecordsetPtr rows = Orders();
     rows->Fields()[1].SetValue(QStringLiteral("ONE"));
@@ -61,7 +61,7 @@ TEST_F(Batch, SendsChangesInsertionsAndDeletionsTogether)
     EXPECT_EQ(rows->RecordCount(), 3);
 }
 
-TEST_F(Batch, CancelPutsEveryRowBack)
+TEST_F(Batches, CancelPutsEveryRowBack)
 {
     const RecordsetPtr rows = Orders();
     rows->Fields()[1].SetValue(QStringLiteral("changed"));
@@ -79,7 +79,7 @@ TEST_F(Batch, CancelPutsEveryRowBack)
     EXPECT_EQ(All(), "1:one:1.00 2:two:- 3:three:3.00");
 }
 
-TEST_F(Batch, ARefusedRowStaysPendingAndTheOthersArrive)
+TEST_F(Batches, ARefusedRowStaysPendingAndTheOthersArrive)
 {
     const RecordsetPtr rows = Orders();
     rows->Fields()[1].SetValue(QStringLiteral("three")); // taken by row 3
@@ -99,7 +99,7 @@ TEST_F(Batch, ARefusedRowStaysPendingAndTheOthersArrive)
     EXPECT_EQ(All(), "1:uno:1.00 2:TWO:- 3:three:3.00");
 }
 
-TEST_F(Batch, SeveralRefusedRowsAreCounted)
+TEST_F(Batches, SeveralRefusedRowsAreCounted)
 {
     const RecordsetPtr rows = Orders();
     for (int i = 0; i < 3; ++i) {
@@ -114,7 +114,7 @@ TEST_F(Batch, SeveralRefusedRowsAreCounted)
     EXPECT_EQ(rows->RecordCount(), 3);
 }
 
-TEST_F(Batch, ARowThatSomebodyElseTookIsAConflict)
+TEST_F(Batches, ARowThatSomebodyElseTookIsAConflict)
 {
     const RecordsetPtr rows = Orders();
     rows->Fields()[1].SetValue(QStringLiteral("mine"));
@@ -123,7 +123,7 @@ TEST_F(Batch, ARowThatSomebodyElseTookIsAConflict)
     EXPECT_EQ(NumberOf([&] { rows->UpdateBatch(); }), adErrRowConflict);
 }
 
-TEST_F(Batch, WithoutAKeyTheOriginalValuesFindTheRow)
+TEST_F(Batches, WithoutAKeyTheOriginalValuesFindTheRow)
 {
     const RecordsetPtr rows = Open(QStringLiteral("SELECT * FROM bare"));
     rows->MoveLast(); // (1, NULL, 0.2)
@@ -135,7 +135,7 @@ TEST_F(Batch, WithoutAKeyTheOriginalValuesFindTheRow)
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT group_concat(a || coalesce(b, '-')) FROM bare")), "1x,3-");
 }
 
-TEST_F(Batch, OnlyWhatWasSetIsInserted)
+TEST_F(Batches, OnlyWhatWasSetIsInserted)
 {
     connection->Execute(
         QStringLiteral("CREATE TABLE d (id INTEGER PRIMARY KEY, a TEXT DEFAULT 'default', b TEXT DEFAULT 'x')"));
@@ -150,7 +150,7 @@ TEST_F(Batch, OnlyWhatWasSetIsInserted)
               "default-,defaultx");
 }
 
-TEST_F(Batch, AnInsertedRowThatGoesAgainIsNeverSent)
+TEST_F(Batches, AnInsertedRowThatGoesAgainIsNeverSent)
 {
     const RecordsetPtr rows = Orders();
     rows->AddNew();
@@ -161,7 +161,7 @@ TEST_F(Batch, AnInsertedRowThatGoesAgainIsNeverSent)
     EXPECT_EQ(All(), "1:one:1.00 2:two:- 3:three:3.00");
 }
 
-TEST_F(Batch, OptimisticRowsGoAtOnceAndARefusedOneStaysInTheBuffer)
+TEST_F(Batches, OptimisticRowsGoAtOnceAndARefusedOneStaysInTheBuffer)
 {
     const RecordsetPtr rows = Orders(adLockOptimistic);
     rows->Fields()[1].SetValue(QStringLiteral("uno"));
@@ -184,7 +184,7 @@ TEST_F(Batch, OptimisticRowsGoAtOnceAndARefusedOneStaysInTheBuffer)
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT count(*) FROM \"or\"\"der [x]\"")), "3");
 }
 
-TEST_F(Batch, AJoinHasNoTableToWriteTo)
+TEST_F(Batches, AJoinHasNoTableToWriteTo)
 {
     const RecordsetPtr rows = Open(QStringLiteral("SELECT o.id, b.a FROM \"or\"\"der [x]\" o, bare b"));
     rows->Fields()[0].SetValue(5);
@@ -194,7 +194,7 @@ TEST_F(Batch, AJoinHasNoTableToWriteTo)
     EXPECT_EQ(error->Description, "Insufficient base table information for updating or refreshing.");
 }
 
-TEST_F(Batch, ManyRowsAreOneStatementAndOneCommit)
+TEST_F(Batches, ManyRowsAreOneStatementAndOneCommit)
 {
     connection->Execute(QStringLiteral("CREATE TABLE many (i INTEGER, t TEXT)"));
     const RecordsetPtr rows = Open(QStringLiteral("SELECT * FROM many"));
@@ -209,7 +209,7 @@ TEST_F(Batch, ManyRowsAreOneStatementAndOneCommit)
     EXPECT_FALSE(connection->InTransaction());
 }
 
-TEST_F(Batch, InsideATransactionItFollowsTheTransaction)
+TEST_F(Batches, InsideATransactionItFollowsTheTransaction)
 {
     const RecordsetPtr rows = Orders();
     connection->BeginTrans();
@@ -240,7 +240,7 @@ TEST(BatchCancel, ACancelBeforeTheFirstStatementEndsTheBatch)
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT b FROM t")), "changed");
 }
 
-TEST_F(Batch, AnEmptyBlobIsWrittenAsOne)
+TEST_F(Batches, AnEmptyBlobIsWrittenAsOne)
 {
     const RecordsetPtr rows = Orders();
     rows->Fields()[4].SetValue(QByteArray(""));
@@ -254,7 +254,7 @@ TEST_F(Batch, AnEmptyBlobIsWrittenAsOne)
 }
 
 // The library stores a null in its place.
-TEST_F(Batch, WhatIsNoNumberIsRefused)
+TEST_F(Batches, WhatIsNoNumberIsRefused)
 {
     const RecordsetPtr rows = Open(QStringLiteral("SELECT * FROM bare"));
     rows->Fields()[2].SetValue(std::nan(""));
@@ -263,7 +263,7 @@ TEST_F(Batch, WhatIsNoNumberIsRefused)
 }
 
 // The server gives up the whole transaction, and the rows that went before with it: none may count as written.
-TEST_F(Batch, ARowThatRollsEverythingBackLeavesEverythingPending)
+TEST_F(Batches, ARowThatRollsEverythingBackLeavesEverythingPending)
 {
     connection->Execute(
         QStringLiteral("CREATE TABLE r (a INTEGER UNIQUE ON CONFLICT ROLLBACK); INSERT INTO r VALUES (3)"));
@@ -279,7 +279,7 @@ TEST_F(Batch, ARowThatRollsEverythingBackLeavesEverythingPending)
     EXPECT_EQ(rows->Status(), adRecNew);
 }
 
-TEST_F(Batch, CloseInTheMiddleOfAnEditForgetsIt)
+TEST_F(Batches, CloseInTheMiddleOfAnEditForgetsIt)
 {
     const RecordsetPtr rows = Orders();
     rows->Fields()[1].SetValue(QStringLiteral("half"));
@@ -293,7 +293,7 @@ TEST_F(Batch, CloseInTheMiddleOfAnEditForgetsIt)
     EXPECT_EQ(rows->Status(), adRecUnmodified);
 }
 
-TEST_F(Batch, AColumnOutOfRangeIsAnError)
+TEST_F(Batches, AColumnOutOfRangeIsAnError)
 {
     const RecordsetPtr rows = Orders();
     for (const int column : {-1, 5}) {
@@ -309,7 +309,7 @@ TEST_F(Batch, AColumnOutOfRangeIsAnError)
 }
 
 // Each changed row kept a copy of all of its values, and the batch made another of what it sent.
-TEST_F(Batch, PendingRowsTakeLittleBesideTheRecordset)
+TEST_F(Batches, PendingRowsTakeLittleBesideTheRecordset)
 {
     constexpr qint64 count = 200000, limit = 64 * count; // so 64 MB for a million
     connection->Execute(QStringLiteral("CREATE TABLE big (id INTEGER PRIMARY KEY, a INTEGER, b TEXT);"

@@ -3,19 +3,12 @@
 #include "ado/Recordset.h"
 #include "ado/UARecordset.h"
 #include "tests/ado/TempDatabase.h"
+#include "tests/support/Await.h"
 #include "tests/support/ScriptedDriver.h"
 
 using namespace ADODB;
 
 namespace {
-
-void WaitUntil(const std::function<bool()> &ready)
-{
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (!ready() && std::chrono::steady_clock::now() < end)
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    ASSERT_TRUE(ready());
-}
 
 class Claims : public testing::Test
 {
@@ -51,7 +44,7 @@ TEST_F(Claims, AWholeOneKeepsTheConnectionBetweenItsStatements)
         Execute(QStringLiteral("second"));
         m_connection->CommitTrans();
     });
-    WaitUntil([&] { return m_gate.Arrived(); });
+    Await([&] { return m_gate.Arrived(); });
     std::thread other([&] { Execute(QStringLiteral("other")); });
     m_gate.Open();
     holder.join();
@@ -66,10 +59,10 @@ TEST_F(Claims, OneOfSingleTurnsLetsOthersIn)
     std::thread worker([&] {
         const Claim::Scope scope(claim);
         Execute(QStringLiteral("stop here"));
-        WaitUntil([&] { return m_driver.Log().contains(QStringLiteral("other")); });
+        Await([&] { return m_driver.Log().contains(QStringLiteral("other")); });
         Execute(QStringLiteral("second"));
     });
-    WaitUntil([&] { return m_gate.Arrived(); });
+    Await([&] { return m_gate.Arrived(); });
     std::thread other([&] { Execute(QStringLiteral("other")); });
     m_gate.Open();
     worker.join();
@@ -89,7 +82,7 @@ TEST_F(Claims, ACancelEndsAllOfItAndNothingFurtherReachesTheServer)
         const Claim::Shield shield; // what gives back what was begun
         Execute(QStringLiteral("taken back"));
     });
-    WaitUntil([&] { return !m_driver.Log().isEmpty(); });
+    Await([&] { return !m_driver.Log().isEmpty(); });
     claim->Cancel();
     worker.join();
     EXPECT_EQ(first, adErrOperationCancelled);
@@ -101,14 +94,14 @@ TEST_F(Claims, ACancelEndsAllOfItAndNothingFurtherReachesTheServer)
 TEST_F(Claims, GivingUpTheWaitTouchesNobodyElse)
 {
     std::thread holder([&] { Execute(QStringLiteral("stop here")); });
-    WaitUntil([&] { return m_gate.Arrived(); });
+    Await([&] { return m_gate.Arrived(); });
     const auto claim = Claim::On(m_connection, QStringLiteral("waits"));
     int number = 0;
     std::thread waiter([&] {
         const Claim::Scope scope(claim);
         number = NumberOf([&] { Execute(QStringLiteral("never")); });
     });
-    WaitUntil([&] { return claim->WaitsFor() == u"stop here"; });
+    Await([&] { return claim->WaitsFor() == u"stop here"; });
     claim->Cancel();
     waiter.join();
     EXPECT_EQ(number, adErrOperationCancelled);
@@ -128,7 +121,7 @@ TEST_F(Claims, AsynchronousRowsBelongToTheWorkThatBeganThem)
         const Claim::Scope scope(claim);
         rows.OpenRecordset(QStringLiteral("stop here"), m_connection, 3);
     }
-    WaitUntil([&] { return m_gate.Arrived(); });
+    Await([&] { return m_gate.Arrived(); });
     claim->Leave();
     claim.reset();
     std::thread other([&] { Execute(QStringLiteral("other")); });
@@ -146,9 +139,9 @@ TEST_F(Claims, ACancelOfItsRowsEndsTheWorkWhileMoreOfItMayCome)
         const Claim::Scope scope(claim);
         rows.OpenRecordset(QStringLiteral("until cancelled"), m_connection, 3);
     }
-    WaitUntil([&] { return !m_driver.Log().isEmpty(); });
+    Await([&] { return !m_driver.Log().isEmpty(); });
     rows.Cancel();
-    WaitUntil([&] { return !rows.IsRunning(); });
+    Await([&] { return !rows.IsRunning(); });
     EXPECT_TRUE(claim->Cancelled());
 }
 
@@ -163,9 +156,9 @@ TEST_F(Claims, AStuckCancelHoldsUpNeitherItsCallerNorAnotherConnection)
     };
     m_driver.OnCancel = [&] { stuck.Pass(); };
     std::thread runs([&] { Execute(QStringLiteral("silent")); });
-    WaitUntil([&] { return m_gate.Arrived(); });
+    Await([&] { return m_gate.Arrived(); });
     m_connection->Cancel(); // returns although the driver does not
-    WaitUntil([&] { return stuck.Arrived(); });
+    Await([&] { return stuck.Arrived(); });
     m_connection->CancelAll();
 
     TempDatabase database;
@@ -177,7 +170,7 @@ TEST_F(Claims, AStuckCancelHoldsUpNeitherItsCallerNorAnotherConnection)
                 "WITH RECURSIVE c(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM c) SELECT count(*) FROM c"));
         });
     });
-    WaitUntil([&] { return second->IsBusy(); });
+    Await([&] { return second->IsBusy(); });
     second->Cancel();
     endless.join();
     EXPECT_EQ(number, adErrOperationCancelled);
@@ -224,7 +217,7 @@ TEST_F(Claims, TheDriverIsSpokenToOnOneThreadFromFirstToLast)
     connection->RollbackTrans();
     UARecordset rows;
     rows.OpenRecordset(QStringLiteral("c"), connection, 2);
-    WaitUntil([&] { return !rows.IsRunning(); });
+    Await([&] { return !rows.IsRunning(); });
     EXPECT_EQ(seen.size(), 1u);
     EXPECT_FALSE(seen.contains(std::this_thread::get_id()));
 }

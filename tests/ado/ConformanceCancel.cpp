@@ -1,6 +1,7 @@
 // A statement can be stopped from another thread, and its connection goes on; a lost server is an error, never a crash.
 #include "ado/UARecordset.h"
 #include "tests/ado/Conformance.h"
+#include "tests/support/Await.h"
 #include "tests/support/Places.h"
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -25,14 +26,6 @@ const Dialect kLong = {"WITH RECURSIVE g(n) AS (SELECT 1 UNION ALL SELECT n + 1 
                        "SELECT COUNT(*) FROM seq_1_to_100000 a JOIN seq_1_to_100000 b ON (a.seq + b.seq) % 7 = 3"};
 
 // Off the event loop.
-void Await(const std::function<bool()> &ready)
-{
-    const QDeadlineTimer end(20000);
-    while (!ready() && !end.hasExpired())
-        std::this_thread::yield();
-    EXPECT_TRUE(ready());
-}
-
 void WaitUntil(const std::function<bool()> &ready, int milliseconds = 20000)
 {
     QElapsedTimer timer;

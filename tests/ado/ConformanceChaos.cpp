@@ -29,7 +29,7 @@ enum Kind
     Endless,
     Wrong
 };
-constexpr const char *kNames[] = {"many", "endless", "wrong"};
+constexpr const char *kKinds[] = {"many", "endless", "wrong"};
 
 // The last moments before a failure.
 class Diary
@@ -131,7 +131,7 @@ TEST_P(Conformance, TheAsynchronousRecordsetSurvivesAnyMoment)
             ++tag;
             isCancelled = false;
             kind = Kind(random() % 3);
-            diary.Note(QStringLiteral("open %1, %2").arg(tag).arg(QLatin1String(kNames[kind])));
+            diary.Note(QStringLiteral("open %1, %2").arg(tag).arg(QLatin1String(kKinds[kind])));
             recordset->OpenRecordset(Pick(*kinds[kind]).arg(tag), m_connection, 2);
             EXPECT_EQ(heard, 0) << diary.Told();
             pause();

@@ -10,8 +10,8 @@ namespace conformance {
 
 namespace {
 
-const char *const kNames[] = {"two words",  "a\"b]c'd", "[x]",       "per%cent", "under_score",
-                              "semi;colon", "Ünï 日本", "back`tick", "question?"};
+const char *const kColumnNames[] = {"two words",  "a\"b]c'd", "[x]",       "per%cent", "under_score",
+                                    "semi;colon", "Ünï 日本", "back`tick", "question?"};
 
 } // namespace
 
@@ -103,7 +103,7 @@ TEST_P(Conformance, StatementsAfterAClosingRaise)
 
 TEST_P(Conformance, NamesAreData)
 {
-    for (const char *name : kNames) {
+    for (const char *name : kColumnNames) {
         const QString table = Quoted(Utf(name)), column = Quoted(Utf(name) + u'c');
         Run(QStringLiteral("CREATE TABLE %1 (%2 INTEGER, b VARCHAR(20))").arg(table, column));
         Run(QStringLiteral("INSERT INTO %1 (%2, b) VALUES (1, 'one')").arg(table, column));
@@ -114,7 +114,7 @@ TEST_P(Conformance, NamesAreData)
     }
     const RecordsetPtr tables = m_connection->OpenSchema(adSchemaTables);
     const RecordsetPtr columns = m_connection->OpenSchema(adSchemaColumns);
-    for (const char *name : kNames) {
+    for (const char *name : kColumnNames) {
         const auto holds = [&](const RecordsetPtr &rows, int field, const QString &text) {
             for (qint64 row = 0; row < rows->RecordCount(); ++row)
                 if (rows->CellText(row, field) == text)

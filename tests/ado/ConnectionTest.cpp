@@ -2,6 +2,7 @@
 #include "TempDatabase.h"
 #include "ado/Command.h"
 #include "ado/family/Family.h"
+#include "tests/support/Await.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -14,14 +15,6 @@ namespace {
 QString EndlessSql()
 {
     return QStringLiteral("WITH RECURSIVE c(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM c) SELECT count(*) FROM c");
-}
-
-void WaitUntil(const std::function<bool()> &ready)
-{
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!ready() && std::chrono::steady_clock::now() < end)
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    ASSERT_TRUE(ready());
 }
 
 struct NoHandler
@@ -191,7 +184,7 @@ TEST(Turns, AWaitingOneCanBeCancelledAndHarmsNobody)
         waiting = true;
         number = NumberOf([&] { second.Begin(); });
     });
-    WaitUntil([&] { return waiting.load(); });
+    Await([&] { return waiting.load(); });
     second.Cancel(); // it may just as well not have begun to wait
     waiter.join();
     EXPECT_EQ(number, adErrOperationCancelled);
@@ -237,7 +230,7 @@ TEST(WaitHandler, IsCalledOnItsThreadWithTheStatementThatHolds)
     auto turn = std::make_unique<Connection::Turn>(connection, QStringLiteral("the long one"));
     std::thread worker([&] {
         turn->Begin();
-        WaitUntil([&] { return calls == 1; });
+        Await([&] { return calls == 1; });
         turn.reset();
     });
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 3")), "3");
@@ -263,7 +256,7 @@ TEST(WaitHandler, OtherThreadsBlockAndAHandlerThatReturnsTooEarlyDoesNoHarm)
         asking = true;
         EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 1")), "1");
     });
-    WaitUntil([&] { return asking.load(); });
+    Await([&] { return asking.load(); });
     turn.reset();
     other.join();
     EXPECT_EQ(calls, 0);
@@ -271,7 +264,7 @@ TEST(WaitHandler, OtherThreadsBlockAndAHandlerThatReturnsTooEarlyDoesNoHarm)
     auto again = std::make_unique<Connection::Turn>(connection, QStringLiteral("held"));
     std::thread holder([&] {
         again->Begin();
-        WaitUntil([&] { return calls == 1; });
+        Await([&] { return calls == 1; });
         again.reset();
     });
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 2")), "2");
@@ -298,7 +291,7 @@ TEST(WaitHandler, AnEventThatNeedsTheConnectionGoesBeforeTheCallThatWaits)
     auto turn = std::make_unique<Connection::Turn>(connection, QStringLiteral("held"));
     std::thread holder([&] {
         turn->Begin();
-        WaitUntil([&] { return depth == 2; }); // both wait
+        Await([&] { return depth == 2; }); // both wait
         turn.reset();
     });
     Scalar(connection, QStringLiteral("SELECT 2"));
@@ -327,7 +320,7 @@ TEST(Cancel, FromAnotherThreadAgainAndAgain)
     const ConnectionPtr connection = database.Open();
     for (int round = 0; round < 5; ++round) {
         std::thread canceller([&] {
-            WaitUntil([&] { return connection->IsBusy(); });
+            Await([&] { return connection->IsBusy(); });
             connection->Cancel();
         });
         EXPECT_EQ(NumberOf([&] { connection->Execute(EndlessSql()); }), adErrOperationCancelled);
@@ -347,7 +340,7 @@ TEST(Close, WhileAnotherThreadRunsWaitsForItsEnd)
                                        "200000) SELECT count(*) FROM c"))
                      .toStdString();
     });
-    WaitUntil([&] { return connection->IsBusy() || !result.empty(); });
+    Await([&] { return connection->IsBusy() || !result.empty(); });
     connection->Close();
     runner.join();
     EXPECT_EQ(result, "200000");

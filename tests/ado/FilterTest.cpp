@@ -8,7 +8,7 @@ using namespace ADODB;
 
 namespace {
 
-RecordsetPtr Sample()
+RecordsetPtr SampleRows()
 {
     const RecordsetPtr rows = Recordset::Create();
     rows->Fields().Append(QStringLiteral("Table_Name"), adVarWChar, 128);
@@ -63,7 +63,7 @@ class FilterRows : public testing::TestWithParam<Case>
 
 TEST_P(FilterRows, LetsThrough)
 {
-    EXPECT_EQ(Passing(Sample(), QString::fromUtf8(GetParam().filter)), GetParam().passing);
+    EXPECT_EQ(Passing(SampleRows(), QString::fromUtf8(GetParam().filter)), GetParam().passing);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -89,7 +89,7 @@ class FilterErrors : public testing::TestWithParam<const char *>
 
 TEST_P(FilterErrors, AreRaisedAndLeaveTheFormerFilter)
 {
-    const RecordsetPtr rows = Sample();
+    const RecordsetPtr rows = SampleRows();
     rows->SetFilter(QStringLiteral("n = 3"));
     EXPECT_EQ(NumberOf([&] { rows->SetFilter(QString::fromUtf8(GetParam())); }), adErrInvalidArgument);
     EXPECT_EQ(rows->Filter(), "n = 3");
@@ -114,12 +114,12 @@ TEST(Filter, ADoubleEqualsTheDigitsThatItIsWrittenWith)
 
 TEST(Filter, AFieldThatIsNotThereIsNamedNotFound)
 {
-    EXPECT_EQ(NumberOf([] { Sample()->SetFilter(QStringLiteral("missing = 3")); }), adErrItemNotFound);
+    EXPECT_EQ(NumberOf([] { SampleRows()->SetFilter(QStringLiteral("missing = 3")); }), adErrItemNotFound);
 }
 
 TEST(Filter, TheCurrentRowBecomesTheFirstVisibleOne)
 {
-    const RecordsetPtr rows = Sample();
+    const RecordsetPtr rows = SampleRows();
     rows->MoveLast();
     rows->SetFilter(QStringLiteral("Table_Type = 'VIEW'"));
     EXPECT_EQ(rows->Fields()[0].Text(), "v_orders");
@@ -135,7 +135,7 @@ TEST(Filter, TheCurrentRowBecomesTheFirstVisibleOne)
 
 TEST(Filter, DeepNestingAndLongChainsNeitherOverflowNorTakeForever)
 {
-    const RecordsetPtr rows = Sample();
+    const RecordsetPtr rows = SampleRows();
     const QString deep = QString(100000, u'(') + QStringLiteral("n=3") + QString(100000, u')');
     EXPECT_EQ(NumberOf([&] { rows->SetFilter(deep); }), adErrInvalidArgument);
     rows->SetFilter(QString(50, u'(') + QStringLiteral("n=3") + QString(50, u')'));
@@ -167,7 +167,7 @@ TEST(Filter, RandomTextsGiveAFilterOrAnErrorAndNothingElse)
                                          "price",      "10.0",
                                          "day",        "'*a'",
                                          "2024-01-01", "\xF0\x9F\x98\x80"};
-    const RecordsetPtr rows = Sample();
+    const RecordsetPtr rows = SampleRows();
     int good = 0;
     for (int round = 0; round < 20000; ++round) {
         QString text;

@@ -29,12 +29,12 @@ std::string Way(const testing::TestParamInfo<Server> &info)
 INSTANTIATE_TEST_SUITE_P(Over, RowsetNames, testing::ValuesIn(kServers), Way);
 
 // Each name beside one that it would find if it were taken for a pattern, or in another case.
-constexpr const char *kNames[] = {"a%b",       "axxb",      "a_c",         "axc",       "it's",        "two\"s",
-                                  "back`tick", "[in] side", "two  blanks", "per cent%", "semi;colon--"};
+constexpr const char *kOddNames[] = {"a%b",       "axxb",      "a_c",         "axc",       "it's",        "two\"s",
+                                     "back`tick", "[in] side", "two  blanks", "per cent%", "semi;colon--"};
 
 TEST_P(RowsetNames, AreFoundAsTheyAreAndNothingElse)
 {
-    for (const char *text : kNames) {
+    for (const char *text : kOddNames) {
         const QString name = QString::fromUtf8(text);
         QString check = m_sample->Quoted(name + QStringLiteral(" c"));
         m_sample->Run(QStringLiteral(
@@ -46,7 +46,7 @@ TEST_P(RowsetNames, AreFoundAsTheyAreAndNothingElse)
         m_sample->Run(QStringLiteral("CREATE INDEX %1 ON %2 (n)")
                           .arg(m_sample->Quoted(name + QStringLiteral(" i")), m_sample->Quoted(name)));
     }
-    for (const char *text : kNames) {
+    for (const char *text : kOddNames) {
         const QString name = QString::fromUtf8(text);
         SCOPED_TRACE(text);
         const QMap<QString, QString> table{{QStringLiteral("TABLE_NAME"), name}};

@@ -13,7 +13,7 @@ using namespace rowsets;
 
 namespace {
 
-constexpr const char *kNames[] = {
+constexpr const char *kRowsetNames[] = {
     "Asserts",
     "Catalogs",
     "CharacterSets",
@@ -139,8 +139,8 @@ TEST(RowsetTable, IsWhatTheDatabasesAnswer)
             GTEST_SKIP() << "no connection string for " << rowsets::NameOf(server);
     }
     QString text = QString::fromLatin1(kHead);
-    for (int schema = 0; schema < int(std::size(kNames)); ++schema) {
-        text += QStringLiteral("| %1 | %2 |").arg(schema).arg(QLatin1String(kNames[schema]));
+    for (int schema = 0; schema < int(std::size(kRowsetNames)); ++schema) {
+        text += QStringLiteral("| %1 | %2 |").arg(schema).arg(QLatin1String(kRowsetNames[schema]));
         for (const auto &sample : samples)
             text += QStringLiteral(" %1 |").arg(Cell(*sample, schema));
         for (const DatabaseFamily family : {DatabaseFamily::SQLServer, DatabaseFamily::Oracle})

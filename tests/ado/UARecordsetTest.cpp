@@ -11,7 +11,7 @@ using namespace ADODB;
 
 namespace {
 
-QString EndlessSql()
+QString EndlessQuery()
 {
     return QStringLiteral("WITH RECURSIVE c(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM c) SELECT count(*) FROM c");
 }
@@ -128,7 +128,7 @@ TEST(UARecordset, CancelEndsItAndTheConnectionServesOn)
 {
     TempDatabase database;
     const ConnectionPtr connection = database.Open();
-    for (const QString &sql : {EndlessSql(), EndlessRows()}) {
+    for (const QString &sql : {EndlessQuery(), EndlessRows()}) {
         for (const bool inTheMiddle : {false, true}) {
             Listener listener;
             listener.async.OpenRecordset(sql, connection, 2);
@@ -152,7 +152,7 @@ TEST(UARecordset, AQueuedOneIsCancelledAtOnceAndTheRunningOneGoesOn)
     TempDatabase database;
     const ConnectionPtr connection = database.Open();
     Listener first, second;
-    first.async.OpenRecordset(EndlessSql(), connection, 2);
+    first.async.OpenRecordset(EndlessQuery(), connection, 2);
     second.async.OpenRecordset(QStringLiteral("SELECT 2"), connection, 2);
     ASSERT_TRUE(SpinUntil([&] { return connection->IsBusy(); }));
     second.async.Cancel();
@@ -273,7 +273,7 @@ TEST(UARecordset, ASynchronousCallBehindItWaitsInTheHandlerWhichCanCancel)
     TempDatabase database;
     const ConnectionPtr connection = database.Open();
     Listener listener;
-    listener.async.OpenRecordset(EndlessSql(), connection, 2);
+    listener.async.OpenRecordset(EndlessQuery(), connection, 2);
     int ticks = 0;
     QString busyWith;
     SetWaitHandler(
@@ -288,7 +288,7 @@ TEST(UARecordset, ASynchronousCallBehindItWaitsInTheHandlerWhichCanCancel)
     EXPECT_EQ(Scalar(connection, QStringLiteral("SELECT 1")), "1");
     SetWaitHandler({});
     EXPECT_GE(ticks, 5);
-    EXPECT_EQ(busyWith, EndlessSql());
+    EXPECT_EQ(busyWith, EndlessQuery());
     ASSERT_TRUE(SpinUntil([&] { return listener.Ended(); }));
     EXPECT_EQ(listener.number, adErrOperationCancelled);
 }

@@ -2,6 +2,7 @@
 #include "AnalyzerFixture.h"
 #include "StructureAnswer.h"
 #include "controls/ListView.h"
+#include "tests/support/Text.h"
 #include <QClipboard>
 #include <QComboBox>
 #include <QDragLeaveEvent>
@@ -14,11 +15,6 @@
 #include <memory>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 struct Assist : Analyzer
 {

@@ -1,17 +1,13 @@
 // A statement as program code: the window, its choices, the clipboard.
 #include "AnalyzerFixture.h"
 #include "analyzer/frmCode.h"
+#include "tests/support/Text.h"
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QPushButton>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 QStringList Items(const QComboBox *list)
 {

@@ -1,14 +1,10 @@
 // Find and replace over the text and over the tree, through the real dialog.
 #include "AnalyzerFixture.h"
 #include "FindAnswers.h"
+#include "tests/support/Text.h"
 #include <QCheckBox>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 // Ticks a box of the dialog and goes on as `then` says.
 FindAnswers::Answer Ticked(QCheckBox *frmFind::*box, FindAnswers::Answer then)

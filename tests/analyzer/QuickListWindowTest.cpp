@@ -1,13 +1,9 @@
 // The list of names beside the editor.
 #include "AnalyzerFixture.h"
 #include "controls/ListView.h"
+#include "tests/support/Text.h"
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 struct NameList : Analyzer
 {

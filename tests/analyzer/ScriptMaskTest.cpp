@@ -2,6 +2,7 @@
 #include "AnalyzerFixture.h"
 #include "analyzer/frmScriptMask.h"
 #include "tests/support/ScriptedDriver.h"
+#include "tests/support/Text.h"
 #include "tests/support/WorkGate.h"
 #include <QApplication>
 #include <QClipboard>
@@ -10,11 +11,6 @@
 #include <QPushButton>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 struct ScriptMask : Analyzer
 {

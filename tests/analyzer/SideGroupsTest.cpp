@@ -8,14 +8,10 @@
 #include "analyzer/RunResults.h"
 #include "analyzer/SchemaTree.h"
 #include "data/frmTextOutput.h"
+#include "tests/support/Text.h"
 #include <QFile>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 QStringList Texts(const ExplorerBar &side, const char *group)
 {

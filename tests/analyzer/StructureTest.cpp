@@ -1,6 +1,7 @@
 // The dialog of statement types, and what a table becomes in the text by it.
 #include "AnalyzerFixture.h"
 #include "StructureAnswer.h"
+#include "tests/support/Text.h"
 #include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
@@ -12,11 +13,6 @@
 #include <memory>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 QStringList Types(const frmGetSQLStructure &ask)
 {

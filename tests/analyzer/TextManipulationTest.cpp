@@ -3,6 +3,7 @@
 #include "FindAnswers.h"
 #include "analyzer/frmTextManipulation.h"
 #include "data/frmFind.h"
+#include "tests/support/Text.h"
 #include <QAction>
 #include <QComboBox>
 #include <QFile>
@@ -12,11 +13,6 @@
 #include <QTimer>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 struct TextManipulation : Analyzer
 {

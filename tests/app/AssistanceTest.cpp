@@ -9,6 +9,7 @@
 #include "controls/TreeView.h"
 #include "data/frmFind.h"
 #include "tests/app/ShellFixture.h"
+#include "tests/support/Text.h"
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -19,11 +20,6 @@
 #include <QTimer>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 class Assistance : public ShellTest
 {

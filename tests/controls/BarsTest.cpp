@@ -8,6 +8,7 @@
 #include "controls/StatusBar.h"
 #include "controls/TabStrip.h"
 #include "controls/Twips.h"
+#include "tests/support/Text.h"
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDateTime>
@@ -21,11 +22,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromLatin1(text);
-}
 
 template <class Statement> int NumberOf(Statement &&statement)
 {

@@ -12,6 +12,7 @@
 #include "controls/TabStrip.h"
 #include "controls/TreeView.h"
 #include "tests/support/ReadText.h"
+#include "tests/support/Text.h"
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -36,11 +37,6 @@
 namespace {
 
 constexpr double s_ordinary = 4.5;
-
-QString S(const char *text)
-{
-    return QString::fromLatin1(text);
-}
 
 struct Readable : testing::Test
 {

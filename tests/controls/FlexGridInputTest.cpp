@@ -37,7 +37,7 @@ std::pair<qint64, int> Cell(const FlexGrid &grid)
     return {grid.Row(), grid.Col()};
 }
 
-using At = std::pair<qint64, int>;
+using Place = std::pair<qint64, int>;
 
 } // namespace
 
@@ -46,12 +46,12 @@ TEST(FlexGridKeys, ArrowsMoveAndStopAtTheFixedCells)
     const auto grid = Shown();
     Press(*grid, Qt::Key_Down);
     Press(*grid, Qt::Key_Right);
-    EXPECT_EQ(Cell(*grid), At(2, 2));
+    EXPECT_EQ(Cell(*grid), Place(2, 2));
     for (int i = 0; i < 5; ++i) {
         Press(*grid, Qt::Key_Up);
         Press(*grid, Qt::Key_Left);
     }
-    EXPECT_EQ(Cell(*grid), At(1, 1));
+    EXPECT_EQ(Cell(*grid), Place(1, 1));
 }
 
 TEST(FlexGridKeys, HomeAndEndStayInTheRowAndWithControlSpanTheGrid)
@@ -59,15 +59,15 @@ TEST(FlexGridKeys, HomeAndEndStayInTheRowAndWithControlSpanTheGrid)
     const auto grid = Shown();
     Press(*grid, Qt::Key_Down);
     Press(*grid, Qt::Key_End);
-    EXPECT_EQ(Cell(*grid), At(2, 7));
+    EXPECT_EQ(Cell(*grid), Place(2, 7));
     EXPECT_FALSE(grid->CellRect(2, 7).isNull());
     Press(*grid, Qt::Key_Home);
-    EXPECT_EQ(Cell(*grid), At(2, 1));
+    EXPECT_EQ(Cell(*grid), Place(2, 1));
     Press(*grid, Qt::Key_End, Qt::ControlModifier);
-    EXPECT_EQ(Cell(*grid), At(200, 7));
+    EXPECT_EQ(Cell(*grid), Place(200, 7));
     EXPECT_TRUE(grid->RowIsVisible(200));
     Press(*grid, Qt::Key_Home, Qt::ControlModifier);
-    EXPECT_EQ(Cell(*grid), At(1, 1));
+    EXPECT_EQ(Cell(*grid), Place(1, 1));
     EXPECT_EQ(grid->TopRow(), 1);
 }
 
@@ -90,7 +90,7 @@ TEST(FlexGridKeys, ShiftExtendsAndAMoveEndsTheBlock)
     const auto grid = Shown();
     Press(*grid, Qt::Key_Down, Qt::ShiftModifier);
     Press(*grid, Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_EQ(Cell(*grid), At(1, 1));
+    EXPECT_EQ(Cell(*grid), Place(1, 1));
     EXPECT_EQ(grid->RowSel(), 2);
     EXPECT_EQ(grid->ColSel(), 2);
     Press(*grid, Qt::Key_Down);
@@ -104,7 +104,7 @@ TEST(FlexGridKeys, SelectAllTakesEveryCellThatIsNotFixed)
 {
     const auto grid = Shown();
     Press(*grid, Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(Cell(*grid), At(1, 1));
+    EXPECT_EQ(Cell(*grid), Place(1, 1));
     EXPECT_EQ(grid->RowSel(), 200);
     EXPECT_EQ(grid->ColSel(), 7);
 }
@@ -151,13 +151,13 @@ TEST(FlexGridMouse, AClickChoosesAndSaysSo)
     const auto grid = Shown();
     QSignalSpy clicks(grid.get(), &FlexGrid::Click), ups(grid.get(), &FlexGrid::MouseUp);
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->CellRect(3, 2).center());
-    EXPECT_EQ(Cell(*grid), At(3, 2));
+    EXPECT_EQ(Cell(*grid), Place(3, 2));
     EXPECT_EQ(clicks.size(), 1);
     ASSERT_EQ(ups.size(), 1);
     EXPECT_EQ(ups[0][1].toPoint(), grid->CellRect(3, 2).center());
     QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, grid->CellRect(3, 2).center());
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, Qt::ShiftModifier, grid->CellRect(6, 3).center());
-    EXPECT_EQ(Cell(*grid), At(3, 2));
+    EXPECT_EQ(Cell(*grid), Place(3, 2));
     EXPECT_EQ(grid->RowSel(), 6);
 }
 
@@ -178,7 +178,7 @@ TEST(FlexGridMouse, ARightClickInsideTheBlockKeepsIt)
     QTest::mouseClick(grid->viewport(), Qt::RightButton, {}, grid->CellRect(4, 2).center());
     EXPECT_EQ(grid->RowSel(), 5);
     QTest::mouseClick(grid->viewport(), Qt::RightButton, {}, grid->CellRect(7, 2).center());
-    EXPECT_EQ(Cell(*grid), At(7, 2));
+    EXPECT_EQ(Cell(*grid), Place(7, 2));
     EXPECT_EQ(grid->RowSel(), 7);
 }
 
@@ -191,7 +191,7 @@ TEST(FlexGridMouse, HeaderFixedCellAndCornerSelectWhole)
     EXPECT_EQ(grid->Row(), 1);
     EXPECT_EQ(grid->RowSel(), 200);
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->CellRect(4, 0).center());
-    EXPECT_EQ(Cell(*grid), At(4, 1));
+    EXPECT_EQ(Cell(*grid), Place(4, 1));
     EXPECT_EQ(grid->ColSel(), 7);
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->CellRect(0, 0).center());
     EXPECT_EQ(grid->RowSel(), 200);
@@ -220,7 +220,7 @@ TEST(FlexGridMouse, DraggingSelectsAndScrollsPastTheEdge)
     QTest::qWait(150);
     EXPECT_EQ(grid->TopRow(), rested);
     QTest::mouseRelease(grid->viewport(), Qt::LeftButton, {}, {from.x(), 100});
-    EXPECT_EQ(Cell(*grid), At(2, 1));
+    EXPECT_EQ(Cell(*grid), Place(2, 1));
 }
 
 TEST(FlexGridMouse, AHeadersEdgeResizesAndIsNoClick)

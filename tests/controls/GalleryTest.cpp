@@ -13,6 +13,7 @@
 #include "controls/StatusBar.h"
 #include "controls/TabStrip.h"
 #include "controls/TreeView.h"
+#include "tests/support/Text.h"
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
@@ -30,11 +31,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 void Keep(QWidget &window, const char *name, int leastColours)
 {

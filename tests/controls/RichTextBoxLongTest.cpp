@@ -9,7 +9,7 @@ EditorContent Content(const RichTextBox &box, const QString &body)
     return {ReadRtf(Rtf(body)), box.Text()};
 }
 
-QString Lines(int count)
+QString ManyLines(int count)
 {
     return QStringLiteral("\\cf1 word\\cf0  and more\r\n\\par ").repeated(count);
 }
@@ -23,10 +23,10 @@ TEST(RichTextBoxLong, NoPieceIsLongerThanTold)
     QSignalSpy changed(&box, &RichTextBox::changed);
     QSignalSpy edited(&box, &RichTextBox::edited);
     RichTextBox whole;
-    whole.SetTextRTF(Rtf(Lines(5'000)));
+    whole.SetTextRTF(Rtf(ManyLines(5'000)));
     int former = 1;
     int largest = 0, pieces = 0;
-    EXPECT_TRUE(box.TakeContent(Content(box, Lines(5'000)), [&] {
+    EXPECT_TRUE(box.TakeContent(Content(box, ManyLines(5'000)), [&] {
         const int now = box.document()->characterCount();
         largest = std::max(largest, now - former);
         former = now;
@@ -54,7 +54,7 @@ TEST(RichTextBoxLong, GivenUpEverythingIsAsItWas)
 {
     RichTextBox box;
     ShowBox(box);
-    box.SetTextRTF(Rtf(Lines(300)));
+    box.SetTextRTF(Rtf(ManyLines(300)));
     box.SetSelStart(200);
     box.SetSelLength(7);
     const QString rtf = box.TextRTF();
@@ -62,7 +62,7 @@ TEST(RichTextBoxLong, GivenUpEverythingIsAsItWas)
     QSignalSpy changed(&box, &RichTextBox::changed);
     QSignalSpy edited(&box, &RichTextBox::edited);
     int asked = 0;
-    EXPECT_FALSE(box.TakeContent(Content(box, Lines(5'000) + u'x'), [&] { return ++asked < 3; }));
+    EXPECT_FALSE(box.TakeContent(Content(box, ManyLines(5'000) + u'x'), [&] { return ++asked < 3; }));
     EXPECT_EQ(asked, 3);
     EXPECT_EQ(box.document(), document);
     EXPECT_EQ(box.TextRTF(), rtf);
@@ -74,7 +74,7 @@ TEST(RichTextBoxLong, GivenUpEverythingIsAsItWas)
     EXPECT_EQ(box.Text().at(200), u'x');
     EXPECT_EQ(DocumentText(box), box.Text());
     // A content that was made for another text is not taken.
-    EditorContent late = Content(box, Lines(2));
+    EditorContent late = Content(box, ManyLines(2));
     box.SetText(QStringLiteral("other"));
     EXPECT_FALSE(box.TakeContent(std::move(late), [] { return true; }));
     EXPECT_EQ(box.Text(), QStringLiteral("other"));
@@ -84,11 +84,11 @@ TEST(RichTextBoxLong, OtherColoursOfTheSameTextComeAtOnce)
 {
     RichTextBox box;
     ShowBox(box);
-    box.SetText(ReadRtf(Rtf(Lines(200))).text);
+    box.SetText(ReadRtf(Rtf(ManyLines(200))).text);
     box.SetSelStart(30);
     box.SetSelLength(4);
     const QTextDocument *document = box.document();
-    EXPECT_TRUE(box.TakeContent(Content(box, Lines(200)), [&] { return false; })); // nothing is asked
+    EXPECT_TRUE(box.TakeContent(Content(box, ManyLines(200)), [&] { return false; })); // nothing is asked
     EXPECT_EQ(box.document(), document);
     EXPECT_EQ(box.SelStart(), 30);
     EXPECT_EQ(box.SelLength(), 4);

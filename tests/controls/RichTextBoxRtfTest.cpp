@@ -6,7 +6,7 @@ namespace {
 
 constexpr char keyword[] = "#0000ff";
 
-QString ManyLines()
+QString ColouredLines()
 {
     QString body;
     for (int i = 0; i < 300; ++i)
@@ -122,14 +122,14 @@ TEST(RichTextBoxRtf, AFragmentWithAnotherTableIsMapped)
 TEST(RichTextBoxRtf, ColouringTheSameTextMovesNothing)
 {
     RichTextBox box;
-    box.SetTextRTF(Rtf(ManyLines()));
+    box.SetTextRTF(Rtf(ColouredLines()));
     ShowBox(box);
     box.SetSelStart(2005);
     QTest::keyClick(&box, Qt::Key_Left, Qt::ShiftModifier);
     box.verticalScrollBar()->setValue(200);
     const QTextCursor before = box.textCursor();
     QSignalSpy changed(&box, &RichTextBox::changed);
-    box.SetTextRTF(Rtf(ManyLines().replace(QStringLiteral("\\cf1"), QStringLiteral("\\cf2"))));
+    box.SetTextRTF(Rtf(ColouredLines().replace(QStringLiteral("\\cf1"), QStringLiteral("\\cf2"))));
     EXPECT_EQ(box.verticalScrollBar()->value(), 200);
     EXPECT_EQ(box.textCursor().position(), before.position());
     EXPECT_EQ(box.textCursor().anchor(), before.anchor());
@@ -141,11 +141,11 @@ TEST(RichTextBoxRtf, ColouringTheSameTextMovesNothing)
 TEST(RichTextBoxRtf, ASmallRewriteKeepsTheView)
 {
     RichTextBox box;
-    box.SetTextRTF(Rtf(ManyLines()));
+    box.SetTextRTF(Rtf(ColouredLines()));
     ShowBox(box);
     box.verticalScrollBar()->setValue(150);
     QSignalSpy changed(&box, &RichTextBox::changed);
-    QString body = ManyLines();
+    QString body = ColouredLines();
     body.replace(body.size() / 2, 1, QStringLiteral("zz"));
     {
         const RichTextBox::LockUpdate lock(&box);
@@ -245,12 +245,12 @@ TEST(RichTextBoxRtf, LinesOutOfSightGetTheirColoursWhenTheyAreSeen)
 {
     RichTextBox box;
     ShowBox(box);
-    box.SetTextRTF(Rtf(ManyLines()));
+    box.SetTextRTF(Rtf(ColouredLines()));
     QCoreApplication::processEvents();
     const auto formats = [&](int line) { return box.document()->findBlockByNumber(line).layout()->formats().size(); };
     EXPECT_EQ(formats(0), 1);
     EXPECT_EQ(formats(250), 0);
-    EXPECT_TRUE(box.TextRTF().contains(Rtf(ManyLines()).right(30).left(10))); // the content has them all
+    EXPECT_TRUE(box.TextRTF().contains(Rtf(ColouredLines()).right(30).left(10))); // the content has them all
     box.verticalScrollBar()->setValue(245);
     QCoreApplication::processEvents();
     EXPECT_EQ(formats(250), 1);

@@ -8,6 +8,7 @@
 #include "controls/ListView.h"
 #include "controls/TreeView.h"
 #include "sqltext/clsColorTable.h"
+#include "tests/support/Text.h"
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
@@ -19,15 +20,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
-
-namespace {
-
-QString S(const char *text)
-{
-    return QString::fromLatin1(text);
-}
-
-} // namespace
 
 TEST(Skin, ThePaletteIsFixed)
 {

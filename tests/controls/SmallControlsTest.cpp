@@ -11,6 +11,7 @@
 #include "controls/WaitCursor.h"
 #include "controls/ucIconMaker.h"
 #include "tests/support/DialogDouble.h"
+#include "tests/support/Text.h"
 #include <QApplication>
 #include <QFile>
 #include <QFileDialog>
@@ -33,11 +34,6 @@
 #include <unistd.h>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromLatin1(text);
-}
 
 const QString csvFilter = S("Comma Seperated File [*.csv]|*.csv|Text File [*.txt]|*.txt");
 

@@ -1,17 +1,13 @@
 #include "controls/TreeView.h"
 #include "controls/Attempt.h"
 #include "controls/ControlError.h"
+#include "tests/support/Text.h"
 #include <QSignalSpy>
 #include <QTest>
 #include <functional>
 #include <gtest/gtest.h>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromLatin1(text);
-}
 
 int NumberOf(const std::function<void()> &statement)
 {

@@ -1,15 +1,9 @@
 #include "lang/Text.h"
+#include "tests/support/Text.h"
 
 #include <gtest/gtest.h>
 
 using namespace lang;
-
-namespace {
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-} // namespace
 
 TEST(Trim, TakesBlanksAndNothingElse)
 {

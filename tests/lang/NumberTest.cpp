@@ -1,19 +1,13 @@
 #include "lang/Text.h"
 
 #include "tests/support/ExpectCases.h"
+#include "tests/support/Text.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 
 using namespace lang;
-
-namespace {
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-} // namespace
 
 TEST(Val, ReadsTheLeadingNumber)
 {

@@ -1,16 +1,12 @@
 #include "sqltext/FindText.h"
 
 #include "tests/support/ExpectCases.h"
+#include "tests/support/Text.h"
 
 #include <QJsonArray>
 #include <QRegularExpression>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 QJsonArray Numbers(const auto &list)
 {

@@ -4,15 +4,7 @@
 #include "sqltext/modTemplates.h"
 
 #include "tests/support/ExpectCases.h"
-
-namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-} // namespace
+#include "tests/support/Text.h"
 
 TEST(Generators, Cases)
 {

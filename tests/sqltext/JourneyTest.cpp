@@ -1,5 +1,6 @@
 // The states of a text since it was opened.
 #include "sqltext/TextJourney.h"
+#include "tests/support/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -7,11 +8,6 @@
 #include <QStringList>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 // A text with its journey, as a window has them.
 struct Traveller

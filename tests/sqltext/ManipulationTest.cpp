@@ -1,15 +1,11 @@
 #include "sqltext/modSQLMaipulation.h"
 
 #include "tests/support/ExpectCases.h"
+#include "tests/support/Text.h"
 
 #include <QJsonArray>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 std::vector<FieldShape> Fields(const QJsonArray &rows)
 {

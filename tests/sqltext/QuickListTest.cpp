@@ -1,16 +1,12 @@
 #include "sqltext/QuickList.h"
 
 #include "tests/support/ExpectCases.h"
+#include "tests/support/Text.h"
 
 #include <QJsonArray>
 #include <random>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 QStringList Items(const QJsonObject &args)
 {

@@ -1,15 +1,11 @@
 // The server page: laid out as told, and read back and run as the script that it is.
 #include "PageReader.h"
 #include "sqltext/modTemplates.h"
+#include "tests/support/Text.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 // What the page writes for these rows, worked out by hand.
 QString Table(const QStringList &fields, const QList<QStringList> &rows)

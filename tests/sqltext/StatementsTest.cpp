@@ -1,17 +1,9 @@
 #include "sqltext/Statements.h"
 
 #include "tests/support/ExpectCases.h"
+#include "tests/support/Text.h"
 
 #include <QJsonArray>
-
-namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-} // namespace
 
 TEST(Statements, Cases)
 {

@@ -1,6 +1,7 @@
 // What a chart takes from its source, without a window.
 #include "views/logic/ChartData.h"
 #include "tests/controls/MakeRecordset.h"
+#include "tests/views/ChartFixture.h"
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -11,7 +12,7 @@ ChartGrid GridOf(const QList<QStringList> &cells)
     return {cells.size(), int(cells.first().size()), [cells](qint64 row, int column) { return cells[row][column]; }};
 }
 
-QStringList Labels(const ChartData &chart)
+QStringList RowLabels(const ChartData &chart)
 {
     QStringList labels;
     for (qint64 row = 1; row <= chart.RowCount(); ++row)
@@ -29,7 +30,7 @@ ADODB::RecordsetPtr Sales()
     return rows;
 }
 
-void Add(const ADODB::RecordsetPtr &rows, const QString &city, const ADODB::Value &amount, const QString &note)
+void AddSale(const ADODB::RecordsetPtr &rows, const QString &city, const ADODB::Value &amount, const QString &note)
 {
     rows->AddNew();
     rows->Fields()[QStringLiteral("city")].SetValue(ADODB::Value(city));
@@ -47,7 +48,7 @@ TEST(ChartDataTest, ACellWithoutANumberIsZeroAndLabelsAreJoinedByOneBlank)
               QStringLiteral("1,2"), QStringLiteral("3"));
     EXPECT_EQ(chart.ColumnCount(), 1);
     EXPECT_EQ(chart.ColumnLabel(1), QStringLiteral("N"));
-    EXPECT_EQ(Labels(chart), QStringList({"a b", "c", "d "}));
+    EXPECT_EQ(RowLabels(chart), QStringList({"a b", "c", "d "}));
     EXPECT_EQ(chart.Data(1, 1), QStringLiteral("12"));
     EXPECT_EQ(chart.Data(2, 1), QStringLiteral("0"));
     EXPECT_EQ(chart.Data(3, 1), QStringLiteral("-100"));
@@ -69,15 +70,15 @@ TEST(ChartDataTest, ARecordsetGivesItsVisibleRowsAndStaysWhereItStands)
     ChartData chart;
     FillChart(chart, *rows, QStringLiteral("0"), QStringLiteral("1"));
     EXPECT_EQ(chart.RowCount(), 0);
-    EXPECT_TRUE(Labels(chart).isEmpty());
+    EXPECT_TRUE(RowLabels(chart).isEmpty());
     EXPECT_EQ(chart.ColumnLabel(1), QStringLiteral("amount"));
 
-    Add(rows, QStringLiteral(" Bonn "), ADODB::Value(2.5), QStringLiteral("x"));
-    Add(rows, QStringLiteral("Rome"), ADODB::Value(), QStringLiteral("7 apples"));
-    Add(rows, QStringLiteral("Oslo"), ADODB::Value(-4.0), QStringLiteral("y"));
+    AddSale(rows, QStringLiteral(" Bonn "), ADODB::Value(2.5), QStringLiteral("x"));
+    AddSale(rows, QStringLiteral("Rome"), ADODB::Value(), QStringLiteral("7 apples"));
+    AddSale(rows, QStringLiteral("Oslo"), ADODB::Value(-4.0), QStringLiteral("y"));
     rows->SetAbsolutePosition(2);
     FillChart(chart, *rows, QStringLiteral("0,2"), QStringLiteral("1,2"));
-    EXPECT_EQ(Labels(chart), QStringList({"Bonn x", "Rome 7 apples", "Oslo y"}));
+    EXPECT_EQ(RowLabels(chart), QStringList({"Bonn x", "Rome 7 apples", "Oslo y"}));
     EXPECT_EQ(chart.Data(1, 1), QStringLiteral("2.5"));
     EXPECT_EQ(chart.Data(2, 1), QStringLiteral("0")); // null
     EXPECT_EQ(chart.Data(2, 2), QStringLiteral("7"));
@@ -85,17 +86,17 @@ TEST(ChartDataTest, ARecordsetGivesItsVisibleRowsAndStaysWhereItStands)
 
     rows->SetFilter(QStringLiteral("city = 'Oslo'"));
     FillChart(chart, *rows, QStringLiteral("0"), QStringLiteral("1"));
-    EXPECT_EQ(Labels(chart), QStringList("Oslo"));
+    EXPECT_EQ(RowLabels(chart), QStringList("Oslo"));
 }
 
 TEST(ChartDataTest, AFieldThatIsNotThereRaisesAndLeavesTheChart)
 {
     const ADODB::RecordsetPtr rows = Sales();
-    Add(rows, QStringLiteral("Bonn"), ADODB::Value(1.0), QString());
+    AddSale(rows, QStringLiteral("Bonn"), ADODB::Value(1.0), QString());
     ChartData chart;
     FillChart(chart, *rows, QStringLiteral("0"), QStringLiteral("1"));
     EXPECT_THROW(FillChart(chart, *rows, QStringLiteral("0"), QStringLiteral("9")), ADODB::Error);
-    EXPECT_EQ(Labels(chart), QStringList("Bonn"));
+    EXPECT_EQ(RowLabels(chart), QStringList("Bonn"));
 }
 
 TEST(ChartDataTest, WhatWasFilledStaysWhenTheFillingIsStopped)
@@ -167,4 +168,45 @@ TEST(ChartDataTest, TheListsOfColumnsThatCanBeCharted)
     EXPECT_EQ(ChartFields(*Sales()),
               (std::vector<ChartField>{
                   {QStringLiteral("city"), 0}, {QStringLiteral("amount"), 1}, {QStringLiteral("note"), 2}}));
+}
+
+TEST(ChartDataTest, WhatNoMemoryHoldsIsNotBegun)
+{
+    ChartData chart;
+    const ChartGrid endless{qint64(1) << 40, 2, [](qint64, int) { return QStringLiteral("1"); }};
+    EXPECT_THROW(FillChart(chart, endless, QStringLiteral("0"), QStringLiteral("1")), std::bad_alloc);
+    EXPECT_EQ(chart.RowCount(), 0);
+}
+
+// The blocks of rows must say what a walk over the rows says, wherever the stretch begins and ends.
+TEST(ChartDataTest, TheExtentOfAStretchIsThatOfItsRows)
+{
+    const ChartData chart = MakeChart(1, 2000, [](qint64 row, int) {
+        return row % 97 == 5 ? INFINITY : row % 31 == 3 ? NAN : std::sin(double(row)) * double(row % 701) - 20;
+    });
+    for (const auto &[first, last] : std::vector<std::pair<qint64, qint64>>{
+             {0, 2000}, {0, 256}, {1, 256}, {255, 513}, {700, 701}, {5, 6}, {300, 300}, {511, 1999}}) {
+        ChartExtent plain;
+        for (qint64 row = first; row < last; ++row)
+            plain.Take(row, chart.Values(0)[row]);
+        const ChartExtent extent = chart.Extent(0, first, last);
+        EXPECT_EQ(extent.Least, plain.Least) << first << " to " << last;
+        EXPECT_EQ(extent.Most, plain.Most);
+        EXPECT_EQ(extent.LeastPositive, plain.LeastPositive);
+        EXPECT_EQ(extent.LeastRow, plain.LeastRow);
+        EXPECT_EQ(extent.MostRow, plain.MostRow);
+        EXPECT_EQ(extent.Numbers, plain.Numbers);
+        EXPECT_EQ(extent.Infinite, plain.Infinite);
+        EXPECT_EQ(extent.Unfit, plain.Unfit);
+        EXPECT_EQ(extent.Negative, plain.Negative);
+    }
+}
+
+TEST(ChartDataTest, AChangedValueChangesTheExtent)
+{
+    ChartData chart = MakeChart(1, 600, [](qint64, int) { return 1.0; });
+    EXPECT_EQ(chart.Extent(0, 0, 600).Most, 1);
+    chart.SetData(301, 1, QStringLiteral("9"));
+    EXPECT_EQ(chart.Extent(0, 0, 600).Most, 9);
+    EXPECT_EQ(chart.Extent(0, 0, 600).MostRow, 300);
 }

@@ -374,4 +374,6 @@ TEST(ChartScaleTest, EndsAreRoundAndHoldWhatIsShown)
         EXPECT_TRUE(std::isfinite(scale.At(span.Least)));
     }
     EXPECT_EQ(ChartScale::Around(0, 9.7, 5).Marks(), (std::vector<double>{0, 2, 4, 6, 8, 10}));
+    EXPECT_EQ(ChartScale::Around(17, 56, 5, true).Marks(), (std::vector<double>{10, 20, 50, 100}));
+    EXPECT_EQ(ChartScale::Around(3, 3, 5, true).Marks(), (std::vector<double>{1, 2, 5, 10}));
 }

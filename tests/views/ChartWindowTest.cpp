@@ -1,6 +1,5 @@
-// The chart's setup and its window, by mouse and keys.
-#include "controls/ListView.h"
-#include "frame/ModalForm.h"
+// The chart of a result and its window, by mouse and keys.
+#include "tests/views/ChartLists.h"
 #include "tests/views/Hirarchy.h"
 #include "tests/views/PdfText.h"
 #include "views/chart/Chart.h"
@@ -9,7 +8,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
-#include <QLabel>
+#include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QPrinter>
 #include <QPushButton>
@@ -17,58 +16,8 @@
 
 namespace {
 
-QPoint RowMiddle(ListView *list, int row)
-{
-    return list->visualRect(list->model()->index(row, 0)).center();
-}
-
-void ClickRow(ListView *list, int row, Qt::KeyboardModifiers keys = {})
-{
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, keys, RowMiddle(list, row));
-}
-
-QStringList Rows(const ListView *list)
-{
-    QStringList rows;
-    for (qint64 row = 0; row < list->Count(); ++row)
-        rows << list->Text(row) + u':' + list->Tag(row);
-    return rows;
-}
-
-// By the real events of a mouse: down on a row, over to the other list, up.
-void Drag(ListView *from, int row, ListView *to)
-{
-    QWidget *const source = from->viewport();
-    const QPoint start = RowMiddle(from, row);
-    const QPoint end = source->mapFrom(source->window(), to->viewport()->mapTo(source->window(), QPoint(20, 30)));
-    QTest::mousePress(source, Qt::LeftButton, {}, start);
-    QTest::mouseMove(source, start + QPoint(3, 0));
-    for (const QPoint &at : {start + QPoint(15, 4), end}) {
-        QMouseEvent move(QEvent::MouseMove, at, source->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(source, &move);
-    }
-    QTest::mouseRelease(source, Qt::LeftButton, {}, end);
-}
-
-struct Setup : testing::Test
-{
-    frmChartSetup form;
-
-    void SetUp() override
-    {
-        std::vector<ChartField> fields;
-        for (int column = 0; column < 5; ++column)
-            fields.push_back({QStringLiteral("f%1").arg(column), column});
-        form.SetFields(fields);
-        form.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
-    }
-};
-
 struct ChartWindow : Hirarchy
 {
-    QList<std::function<void(frmChartSetup &)>> Acts; // one for each dialog that comes up
-
     // Presses what a user would as soon as the dialog is up.
     void WithSetup(std::function<void(frmChartSetup &)> act)
     {
@@ -110,127 +59,6 @@ private:
     }
     QObject shellTimer;
 };
-
-} // namespace
-
-TEST_F(Setup, IsAsItsLabelsSay)
-{
-    EXPECT_EQ(form.windowTitle(), QStringLiteral("Chart Setup"));
-    QStringList labels;
-    for (const QLabel *label : form.findChildren<QLabel *>())
-        labels << label->text();
-    for (const char *text : {"Fields", "Data Labels", "Data Values", "Title"})
-        EXPECT_TRUE(labels.contains(QLatin1String(text))) << text;
-    EXPECT_EQ(form.chkShowLedgend->text(), QStringLiteral("Show Legend"));
-    EXPECT_EQ(form.chkShowSQL->text(), QStringLiteral("Show SQL Statement"));
-    EXPECT_EQ(form.cmdCancel->text(), QStringLiteral("&Cancel"));
-    EXPECT_TRUE(form.Cancelled);
-    EXPECT_FALSE(form.cmdOK->isEnabled());
-    for (const ListView *list : {form.lvFields, form.lvLabels, form.lvData}) {
-        EXPECT_EQ(list->ColumnCount(), 1);
-        EXPECT_NEAR(list->ColumnWidth(0), list->ListWidth() - 350, 15);
-    }
-}
-
-TEST_F(Setup, ButtonsMoveWhatIsSelectedAndOkNeedsBothLists)
-{
-    ClickRow(form.lvFields, 1);
-    ClickRow(form.lvFields, 3, Qt::ControlModifier);
-    QTest::mouseClick(form.cmdAddData, Qt::LeftButton);
-    EXPECT_EQ(Rows(form.lvData), QStringList({"f1:1", "f3:3"}));
-    EXPECT_EQ(Rows(form.lvFields), QStringList({"f0:0", "f2:2", "f4:4"}));
-    EXPECT_TRUE(form.lvFields->hasFocus());
-    EXPECT_FALSE(form.cmdOK->isEnabled());
-
-    ClickRow(form.lvFields, 2);
-    QTest::mouseClick(form.cmdAddSeries, Qt::LeftButton);
-    EXPECT_EQ(Rows(form.lvLabels), QStringList("f4:4"));
-    EXPECT_TRUE(form.cmdOK->isEnabled());
-
-    ClickRow(form.lvLabels, 0);
-    QTest::mouseClick(form.cmdRemoveSeries, Qt::LeftButton);
-    EXPECT_EQ(Rows(form.lvFields), QStringList({"f0:0", "f2:2", "f4:4"}));
-    EXPECT_TRUE(form.lvLabels->hasFocus());
-    EXPECT_FALSE(form.cmdOK->isEnabled());
-
-    ClickRow(form.lvData, 0);
-    QTest::mouseClick(form.cmdRemoveData, Qt::LeftButton);
-    EXPECT_EQ(Rows(form.lvFields), QStringList({"f0:0", "f2:2", "f4:4", "f1:1"}));
-    EXPECT_TRUE(form.lvData->hasFocus());
-}
-
-TEST_F(Setup, DragsMoveAsTheButtonsDo)
-{
-    ClickRow(form.lvFields, 0);
-    ClickRow(form.lvFields, 1, Qt::ControlModifier);
-    Drag(form.lvFields, 1, form.lvData); // the whole selection
-    EXPECT_EQ(Rows(form.lvData), QStringList({"f0:0", "f1:1"}));
-    Drag(form.lvFields, 2, form.lvLabels); // a press selects
-    EXPECT_EQ(Rows(form.lvLabels), QStringList("f4:4"));
-    EXPECT_TRUE(form.cmdOK->isEnabled());
-    Drag(form.lvData, 0, form.lvFields);
-    EXPECT_EQ(Rows(form.lvData), QStringList("f1:1"));
-    EXPECT_EQ(Rows(form.lvFields), QStringList({"f2:2", "f3:3", "f0:0"}));
-    Drag(form.lvFields, 0, form.lvFields); // nowhere
-    EXPECT_EQ(Rows(form.lvFields), QStringList({"f2:2", "f3:3", "f0:0"}));
-    Drag(form.lvLabels, 0, form.lvFields);
-    EXPECT_EQ(form.lvLabels->Count(), 0);
-    EXPECT_FALSE(form.cmdOK->isEnabled());
-}
-
-TEST_F(Setup, AClickOnASelectedRowSelectsItAlone)
-{
-    ClickRow(form.lvFields, 0);
-    ClickRow(form.lvFields, 1, Qt::ControlModifier);
-    ClickRow(form.lvFields, 1);
-    EXPECT_EQ(form.lvFields->SelectedRows(), QList<qint64>{1});
-}
-
-TEST_F(Setup, TheKeyboardAloneIsEnough)
-{
-    EXPECT_EQ(form.lvFields->SelectedRows(), QList<qint64>{0});
-    QTest::keyClick(form.cmdAddSeries, Qt::Key_Space);
-    EXPECT_EQ(Rows(form.lvLabels), QStringList("f0:0"));
-    QTest::keyClick(form.cmdAddData, Qt::Key_Space); // what came next is selected
-    EXPECT_EQ(Rows(form.lvData), QStringList("f1:1"));
-    QTest::keyClick(&form, Qt::Key_Return);
-    EXPECT_FALSE(form.Cancelled);
-    EXPECT_FALSE(form.isVisible());
-}
-
-TEST_F(Setup, OkTakesWhatIsChosenAndEscapeNothing)
-{
-    ClickRow(form.lvFields, 2);
-    QTest::mouseClick(form.cmdAddSeries, Qt::LeftButton);
-    form.lvFields->SelectAllRows();
-    QTest::mouseClick(form.cmdAddData, Qt::LeftButton);
-    QTest::mouseClick(form.chkShowLedgend, Qt::LeftButton, {}, {8, form.chkShowLedgend->height() / 2});
-    form.SetChartTitle(QStringLiteral("T"));
-    QTest::mouseClick(form.cmdOK, Qt::LeftButton);
-    EXPECT_FALSE(form.Cancelled);
-    EXPECT_EQ(form.LabelFields, QStringLiteral("2"));
-    EXPECT_EQ(form.DataFields, QStringLiteral("0,1,3,4"));
-    EXPECT_TRUE(form.ShowLegend);
-    EXPECT_FALSE(form.ShowSQL);
-    EXPECT_EQ(form.ChartTitle, QStringLiteral("T"));
-
-    frmChartSetup other;
-    other.show();
-    QTest::keyClick(&other, Qt::Key_Escape);
-    EXPECT_TRUE(other.Cancelled);
-}
-
-TEST_F(Setup, TenThousandColumnsMoveAtOnce)
-{
-    std::vector<ChartField> fields;
-    for (int column = 0; column < 10000; ++column)
-        fields.push_back({QStringLiteral("f%1").arg(column), column});
-    form.SetFields(fields);
-    form.lvFields->SelectAllRows();
-    QTest::mouseClick(form.cmdAddData, Qt::LeftButton);
-    EXPECT_EQ(form.lvData->Count(), 10000);
-    EXPECT_EQ(form.lvFields->Count(), 0);
-}
 
 TEST_F(ChartWindow, AResultBecomesAChart)
 {
@@ -282,10 +110,23 @@ TEST_F(ChartWindow, WithoutTheStatementThereIsNoFootNoteAndACancelMakesNoChart)
 
 TEST_F(ChartWindow, AResultWithoutRowsHasNoRowsInItsChart)
 {
-    const frmChart *chart = ChartOf(QStringLiteral("select id, amount, name from t where id > 9"), 1, {2});
-    ASSERT_TRUE(chart);
-    EXPECT_EQ(chart->chart->Values.RowCount(), 0);
-    EXPECT_EQ(chart->chart->Picture().Notice, QStringLiteral("There are no rows to chart."));
+    frmChart form;
+    form.LoadChartData(connection->Execute(QStringLiteral("select name, amount from t where id > 9")),
+                       QStringLiteral("0"), QStringLiteral("1"));
+    EXPECT_EQ(form.chart->Values.RowCount(), 0);
+    EXPECT_EQ(form.chart->Values.ColumnLabel(1), QStringLiteral("amount"));
+    EXPECT_EQ(form.chart->Picture().Notice, QStringLiteral("There are no rows to chart."));
+    // A window without rows has no columns to choose from either: nothing can be chosen.
+    ASSERT_TRUE(Run(QStringLiteral("select id, amount, name from t where id > 9")));
+    bool isOn = true;
+    WithSetup([&](frmChartSetup &setup) {
+        setup.lvFields->SelectAllRows();
+        QTest::mouseClick(setup.cmdAddData, Qt::LeftButton);
+        isOn = setup.cmdOK->isEnabled();
+    });
+    window.mnuChart();
+    EXPECT_FALSE(isOn);
+    EXPECT_FALSE(NewChart());
 }
 
 TEST_F(ChartWindow, ARecordsetIsChartedAndNothingElseIs)
@@ -396,6 +237,9 @@ TEST_F(ChartWindow, ARightClickOpensTheChartMenu)
     EXPECT_EQ(shell.Menus, QStringList("mnuChartMain"));
     QTest::mouseClick(form.chart, Qt::LeftButton, {}, {50, 50});
     EXPECT_EQ(shell.Menus.size(), 1);
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, {5, 5}, form.chart->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(form.chart, &key);
+    EXPECT_EQ(shell.Menus.size(), 2);
 }
 
 TEST_F(ChartWindow, TheChartFillsTheWindow)
@@ -421,7 +265,13 @@ TEST_F(ChartWindow, ThePointerReadsOutTheRowAndItsValues)
     const QImage before = form->chart->grab().toImage();
     QTest::mouseMove(form->chart, QPointF(picture.RowX(1), picture.Plot.center().y()).toPoint());
     QApplication::processEvents();
-    EXPECT_NE(form->chart->grab().toImage(), before);
+    const QImage read = form->chart->grab().toImage();
+    EXPECT_NE(read, before);
+    // The mark of the keyboard once filled the whole chart with the colour of the words' ground.
+    form->chart->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return form->chart->hasFocus(); }));
+    EXPECT_EQ(form->chart->grab().toImage().pixelColor(8, 8), QColor(Qt::white));
+    EXPECT_EQ(read.pixelColor(8, 8), QColor(Qt::white));
     form->ChangeChartType(chart2DPie);
     const QRectF pie = form->chart->Picture().Slices.front().Pie;
     EXPECT_EQ(form->chart->ReadOut(pie.center() + QPointF(5, -20)), QStringLiteral("1\namount: 1.5 (50%)"));
@@ -492,3 +342,5 @@ TEST_F(ChartWindow, AWindowMayGoWhileItsRowsAreRead)
     form->LoadChartDataMFG(window.mfg, QStringLiteral("1"), QStringLiteral("1"));
     EXPECT_FALSE(form);
 }
+
+} // namespace

@@ -225,16 +225,16 @@ TEST_F(Explain, TheTreeIsCopiedAsText)
 }
 
 // The databases that are asked in their own words.
-struct Database
+struct PlanDatabase
 {
     const char *name, *variable, *wholeTable;
 };
-std::ostream &operator<<(std::ostream &out, const Database &database)
+std::ostream &operator<<(std::ostream &out, const PlanDatabase &database)
 {
     return out << database.name;
 }
 
-struct ExplainOn : Explain, testing::WithParamInterface<Database>
+struct ExplainOn : Explain, testing::WithParamInterface<PlanDatabase>
 {
     QTemporaryDir folder;
     void SetUp() override
@@ -294,7 +294,7 @@ TEST_P(ExplainOn, AnOpenTransactionStaysWhatItWas)
 }
 
 INSTANTIATE_TEST_SUITE_P(Databases, ExplainOn,
-                         testing::Values(Database{"SQLite", nullptr, "SCAN planned"},
-                                         Database{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "Seq Scan [planned]"},
-                                         Database{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "planned [ALL]"}),
+                         testing::Values(PlanDatabase{"SQLite", nullptr, "SCAN planned"},
+                                         PlanDatabase{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "Seq Scan [planned]"},
+                                         PlanDatabase{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "planned [ALL]"}),
                          [](const auto &server) { return std::string(server.param.name); });

@@ -1,13 +1,9 @@
 #include "visual/logic/MapEdit.h"
+#include "tests/support/Text.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 class Edit : public testing::Test
 {

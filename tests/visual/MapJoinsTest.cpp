@@ -1,3 +1,4 @@
+#include "tests/support/Text.h"
 #include "visual/logic/JoinClause.h"
 #include "visual/logic/JoinEnds.h"
 #include "visual/logic/MapLinks.h"
@@ -7,11 +8,6 @@
 #include <random>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 MapJoin Join(const char *left, const char *kind, const char *right)
 {

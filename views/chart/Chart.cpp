@@ -4,6 +4,7 @@
 #include "controls/clsCaptureWindow.h"
 #include "views/logic/ChartHit.h"
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QWheelEvent>
@@ -134,6 +135,7 @@ void Chart::paintEvent(QPaintEvent *)
         return;
     PaintPointer(painter);
     if (hasFocus()) { // yellow alone is not seen on white
+        painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(SkinColour(SkinRole::List), 2 * kFocusWidth));
         painter.drawRect(rect());
         painter.setPen(QPen(SkinColour(SkinRole::Focus), kFocusWidth));
@@ -266,6 +268,13 @@ void Chart::keyPressEvent(QKeyEvent *event)
         QWidget::keyPressEvent(event);
         return;
     }
+    event->accept();
+}
+
+void Chart::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        emit MouseUp(Qt::RightButton, rect().center());
     event->accept();
 }
 

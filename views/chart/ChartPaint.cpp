@@ -59,6 +59,16 @@ public:
             m_painter.setBrush(colour);
             m_painter.drawPolygon(mark.Points.data(), int(mark.Points.size()), Qt::WindingFill);
             break;
+        case ChartMark::Band:
+            // Piece by piece: as one polygon, pieces that go up and pieces that go down would cancel where they meet.
+            m_painter.setPen(QPen(colour, 0));
+            m_painter.setBrush(colour);
+            for (size_t i = 1; i < mark.Points.size(); ++i) {
+                const QPointF from = mark.Points[i - 1], to = mark.Points[i];
+                const QPointF piece[] = {from, to, to + kDepth, from + kDepth};
+                m_painter.drawConvexPolygon(piece, 4);
+            }
+            break;
         case ChartMark::Polyline:
             m_painter.setPen(LinePen(mark, colour));
             m_painter.setBrush(Qt::NoBrush);

@@ -3,12 +3,14 @@
 #include "lang/Text.h"
 #include <cmath>
 #include <limits>
+#include <new>
 
 namespace {
 
-constexpr qint64 kAskEvery = 256; // rows
+constexpr qint64 kAskEvery = 256;               // rows
+constexpr qint64 kMostValues = qint64(1) << 28; // of a chart: two gigabytes
 
-double Infinite(const QString &text)
+double InfinityOf(const QString &text)
 {
     const QString word = lang::Trim(text).toLower();
     const bool isNegative = word.startsWith(u'-');
@@ -41,7 +43,7 @@ struct Picked
     std::vector<int> Labels, Data;
 };
 
-Picked Read(const QString &labelFields, const QString &dataFields)
+Picked ReadPicked(const QString &labelFields, const QString &dataFields)
 {
     const auto numbers = [](const QString &list) {
         std::vector<int> columns;
@@ -53,7 +55,7 @@ Picked Read(const QString &labelFields, const QString &dataFields)
 }
 
 // One blank between texts, none before the first: an empty text in front leaves nothing, one behind leaves its blank.
-template <typename Text> QString LabelOf(const std::vector<int> &columns, const Text &text)
+template <typename Text> QString JoinedLabel(const std::vector<int> &columns, const Text &text)
 {
     QString label;
     for (const int column : columns) {
@@ -66,11 +68,14 @@ template <typename Text> QString LabelOf(const std::vector<int> &columns, const 
 template <typename Text>
 void FillRows(ChartData &chart, qint64 rows, const Picked &picked, const Text &text, const ChartKeepOn &keepOn)
 {
+    // So many values have no room; better none of them than a machine without memory.
+    if (rows > kMostValues / std::max(chart.ColumnCount(), 1))
+        throw std::bad_alloc();
     chart.SetRowCount(rows);
     for (qint64 row = 1; row <= rows; ++row) {
         if (row % kAskEvery == 0 && keepOn && !keepOn())
             return;
-        chart.SetRowLabel(row, LabelOf(picked.Labels, [&](int column) { return text(row, column); }));
+        chart.SetRowLabel(row, JoinedLabel(picked.Labels, [&](int column) { return text(row, column); }));
         int number = 0;
         for (const int column : picked.Data)
             chart.SetData(row, ++number, text(row, column));
@@ -88,7 +93,7 @@ double ChartNumber(const QString &text)
 {
     if (HoldsNumber(text))
         return lang::Val(text);
-    const double infinite = Infinite(text);
+    const double infinite = InfinityOf(text);
     return infinite != 0 ? infinite : std::numeric_limits<double>::quiet_NaN();
 }
 
@@ -97,6 +102,7 @@ void ChartData::SetColumnCount(int columns)
     m_rowLabels.clear();
     m_columnLabels.assign(size_t(std::max(columns, 0)), QString());
     m_values.assign(m_columnLabels.size(), {});
+    m_blocks.assign(m_columnLabels.size(), std::nullopt);
 }
 
 void ChartData::SetRowCount(qint64 rows)
@@ -104,6 +110,7 @@ void ChartData::SetRowCount(qint64 rows)
     const size_t count = size_t(std::max<qint64>(rows, 0));
     for (std::vector<double> &column : m_values)
         column.resize(count, 0);
+    m_blocks.assign(m_columnLabels.size(), std::nullopt);
     m_rowLabels.resize(count);
 }
 
@@ -131,8 +138,10 @@ void ChartData::SetRowLabel(qint64 row, const QString &label)
 
 void ChartData::SetData(qint64 row, int column, const QString &text)
 {
-    if (row >= 1 && row <= RowCount() && column >= 1 && column <= ColumnCount())
-        m_values[size_t(column - 1)][size_t(row - 1)] = ChartNumber(text);
+    if (row < 1 || row > RowCount() || column < 1 || column > ColumnCount())
+        return;
+    m_values[size_t(column - 1)][size_t(row - 1)] = ChartNumber(text);
+    m_blocks[size_t(column - 1)].reset();
 }
 
 QString ChartData::Data(qint64 row, int column) const
@@ -143,12 +152,21 @@ QString ChartData::Data(qint64 row, int column) const
     return lang::CStr(std::isfinite(value) ? value : 0.0);
 }
 
+ChartExtent ChartData::Extent(int column, qint64 first, qint64 last) const
+{
+    const std::vector<double> &values = m_values[size_t(column)];
+    std::optional<ChartBlocks> &blocks = m_blocks[size_t(column)];
+    if (!blocks)
+        blocks.emplace(values);
+    return blocks->Of(values, first, last);
+}
+
 void FillChart(ChartData &chart, const ChartGrid &grid, const QString &labelFields, const QString &dataFields,
                const ChartKeepOn &keepOn)
 {
     if (labelFields.isEmpty() || dataFields.isEmpty())
         return;
-    const Picked picked = Read(labelFields, dataFields);
+    const Picked picked = ReadPicked(labelFields, dataFields);
     chart.SetColumnCount(int(picked.Data.size()));
     int number = 0;
     for (const int column : picked.Data)
@@ -161,7 +179,7 @@ void FillChart(ChartData &chart, const ADODB::Recordset &rows, const QString &la
 {
     if (labelFields.isEmpty() || dataFields.isEmpty())
         return;
-    const Picked picked = Read(labelFields, dataFields);
+    const Picked picked = ReadPicked(labelFields, dataFields);
     for (const std::vector<int> &columns : {picked.Labels, picked.Data})
         for (const int column : columns)
             if (column < 0 || column >= rows.ColumnCount())

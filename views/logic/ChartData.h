@@ -7,8 +7,10 @@
 // source raises, and keeps what was filled up to there.
 
 #include "ado/Recordset.h"
+#include "views/logic/ChartExtent.h"
 #include <QStringList>
 #include <functional>
+#include <optional>
 #include <vector>
 
 enum ChartType
@@ -48,12 +50,14 @@ public:
     // For the drawing, counted from 0, in range: NaN where the text held no number, and infinity. What a column holds
     // lies in one piece.
     const double *Values(int column) const { return m_values[size_t(column)].data(); }
+    ChartExtent Extent(int column, qint64 first, qint64 last) const; // of those rows, without the last one
     const QString &Label(qint64 row) const { return m_rowLabels[size_t(row)]; }
     const QString &Heading(int column) const { return m_columnLabels[size_t(column)]; }
 
 private:
     std::vector<QString> m_columnLabels, m_rowLabels;
-    std::vector<std::vector<double>> m_values; // one for each column
+    std::vector<std::vector<double>> m_values;                // one for each column
+    mutable std::vector<std::optional<ChartBlocks>> m_blocks; // the same; made when they are asked for
 };
 
 // The value of a text as ChartData keeps it.

@@ -11,15 +11,15 @@ constexpr int kMostLines = 16;      // of values that are read out
 constexpr double kNearest = 12;     // pixels to a point
 constexpr qsizetype kMostText = 60; // characters of a label
 
-QString Short(const QString &text)
+QString ShortText(const QString &text)
 {
     const QString flat = FlatText(text);
     return flat.size() > kMostText ? flat.left(kMostText) + QChar(0x2026) : flat;
 }
 
-QString Named(const QString &label, qint64 row)
+QString RowName(const QString &label, qint64 row)
 {
-    const QString name = Short(label);
+    const QString name = ShortText(label);
     return name.isEmpty() ? QStringLiteral("Row %1").arg(row + 1) : name;
 }
 
@@ -41,8 +41,8 @@ ChartHit HitSlice(const ChartPicture &picture, const QPointF &position)
         if (angle < slice.Start || angle > slice.Start + slice.Span)
             continue;
         const QString share = lang::CStr(lang::Round(slice.Share * 100, 2)) + u'%';
-        return {Short(slice.Label) + u'\n' + Short(slice.Column) + QLatin1String(": ") + lang::CStr(slice.Value) +
-                    QLatin1String(" (") + share + u')',
+        return {ShortText(slice.Label) + u'\n' + ShortText(slice.Column) + QLatin1String(": ") +
+                    lang::CStr(slice.Value) + QLatin1String(" (") + share + u')',
                 position, false};
     }
     return {};
@@ -70,8 +70,8 @@ ChartHit HitPoint(const ChartData &data, const ChartPicture &picture, const QPoi
         }
     if (bestRow < 0)
         return {};
-    return {Named(data.Label(bestRow), bestRow) + u'\n' + Short(data.Heading(0)) + QLatin1String(": ") +
-                ValueText(data.Values(0)[bestRow]) + u'\n' + Short(data.Heading(bestColumn)) + QLatin1String(": ") +
+    return {RowName(data.Label(bestRow), bestRow) + u'\n' + ShortText(data.Heading(0)) + QLatin1String(": ") +
+                ValueText(data.Values(0)[bestRow]) + u'\n' + ShortText(data.Heading(bestColumn)) + QLatin1String(": ") +
                 ValueText(data.Values(bestColumn)[bestRow]),
             at, false};
 }
@@ -98,10 +98,10 @@ ChartHit HitChart(const ChartData &data, const ChartOptions &options, const Char
     const qint64 row = RowAtPixel(picture, position.x());
     if (row < 0)
         return {};
-    QString text = Named(data.Label(row), row);
+    QString text = RowName(data.Label(row), row);
     const int columns = data.ColumnCount();
     for (int column = 0; column < std::min(columns, kMostLines); ++column)
-        text += u'\n' + Short(data.Heading(column)) + QLatin1String(": ") + ValueText(data.Values(column)[row]);
+        text += u'\n' + ShortText(data.Heading(column)) + QLatin1String(": ") + ValueText(data.Values(column)[row]);
     if (columns > kMostLines)
         text += QStringLiteral("\n%1 more").arg(columns - kMostLines);
     return {text, QPointF(picture.RowX(row), position.y()), true};

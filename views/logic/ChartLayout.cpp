@@ -20,26 +20,6 @@ constexpr double kLeastCut = 40;  // of a label that is cut for the next one's s
 constexpr double kLeastSlot = 24; // labels are no nearer to each other
 constexpr int kNoteLines = 3;
 
-// What there is to draw.
-struct Found
-{
-    double Least = INFINITY, Most = -INFINITY;
-    qint64 Numbers = 0, Infinite = 0;
-    qint64 Unfit = 0, Negative = 0; // Unfit: not above zero
-
-    void Take(double value)
-    {
-        if (std::isinf(value)) {
-            ++Infinite;
-            return;
-        }
-        Numbers += std::isnan(value) ? 0 : 1;
-        value = Drawn(value);
-        Unfit += value <= 0 ? 1 : 0;
-        Negative += value < 0 ? 1 : 0;
-    }
-};
-
 class Layout
 {
 public:
@@ -56,7 +36,7 @@ private:
     bool IsXY() const { return m_options.Type == chart2DXY; }
     double LineHeight(ChartFace face) const { return m_measure(QStringLiteral("0"), face).height(); }
     void ChooseRows();
-    Found Look(int column) const;
+    ChartExtent Look(int column) const;
     QString WhatIsMissing();
     void AddTitle();
     void AddNotes();
@@ -78,7 +58,7 @@ private:
     QRectF m_area; // what is free still
     std::vector<int> m_columns;
     PieSlices m_slices;
-    Found m_all, m_across;
+    ChartExtent m_all, m_across; // of what is shown; m_across: of the first column of an XY chart
 };
 
 void Layout::ChooseRows()
@@ -90,31 +70,20 @@ void Layout::ChooseRows()
     m_picture.RowCount = all || m_options.Rows < 0 ? rest : std::clamp(m_options.Rows, std::min(rest, qint64(1)), rest);
 }
 
-Found Layout::Look(int column) const
+ChartExtent Layout::Look(int column) const
 {
-    Found found;
-    const double *const values = m_data.Values(column) + m_picture.FirstRow;
-    const bool logarithmic = m_options.Logarithmic;
-    for (qint64 row = 0; row < m_picture.RowCount; ++row) {
-        found.Take(values[row]);
-        if (!IsDrawn(values[row], logarithmic))
-            continue;
-        const double value = Drawn(values[row]);
-        found.Least = std::min(found.Least, value);
-        found.Most = std::max(found.Most, value);
-    }
-    return found;
+    return m_data.Extent(column, m_picture.FirstRow, m_picture.FirstRow + m_picture.RowCount);
 }
 
 // Why nothing can be drawn; "" where something can. What cannot be drawn beside it becomes the notice.
 QString Layout::WhatIsMissing()
 {
-    if (m_data.RowCount() == 0 || m_data.ColumnCount() == 0)
-        return QStringLiteral("There are no rows to chart.");
     if (m_data.ColumnCount() > kMostColumns)
         return QStringLiteral("%1 columns of values are more than a chart shows: choose %2 at most.")
             .arg(m_data.ColumnCount())
             .arg(kMostColumns);
+    if (m_data.RowCount() == 0 || m_data.ColumnCount() == 0)
+        return QStringLiteral("There are no rows to chart.");
     if (IsXY() && m_data.ColumnCount() < 2)
         return QStringLiteral("An XY chart needs two columns of values: the first one is x.");
     m_columns.resize(size_t(m_data.ColumnCount()));
@@ -123,15 +92,8 @@ QString Layout::WhatIsMissing()
         m_across = Look(0);
         m_columns.erase(m_columns.begin());
     }
-    for (const int column : m_columns) {
-        const Found one = Look(column);
-        m_all.Least = std::min(m_all.Least, one.Least);
-        m_all.Most = std::max(m_all.Most, one.Most);
-        m_all.Numbers += one.Numbers;
-        m_all.Infinite += one.Infinite;
-        m_all.Unfit += one.Unfit;
-        m_all.Negative += one.Negative;
-    }
+    for (const int column : m_columns)
+        m_all.Take(Look(column));
     if (m_all.Numbers == 0 && m_all.Infinite == 0)
         return QStringLiteral("The columns of values hold no number.");
     QStringList notices;
@@ -148,7 +110,7 @@ QString Layout::WhatIsMissing()
     }
     m_picture.Notice = notices.join(u' ');
     const bool nothing =
-        IsPie() ? m_slices.Rows.empty() : m_all.Least > m_all.Most || (IsXY() && m_across.Least > m_across.Most);
+        IsPie() ? m_slices.Rows.empty() : m_all.IsEmpty(m_options.Logarithmic) || (IsXY() && m_across.IsEmpty(false));
     return nothing ? std::exchange(m_picture.Notice, QString()) : QString();
 }
 
@@ -246,7 +208,7 @@ void Layout::AddAxes(bool empty)
     if (plot.height() < kLeastPlot || plot.width() < kLeastPlot)
         return;
     if (!empty) {
-        double least = m_all.Least, most = m_all.Most;
+        double least = m_all.Lower(m_options.Logarithmic), most = m_all.Most;
         const bool isLoose = m_options.Type == chart2DLine || m_options.Type == chart3DLine || IsXY();
         // A line far from zero is not pressed flat by it; what stands on zero shows it.
         const double farther = std::min(std::abs(least), std::abs(most));

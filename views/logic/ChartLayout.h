@@ -64,6 +64,7 @@ struct ChartMark
         Boxes,
         Polygon,
         Polyline,
+        Band, // from the line of points back to the line behind it, kDepth away
         Dots,
         Slice, // a part of the ellipse in Boxes[0], from Start, over Span; degrees, counted as a clock turns, 0 at its
                // top
@@ -75,6 +76,8 @@ struct ChartMark
     std::vector<QRectF> Rects;
     double Start = 0, Span = 0, Size = 0; // Size: of dots
 };
+
+inline constexpr QPointF kDepth{9, -7}; // how far a body reaches back
 
 struct ChartSlice // of a pie, for whoever asks what lies under the pointer
 {

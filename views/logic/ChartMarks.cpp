@@ -46,13 +46,6 @@ private:
         mark.Size = size;
         m_picture.Marks.push_back(std::move(mark));
     }
-    void Band(int column, const Run &run, ChartShade shade)
-    {
-        Run band = run;
-        for (auto point = run.rbegin(); point != run.rend(); ++point)
-            band.push_back(*point + kDepth);
-        Put(ChartMark::Polygon, column, shade, std::move(band));
-    }
 
     ChartPicture &m_picture;
     const ChartData &m_data;
@@ -102,22 +95,16 @@ void Marks::ThinBars(const std::vector<int> &columns)
     const qint64 parts = std::clamp(qint64(width / double(columns.size())), qint64(1), m_picture.RowCount);
     const double part = width / double(parts), own = std::max(part / double(columns.size()), 1.0);
     for (size_t i = 0; i < columns.size(); ++i) {
-        const double *const values = m_data.Values(columns[i]);
         ChartMark mark;
         mark.Colour = columns[i];
         for (qint64 at = 0; at < parts; ++at) {
-            double least = m_picture.Up.Base(), most = least;
-            bool any = false;
             const auto [first, last] = RowsOf(at, parts);
-            for (qint64 row = first; row < last; ++row)
-                if (IsDrawn(values[row], m_logarithmic)) {
-                    least = std::min(least, Drawn(values[row]));
-                    most = std::max(most, Drawn(values[row]));
-                    any = true;
-                }
+            const ChartExtent extent = m_data.Extent(columns[i], first, last);
+            const double least = std::min(m_picture.Up.Base(), extent.Lower(m_logarithmic));
+            const double most = std::max(m_picture.Up.Base(), extent.Most);
             const double left =
                 std::min(m_picture.Plot.left() + double(at) * part + double(i) * own, m_picture.Plot.right() - own);
-            if (any)
+            if (!extent.IsEmpty(m_logarithmic))
                 mark.Rects.push_back(
                     QRectF(QPointF(left, m_picture.Up.At(most)), QPointF(left + own, m_picture.Up.At(least))));
         }
@@ -134,25 +121,14 @@ Marks::Run Marks::ThinRun(int column) const
     run.reserve(size_t(parts) * 4);
     for (qint64 at = 0; at < parts; ++at) {
         const auto [first, last] = RowsOf(at, parts);
-        qint64 kept[4] = {-1, -1, -1, -1};
-        for (qint64 row = first; row < last; ++row) {
-            if (!IsDrawn(values[row], m_logarithmic))
-                continue;
-            const double value = Drawn(values[row]);
-            if (kept[0] < 0)
-                kept[0] = kept[1] = kept[2] = row;
-            if (value < Drawn(values[kept[1]]))
-                kept[1] = row;
-            if (value > Drawn(values[kept[2]]))
-                kept[2] = row;
-            kept[3] = row;
-        }
-        if (kept[0] < 0)
+        const ChartExtent extent = m_data.Extent(column, first, last);
+        if (extent.IsEmpty(m_logarithmic))
             continue;
+        qint64 kept[] = {first, extent.LowerRow(m_logarithmic), extent.MostRow, last - 1};
         std::sort(std::begin(kept), std::end(kept));
         qint64 before = -1;
         for (const qint64 row : kept)
-            if (row != std::exchange(before, row))
+            if (row != std::exchange(before, row) && IsDrawn(values[row], m_logarithmic))
                 run.push_back({m_picture.RowX(row), m_picture.Up.At(Drawn(values[row]))});
     }
     return run;
@@ -191,7 +167,7 @@ void Marks::AddLines(const std::vector<int> &columns, bool stepped)
         const std::vector<Run> runs = Runs(column, stepped);
         for (const Run &run : runs) {
             if (m_is3D)
-                Band(column, run, ChartShade::Dark);
+                Put(ChartMark::Band, column, ChartShade::Dark, run);
             Put(ChartMark::Polyline, column, ChartShade::Full, run);
         }
         if (stepped || m_picture.RowCount > kRowsWithDots)
@@ -207,21 +183,15 @@ void Marks::AddLines(const std::vector<int> &columns, bool stepped)
 // The highest stands behind the others.
 void Marks::AddAreas(std::vector<int> columns)
 {
-    const auto highest = [&](int column) {
-        double most = m_picture.Up.Least();
-        for (qint64 row = m_picture.FirstRow; row < m_picture.FirstRow + m_picture.RowCount; ++row)
-            if (const double value = m_data.Values(column)[row]; IsDrawn(value, m_logarithmic))
-                most = std::max(most, Drawn(value));
-        return most;
-    };
+    const qint64 first = m_picture.FirstRow;
     std::vector<std::pair<double, int>> order;
     for (const int column : columns)
-        order.push_back({-highest(column), column});
+        order.push_back({-m_data.Extent(column, first, first + m_picture.RowCount).Most, column});
     std::stable_sort(order.begin(), order.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
     for (const auto &[height, column] : order)
         for (const Run &run : Runs(column, false)) {
             if (m_is3D) {
-                Band(column, run, ChartShade::Light);
+                Put(ChartMark::Band, column, ChartShade::Light, run);
                 const QPointF end = run.back(), foot(end.x(), m_base);
                 Put(ChartMark::Polygon, column, ChartShade::Dark, {end, end + kDepth, foot + kDepth, foot});
             }

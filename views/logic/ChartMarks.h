@@ -3,8 +3,6 @@
 
 #include "views/logic/ChartLayout.h"
 
-inline constexpr QPointF kDepth{9, -7}; // how far a body reaches back
-
 constexpr bool Is3D(int type)
 {
     return type < 10 && type % 2 == 0;

@@ -10,10 +10,10 @@ namespace {
 
 constexpr double kLeastPie = 36;      // pixels across
 constexpr double kLeastWithText = 90; // with labels beside it
-constexpr double kGap = 6;
+constexpr double kPieGap = 6;
 constexpr double kPi = 3.14159265358979323846;
 
-double Part(double value)
+double Sliceable(double value)
 {
     return value > 0 && std::isfinite(value) ? value : 0;
 }
@@ -23,19 +23,19 @@ double Weight(const ChartData &data, const std::vector<int> &columns, qint64 row
 {
     double weight = 0;
     for (const int column : columns)
-        weight += Part(data.Values(column)[row]) / double(columns.size());
+        weight += Sliceable(data.Values(column)[row]) / double(columns.size());
     return weight;
 }
 
-struct Cell // one pie's part of the area
+struct PieCell // one pie's part of the area
 {
     QRectF Pie, Title, Whole;
     bool HasText = false;
 };
 
-Cell CellIn(const QRectF &area, bool titled, double lineHeight)
+PieCell CellIn(const QRectF &area, bool titled, double lineHeight)
 {
-    Cell cell;
+    PieCell cell;
     cell.Whole = area.adjusted(2, 2, -2, -2);
     QRectF rest = cell.Whole;
     if (titled) {
@@ -43,21 +43,21 @@ Cell CellIn(const QRectF &area, bool titled, double lineHeight)
         rest.setTop(rest.top() + lineHeight + 2);
     }
     const double ring = std::min(rest.width() * 0.28, 110.0);
-    double across = std::min(rest.width() - 2 * ring, rest.height() - 2 * (lineHeight + kGap));
+    double across = std::min(rest.width() - 2 * ring, rest.height() - 2 * (lineHeight + kPieGap));
     cell.HasText = across >= kLeastWithText;
     if (!cell.HasText)
         across = std::min(rest.width(), rest.height());
     cell.Pie = QRectF(0, 0, across, across);
     cell.Pie.moveCenter(rest.center());
-    if (titled && !cell.HasText) // right above it
-        cell.Title.moveBottom(cell.Pie.top() - 2);
+    if (titled) // right above it, or above the labels there
+        cell.Title.moveBottom(cell.Pie.top() - 2 - (cell.HasText ? lineHeight + kPieGap : 0));
     return cell;
 }
 
 // A label's rectangle outside of the pie at the middle of its slice.
 QRectF Beside(const QRectF &pie, double degrees, const QSizeF &size)
 {
-    const double angle = degrees * kPi / 180, radius = pie.width() / 2 + kGap;
+    const double angle = degrees * kPi / 180, radius = pie.width() / 2 + kPieGap;
     const QPointF at = pie.center() + QPointF(std::sin(angle), -std::cos(angle)) * radius;
     const double left = std::sin(angle) >= 0 ? at.x() : at.x() - size.width();
     return {QPointF(left, at.y() - size.height() * (1 + std::cos(angle)) / 2), size};
@@ -70,7 +70,7 @@ public:
         : m_picture(picture), m_options(options), m_measure(measure)
     {
     }
-    void Add(const Cell &cell, const QString &heading, const std::vector<double> &values, const QStringList &labels)
+    void Add(const PieCell &cell, const QString &heading, const std::vector<double> &values, const QStringList &labels)
     {
         double largest = 0, sum = 0;
         for (const double value : values)
@@ -100,7 +100,7 @@ public:
     }
 
 private:
-    void AddTitle(const Cell &cell, const QString &heading)
+    void AddTitle(const PieCell &cell, const QString &heading)
     {
         const QString text = CutToFit(FlatText(heading), cell.Title.width(), ChartFace::Label, m_measure);
         QRectF rect(QPointF(), m_measure(text, ChartFace::Label));
@@ -109,7 +109,7 @@ private:
             m_picture.Texts.push_back({text, rect, ChartFace::Label, ChartRole::PieTitle});
     }
     // The largest slices first: what has no room beside them is left out.
-    void AddLabels(const Cell &cell, size_t first)
+    void AddLabels(const PieCell &cell, size_t first)
     {
         std::vector<size_t> order;
         for (size_t i = first; i < m_picture.Slices.size(); ++i)
@@ -119,7 +119,7 @@ private:
         std::vector<QRectF> taken;
         if (!cell.Title.isEmpty())
             taken.push_back(cell.Title);
-        const double room = (cell.Whole.width() - cell.Pie.width()) / 2 - kGap - 1;
+        const double room = (cell.Whole.width() - cell.Pie.width()) / 2 - kPieGap - 1;
         for (const size_t i : order) {
             const ChartSlice &slice = m_picture.Slices[i];
             const QString share = lang::CStr(lang::Round(slice.Share * 100, 1)) + u'%';
@@ -192,11 +192,11 @@ int AddPies(ChartPicture &picture, const ChartData &data, const ChartOptions &op
         const double *const values = data.Values(columns[size_t(pie)]);
         std::vector<double> parts;
         for (const qint64 row : slices.Rows)
-            parts.push_back(Part(values[row]));
+            parts.push_back(Sliceable(values[row]));
         if (!slices.Others.empty()) {
             double others = 0;
             for (const qint64 row : slices.Others)
-                others = std::min(others + Part(values[row]), 1e300);
+                others = std::min(others + Sliceable(values[row]), 1e300);
             parts.push_back(others);
         }
         pies.Add(cell(pie, count), data.Heading(columns[size_t(pie)]), parts, slices.Labels);

@@ -31,8 +31,12 @@ ChartScale ChartScale::Around(double least, double most, int marks, bool logarit
         int low = int(std::floor(std::log10(least))), high = int(std::ceil(std::log10(most)));
         high = std::max(high, low + 1);
         const int every = std::max(1, (high - low + marks - 1) / marks);
-        for (int power = low; power <= high; power += every)
+        for (int power = low; power <= high; power += every) {
             scale.m_marks.push_back(std::pow(10.0, power));
+            if (high == low + 1 && power == low) // one power alone says little
+                for (const double times : {2.0, 5.0})
+                    scale.m_marks.push_back(times * scale.m_marks.front());
+        }
         scale.m_least = std::pow(10.0, low);
         scale.m_most = std::pow(10.0, high);
         return scale;

@@ -1,4 +1,5 @@
 #include "visual/JoinLayers.h"
+#include "tests/support/Text.h"
 
 #include <QImage>
 #include <QPainter>
@@ -8,11 +9,6 @@
 #include <random>
 
 namespace {
-
-QString S(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 constexpr int kPixels = 400;
 constexpr double kTwips = kPixels * 15;

@@ -7,19 +7,19 @@
 
 namespace {
 
-struct Server
+struct JoinPlace
 {
     const char *name;
     const char *variable;
     const char *quote;
 };
 
-void PrintTo(const Server &server, std::ostream *out)
+void PrintTo(const JoinPlace &server, std::ostream *out)
 {
     *out << server.name;
 }
 
-QString Texts(const QComboBox *list)
+QString TextOf(const QComboBox *list)
 {
     QStringList texts;
     for (int i = 0; i < list->count(); ++i)
@@ -28,7 +28,7 @@ QString Texts(const QComboBox *list)
 }
 
 // On tables that end with the connection.
-class JoinServer : public MapTest, public testing::WithParamInterface<Server>
+class JoinServer : public MapTest, public testing::WithParamInterface<JoinPlace>
 {
 protected:
     using DataTest::Click;
@@ -65,10 +65,10 @@ TEST_P(JoinServer, ReadsTheFieldsOfATable)
     frmJoin form;
     form.LoadFields("join_orders", "join_orders", 0);
     form.LoadFields("Order Details", "Order Details", 1);
-    EXPECT_EQ(Texts(form.cmbField[0]), "id,customer,note");
-    EXPECT_EQ(Texts(form.cmbField[1]), "x,Unit Price");
+    EXPECT_EQ(TextOf(form.cmbField[0]), "id,customer,note");
+    EXPECT_EQ(TextOf(form.cmbField[1]), "x,Unit Price");
     form.LoadFields("join_nowhere", "join_nowhere", 1);
-    EXPECT_EQ(Texts(form.cmbField[1]), "");
+    EXPECT_EQ(TextOf(form.cmbField[1]), "");
 }
 
 // Both refuse a statement in brackets that has no name behind it, and its list stayed empty.
@@ -77,12 +77,12 @@ TEST_P(JoinServer, ReadsTheFieldsOfAStatement)
     frmJoin form;
     form.LoadFields("SELECT id AS number, note FROM join_orders", "first", 0);
     form.LoadFields("SELECT i.*, 1 AS one FROM join_items i WHERE price > 3", "second", 1);
-    EXPECT_EQ(Texts(form.cmbField[0]), "number,note");
-    EXPECT_EQ(Texts(form.cmbField[1]), "price,id,one");
+    EXPECT_EQ(TextOf(form.cmbField[0]), "number,note");
+    EXPECT_EQ(TextOf(form.cmbField[1]), "price,id,one");
     form.LoadFields("SELECT nothing FROM join_orders", "refused", 1);
-    EXPECT_EQ(Texts(form.cmbField[1]), "");
+    EXPECT_EQ(TextOf(form.cmbField[1]), "");
     form.LoadFields("SELECT 1) a; DROP TABLE join_orders; SELECT (1", "two at once", 1);
-    EXPECT_EQ(Texts(form.cmbField[1]), "");
+    EXPECT_EQ(TextOf(form.cmbField[1]), "");
     EXPECT_NO_THROW(gConn->Execute("SELECT * FROM join_orders"));
 }
 
@@ -118,7 +118,7 @@ TEST_P(JoinServer, ReadsTheVeryTableOfTwoThatShareAName)
     WithDialog([&](QWidget *dialog) {
         const auto *form = qobject_cast<frmJoin *>(dialog);
         ASSERT_NE(form, nullptr);
-        fields = Texts(form->cmbField[1]);
+        fields = TextOf(form->cmbField[1]);
         name = form->txtTable2->text();
         Click(dialog, "cmdOK");
     });
@@ -132,25 +132,25 @@ TEST_P(JoinServer, FillsTheListsOfAStep)
 {
     ucJoin step;
     step.SetPreviousTag("SELECT id, note FROM join_orders");
-    EXPECT_EQ(Texts(step.cmbField[0]), "id,note");
+    EXPECT_EQ(TextOf(step.cmbField[0]), "id,note");
     step.SetPreviousTag("join_orders");
-    EXPECT_EQ(Texts(step.cmbField[0]), "id,customer,note");
+    EXPECT_EQ(TextOf(step.cmbField[0]), "id,customer,note");
     const auto type = [&](const QString &text) {
         step.cmbTable->lineEdit()->selectAll();
         QTest::keyClicks(step.cmbTable->lineEdit(), text);
         QTest::keyClick(step.cmbTable->lineEdit(), Qt::Key_Return);
     };
     type("join_items");
-    EXPECT_EQ(Texts(step.cmbField[1]), "price,id");
+    EXPECT_EQ(TextOf(step.cmbField[1]), "price,id");
     EXPECT_EQ(step.GetSQL(), "join_orders T1 Inner Join join_items T2 ON ( T1.id= T2.id)");
     EXPECT_NO_THROW(gConn->Execute("SELECT * FROM " + step.GetSQL()));
     type("select price as p from join_items");
-    EXPECT_EQ(Texts(step.cmbField[1]), "p");
+    EXPECT_EQ(TextOf(step.cmbField[1]), "p");
     type("Order Details");
-    EXPECT_EQ(Texts(step.cmbField[1]), "x,Unit Price");
+    EXPECT_EQ(TextOf(step.cmbField[1]), "x,Unit Price");
 }
 
 INSTANTIATE_TEST_SUITE_P(Servers, JoinServer,
-                         testing::Values(Server{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "\""},
-                                         Server{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "`"}),
+                         testing::Values(JoinPlace{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "\""},
+                                         JoinPlace{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "`"}),
                          [](const auto &test) { return std::string(test.param.name); });

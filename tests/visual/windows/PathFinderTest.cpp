@@ -9,21 +9,21 @@
 
 namespace {
 
-constexpr int kPixels = 100;
-constexpr int kTwips = kPixels * 15;
+constexpr int kSide = 100;
+constexpr int kSideTwips = kSide * 15;
 
 // A layer of 100 pixels square, scaled in twips.
 struct Layer : ucPathFinder
 {
     Layer()
     {
-        Resize(kTwips, kTwips);
-        SetScale(kTwips, kTwips);
+        Resize(kSideTwips, kSideTwips);
+        SetScale(kSideTwips, kSideTwips);
         DrawWidth = 3;
     }
     QImage Picture(double ratio = 1) const
     {
-        QImage image(int(kPixels * ratio), int(kPixels * ratio), QImage::Format_RGB32);
+        QImage image(int(kSide * ratio), int(kSide * ratio), QImage::Format_RGB32);
         image.setDevicePixelRatio(ratio);
         image.fill(Qt::white);
         QPainter painter(&image);
@@ -94,7 +94,7 @@ TEST(PathFinder, TakesTheMouseWhereItHasAPixelAndNowhereElse)
     layer.Enabled = true;
     layer.Visible = false;
     EXPECT_FALSE(layer.Covers({30, 10}));
-    EXPECT_EQ(Coloured(layer.Picture(), qRgb(255, 255, 255)), kPixels * kPixels);
+    EXPECT_EQ(Coloured(layer.Picture(), qRgb(255, 255, 255)), kSide * kSide);
 }
 
 TEST(PathFinder, HitsEachPixelThatItPaints)
@@ -103,8 +103,8 @@ TEST(PathFinder, HitsEachPixelThatItPaints)
     Layer layer;
     Step(layer);
     const QImage picture = layer.Picture();
-    for (int y = 0; y < kPixels; ++y) {
-        for (int x = 0; x < kPixels; ++x) {
+    for (int y = 0; y < kSide; ++y) {
+        for (int x = 0; x < kSide; ++x) {
             if (picture.pixel(x, y) != qRgb(255, 255, 255)) {
                 const bool near = layer.Covers({double(x), double(y)}) || layer.Covers({x + 1.0, y + 1.0});
                 EXPECT_TRUE(near) << x << "," << y;
@@ -118,19 +118,19 @@ TEST(PathFinder, HitsEachPixelThatItPaints)
 TEST(PathFinder, ShowsTheOuterSideInItsMarker)
 {
     const auto dark = [](const QImage &picture, int left) {
-        return Coloured(picture.copy(left, 0, kPixels / 2, kPixels), qRgb(0, 0, 0));
+        return Coloured(picture.copy(left, 0, kSide / 2, kSide), qRgb(0, 0, 0));
     };
     Layer layer;
     layer.DrawMarker(u'L', 600, 600); // its middle is the layer's
-    EXPECT_GT(dark(layer.Picture(), 0), 3 * dark(layer.Picture(), kPixels / 2));
+    EXPECT_GT(dark(layer.Picture(), 0), 3 * dark(layer.Picture(), kSide / 2));
     layer.DrawMarker(u'R', 600, 600);
-    EXPECT_GT(3 * dark(layer.Picture(), kPixels / 2), dark(layer.Picture(), 0));
-    EXPECT_GT(dark(layer.Picture(), kPixels / 2), 3 * dark(layer.Picture(), 0));
+    EXPECT_GT(3 * dark(layer.Picture(), kSide / 2), dark(layer.Picture(), 0));
+    EXPECT_GT(dark(layer.Picture(), kSide / 2), 3 * dark(layer.Picture(), 0));
     layer.DrawMarker(u'C', 600, 600);
     EXPECT_GT(Coloured(layer.Picture(), qRgb(0, 0, 0)), 0);
     layer.Cls();
     EXPECT_TRUE(layer.IsEmpty());
-    EXPECT_EQ(Coloured(layer.Picture(), qRgb(255, 255, 255)), kPixels * kPixels);
+    EXPECT_EQ(Coloured(layer.Picture(), qRgb(255, 255, 255)), kSide * kSide);
 }
 
 TEST(PathFinder, DrawsARouteInUnitsOfItsGrid)
