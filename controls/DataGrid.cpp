@@ -70,7 +70,7 @@ void DataGrid::SetDataSource(const ADODB::RecordsetPtr &recordset)
     m->wholeRows = false;
     m->widths.assign(m->source ? size_t(m->source->ColumnCount()) : 0, 0);
     for (int c = 0; c < Cols(); ++c)
-        FitColumn(c);
+        m->widths[size_t(c)] = m->FittingWidth(c);
     horizontalScrollBar()->setValue(0);
     m->FollowRow();
     Refresh();
@@ -154,16 +154,22 @@ void DataGrid::SetColWidth(int col, int twips)
     Refresh();
 }
 
+// The width that shows the heading and the rows in view.
+int DataGrid::Body::FittingWidth(int c) const
+{
+    const QFontMetrics metrics = q->fontMetrics();
+    int width = metrics.horizontalAdvance(q->ColCaption(c).left(200));
+    const qint64 last = std::min(top + std::max(RowsInView(), kMeasured), q->Rows());
+    for (qint64 r = top; r < last; ++r)
+        width = std::max(width, metrics.horizontalAdvance(Start(r, c, 200)));
+    return std::clamp(width + 14, kLeastColumn, kMostColumn);
+}
+
 void DataGrid::FitColumn(int col)
 {
     if (!m->Live() || col < 0 || col >= Cols())
         return;
-    const QFontMetrics metrics = fontMetrics();
-    int width = metrics.horizontalAdvance(ColCaption(col).left(200));
-    const qint64 last = std::min(m->top + std::max(m->RowsInView(), kMeasured), Rows());
-    for (qint64 r = m->top; r < last; ++r)
-        width = std::max(width, metrics.horizontalAdvance(m->Start(r, col, 200)));
-    m->widths[size_t(col)] = std::clamp(width + 14, kLeastColumn, kMostColumn);
+    m->widths[size_t(col)] = m->FittingWidth(col);
     Refresh();
 }
 

@@ -40,8 +40,9 @@ struct DataGrid::Body
     bool HasNewRow() const;
     qint64 Lines() const { return q->Rows() + (HasNewRow() ? 1 : 0); }
     int RowHeight() const;
-    int HeadWidth() const;                    // of the rows' heads
-    int ColX(int c) const;                    // in the viewport
+    int HeadWidth() const; // of the rows' heads
+    int ColX(int c) const; // in the viewport
+    int FittingWidth(int c) const;
     qint64 RowsInView() const;                // whole ones
     int EdgeAt(const QPoint &position) const; // the column whose right edge is there, -1 for none
     void UpdateBars();
