@@ -32,7 +32,7 @@ constexpr int kMargin = 100; // twips that the bar keeps from either edge
 constexpr int kBarHeight = 6, kTextHeight = 96;
 constexpr int kMapOf = 55;        // of a hundred, at first
 constexpr int kGroupWidth = 1500; // twips of the column "Group By"
-constexpr int kRightButton = 2;
+constexpr int kRightMouse = 2;
 
 } // namespace
 
@@ -218,7 +218,7 @@ void frmSQLWizzard::ConnectMap()
     });
     connect(TableMap, &ucTableMap::JoinsChanged, this, &frmSQLWizzard::TextSoon);
     connect(TableMap, &ucTableMap::MouseUp, this, [this](int button, int, double x, double y, bool onTable) {
-        if (button != kRightButton)
+        if (button != kRightMouse)
             return;
         MenuItem("mnuDelete")->setEnabled(false);
         MenuItem("mnuInsert")->setEnabled(false);

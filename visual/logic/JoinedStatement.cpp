@@ -29,7 +29,7 @@ struct Bond
     bool Keeps(size_t source) const { return (kind == Side::First ? first : second) == source && kind != Side::Both; }
 };
 
-bool IsBlank(const QString &text)
+bool IsBlankCell(const QString &text)
 {
     return lang::Trim(text).isEmpty();
 }
@@ -146,11 +146,11 @@ public:
     }
 
     QString Cell(int row, int column) const { return m_rows.TextMatrix(row, column); }
-    bool IsThere(int row) const { return !IsBlank(Cell(row, wcField)); }
+    bool IsThere(int row) const { return !IsBlankCell(Cell(row, wcField)); }
     bool IsAggregate(int row) const
     {
         const QString kind = Cell(row, wcGroupBy);
-        return m_rows.GroupMode && !IsBlank(kind) && kind != u"Group By" && kind != u"Where";
+        return m_rows.GroupMode && !IsBlankCell(kind) && kind != u"Group By" && kind != u"Where";
     }
     bool IsOnlyCondition(int row) const { return m_rows.GroupMode && Cell(row, wcGroupBy) == u"Where"; }
     bool IsExpression(int row) const
@@ -185,9 +185,9 @@ public:
     QString Selected(int row)
     {
         QString alias = Cell(row, wcAlias);
-        if (IsBlank(alias) && (IsAggregate(row) || IsExpression(row)))
+        if (IsBlankCell(alias) && (IsAggregate(row) || IsExpression(row)))
             alias = FreshAlias();
-        return Term(row) + (IsBlank(alias) ? QString() : QStringLiteral(" As ") + alias);
+        return Term(row) + (IsBlankCell(alias) ? QString() : QStringLiteral(" As ") + alias);
     }
 
 private:
@@ -219,7 +219,7 @@ QString Conditions(const WizardRows &rows, const Terms &terms, bool having)
         QStringList all;
         for (int row = 1; row <= rows.Count(); ++row) {
             const QString cell = terms.Cell(row, column);
-            if (terms.IsThere(row) && !IsBlank(cell) && terms.IsAggregate(row) == having)
+            if (terms.IsThere(row) && !IsBlankCell(cell) && terms.IsAggregate(row) == having)
                 all << terms.Term(row) + u' ' + cell;
         }
         if (!all.isEmpty())
