@@ -10,6 +10,10 @@ namespace ADODB {
 
 void ColumnStore::AppendNull()
 {
+    if (m->chapters) { // the source has rows for it
+        ++m->size;
+        return;
+    }
     m->ReserveNull(m->size);
     m->PushBlank();
     m->MarkNull(m->size - 1, true);
@@ -19,6 +23,10 @@ void ColumnStore::AppendNulls(qint64 rows)
 {
     if (rows <= 0)
         return;
+    if (m->chapters) {
+        m->size += rows;
+        return;
+    }
     m->ReserveNull(m->size + rows - 1);
     for (qint64 i = 0; i < rows; ++i) {
         m->PushBlank();
@@ -178,7 +186,7 @@ void ColumnStore::AppendFrom(const ColumnStore &other, qint64 row)
     other.m->Check(row);
     if (other.m->IsNull(row))
         return AppendNull();
-    if (other.m->storage != m->storage || m->storage == Storage::Any || other.m->Exception(row))
+    if (other.m->storage != m->storage || m->storage == Storage::Any || m->chapters || other.m->Exception(row))
         return Append(other.At(row));
     switch (m->storage) {
     case Storage::Text:

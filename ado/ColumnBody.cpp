@@ -163,6 +163,8 @@ void ColumnStore::Body::PushBlank()
     case Storage::Any:
         any.Push(Value());
         break;
+    case Storage::Chapters:
+        break;
     default:
         words.Push(0);
     }
@@ -182,6 +184,8 @@ void ColumnStore::Body::PopStore()
         break;
     case Storage::Any:
         any.Pop();
+        break;
+    case Storage::Chapters:
         break;
     default:
         words.Pop();

@@ -20,7 +20,8 @@ enum class Storage
     Date,
     Time,
     Timestamp,
-    Any
+    Any,
+    Chapters // whose source makes them
 };
 
 Storage StorageOf(DataTypeEnum type);
@@ -47,6 +48,7 @@ struct ColumnStore::Body
     Chunks<std::uint8_t> bytes;  // Bool
     Arena arena;                 // Text, Bytes, Decimal
     Chunks<Value> any;           // Any
+    std::shared_ptr<ChapterSource> chapters;
 
     std::vector<std::uint64_t> nulls;                 // only as long as the last null needs
     std::map<qint64, QByteArray> longOnes;            // arena values past its longest

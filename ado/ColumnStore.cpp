@@ -8,6 +8,12 @@
 namespace ADODB {
 
 ColumnStore::ColumnStore(DataTypeEnum type) : m(std::make_unique<Body>(type)) {}
+ColumnStore::ColumnStore(std::shared_ptr<ChapterSource> chapters, qint64 rows) : m(std::make_unique<Body>(adChapter))
+{
+    m->storage = Storage::Chapters;
+    m->chapters = std::move(chapters);
+    m->size = rows;
+}
 ColumnStore::~ColumnStore() = default;
 ColumnStore::ColumnStore(ColumnStore &&) noexcept = default;
 ColumnStore &ColumnStore::operator=(ColumnStore &&) noexcept = default;
@@ -20,6 +26,11 @@ DataTypeEnum ColumnStore::Type() const
 qint64 ColumnStore::Size() const
 {
     return m->size;
+}
+
+ChapterSource *ColumnStore::Chapters() const
+{
+    return m->chapters.get();
 }
 
 bool ColumnStore::IsNull(qint64 row) const
@@ -58,6 +69,8 @@ Value ColumnStore::At(qint64 row) const
         return UnpackTimestamp(m->words.At(row));
     case Storage::Any:
         return m->any.At(row);
+    case Storage::Chapters:
+        return Chapter(m->chapters->At(row));
     }
     return {};
 }
@@ -65,7 +78,7 @@ Value ColumnStore::At(qint64 row) const
 QString ColumnStore::Text(qint64 row) const
 {
     m->Check(row);
-    if (m->IsNull(row))
+    if (m->IsNull(row) || m->chapters) // a chapter has no text, and need not be made to say so
         return {};
     if (m->exceptions.empty() || !m->Exception(row)) {
         if (m->storage == Storage::Text)
@@ -111,6 +124,8 @@ int ColumnStore::Compare(qint64 left, qint64 right) const
     const bool leftNull = m->IsNull(left), rightNull = m->IsNull(right);
     if (leftNull || rightNull)
         return int(rightNull) - int(leftNull);
+    if (m->chapters)
+        return 0;
     if (m->exceptions.empty()) {
         switch (m->storage) {
         case Storage::Int64: {
@@ -148,6 +163,14 @@ void ColumnStore::Set(qint64 row, const Value &value)
         exceptions.insert(std::lower_bound(exceptions.begin(), exceptions.end(), row,
                                            [](const auto &entry, qint64 wanted) { return entry.first < wanted; }),
                           {row, *exception});
+    if (m->chapters) { // another chapter than the source's stands beside it
+        if (!value.IsNull())
+            exceptions.insert(std::lower_bound(exceptions.begin(), exceptions.end(), row,
+                                               [](const auto &entry, qint64 wanted) { return entry.first < wanted; }),
+                              {row, value});
+        m->exceptions.swap(exceptions);
+        return;
+    }
     if (made.m->IsNull(0))
         m->ReserveNull(row);
     switch (m->storage) {
@@ -201,6 +224,9 @@ void ColumnStore::Remove(qint64 row)
     case Storage::Any:
         m->any.Erase(row);
         break;
+    case Storage::Chapters:
+        m->chapters->Removed(row);
+        break;
     default:
         m->words.Erase(row);
     }
@@ -210,7 +236,8 @@ void ColumnStore::Remove(qint64 row)
 qint64 ColumnStore::BytesHeld() const
 {
     return qint64(sizeof(Body)) + m->words.BytesHeld() + m->bytes.BytesHeld() + m->arena.BytesHeld() +
-           m->any.BytesHeld() + qint64(m->nulls.capacity() * sizeof(std::uint64_t)) + m->looseBytes;
+           m->any.BytesHeld() + qint64(m->nulls.capacity() * sizeof(std::uint64_t)) + m->looseBytes +
+           (m->chapters ? m->chapters->BytesHeld() : 0);
 }
 
 } // namespace ADODB

@@ -7,8 +7,9 @@
 // What a type keeps: whole numbers 64 bits (unsigned 64 too), doubles their bits, decimals the server's digits as text,
 // text as UTF-8 bytes in one arena, bytes as they are, dates and times with nanoseconds, booleans one byte.
 // A value that does not fit its column's type (SQLite allows it) is kept exactly as it came, as an exception of that
-// row.
+// row. A column of chapters may leave them to a source, which makes them when they are asked for.
 
+#include "ado/ChapterSource.h"
 #include "ado/Types.h"
 #include "ado/Value.h"
 #include <QByteArrayView>
@@ -22,12 +23,14 @@ class ColumnStore
 {
 public:
     explicit ColumnStore(DataTypeEnum type = adVarWChar);
+    ColumnStore(std::shared_ptr<ChapterSource> chapters, qint64 rows);
     ~ColumnStore();
     ColumnStore(ColumnStore &&) noexcept;
     ColumnStore &operator=(ColumnStore &&) noexcept;
 
     DataTypeEnum Type() const;
-    qint64 Size() const; // rows
+    qint64 Size() const;             // rows
+    ChapterSource *Chapters() const; // null where the column keeps its chapters itself, or has none
 
     // Appending, one call a row. Each may throw std::bad_alloc, and then leaves the store as it was.
     void AppendNull();

@@ -8,6 +8,7 @@
 #include "ado/Recordset.h"
 #include "ado/ThreadedSession.h"
 #include "ado/schema/Schema.h"
+#include "ado/shape/ShapeSession.h"
 
 namespace ADODB {
 
@@ -96,19 +97,25 @@ void Connection::Open(const QString &connectionString, const QString &user, cons
             throw Error(Fault::ObjectOpen);
         if (!connectionString.isEmpty())
             SetConnectionString(connectionString);
-        const QString drivers = OdbcString(ConnectionString());
+        const ShapeRoute route = ShapeRouteOf(ConnectionString());
+        const bool none = route.IsShape && route.DataProvider == u"NONE";
+        const QString drivers = none ? QString() : OdbcString(route.DataString);
         std::unique_ptr<Session> session;
         QHash<QString, QVariant> properties;
         const ADODB::Family *family = nullptr;
         m->thread->Run([&] {
             AsErrors([&] {
-                session =
-                    std::make_unique<ThreadedSession>(DriverFor(drivers).Connect(drivers, user, password), m->thread);
+                std::unique_ptr<Session> made;
+                if (!none)
+                    made = DriverFor(drivers).Connect(drivers, user, password);
+                if (route.IsShape)
+                    made = std::make_unique<ShapeSession>(std::move(made));
+                session = std::make_unique<ThreadedSession>(std::move(made), m->thread);
             });
             properties = {
                 {QStringLiteral("dbms name"), session->ProductName()},
                 {QStringLiteral("dbms version"), session->ProductVersion()},
-                {QStringLiteral("data provider"), QStringLiteral("MSDASQL")},
+                {QStringLiteral("data provider"), route.IsShape ? route.DataProvider : QStringLiteral("MSDASQL")},
                 {QStringLiteral("identifier quote"), session->IdentifierQuote()},
                 {CatalogueName(), session->DatabaseName()},
             };
@@ -142,7 +149,8 @@ void Connection::Close()
     });
 }
 
-RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, int options)
+RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, int options,
+                                 const std::function<void(qint64)> &progress)
 {
     RecordsetPtr recordset;
     qint64 counted = -1;
@@ -151,7 +159,7 @@ RecordsetPtr Connection::Execute(const QString &sql, qint64 *recordsAffected, in
         try {
             const bool one = options != adOptionUnspecified && (options & adOneStatement);
             result = AsErrors([&] { return one ? session.ExecuteOne(sql) : session.Execute(sql); });
-            recordset = result.Rows ? AsErrors([&] { return ReadAll(*result.Rows); }) : Recordset::Create();
+            recordset = result.Rows ? AsErrors([&] { return ReadAll(*result.Rows, progress); }) : Recordset::Create();
         } catch (const Error &error) {
             if (error.Number == adErrOutOfMemory)
                 session.Cancel(); // nobody will read the rest

@@ -61,8 +61,10 @@ public:
 
     // Runs the statement and reads the whole result. A statement without rows gives a closed recordset (State 0).
     // recordsAffected gets what the driver counted, -1 when it does not count; it is not touched when the call raises.
-    // options: adOneStatement for every text that the program composes.
-    RecordsetPtr Execute(const QString &sql, qint64 *recordsAffected = nullptr, int options = -1);
+    // options: adOneStatement for every text that the program composes. progress hears, on the thread that reads, how
+    // many rows have come so far.
+    RecordsetPtr Execute(const QString &sql, qint64 *recordsAffected = nullptr, int options = -1,
+                         const std::function<void(qint64)> &progress = {});
 
     void BeginTrans();  // raises adErrNestedTransaction when one is open
     void CommitTrans(); // raises adErrNoTransaction when none is open

@@ -163,4 +163,38 @@ QString OdbcString(const QString &connectionString)
     return parts.join(u';');
 }
 
+ShapeRoute ShapeRouteOf(const QString &connectionString)
+{
+    const std::vector<Attribute> attributes = ParseConnectionString(connectionString);
+    ShapeRoute route;
+    route.DataString = connectionString;
+    const QString provider = AttributeValue(attributes, QStringLiteral("Provider"));
+    route.IsShape =
+        SameKey(provider, u"MSDataShape") || provider.startsWith(QStringLiteral("MSDataShape."), Qt::CaseInsensitive);
+    if (!route.IsShape)
+        return route;
+    QStringList parts;
+    for (const Attribute &attribute : attributes) {
+        if (SameKey(attribute.Key, u"Data Provider"))
+            route.DataProvider = attribute.Value;
+        else if (!SameKey(attribute.Key, u"Provider"))
+            parts += attribute.Raw;
+    }
+    if (SameKey(route.DataProvider, u"NONE")) {
+        route.DataProvider = QStringLiteral("NONE");
+    } else if (route.DataProvider.isEmpty()) {
+        route.DataProvider = QStringLiteral("MSDASQL");
+    }
+    // Only a provider of another name has to be told on, to be refused by it.
+    if (route.DataProvider != u"NONE" && !SameKey(route.DataProvider, u"MSDASQL"))
+        parts.prepend(QStringLiteral("Provider=") + BracedValue(route.DataProvider));
+    route.DataString = parts.join(u';');
+    return route;
+}
+
+QString GetShapeConnectionString(const QString &connectionString)
+{
+    return QStringLiteral("Provider=MSDataShape;Data Provider=MSDASQL;") + OdbcString(connectionString);
+}
+
 } // namespace ADODB

@@ -32,4 +32,16 @@ QString WithAttribute(const QString &connectionString, const QString &key, const
 // Raises adErrProviderNotFound for another provider.
 QString OdbcString(const QString &connectionString);
 
+// A string for the provider of hierarchies, "Provider=MSDataShape;Data Provider=MSDASQL;...": what is left for the
+// provider of its data, OdbcString's notation, once its own words are taken off.
+struct ShapeRoute
+{
+    bool IsShape = false;
+    QString DataProvider; // "MSDASQL" where none is named; "NONE" for one that needs no server
+    QString DataString;   // the string itself where it is no shape's
+};
+ShapeRoute ShapeRouteOf(const QString &connectionString);
+// The string of a shape over what this one reaches.
+QString GetShapeConnectionString(const QString &connectionString);
+
 } // namespace ADODB

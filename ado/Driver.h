@@ -44,6 +44,8 @@ public:
     // A driver that learns types only from the rows may change Columns() until the first Fetch has returned, and
     // replaces the stores of such columns itself.
 
+    virtual bool IsMadeUp() const { return false; } // rows of no server, to be edited where they are
+
     // The next result of the same statement that has rows, to be asked for behind the last row of this one; null when
     // there is none.
     virtual std::unique_ptr<ResultSet> TakeNext() { return std::move(m_next); }

@@ -157,6 +157,60 @@ bool Recordset::CellIsNull(qint64 row, int column) const
     return m->stores[size_t(column)].IsNull(m->StoreRow(row));
 }
 
+int Recordset::RowStatus(qint64 row) const
+{
+    CheckCell(row, m->Count(), 0, 1);
+    return m->StatusOf(std::uint32_t(m->StoreRow(row)));
+}
+
+Value Recordset::CellOriginal(qint64 row, int column) const
+{
+    CheckCell(row, m->Count(), column, m->stores.size());
+    const qint64 storeRow = m->StoreRow(row);
+    if (m->pending.KindOf(std::uint32_t(storeRow)) == PendingRows::Inserted)
+        return {};
+    qint64 place = storeRow;
+    const ColumnStore *const was = m->pending.Original(std::uint32_t(storeRow), size_t(column), place);
+    return was ? was->At(place) : m->stores[size_t(column)].At(storeRow);
+}
+
+bool Recordset::CellIsPending(qint64 row, int column) const
+{
+    CheckCell(row, m->Count(), column, m->stores.size());
+    return m->pending.Has(std::uint32_t(m->StoreRow(row)), size_t(column));
+}
+
+RecordsetPtr Recordset::ChapterDefinition(int column) const
+{
+    constexpr qint64 asked = 100; // rows, where each brings a chapter of its own
+    if (column < 0 || size_t(column) >= m->stores.size() || m->infos[size_t(column)].Type != adChapter)
+        return nullptr;
+    if (const ChapterSource *const source = m->stores[size_t(column)].Chapters())
+        return source->Definition();
+    for (qint64 row = 0; row < std::min(m->Count(), asked); ++row) {
+        const Value value = CellValue(row, column);
+        if (const Chapter *const chapter = value.As<Chapter>(); chapter && *chapter)
+            return *chapter;
+    }
+    return nullptr;
+}
+
+const ChapterSource *Recordset::ChaptersOf(int column) const
+{
+    return m->stores[size_t(column)].Chapters();
+}
+
+qint64 Recordset::ChapterRows(qint64 row, int column) const
+{
+    CheckCell(row, m->Count(), column, m->stores.size());
+    const ColumnStore &store = m->stores[size_t(column)];
+    if (const ChapterSource *const source = store.Chapters())
+        return source->RowsAt(m->StoreRow(row));
+    const Value value = store.At(m->StoreRow(row));
+    const Chapter *const chapter = value.As<Chapter>();
+    return chapter && *chapter ? (*chapter)->RowCount() : 0;
+}
+
 int Recordset::CompareCells(qint64 leftRow, qint64 rightRow, int column) const
 {
     CheckCell(leftRow, m->Count(), column, m->stores.size());

@@ -53,7 +53,7 @@ RecordsetPtr ReadOne(ResultSet &rows, const std::function<void(qint64)> &progres
             if (progress)
                 progress(soFar);
         }
-        return Recordset::FromColumns(rows.Columns(), std::move(stores));
+        return Recordset::FromColumns(rows.Columns(), std::move(stores), rows.IsMadeUp());
     } catch (const std::bad_alloc &) {
         throw ResultTooLarge(soFar);
     }

@@ -20,7 +20,7 @@ RecordsetPtr Recordset::Create()
     return RecordsetPtr(new Recordset);
 }
 
-RecordsetPtr Recordset::FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores)
+RecordsetPtr Recordset::FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores, bool madeUp)
 {
     const qint64 rows = stores.empty() ? 0 : stores.front().Size();
     if (rows >= std::numeric_limits<std::uint32_t>::max())
@@ -33,7 +33,33 @@ RecordsetPtr Recordset::FromColumns(std::vector<ColumnInfo> columns, std::vector
     body.MakeFields(recordset.get());
     body.state = adStateOpen;
     body.position = 0;
+    body.madeUp = madeUp;
+    if (madeUp)
+        body.lockType = adLockOptimistic;
     return recordset;
+}
+
+RecordsetPtr Recordset::SomeRows(const Recordset &of, std::vector<std::uint32_t> rows)
+{
+    RecordsetPtr recordset = Create();
+    Body &body = *recordset->m;
+    body.infos = of.m->infos;
+    body.stores = of.m->stores;
+    body.storeRows = of.m->storeRows;
+    body.order = std::move(rows);
+    body.allVisible = false;
+    body.isPart = true;
+    body.MakeFields(recordset.get());
+    body.state = adStateOpen;
+    body.position = 0;
+    return recordset;
+}
+
+std::vector<ColumnStore> Recordset::TakeColumns(Recordset &from)
+{
+    std::vector<ColumnStore> stores = from.m->stores.Take();
+    from.m->Clear();
+    return stores;
 }
 
 void Recordset::BelongTo(const QString &source, const std::weak_ptr<Connection> &connection)
@@ -69,7 +95,8 @@ namespace {
 // A result that is to be written back brings the row id of each row beside it where the family has one, in a column
 // more at its end: without a key nothing else tells equal rows apart. What has no row id (a view) is read as it is
 // written.
-RecordsetPtr ExecuteForWriting(Connection &connection, const QString &sql, int lockType, int options, bool &withRowIds)
+RecordsetPtr ExecuteForWriting(Connection &connection, const QString &sql, int lockType, int options,
+                               const std::function<void(qint64)> &progress, bool &withRowIds)
 {
     const Family &family = connection.Family();
     if (lockType != adLockReadOnly && family.Rows.RowId) {
@@ -81,7 +108,7 @@ RecordsetPtr ExecuteForWriting(Connection &connection, const QString &sql, int l
                 const RecordsetPtr result =
                     connection.Execute(sql.left(select.From) + QStringLiteral(", ") + id + QStringLiteral(" AS ") +
                                            rowId + u' ' + sql.mid(select.From),
-                                       nullptr, options);
+                                       nullptr, options, progress);
                 withRowIds = result->State() != adStateClosed;
                 return result;
             } catch (const Error &error) {
@@ -90,7 +117,7 @@ RecordsetPtr ExecuteForWriting(Connection &connection, const QString &sql, int l
             }
         }
     }
-    return connection.Execute(sql, nullptr, options);
+    return connection.Execute(sql, nullptr, options, progress);
 }
 
 } // namespace
@@ -142,7 +169,7 @@ void Recordset::Open(const QString &source, const ConnectionPtr &connection, int
             sql = QStringLiteral("SELECT * FROM ") + table;
     }
     bool withRowIds = false;
-    const RecordsetPtr result = ExecuteForWriting(*connection, sql, lockType, options, withRowIds);
+    const RecordsetPtr result = ExecuteForWriting(*connection, sql, lockType, options, m->progress, withRowIds);
     if (result->State() == adStateClosed)
         return; // a statement without rows leaves the recordset closed
     Body &body = *m;
@@ -154,7 +181,8 @@ void Recordset::Open(const QString &source, const ConnectionPtr &connection, int
         body.stores.pop_back();
         body.infos.pop_back();
     }
-    if (lockType != adLockReadOnly)
+    body.madeUp = result->m->madeUp;
+    if (lockType != adLockReadOnly && !body.madeUp)
         body.baseColumns = BaseColumnsOf(sql, body.infos, connection->Family());
     body.storeRows = result->m->storeRows;
     body.MakeFields(this);
@@ -162,7 +190,7 @@ void Recordset::Open(const QString &source, const ConnectionPtr &connection, int
     body.origin = connection;
     body.further = std::move(result->m->further);
     body.lockType = lockType;
-    if (lockType != adLockReadOnly)
+    if (lockType != adLockReadOnly && !body.madeUp)
         body.connection = connection;
     body.state = adStateOpen;
     body.position = 0;
@@ -289,6 +317,15 @@ void Recordset::SetFilter(const QString &filter)
 void Recordset::Body::ShowRows()
 {
     std::vector<std::uint32_t> rows;
+    if (isPart) {
+        if (part.empty())
+            part = order;
+        for (const std::uint32_t row : part)
+            if (!filter || filter->Matches(stores, row))
+                rows.push_back(row);
+        order.swap(rows);
+        return;
+    }
     allVisible = !filter && std::find(gone.begin(), gone.end(), true) == gone.end();
     if (!allVisible)
         for (qint64 row = 0; row < storeRows; ++row)

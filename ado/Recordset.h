@@ -114,6 +114,12 @@ public:
     int UpdateResync() const; // bits of CEResyncEnum; at first adResyncAutoIncrement
     void SetUpdateResync(int what);
     qint64 PendingBytes() const; // memory of what is kept beside the rows until the next batch
+    qint64 PendingCount() const; // rows that the next batch has to send
+    // Whether an edit of the column can reach a table at all: the recordset takes edits, its rows are those of one
+    // known table, and the column is one of that table's.
+    bool CanWrite(int column) const;
+    // Told how many rows Open has read, or UpdateBatch has written, so far; on the thread that does it.
+    void SetProgress(std::function<void(qint64 rows)> progress);
 
     // A statement may give several results: this is the first of them, and FurtherResults tells how many follow.
     // NextRecordset hands over the next one, with those that follow it; null when there is none.
@@ -130,14 +136,28 @@ public:
     Value CellValue(qint64 row, int column) const;
     bool CellIsNull(qint64 row, int column) const;
     int CompareCells(qint64 leftRow, qint64 rightRow, int column) const;
+    int RowStatus(qint64 row) const;                  // as Status, of any row
+    Value CellOriginal(qint64 row, int column) const; // before its first pending edit; null in a new row
+    bool CellIsPending(qint64 row, int column) const; // the next batch has it to send
     qint64 BytesHeld() const;
 
     QString Source() const;
     ConnectionPtr ActiveConnection() const;
 
-    // The driver's side: takes over filled columns.
-    static RecordsetPtr FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores);
-    void SetFurther(std::vector<RecordsetPtr> results); // of the same statement, in their order
+    // Of a field of chapters: its rows' fields, in a recordset that is asked for nothing else (null where nobody knows
+    // them yet), and how many rows a cell's chapter holds, without making it.
+    RecordsetPtr ChapterDefinition(int column) const;
+    qint64 ChapterRows(qint64 row, int column) const;
+    const ChapterSource *ChaptersOf(int column) const; // null where the field keeps its chapters itself
+
+    // The driver's side: takes over filled columns. Rows that are made up belong to no server: they can be edited, and
+    // keep their edits.
+    static RecordsetPtr FromColumns(std::vector<ColumnInfo> columns, std::vector<ColumnStore> stores,
+                                    bool madeUp = false);
+    // Shows these rows of a recordset that shows all of its own, over the same columns; read only.
+    static RecordsetPtr SomeRows(const Recordset &of, std::vector<std::uint32_t> rows);
+    static std::vector<ColumnStore> TakeColumns(Recordset &from); // which is closed by it
+    void SetFurther(std::vector<RecordsetPtr> results);           // of the same statement, in their order
 
 private:
     Recordset();

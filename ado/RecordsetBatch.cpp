@@ -256,6 +256,8 @@ private:
                 if (!m_body.refusals.contains(row))
                     Settle(row, made.empty() || !made[size_t(written)]);
             }
+            if (m_body.progress)
+                m_body.progress(m_sent + written);
         };
         try {
             AsErrors([&] { return m_session.ExecuteBatch(batch); });
@@ -265,6 +267,7 @@ private:
                     ForgetMade(group.rows[i], text.Made);
             throw;
         }
+        m_sent += written;
     }
 
     void AppendParameters(std::uint32_t row, const BatchText &text, std::vector<ColumnStore> &columns) const
@@ -326,6 +329,7 @@ private:
     std::vector<int> m_key;
     std::optional<Error> m_first;
     qint64 m_refused = 0;
+    qint64 m_sent = 0; // rows of the groups before
 };
 
 void Recordset::Body::Send(const std::vector<std::uint32_t> &rows)

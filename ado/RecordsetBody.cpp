@@ -93,6 +93,8 @@ void Recordset::Body::Clear()
     baseColumns.clear();
     keyAsked = false;
     stores.clear();
+    madeUp = isPart = false;
+    std::vector<std::uint32_t>().swap(part);
     storeRows = 0;
     rowIds.reset();
     std::vector<bool>().swap(gone);
@@ -110,6 +112,7 @@ void Recordset::Body::Clear()
     unknownMasks.clear();
     connection.reset();
     further.clear();
+    hasBase.reset();
 }
 
 void Recordset::Body::SetGone(std::uint32_t row, bool isGone)

@@ -12,6 +12,7 @@
 #include <QStringList>
 #include <map>
 #include <optional>
+#include <utility>
 
 namespace ADODB {
 
@@ -25,6 +26,34 @@ namespace ADODB {
 // The value as the column's type has it. Raises adErrDataConversion where it cannot be.
 Value Coerce(const Value &value, const ColumnInfo &column);
 
+// The columns of a recordset. Recordsets that show some rows of another one hold the same columns.
+class Columns
+{
+public:
+    Columns() : m(std::make_shared<std::vector<ColumnStore>>()) {}
+    Columns &operator=(std::vector<ColumnStore> stores)
+    {
+        m = std::make_shared<std::vector<ColumnStore>>(std::move(stores));
+        return *this;
+    }
+    // A copy holds the same columns. There is no move: what was assigned from stays usable.
+    Columns(const Columns &) = default;
+    Columns &operator=(const Columns &) = default;
+    ColumnStore &operator[](size_t column) const { return (*m)[column]; }
+    size_t size() const { return m->size(); }
+    auto begin() const { return m->begin(); }
+    auto end() const { return m->end(); }
+    ColumnStore &back() const { return m->back(); }
+    void pop_back() { m->pop_back(); }
+    void emplace_back(DataTypeEnum type) { m->emplace_back(type); }
+    void clear() { m = std::make_shared<std::vector<ColumnStore>>(); } // those who share them keep them
+    operator const std::vector<ColumnStore> &() const { return *m; }
+    std::vector<ColumnStore> Take() { return std::exchange(*m, {}); }
+
+private:
+    std::shared_ptr<std::vector<ColumnStore>> m; // never null
+};
+
 struct Recordset::Body
 {
     explicit Body(Recordset *owner) : fields(owner) {}
@@ -34,7 +63,10 @@ struct Recordset::Body
     std::vector<ColumnInfo> infos;
     QStringList baseColumns; // of a result that writes back: what its table calls each column, "" for what it has not
     bool keyAsked = false;   // infos have what the catalogue knows of the key
-    std::vector<ColumnStore> stores;
+    Columns stores;
+    bool madeUp = false;             // nobody's rows: edits are kept here
+    bool isPart = false;             // shows some rows of columns that others hold too
+    std::vector<std::uint32_t> part; // which, once a filter shows fewer of them
     int state = adStateClosed;
     int lockType = adLockReadOnly;
     QString source;
@@ -59,6 +91,8 @@ struct Recordset::Body
     PendingRows pending;
     std::map<std::uint32_t, Error> refusals; // by the last batch, of rows that are pending still
     int updateResync = adResyncAutoIncrement;
+    std::function<void(qint64)> progress;
+    std::optional<bool> hasBase; // whether one known table is behind the rows; asked for once
     // Rows that were added and not read back: which of their columns are as the server made them (an index from 1).
     RowSlots unknown;
     std::vector<std::vector<bool>> unknownMasks;

@@ -38,6 +38,7 @@ public:
     {
         return On(*m_thread, [&] { return m_rows->Fetch(columns, maxRows); });
     }
+    bool IsMadeUp() const override { return m_rows->IsMadeUp(); }
     std::unique_ptr<ResultSet> TakeNext() override
     {
         std::unique_ptr<ResultSet> next = On(*m_thread, [&] { return m_rows->TakeNext(); });

@@ -93,14 +93,17 @@ public:
     void Indent(int shift); // 1: back out
     void FormatSQL();
     void BreakText();
+    // The run's text as a hierarchy in a result window: over its rows, or over made-up ones. What fails is told in a
+    // box where `tell` says so.
+    void ShowDataShape(bool connected, bool tell);
     void CheckSyntax(); // asks the server, and reports in a window of its own
     void ChangeCase(bool upper);
     void ShowQuickList();
+    void ShowWizard();      // its statement goes behind the text, and is selected
     void ShowCode();        // what a run would execute, as program code in a window
     void CodeToClipboard(); // the same to the clipboard, with a beep
 
     static bool KnowsButton(const QString &key); // a button or menu item of its tool bar leads to an action here
-    static QStringList ButtonsOfLater();         // those whose windows come later: known, and without an action
 
     // The widgets of its rooms, each made and written by one of them.
     RichTextBox *txtSQL = nullptr;

@@ -11,6 +11,7 @@
 #include "lang/Text.h"
 #include "sqltext/EditAssist.h"
 #include "sqltext/modSQLMaipulation.h"
+#include "visual/frmSQLWizzard.h"
 #include <QApplication>
 #include <QClipboard>
 #include <QPointer>
@@ -70,6 +71,18 @@ void frmSQL::ChangeCase(bool upper)
     const QString text = txtSQL->SelText();
     if (!text.isEmpty())
         txtSQL->SetSelText(upper ? lang::UCase(text) : lang::LCase(text));
+}
+
+void frmSQL::ShowWizard()
+{
+    const QPointer<frmSQL> self(this);
+    frmSQLWizzard wizard(this);
+    wizard.ShowModal();
+    if (!self || wizard.Cancelled)
+        return;
+    const QString text = m_text->Edited().text;
+    const QString front = text.isEmpty() ? QString() : text + QStringLiteral("\r\n\r\n");
+    m_text->Bulk({front + wizard.SQLText, front.size(), wizard.SQLText.size()});
 }
 
 void frmSQL::mnuCopy()

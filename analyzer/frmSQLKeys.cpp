@@ -15,7 +15,7 @@ namespace {
 struct FunctionKey
 {
     int key;
-    void (*run)(frmSQL &window); // null for a window that this program does not have yet: nothing happens
+    void (*run)(frmSQL &window);
 };
 // F1 opens the list of names in the editor; F4 has no meaning.
 constexpr FunctionKey kFunctionKeys[] = {
@@ -24,8 +24,8 @@ constexpr FunctionKey kFunctionKeys[] = {
     {Qt::Key_F5, [](frmSQL &w) { w.RunSQL(); }},
     {Qt::Key_F6, [](frmSQL &w) { w.CodeToClipboard(); }},
     {Qt::Key_F7, [](frmSQL &w) { w.CheckSyntax(); }},
-    {Qt::Key_F8, nullptr},
-    {Qt::Key_F9, nullptr},
+    {Qt::Key_F8, [](frmSQL &w) { w.ShowDataShape(true, true); }},
+    {Qt::Key_F9, [](frmSQL &w) { w.ShowDataShape(false, true); }},
     {Qt::Key_F10, [](frmSQL &w) { w.Parse(0); }},
     {Qt::Key_F11, [](frmSQL &w) { w.CommentIn(); }},
     {Qt::Key_F12, [](frmSQL &w) { w.RemoveComment(); }},
@@ -205,8 +205,7 @@ bool frmSQL::KeyUp(QObject *watched, QKeyEvent *event)
     }
     if (!IsFunctionKey(event))
         return false;
-    if (const FunctionKey *row = FunctionOf(event->key()); row->run)
-        row->run(*this);
+    FunctionOf(event->key())->run(*this);
     return true;
 }
 

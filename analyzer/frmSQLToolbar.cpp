@@ -7,9 +7,14 @@
 #include "analyzer/RunLog.h"
 #include "analyzer/RunResults.h"
 #include "analyzer/SchemaTree.h"
+#include "controls/Attempt.h"
 #include "controls/CommandBar.h"
+#include "controls/Dialogs.h"
 #include "frame/Shell.h"
 #include "views/ExplainSQL.h"
+#include "views/frmHirarchy.h"
+#include "views/modDataShape.h"
+#include <QPointer>
 
 namespace {
 
@@ -33,9 +38,9 @@ const frmSQL::Action frmSQL::Actions[] = {
     {"Trans", [](frmSQL &w) { w.RunSQL_Trans(); }},
     {"VBS", [](frmSQL &w) { w.ShowCode(); }},
     {"Struct", [](frmSQL &w) { w.FormatSQL(); }},
-    {"DS", nullptr},
+    {"DS", [](frmSQL &w) { w.ShowDataShape(true, false); }}, // what fails says nothing here
     {"Parser", [](frmSQL &w) { w.Parse(0); }},
-    {"Wiz", nullptr},
+    {"Wiz", [](frmSQL &w) { w.ShowWizard(); }},
     {"Brake", [](frmSQL &w) { w.BreakText(); }},
     {"Multi", [](frmSQL &w) { w.m_results->Multi = Checked("SQLMulti"); }},
     {"Split", [](frmSQL &w) { w.m_results->Split = Checked("SQLSplit"); }},
@@ -48,8 +53,8 @@ const frmSQL::Action frmSQL::Actions[] = {
     {"Syntax", [](frmSQL &w) { w.CheckSyntax(); }},
     {"LCase", [](frmSQL &w) { w.ChangeCase(false); }},
     {"UCase", [](frmSQL &w) { w.ChangeCase(true); }},
-    {"Connected", nullptr},
-    {"Disconnected", nullptr},
+    {"Connected", [](frmSQL &w) { w.ShowDataShape(true, true); }},
+    {"Disconnected", [](frmSQL &w) { w.ShowDataShape(false, true); }},
     // "Brase" and "Brace" show square brackets and "Bracket" round ones. That is meant: the captions, which a user goes
     // by, say so, and only the keys look swapped.
     {"Brase", [](frmSQL &w) { w.Parse(1); }},
@@ -72,8 +77,7 @@ void frmSQL::ToolBar(const QString &buttonKey)
     const QString key = buttonKey.startsWith(QLatin1String("SQL")) ? buttonKey.mid(3) : buttonKey;
     for (const Action &action : Actions)
         if (key == QLatin1String(action.key)) {
-            if (action.run)
-                action.run(*this);
+            action.run(*this);
             return;
         }
 }
@@ -85,15 +89,6 @@ bool frmSQL::KnowsButton(const QString &key)
         if (name == QLatin1String(action.key))
             return true;
     return false;
-}
-
-QStringList frmSQL::ButtonsOfLater()
-{
-    QStringList keys;
-    for (const Action &action : Actions)
-        if (!action.run)
-            keys += QString::fromLatin1(action.key);
-    return keys;
 }
 
 void frmSQL::Activated()
@@ -109,6 +104,26 @@ void frmSQL::Deactivated()
 {
     m_history->Hide();
     m_log->Clear();
+}
+
+void frmSQL::ShowDataShape(bool connected, bool tell)
+{
+    const QPointer<frmSQL> alive(this); // the dialogs let events in
+    const QString text = RunText();
+    QString shape, trouble;
+    if (!Attempt([&] { shape = connected ? BuildDataShape(text) : BuildDummyShape(text); }, &trouble)) {
+        if (tell)
+            MsgBox(trouble, mbExclamation, QStringLiteral("Error"), alive);
+        return;
+    }
+    if (shape.isEmpty() || !alive)
+        return;
+    const QPointer<frmHirarchy> result(new frmHirarchy);
+    result->KillOnError = false;
+    result->SetCallerSQLForm(this);
+    connected ? result->SetDataSource(shape) : result->MountShape(shape);
+    if (result && !result->isVisible())
+        result->ShowChild();
 }
 
 bool frmSQL::RunSQL()

@@ -1,6 +1,8 @@
 #include "app/CommandTable.h"
 #include "ado/Types.h"
 #include "app/MainCommands.h"
+#include "app/ToolbarTable.h"
+#include "app/frmHelp.h"
 #include <cstring>
 
 using namespace ADODB;
@@ -22,6 +24,7 @@ SETTER(ChildKey(const char *hint), row.Hint = hint)
 SETTER(Says(const char *status), row.Status = status)
 SETTER(Button(const char *key, const char *tip), row.ButtonKey = key; row.Tip = tip ? tip : row.Caption)
 SETTER(Check(const char *key, const char *tip), row = row.Button(key, tip); row.IsCheck = true)
+SETTER(Help(const char *page), row.Page = page)
 SETTER(Drops(const char *button, const char *caption), row.DropsOf = button;
        row.DropCaption = caption ? caption : row.Caption)
 #undef SETTER
@@ -99,9 +102,9 @@ constexpr CommandRow Rowset(const char *parent, const char *name, const char *ca
     return row;
 }
 
-constexpr CommandRow s_rows[] = {
+constexpr CommandRow s_commandRows[] = {
     Group("", "mnuFile", "File"),
-    Main("mnuFile", "mnuConn", "New Connection", NewConnection),
+    Main("mnuFile", "mnuConn", "New Connection", NewConnection).Help("connections"),
     Child("mnuFile", "mnuOpen", "Open", ChildName::mnuOpen)
         .Key("Ctrl+O")
         .Says("Opening...")
@@ -123,11 +126,11 @@ constexpr CommandRow s_rows[] = {
     // The two have nothing behind them in any release so far.
     Coming("mnuCompare", "mnuCompareStructure", "Database Structure"),
     Coming("mnuCompare", "mnuCompareData", "Database Data"),
-    Main("mnuFile", "mnuSQL", "SQL Analyzer", OpenScratchAnalyzer).On(Needs::Connection),
-    Main("mnuFile", "mnuViewCS", "View Connectin String", ViewConnectionString),
-    Main("mnuFile", "mnuDeleteConn", "Delete Connection", DeleteConnection).On(Needs::Entry),
+    Main("mnuFile", "mnuSQL", "SQL Analyzer", OpenScratchAnalyzer).On(Needs::Connection).Help("analyzer"),
+    Main("mnuFile", "mnuViewCS", "View Connectin String", ViewConnectionString).Help("connections"),
+    Main("mnuFile", "mnuDeleteConn", "Delete Connection", DeleteConnection).On(Needs::Entry).Help("connections"),
     Main("mnuFile", "mnuExit", "Exit", Exit),
-    Group("", "mnuEdit", "Edit"),
+    Group("", "mnuEdit", "Edit").Help("analyzer"),
     Child("mnuEdit", "mnuCopy", "Copy", ChildName::mnuCopy).Key("Ctrl+C").Can(&clsMenuSettings::CanCopy),
     // Cut passes the name of Copy, and Replace that of Find: the menu's Cut only copies, and the search offers to
     // replace.
@@ -139,16 +142,16 @@ constexpr CommandRow s_rows[] = {
         .Can(&clsMenuSettings::CanSelectAll),
     Child("mnuEdit", "mnuFind", "Find", ChildName::mnuFind).Key("Ctrl+F").Can(&clsMenuSettings::CanFind),
     Child("mnuEdit", "mnuReplace", "Replace", ChildName::mnuFind).Key("Ctrl+H").Can(&clsMenuSettings::CanReplace),
-    Group("", "mnuDBTables", "Tables").On(Needs::Connection),
+    Group("", "mnuDBTables", "Tables").On(Needs::Connection).Help("schema"),
     Schema("mnuDBTables", "mnuTableList", "Full Table List", &SchemaCommands::mnuTableList),
-    Coming("mnuDBTables", "mnuBrowesTable", "Browse Data"),
+    Schema("mnuDBTables", "mnuBrowesTable", "Browse Data", &SchemaCommands::mnuBrowesTable).Help("inline"),
     Schema("mnuDBTables", "mnuAddTable", "Create Table", &SchemaCommands::mnuAddTable),
     Schema("mnuDBTables", "mnuEditTable", "Modify Table", &SchemaCommands::mnuEditTable),
     Schema("mnuDBTables", "mnuClearTable", "Clear Table", &SchemaCommands::mnuClearTable),
     Schema("mnuDBTables", "mnuDropTable", "Drop Table", &SchemaCommands::mnuDropTable),
     Schema("mnuDBTables", "mnuTableIndex", "Index List", &SchemaCommands::mnuTableIndex),
     Schema("mnuDBTables", "mnuDDL", "Data Definition", &SchemaCommands::mnuDDL),
-    Schema("mnuDBTables", "mnuTableLinks", "Table Links", &SchemaCommands::mnuTableLinks),
+    Schema("mnuDBTables", "mnuTableLinks", "Table Links", &SchemaCommands::mnuTableLinks).Help("links"),
     Group("mnuDBTables", "mnuFieldsGrp", "Fields"),
     Rowset("mnuFieldsGrp", "mnuTableFields", "Field List", adSchemaColumns, "Table #TABLE# Fields", "Table_Name"),
     Rowset("mnuFieldsGrp", "mnuColumnsDomainUsage", "Domain Usage", adSchemaColumnsDomainUsage, "ColumnsDomainUsage"),
@@ -172,19 +175,19 @@ constexpr CommandRow s_rows[] = {
     Rowset("mnuPrivilegesGrp", "mnuColumnPrivileges", "Full Field Privileges", adSchemaColumnPrivileges,
            "ColumnPrivileges"),
     Rowset("mnuPrivilegesGrp", "mnuUsagePrivileges", "Privileges Usage", adSchemaUsagePrivileges, "UsagePrivileges"),
-    Group("", "mnuView", "Views").On(Needs::Connection),
+    Group("", "mnuView", "Views").On(Needs::Connection).Help("schema"),
     Schema("mnuView", "mnuViews", "Full View List", &SchemaCommands::mnuViews),
     Schema("mnuView", "mnuViewBrowesData", "Browes Data", &SchemaCommands::mnuViewBrowesData),
     Schema("mnuView", "mnuAddView", "Add View", &SchemaCommands::mnuAddView),
     Schema("mnuView", "mnuDropView", "Drop View", &SchemaCommands::mnuDropView),
     Rowset("mnuView", "mnuViewColumnUsage", "View Column Usage", adSchemaViewColumnUsage, "ViewColumnUsage"),
     Rowset("mnuView", "mnuViewTableUsage", "View Usage", adSchemaViewTableUsage, "ViewTableUsage"),
-    Group("", "mnuProcedureGrp", "Procedures").On(Needs::Connection),
+    Group("", "mnuProcedureGrp", "Procedures").On(Needs::Connection).Help("schema"),
     Rowset("mnuProcedureGrp", "mnuProcedures", "Full Procedure List", adSchemaProcedures, "Procedures"),
     Rowset("mnuProcedureGrp", "mnuProcedureColumns", "Procedure Fields", adSchemaProcedureColumns, "ProcedureColumns"),
     Rowset("mnuProcedureGrp", "mnuProcedureParameters", "Procedure Parameters", adSchemaProcedureParameters,
            "ProcedureParameters"),
-    Group("", "mnuDatabaseGrp", "Database").On(Needs::Connection),
+    Group("", "mnuDatabaseGrp", "Database").On(Needs::Connection).Help("schema"),
     Opens("mnuDatabaseGrp", "mnuStructureTree", "Structure Tree", "frmTree"),
     Rowset("mnuDatabaseGrp", "mnuAsserts", "Asserts", adSchemaAsserts, "Asserts"),
     Rowset("mnuDatabaseGrp", "mnuCharacterSets", "Character Sets", adSchemaCharacterSets, "CharacterSets"),
@@ -204,7 +207,7 @@ constexpr CommandRow s_rows[] = {
     Rowset("mnuDatabaseGrp", "mnuStatistics", "Statistics", adSchemaStatistics, "Statistics"),
     Rowset("mnuDatabaseGrp", "mnuTranslations", "Translations", adSchemaTranslations, "Translations"),
     Rowset("mnuDatabaseGrp", "mnuTrustees", "Trustees", adSchemaTrustees, "Trustees"),
-    Group("", "mnuDiagram", "Diagram").On(Needs::Connection),
+    Group("", "mnuDiagram", "Diagram").On(Needs::Connection).Help("diagram"),
     Opens("mnuDiagram", "mnuTableDiagram", "Database Diagram", "frmDiagram"),
     Child("mnuDiagram", "mnuDiagramAddTable", "Add Table", ChildName::mnuAddTable).Of("DTB").Button("DTBTable"),
     Diagram("mnuDiagram", "mnuDiagramAddLinked", "Add Linked Tables", "DTBLinked").Button("DTBLinked", "Add Linked"),
@@ -215,7 +218,7 @@ constexpr CommandRow s_rows[] = {
     Diagram("mnuDiagram", "mnuDiagramFront", "Bring To Front", "DTBB2F").Button("DTBB2F"),
     Diagram("mnuDiagram", "mnuDiagramBack", "Send To Back", "DTBS2B").Button("DTBS2B"),
     Diagram("mnuDiagram", "mnuDiagramGray", "Black and White", "DTBB&W").Check("DTBB&W"),
-    Group("", "mnuChartMain", "Chart").On(Needs::Connection),
+    Group("", "mnuChartMain", "Chart").On(Needs::Connection).Help("charts"),
     Child("mnuChartMain", "mnuNewChart", "New Chart", ChildName::mnuChart),
     Group("mnuChartMain", "mnuChartType", "Chart Type"),
     Group("mnuChartType", "mnuChart2D", "2D Chart Types"),
@@ -241,19 +244,22 @@ constexpr CommandRow s_rows[] = {
     ChartTool("mnuChartMain", "mnuChartLog", "Logarithmic Axis", "CHTLog"),
     ChartTool("mnuChartMain", "mnuChartEyes", "Colours for Every Eye", "CHTEyes"),
     ChartTool("mnuChartMain", "mnuChartDrawing", "Save as SVG or PDF", "CHTDrawing"),
-    Group("", "mnuScripts", "Scripts"),
+    Group("", "mnuScripts", "Scripts").Help("analyzer"),
     Main("mnuScripts", "mnuMask", "Mask Script", MaskScript).On(Needs::Connection),
     Main("mnuScripts", "mnuInsert", "Insert Script", InsertScript).On(Needs::Connection),
-    Main("mnuScripts", "mnuGenCS", "Generate Connectin String", GenerateConnectionString),
+    Main("mnuScripts", "mnuGenCS", "Generate Connectin String", GenerateConnectionString).Help("connections"),
     Main("mnuScripts", "mnuASP", "Generate ASP", GenerateASP).On(Needs::Connection),
     // What the Analyzer's toolbar and keys do, within reach of the menu bar.
-    Group("", "mnuQuery", "Query"),
+    Group("", "mnuQuery", "Query").Help("analyzer"),
     Sql("mnuQuery", "mnuRun", "Run", "SQLRun").Button("SQLRun").ChildKey("F5"),
     Sql("mnuQuery", "mnuRunTrans", "Run Transaction", "SQLTrans").Button("SQLTrans"),
-    Sql("mnuQuery", "mnuExplain", "Show Execution Plan", "SQLExplain").Button("SQLExplain"),
+    Sql("mnuQuery", "mnuExplain", "Show Execution Plan", "SQLExplain").Button("SQLExplain").Help("plan"),
+    Sql("mnuQuery", "mnuConnected", "Data Shape", "Connected").ChildKey("F8").Help("shapes"),
+    Sql("mnuQuery", "mnuDisconnected", "Disconnected Data Shape", "Disconnected").ChildKey("F9").Help("shapes"),
     Sql("mnuQuery", "mnuBeginTrans", "Begin Transaction", "BT").Drops("SQLTrans"),
     Sql("mnuQuery", "mnuCommitTrans", "Commit Transaction", "CT").Drops("SQLTrans"),
     Sql("mnuQuery", "mnuRollbackTrans", "Rollback Transaction", "RT").Drops("SQLTrans"),
+    Sql("mnuQuery", "mnuWizard", "SQL Wizard", "SQLWiz").Button("SQLWiz", "Wizzard").Help("wizard"),
     Line("mnuQuery"),
     Sql("mnuQuery", "mnuSyntax", "Check Syntax", "SQLSyntax").Button("SQLSyntax").ChildKey("F7"),
     Sql("mnuQuery", "mnuStruct", "Format SQL", "Struct").ChildKey("F2"),
@@ -284,7 +290,7 @@ constexpr CommandRow s_rows[] = {
     Main("mnuHelp", "mnuAboutUS", "About Us", ShowAbout),
     Main("mnuHelp", "mnuShowHelp", "Contents", ShowHelp).ChildKey("F1"),
     Main("mnuHelp", "mnuFileAssociation", "File Association ", AssociateFiles),
-    Group("popup", "mnuStats", "HirachyMenu"),
+    Group("popup", "mnuStats", "HirachyMenu").Help("results"),
     Child("mnuStats", "mnuMax", "Find Max", ChildName::mnuMax_Click),
     Child("mnuStats", "mnuMin", "Find Min", ChildName::mnuMin_Click),
     Child("mnuStats", "mnuAvg", "Get Average", ChildName::mnuAvg_Click),
@@ -294,7 +300,7 @@ constexpr CommandRow s_rows[] = {
     Child("mnuStats", "mnuClearLog", "Clear Log", ChildName::mnuClearLog),
     Child("mnuStats", "mnuStatsSave", "Save", ChildName::mnuSave).Says("Saving..."),
     Child("mnuStats", "mnuFitColumns", "Fit Columns", ChildName::mnuFitColumns),
-    Group("popup", "mnuParseMenu", "ParseMenu"),
+    Group("popup", "mnuParseMenu", "ParseMenu").Help("analyzer"),
     Child("mnuParseMenu", "mnuParseSubMenu0", "Parse (Parenthesis)", ChildName::Parse, 0),
     Child("mnuParseMenu", "mnuParseSubMenu1", "Parse [Bracket]", ChildName::Parse, 1),
     Child("mnuParseMenu", "mnuParseSubMenu2", "Parse {Curly Bracket}", ChildName::Parse, 2),
@@ -302,7 +308,6 @@ constexpr CommandRow s_rows[] = {
     Child("mnuParseMenu", "mnuParseSubMenu4", "Parse \"Double Quote\"", ChildName::Parse, 4),
 
     // Buttons without an item in a menu.
-    Sql(NoMenu, "SQLWiz", "Wizzard", "SQLWiz").Button("SQLWiz").Later(),
     WithText(NoMenu, "SQLParser", "Parser", Calls::Popup, "mnuParseMenu").Of("SQL").Button("SQLParser"),
     Sql(NoMenu, "SQLMulti", "Multiple Output windows", "SQLMulti").Check("SQLMulti"),
     Sql(NoMenu, "SQLSplit", "Split window workarea between code and results", "SQLSplit").Check("SQLSplit"),
@@ -315,20 +320,29 @@ constexpr CommandRow s_rows[] = {
 
 std::span<const CommandRow> CommandTable()
 {
-    return s_rows;
+    return s_commandRows;
 }
 
 const CommandRow *FindCommand(const char *name)
 {
-    for (const CommandRow &row : s_rows)
+    for (const CommandRow &row : s_commandRows)
         if (row.Route != Calls::Separator && !std::strcmp(row.Name, name))
             return &row;
     return nullptr;
 }
 
+QString HelpPageOf(const CommandRow &row)
+{
+    for (const CommandRow *each = &row; each; each = *each->Parent ? FindCommand(each->Parent) : nullptr)
+        if (*each->Page)
+            return QString::fromLatin1(each->Page);
+    const ToolbarRow *toolbar = *row.Toolbar ? FindToolbar(row.Toolbar) : nullptr;
+    return frmHelp::PageOf(toolbar ? QString::fromLatin1(toolbar->Form) : QString());
+}
+
 const CommandRow *FindButton(const char *key)
 {
-    for (const CommandRow &row : s_rows)
+    for (const CommandRow &row : s_commandRows)
         if (*row.ButtonKey && !std::strcmp(row.ButtonKey, key))
             return &row;
     return nullptr;

@@ -66,6 +66,7 @@ struct CommandRow
     bool IsCheck = false;     // the button holds a state
     const char *DropsOf = ""; // the button from which it drops as a further choice, under DropCaption
     const char *DropCaption = "";
+    const char *Page = ""; // of the manual; a group's is that of its rows too, unless they name one
 
     constexpr CommandRow On(Needs need) const;
     constexpr CommandRow Can(bool clsMenuSettings::*setting) const;
@@ -77,9 +78,11 @@ struct CommandRow
     constexpr CommandRow Says(const char *status) const;
     constexpr CommandRow Button(const char *key, const char *tip = nullptr) const; // the caption is its tip otherwise
     constexpr CommandRow Check(const char *key, const char *tip = nullptr) const;
+    constexpr CommandRow Help(const char *page) const;
     constexpr CommandRow Drops(const char *button, const char *caption = nullptr) const;
 };
 
 std::span<const CommandRow> CommandTable();
 const CommandRow *FindCommand(const char *name);
+QString HelpPageOf(const CommandRow &row); // its own, else its group's, else that of its toolbar's window, else "index"
 const CommandRow *FindButton(const char *key); // the command of a button; null for a separator

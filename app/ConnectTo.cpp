@@ -37,105 +37,164 @@ static bool MayLeave(QWidget *parent)
     return WaitUntilIdle(present);
 }
 
-// One error handler for the whole procedure: the description is kept and the next statement runs. The events that are
-// let through may take away the entry, so it is looked up again by its key each time.
+// One run of the procedure. It has one error handler for all: the description is kept and the next statement runs. The
+// events that are let through may take away the entry, so it is looked up again by its key each time.
+class mdiMother::Connecting
+{
+public:
+    Connecting(mdiMother &window, const ExplorerBarItem &entry)
+        : m_window(window), m_key(entry.Key()), m_name(entry.Text()), m_former(window.m_currentCS)
+    {
+    }
+    ~Connecting() { delete m_waiting; }
+
+    void ShowWaiting();
+    void HideWaiting() { delete m_waiting; }
+    void ShowConnecting();
+    void TakeConnectionString();
+    bool Open(); // false: not opened, or the program ended meanwhile
+    void TellFailure();
+    ChildWindow *ShowConnected(const QString &sqlText); // the Analyzer that was opened for it, if one was
+
+private:
+    template <class Statement> void Try(Statement &&statement)
+    {
+        QString why;
+        if (!Attempt(statement, &why))
+            m_kept = why;
+    }
+    void SetIcon(int icon)
+    {
+        if (ExplorerBarItem *item = ConnectionEntry(*m_window.eb, m_key))
+            item->SetIcon(icon);
+    }
+    bool TellChildren(); // true when an Analyzer was among them
+    ChildWindow *OpenFirstAnalyzer(const QString &sqlText);
+
+    mdiMother &m_window;
+    const QString m_key, m_name, m_former;
+    QString m_kept; // the last error's description
+    QPointer<frmAni> m_waiting;
+};
+
+void mdiMother::Connecting::ShowWaiting()
+{
+    if (m_window.m_testMode)
+        return;
+    Try([&] {
+        m_waiting = new frmAni(&m_window);
+        m_waiting->SetCaption(QStringLiteral("Connecting..."));
+        m_waiting->show();
+    });
+}
+
+void mdiMother::Connecting::ShowConnecting()
+{
+    const clsConn *conn = gConns().Item(m_name);
+    m_window.menus->SetTag(QStringLiteral("mnuViewCS"), m_name);
+    if (!conn)
+        MsgBox(QStringLiteral("Brindlewick core files seem to be out of sync. Please restart the program to fix this "
+                              "error."),
+               mbCritical, QStringLiteral("Sync"), &m_window);
+    m_window.SetHourglass(true);
+    Try([&] {
+        ExplorerBarItems &entries = m_window.eb->Bar(QString::fromLatin1(BarConnections))->Items();
+        for (int i = 1; i <= entries.Count(); ++i)
+            entries.Item(i)->SetIcon(IconNotConnected);
+    });
+    SetIcon(IconConnecting);
+    QCoreApplication::processEvents(); // so that the icons show
+}
+
+void mdiMother::Connecting::TakeConnectionString()
+{
+    if (const clsConn *conn = gConns().Item(m_name)) // the events may have deleted it
+        m_window.m_currentCS = conn->ConnectionString;
+    else
+        m_kept = QLatin1String(s_noObject); // the former string stays, and that connection is opened again
+}
+
+bool mdiMother::Connecting::Open()
+{
+    bool opened = false;
+    Try([&] { opened = OpenConnection(m_window.m_currentCS); });
+    if (!opened && !m_window.m_ended && LastOpenErrorNumber() == ADODB::adErrFileNotFound) {
+        delete m_waiting; // it would cover the question
+        const QString making = AskToCreate(m_window.m_currentCS, LastOpenError(), &m_window);
+        if (!making.isEmpty() && !m_window.m_ended)
+            Try([&] { opened = OpenConnection(making); });
+    }
+    return opened && !m_window.m_ended;
+}
+
+void mdiMother::Connecting::TellFailure()
+{
+    if (!LastOpenError().isEmpty())
+        m_kept = LastOpenError();
+    delete m_waiting; // it stays on top, and would cover the message
+    MsgBox(m_kept + QStringLiteral("\r\nFaild to connect."), mbExclamation, QStringLiteral("Connection"), &m_window);
+    m_window.m_currentCS = m_former;
+    ::SetStatus(m_name);
+    SetIcon(IconNotConnected);
+}
+
+bool mdiMother::Connecting::TellChildren()
+{
+    bool analyzerMet = false;
+    QList<QPointer<ChildWindow>> open;
+    for (ChildWindow *child : m_window.Children())
+        open << child;
+    for (const QPointer<ChildWindow> &child : open) {
+        if (!child || child->Tag != QLatin1String("1"))
+            continue;
+        analyzerMet = analyzerMet || child->FormName() == QLatin1String("frmSQL");
+        Try([&] { child->SaveState(); });
+        if (child)
+            Try([&] { child->RefreshForm(m_name); });
+    }
+    return analyzerMet;
+}
+
+ChildWindow *mdiMother::Connecting::OpenFirstAnalyzer(const QString &sqlText)
+{
+    QPointer<ChildWindow> analyzer;
+    Try([&] { analyzer = OpenAnalyzer(m_name); });
+    if (analyzer)
+        Try([&] { analyzer->ShowChild(); });
+    if (analyzer && !sqlText.isEmpty())
+        Try([&] { SetTextOf(analyzer, sqlText); });
+    if (analyzer)
+        analyzer->SetCaption(QStringLiteral("SQL Analyzer: [") + m_name + QLatin1Char(']'));
+    return analyzer;
+}
+
+ChildWindow *mdiMother::Connecting::ShowConnected(const QString &sqlText)
+{
+    SetIcon(IconConnected);
+    return TellChildren() || m_window.m_ended ? nullptr : OpenFirstAnalyzer(sqlText);
+}
+
 ChildWindow *mdiMother::ConnectTo(ExplorerBarItem *entry, const QString &sqlText)
 {
     if (!entry || m_connecting || m_ended)
         return nullptr;
     m_connecting = true;
     const auto done = qScopeGuard([this] { m_connecting = false; });
-    const QString key = entry->Key(), name = entry->Text();
+    Connecting connecting(*this, *entry); // before anything is asked: the entry may be gone afterwards
     if (!MayLeave(this) || m_ended)
         return nullptr;
-    QString kept;
-    const auto Try = [&kept](auto &&statement) {
-        QString why;
-        if (!Attempt(statement, &why))
-            kept = why;
-    };
-    const auto SetIcon = [this, &key](int icon) {
-        if (ExplorerBarItem *item = ConnectionEntry(*eb, key))
-            item->SetIcon(icon);
-    };
-
-    QPointer<frmAni> waiting;
-    if (!m_testMode)
-        Try([&] {
-            waiting = new frmAni(this);
-            waiting->SetCaption(QStringLiteral("Connecting..."));
-            waiting->show();
-        });
-    const clsConn *conn = gConns().Item(name);
-    menus->SetTag(QStringLiteral("mnuViewCS"), name);
-    if (!conn)
-        MsgBox(QStringLiteral("Brindlewick core files seem to be out of sync. Please restart the program to fix this "
-                              "error."),
-               mbCritical, QStringLiteral("Sync"), this);
-    SetHourglass(true);
-    Try([&] {
-        ExplorerBarItems &entries = eb->Bar(QString::fromLatin1(BarConnections))->Items();
-        for (int i = 1; i <= entries.Count(); ++i)
-            entries.Item(i)->SetIcon(IconNotConnected);
-    });
-    SetIcon(IconConnecting);
-    QCoreApplication::processEvents(); // so that the icons show
-
-    const QString former = m_currentCS;
-    conn = gConns().Item(name); // the events may have deleted it
-    if (conn)
-        m_currentCS = conn->ConnectionString;
-    else
-        kept = QLatin1String(s_noObject); // the former string stays, and that connection is opened again
-
-    ChildWindow *window = nullptr;
-    bool opened = false;
-    Try([&] { opened = OpenConnection(m_currentCS); });
-    if (!opened && !m_ended && LastOpenErrorNumber() == ADODB::adErrFileNotFound) {
-        delete waiting; // it would cover the question
-        const QString making = AskToCreate(m_currentCS, LastOpenError(), this);
-        if (!making.isEmpty() && !m_ended)
-            Try([&] { opened = OpenConnection(making); });
-    }
-    if (m_ended) {
-        delete waiting;
+    connecting.ShowWaiting();
+    connecting.ShowConnecting();
+    connecting.TakeConnectionString();
+    const bool opened = connecting.Open();
+    if (m_ended)
         return nullptr; // closed meanwhile: nothing is left to tell
-    }
-    if (!opened) {
-        if (!LastOpenError().isEmpty())
-            kept = LastOpenError();
-        delete waiting; // it stays on top, and would cover the message
-        MsgBox(kept + QStringLiteral("\r\nFaild to connect."), mbExclamation, QStringLiteral("Connection"), this);
-        m_currentCS = former;
-        ::SetStatus(name);
-        SetIcon(IconNotConnected);
-    } else {
-        SetIcon(IconConnected);
-        bool analyzerMet = false;
-        QList<QPointer<ChildWindow>> open;
-        for (ChildWindow *child : Children())
-            open << child;
-        for (const QPointer<ChildWindow> &child : open) {
-            if (!child || child->Tag != QLatin1String("1"))
-                continue;
-            analyzerMet = analyzerMet || child->FormName() == QLatin1String("frmSQL");
-            Try([&] { child->SaveState(); });
-            if (child)
-                Try([&] { child->RefreshForm(name); });
-        }
-        if (!analyzerMet && !m_ended) {
-            QPointer<ChildWindow> analyzer;
-            Try([&] { analyzer = OpenAnalyzer(name); });
-            if (analyzer)
-                Try([&] { analyzer->ShowChild(); });
-            if (analyzer && !sqlText.isEmpty())
-                Try([&] { SetTextOf(analyzer, sqlText); });
-            if (analyzer)
-                analyzer->SetCaption(QStringLiteral("SQL Analyzer: [") + name + QLatin1Char(']'));
-            window = analyzer;
-        }
-    }
-    delete waiting;
+    ChildWindow *window = nullptr;
+    if (opened)
+        window = connecting.ShowConnected(sqlText);
+    else
+        connecting.TellFailure();
+    connecting.HideWaiting();
     ::SetStatus(QStringLiteral("Done."));
     SetHourglass(false);
     return window;

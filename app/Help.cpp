@@ -36,11 +36,11 @@ void mdiMother::keyPressEvent(QKeyEvent *event)
     ShowManual();
 }
 
-void mdiMother::ShowManual()
+void mdiMother::ShowManual(const QString &page)
 {
     auto *help = findChild<frmHelp *>(QString(), Qt::FindDirectChildrenOnly);
     if (!help)
         help = new frmHelp(this);
     const ChildWindow *active = ActiveChild();
-    help->ShowPage(frmHelp::PageOf(active ? active->FormName() : QString()));
+    help->ShowPage(!page.isEmpty() ? page : frmHelp::PageOf(active ? active->FormName() : QString()));
 }

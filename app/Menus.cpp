@@ -7,6 +7,8 @@
 #include "controls/Twips.h"
 #include "frame/ChildWindow.h"
 #include <QActionGroup>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <cstring>
@@ -49,6 +51,7 @@ void Menus::Build()
                 menu->addMenu(group);
             group->menuAction()->setObjectName(name);
             group->setObjectName(name);
+            group->installEventFilter(this);
             connect(group, &QMenu::aboutToShow, this, [this, &row] { Follow(row.Name); });
             m_menus.insert(name, group);
             m_items.insert(name, group->menuAction());
@@ -74,6 +77,24 @@ void Menus::Build()
         m_items.insert(name, action);
     }
     connect(Menu(QStringLiteral("mnuWindow")), &QMenu::aboutToShow, this, &Menus::OnWindow);
+}
+
+bool Menus::eventFilter(QObject *watched, QEvent *event)
+{
+    const auto *menu = qobject_cast<QMenu *>(watched);
+    if (event->type() != QEvent::KeyPress || !menu || !menu->activeAction())
+        return false;
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (key->key() != Qt::Key_F1 || (key->modifiers() & ~Qt::ShiftModifier))
+        return false;
+    const CommandRow *row = FindCommand(menu->activeAction()->objectName().toLatin1().constData());
+    while (QWidget *popup = QApplication::activePopupWidget()) {
+        popup->close();
+        if (QApplication::activePopupWidget() == popup)
+            break;
+    }
+    m_window.ShowManual(row ? HelpPageOf(*row) : QString());
+    return true;
 }
 
 QAction *Menus::Item(const QString &name) const

@@ -31,6 +31,9 @@ public:
     // Shows a group as a popup and returns when it has gone.
     void Popup(const QString &name, const QPoint &globalPosition);
 
+    // F1 on an item of an open menu: closes the menus and opens the manual at that command's page.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void Build();
     void Follow(const CommandRow &row);

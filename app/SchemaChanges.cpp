@@ -13,6 +13,7 @@
 #include "session/Pump.h"
 #include "sqltext/modSQLMaipulation.h"
 #include "views/frmHirarchy.h"
+#include "views/frmInline.h"
 #include "views/frmLink.h"
 #include <QPointer>
 #include <functional>
@@ -194,6 +195,25 @@ void SchemaCommands::mnuTableLinks()
     SetStatus(QString()); // the picker's is over
     if (window)
         window->LoadTable(table.Object);
+}
+
+void SchemaCommands::mnuBrowesTable()
+{
+    if (!IsConnected(true))
+        return;
+    const ADODB::ConnectionPtr connection = gConn;
+    const Picked table = PickTable(connection, false);
+    if (table.Text.isEmpty() || connection != gConn || !IsConnected(true))
+        return;
+    SetStatus(QStringLiteral("Loading..."));
+    Shell::Current().SetHourglass(true);
+    const QPointer<frmInline> window(new frmInline);
+    Shell::Current().AddChild(window);
+    window->ShowChild();
+    if (window)
+        window->SetSource(table.Object);
+    Shell::Current().SetHourglass(false);
+    SetStatus(QString());
 }
 
 void SchemaCommands::mnuDDL()

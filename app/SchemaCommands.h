@@ -43,7 +43,8 @@ public:
     void mnuAddView();
     void mnuEditTable();
     void mnuDDL();
-    void mnuTableLinks(); // a picked table and its foreign keys, to walk along
+    void mnuTableLinks();  // a picked table and its foreign keys, to walk along
+    void mnuBrowesTable(); // a picked table, to be edited in place
 
     void ShowSchemaRowset(int schema, const QString &title, const QString &filter);
     frmHirarchy *ShowRecordsetTree(const ADODB::RecordsetPtr &recordset, const QString &title);

@@ -10,6 +10,7 @@
 #include "data/modMain.h"
 #include "frame/ChildWindow.h"
 #include "session/Pump.h"
+#include "views/frmInline.h"
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -45,6 +46,21 @@ static void WaitForWork(const QElapsedTimer &since)
     }
 }
 
+// The last moment at which what was edited in tables can still be sent. Texts are saved before, since they wait for
+// nobody.
+void mdiMother::AskAboutTables()
+{
+    QList<QPointer<frmInline>> tables;
+    for (ChildWindow *child : Children())
+        if (auto *table = qobject_cast<frmInline *>(child); table && (table->HasChanges() || table->IsBusy()))
+            tables << table;
+    if (!tables.isEmpty())
+        SaveAll();
+    for (const QPointer<frmInline> &table : tables)
+        if (table)
+            Attempt([&] { table->AskAtEnd(); });
+}
+
 void mdiMother::closeEvent(QCloseEvent *event)
 {
     event->accept();
@@ -53,6 +69,7 @@ void mdiMother::closeEvent(QCloseEvent *event)
     m_ended = true;
     QElapsedTimer since; // the saving, which may wait for another writer as long, and this work end side by side
     since.start();
+    AskAboutTables();
     EndPumps(true); // whoever waits for a statement may go; this waits for nothing
     Attempt(
         [&] { Area->CloseAll(); }); // one that stays open keeps its changes to the end, and nothing is saved unasked

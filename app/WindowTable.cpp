@@ -22,9 +22,11 @@
 #include "views/frmChartSetup.h"
 #include "views/frmExecutionPlan.h"
 #include "views/frmHirarchy.h"
+#include "views/frmInline.h"
 #include "views/frmLink.h"
 #include "visual/frmDiagram.h"
 #include "visual/frmJoin.h"
+#include "visual/frmSQLWizzard.h"
 #include <QPointer>
 
 namespace {
@@ -64,12 +66,14 @@ constexpr WindowRow s_windowRows[] = {
     Child<frmGrid>("frmGrid", "results", Stand::Rows),
     Free<frmHelp>("frmHelp"),
     Child<frmHirarchy>("frmHirarchy", "results", Stand::Rows),
+    Child<frmInline>("frmInline", "inline"),
     Dialog<frmJoin>("frmJoin", "diagram"),
     Child<frmLink>("frmLink", "links"),
     Dialog<frmLogin>("frmLogin", "connections"),
     Dialog<frmNewConnection>("frmNewConnection", "connections"),
     Dialog<frmRookie>("frmRookie"),
     Child<frmSQL>("frmSQL", "analyzer", Stand::Text),
+    Dialog<frmSQLWizzard>("frmSQLWizzard", "wizard"),
     Child<frmScriptMask>("frmScriptMask", "analyzer"),
     Free<frmTextManipulation>("frmTextManipulation", "analyzer"),
     Child<frmTextOutput>("frmTextOutput", "results"),

@@ -62,8 +62,9 @@ public:
     void SetTestMode(bool on); // also tells every error that is passed over
     void LoadSettings();
     void SaveSettings();
-    void SaveAll();      // as the way out does, but nothing closes: the texts of the windows, then the settings
-    void ShowAsStored(); // in the state that LoadSettings read
+    void AskAboutTables(); // edits that are not saved, before the way out
+    void SaveAll();        // as the way out does, but nothing closes: the texts of the windows, then the settings
+    void ShowAsStored();   // in the state that LoadSettings read
     bool HasEnded() const { return m_ended; }
 
     // Opens what the line names; gives the Analyzer that it opened, or null.
@@ -78,8 +79,8 @@ public:
     void Run(const CommandRow &row);
     bool Command(const char *name);
     void mnuExit();
-    void mnuEdit_Click(); // the states of the Edit menu for the active child
-    void ShowManual();    // at the page of the active window
+    void mnuEdit_Click();                      // the states of the Edit menu for the active child
+    void ShowManual(const QString &page = {}); // at this page, or at that of the active window
 
     void SideBarClick(ExplorerBarItem *item);
     void SideBarRightClick(ExplorerBarItem *item, const QPoint &globalPosition);
@@ -99,6 +100,8 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    class Connecting; // one run of ConnectTo
+
     void BuildFrame();
     void BuildKeys(); // those that lead to the bars and back
     void LayOut();    // side bar, splitter bar and work area by the splitter's place

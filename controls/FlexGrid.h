@@ -6,9 +6,11 @@
 // answers.
 //
 // Bound: row 0 holds the field names, data rows follow; column 0 is empty, field N stands in column N + 1. A recordset
-// without rows leaves one empty row below the names, which is no record. A last field of chapters makes a hierarchy:
-// rows that open onto the rows of the chapter, in bands that are numbered from 0. The grid shares ownership of the
-// recordset and never moves its current row. Sorting permutes row numbers; no row is copied.
+// without rows leaves one empty row below the names, which is no record. Fields of chapters make a hierarchy: rows that
+// open onto the rows of their chapters, each in a band of its own. Bands are numbered from 0, those below a band before
+// the next one beside it. A chapter is no column. The grid shares ownership of the recordset and never moves its
+// current row. Sorting permutes row numbers; no row is copied. In a hierarchy it sorts the first band, and what is open
+// stays with its row.
 
 #include "ado/CellReader.h"
 #include <QAbstractScrollArea>
@@ -100,6 +102,9 @@ public:
     qint64 MouseRow(const QPoint &viewportPosition) const; // -1 outside the rows
     int MouseCol(const QPoint &viewportPosition) const;
     QRect CellRect(qint64 row, int col) const; // pixels in the viewport; empty when it is scrolled away
+    int CellLeft() const;                      // twips, of the current cell: where an editor is laid over it
+    int CellTop() const;
+    int CellWidth() const;
 
     // Colours. A colour of the current cell that is invalid, or equals the grid's own, takes the cell's own away.
     QColor BackColor() const;

@@ -5,6 +5,7 @@
 // hang on ids, heights on rows of the view. Without an order the id is the row itself.
 
 #include "controls/FlexGrid.h"
+#include "controls/FlexGridRows.h"
 #include <QFontMetrics>
 #include <QHash>
 #include <QMap>
@@ -20,17 +21,18 @@ struct FlexCellColours
 
 struct FlexBandRow
 { // one row of a hierarchy as it is shown
-    ADODB::RecordsetPtr recordset;
-    qint64 record; // -1: the row of field names above a band
-    qint64 id;
-    int band;
-    bool expanded;
+    ADODB::Recordset *recordset = nullptr;
+    qint64 record = -2; // -1: the row of field names above a band; -2: no record
+    int band = 0;
+    FlexBandTree::Place place;
 };
 
 struct FlexBand
 {
     int indent = 0;
     bool header = true;
+    int parent = -1, chapter = -1;     // the field of chapters in the band above that it shows
+    std::vector<int> fields, chapters; // of its recordsets: the columns, and what opens
 };
 
 struct FlexGrid::Body
@@ -56,7 +58,7 @@ struct FlexGrid::Body
 
     // A hierarchy.
     bool hierarchical = false;
-    std::vector<FlexBandRow> flat; // one a row of the view
+    FlexBandTree tree;
     std::vector<FlexBand> bands{1};
 
     // The current cell, the block, the view.
@@ -102,8 +104,15 @@ struct FlexGrid::Body
 
     // Bands.
     void BindBands();
-    int FieldsOf(const ADODB::Recordset &recordset) const; // without the chapter
-    ADODB::RecordsetPtr ChapterOf(const FlexBandRow &line) const;
+    void Describe(size_t band, const ADODB::RecordsetPtr &definition);
+    int BandBelow(int band, int chapter, const ADODB::RecordsetPtr &definition);
+    int KnownBand(int band, int chapter) const; // -1 where no row has shown it yet
+    FlexBandRow BandRow(qint64 r) const;
+    bool HasBelow(const FlexBandNode &node, qint64 entry) const;
+    std::vector<std::unique_ptr<FlexBandNode>> BandsOf(const FlexBandNode &node, qint64 entry);
+    void OpenAll(FlexBandNode &node);
+    qint64 SortedRow(qint64 i) const; // the row of the view that a sort counts as this one
+    qint64 SortedRows() const;        // and how many there are, fixed ones included
     int IndentPixels(qint64 r) const;
     QRect ExpanderRect(qint64 r) const;
 

@@ -22,15 +22,17 @@ void FlexGrid::Body::CheckCol(int c) const
 
 qint64 FlexGrid::Body::Id(qint64 r) const
 {
-    if (hierarchical)
-        return flat[size_t(r)].id;
+    if (hierarchical) {
+        const FlexBandTree::Place place = tree.At(r);
+        return place.node->IdOf(place.entry);
+    }
     return order.empty() ? r : qint64(order[size_t(r)]);
 }
 
 bool FlexGrid::Body::IsNames(qint64 r) const
 {
     if (hierarchical)
-        return r < qint64(flat.size()) && flat[size_t(r)].record < 0;
+        return BandRow(r).record == -1;
     return source && r == 0;
 }
 
@@ -41,11 +43,13 @@ bool FlexGrid::Body::Source(qint64 r, int c, ADODB::Recordset **recordset, qint6
         return false;
     *field = c - 1;
     if (hierarchical) {
-        const FlexBandRow &line = flat[size_t(r)];
-        *recordset = line.recordset.get();
-        *record = line.record;
-        if (!line.recordset || *field >= FieldsOf(*line.recordset))
+        const FlexBandRow line = BandRow(r);
+        const std::vector<int> &fields = bands[size_t(line.band)].fields;
+        if (!line.recordset || line.record < -1 || size_t(*field) >= fields.size())
             return false;
+        *recordset = line.recordset;
+        *record = line.record;
+        *field = fields[size_t(*field)];
     } else {
         const qint64 id = Id(r);
         if (id > boundRows || *field >= source->ColumnCount())
@@ -128,7 +132,7 @@ void FlexGrid::Body::Reset()
     written.clear();
     colours.clear();
     hierarchical = false;
-    flat.clear();
+    tree.Reset();
     sort = 0;
     sortCol = -1;
 }
@@ -136,11 +140,12 @@ void FlexGrid::Body::Reset()
 void FlexGrid::Body::Rebind()
 {
     boundRows = source->RowCount();
-    const int fields = FieldsOf(*source);
-    hierarchical = fields < source->ColumnCount();
+    hierarchical = false;
+    for (int field = 0; field < source->ColumnCount(); ++field)
+        hierarchical = hierarchical || source->Column(field).Type == ADODB::adChapter;
     rows =
         std::max<qint64>(boundRows, 1) + 1; // without a record an empty row, so that the names are measured and shown
-    cols = fields + 1;
+    cols = source->ColumnCount() + 1;
     nextId = rows;
     if (hierarchical)
         BindBands();
@@ -176,10 +181,9 @@ void FlexGrid::SetRows(qint64 rows)
     if (rows == m->rows)
         return;
     if (m->hierarchical) {
-        while (qint64(m->flat.size()) > rows)
-            m->flat.pop_back();
-        while (qint64(m->flat.size()) < rows)
-            m->flat.push_back({nullptr, 0, m->nextId++, 0, false});
+        m->tree.Cut(rows);
+        while (m->tree.Rows() < rows)
+            m->tree.Insert(m->tree.Rows(), m->nextId++);
     } else if (m->order.empty() && !m->source) {
         m->lines.resize(size_t(rows));
         m->nextId = rows;
@@ -322,10 +326,12 @@ void FlexGrid::AddItem(const QString &text, qint64 index)
     if (at < m->rows - 1) {
         m->MakeOrder();
         m->ShiftHeights(at, 1);
-        if (m->hierarchical)
-            std::rotate(m->flat.begin() + at, m->flat.end() - 1, m->flat.end());
-        else
+        if (m->hierarchical) {
+            m->tree.Erase(m->rows - 1);
+            m->tree.Insert(at, m->nextId++);
+        } else {
             std::rotate(m->order.begin() + at, m->order.end() - 1, m->order.end());
+        }
     }
     const QStringList cells = lang::Split(text, QStringLiteral("\t"));
     for (int c = 0; c < int(cells.size()) && c < m->cols; ++c)
@@ -340,7 +346,7 @@ void FlexGrid::RemoveItem(qint64 row)
     const qint64 id = m->Id(row);
     if (m->hierarchical) {
         Collapse(row);
-        m->flat.erase(m->flat.begin() + row);
+        m->tree.Erase(row);
     } else {
         m->MakeOrder();
         if (!m->source)

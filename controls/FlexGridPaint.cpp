@@ -230,5 +230,5 @@ void FlexGrid::paintEvent(QPaintEvent *event)
     for (qint64 r = m->topRow; r < m->rows && y < area.height(); y += m->HeightOf(r), ++r)
         if (CanExpand(r))
             DrawTriangle(painter, m->ExpanderRect(r), IsExpanded(r),
-                         m->flat[size_t(r)].band == 0 ? ForeColorFixed() : ForeColor());
+                         m->BandRow(r).band == 0 ? ForeColorFixed() : ForeColor());
 }

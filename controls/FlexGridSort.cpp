@@ -109,21 +109,35 @@ bool FlexGrid::SetSort(int mode, const std::function<bool()> &keepOn)
 FlexGrid::Body::Comparison FlexGrid::Body::CompareBy(int column, qint64 first, size_t count, bool numeric,
                                                      const std::function<void()> &breathe)
 {
-    const bool own = source && column >= 1 && column - 1 < source->ColumnCount() && written.isEmpty() &&
-                     rows <= boundRows + 1 && source->RowCount() >= boundRows &&
-                     std::all_of(order.begin(), order.end(), [this](quint32 id) { return id <= boundRows; });
-    if (own && (!numeric || IsNumberType(source->Column(column - 1).Type))) {
+    int field = column - 1;
+    if (hierarchical)
+        field = field >= 0 && size_t(field) < bands[0].fields.size() ? bands[0].fields[size_t(field)] : -1;
+    const bool own =
+        source && field >= 0 && field < source->ColumnCount() && written.isEmpty() && SortedRows() <= boundRows + 1 &&
+        source->RowCount() >= boundRows &&
+        std::ranges::all_of(hierarchical ? tree.Root()->order : order, [this](quint32 id) { return id <= boundRows; });
+    if (own && (!numeric || IsNumberType(source->Column(field).Type))) {
         std::vector<qint64> records(count);
         for (size_t i = 0; i < count; ++i)
-            records[i] = Id(first + qint64(i)) - 1;
-        return [source = source, records = std::move(records), column](size_t a, size_t b) {
-            return source->CompareCells(records[a], records[b], column - 1);
+            records[i] = Id(SortedRow(first + qint64(i))) - 1;
+        return [source = source, records = std::move(records), field](size_t a, size_t b) {
+            return source->CompareCells(records[a], records[b], field);
         };
     }
     return [keys = MakeKeys(count, numeric, !numeric, [&](size_t i) {
                 breathe();
-                return CellText(first + qint64(i), column);
+                return CellText(SortedRow(first + qint64(i)), column);
             })](size_t a, size_t b) { return keys.Compare(a, b); };
+}
+
+qint64 FlexGrid::Body::SortedRow(qint64 i) const
+{
+    return hierarchical ? tree.RowOf({tree.Root(), i}) : i;
+}
+
+qint64 FlexGrid::Body::SortedRows() const
+{
+    return hierarchical ? tree.Root()->count : rows;
 }
 
 // Heights that rows have for themselves go with them.
@@ -137,14 +151,26 @@ void FlexGrid::Body::TakeRowOrder(qint64 first, const std::vector<quint32> &plac
         return sorted;
     };
     QMap<qint64, int> moved;
+    if (hierarchical) {
+        std::vector<std::pair<FlexBandTree::Place, int>> tall;
+        for (auto it = heights.cbegin(); it != heights.cend(); ++it)
+            tall.emplace_back(tree.At(it.key()), it.value());
+        tree.Arrange(first, places);
+        std::vector<quint32> now(places.size()); // where each row of the first band has come to
+        for (size_t i = 0; i < places.size(); ++i)
+            now[places[i]] = quint32(i);
+        for (auto &[place, height] : tall) {
+            if (!place.node->parent && place.entry >= first)
+                place.entry = first + now[size_t(place.entry - first)];
+            moved.insert(tree.RowOf(place), height);
+        }
+        heights = moved;
+        return;
+    }
     for (auto it = heights.cbegin(); it != heights.cend() && it.key() < first; ++it)
         moved.insert(it.key(), it.value());
-    if (hierarchical) {
-        flat = arranged(flat);
-    } else {
-        MakeOrder();
-        order = arranged(order);
-    }
+    MakeOrder();
+    order = arranged(order);
     if (moved.size() < heights.size())
         for (size_t i = 0; i < places.size(); ++i)
             if (const auto own = heights.constFind(first + places[i]); own != heights.cend())
@@ -156,15 +182,13 @@ void FlexGrid::Body::SortRows(const std::function<bool()> &keepOn)
 {
     const int mode = sort;
     const qint64 first = std::max<qint64>(fixedRows, source ? 1 : 0);
-    if (mode == flexSortNone || rows - first < 2 || cols == 0) {
+    if (mode == flexSortNone || SortedRows() - first < 2 || cols == 0) {
         q->viewport()->update();
         return;
     }
-    if (hierarchical)
-        q->CollapseAll();
     const bool descending = mode == flexSortGenericDescending || mode == flexSortNumericDescending;
     const bool numeric = mode == flexSortNumericAscending || mode == flexSortNumericDescending;
-    const size_t count = size_t(rows - first);
+    const size_t count = size_t(SortedRows() - first);
     const int from = std::min(col, colSel), to = std::min(std::max(col, colSel), cols - 1);
 
     // keepOn may let events in. A grid that they took away or gave other rows is left as it is.

@@ -124,7 +124,7 @@ int FlexGrid::Body::IndentPixels(qint64 r) const
 {
     if (!hierarchical)
         return 0;
-    const int band = flat[size_t(r)].band;
+    const int band = tree.At(r).node->band;
     return band == 0 ? 0 : bands[size_t(band)].indent * kIndentStep;
 }
 
@@ -133,7 +133,7 @@ QRect FlexGrid::Body::ExpanderRect(qint64 r) const
 {
     const QRect cell = q->CellRect(r, FrozenCols() < cols ? FrozenCols() : 0);
     const int y = int(FrozenHeight() + HeightBetween(topRow, r));
-    const int x = flat[size_t(r)].band == 0 ? FrozenWidth() : cell.isNull() ? FrozenWidth() : cell.left();
+    const int x = tree.At(r).node->band == 0 ? FrozenWidth() : cell.isNull() ? FrozenWidth() : cell.left();
     return QRect(x - kExpanderWidth + 2, y, kExpanderWidth - 4, HeightOf(r));
 }
 
@@ -300,6 +300,23 @@ QRect FlexGrid::CellRect(qint64 row, int col) const
     const QRect rect(x, int(y), m->WidthOf(col), m->HeightOf(row));
     const QRect pane(frozenCol ? 0 : m->FrozenWidth(), 0, viewport()->width(), viewport()->height());
     return rect.intersects(pane) ? rect : QRect();
+}
+
+int FlexGrid::CellLeft() const
+{
+    return ColPos(m->col) +
+           (m->row >= m->FrozenRows() && m->col >= m->FrozenCols() ? ToTwips(m->IndentPixels(m->row)) : 0);
+}
+
+int FlexGrid::CellTop() const
+{
+    return int(RowPos(m->row));
+}
+
+int FlexGrid::CellWidth() const
+{
+    m->CheckCol(m->col);
+    return ToTwips(m->WidthOf(m->col));
 }
 
 QSize FlexGrid::sizeHint() const

@@ -10,6 +10,7 @@
 #include "frame/ChildWindow.h"
 #include <QPointer>
 #include <QTimer>
+#include <optional>
 
 class BusyIndicator;
 class FlexGrid;
@@ -34,6 +35,12 @@ public:
 
     void ShowRec(const QString &strSQL, const ADODB::ConnectionPtr &Conn, const QString &strTitle);
     void SetDataSourceRec(const ADODB::RecordsetPtr &Rec);
+    // A hierarchy over the current connection's data, by a connection of its own: runs as a statement does, and ends
+    // with the rows or with an error in the log.
+    void SetDataSource(const QString &strShape);
+    void MountShape(const QString &strShape); // a fabricated hierarchy, with made-up rows
+    // Seed rows, whose children are one more from row to row; an error ends it without a word.
+    static void GenerateDummyData(const ADODB::RecordsetPtr &Rec, int Seed);
     void AppendMessage(const QString &Message, const QString &LogType, bool EnsureVisible);
     void SpanColumns(bool ForceHeader);
     void LoadRec(const ADODB::RecordsetPtr &Rec, bool ForceHeader);
@@ -80,6 +87,9 @@ private:
     void WatchGrid(FlexGrid *grid, const QString &tag);
     void UARec_RecordsetOpened(const ADODB::RecordsetPtr &Rec);
     void UARec_ErrorOccured(int ErrorNumber, const QString &ErrorDescription);
+    void ShapeOpened(const ADODB::RecordsetPtr &Rec);
+    void ShapeFailed(const QString &words);
+    void ShowShape(const ADODB::RecordsetPtr &Rec, const QString &strShape);
     void ShowRunning(bool running);
     void FocusCaller();
     void ShowCell(ADODB::CellReader text); // in the third tab
@@ -97,6 +107,7 @@ private:
     ResultOwner *m_owner = nullptr;
     QTimer m_clock; // refreshes the running text
     QString m_title;
-    QString m_statsTag; // "R" or "M": which grid the popup was opened on
+    std::optional<QString> m_shape; // the hierarchy that runs; none while a plain statement does
+    QString m_statsTag;             // "R" or "M": which grid the popup was opened on
     bool m_sortUp = false;
 };

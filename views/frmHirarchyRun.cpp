@@ -21,6 +21,7 @@
 void frmHirarchy::ShowRec(const QString &strSQL, const ADODB::ConnectionPtr &Conn, const QString &strTitle)
 {
     setCursor(Qt::WaitCursor);
+    m_shape.reset();
     m_title = strTitle;
     txtData->Clear(); // what it showed of the former rows may have been huge
     SB->SetPanelText(1, lang::Replace(strSQL, QStringLiteral("\r\n"), QStringLiteral(" ")));
@@ -81,6 +82,8 @@ void frmHirarchy::ShowRunning(bool running)
 
 void frmHirarchy::UARec_RecordsetOpened(const ADODB::RecordsetPtr &Rec)
 {
+    if (m_shape)
+        return ShapeOpened(Rec);
     const QPointer<frmHirarchy> alive(this);
     const auto panel = [this](int number, const QString &text) {
         SB->SetPanelText(number, text);
@@ -113,6 +116,8 @@ void frmHirarchy::UARec_RecordsetOpened(const ADODB::RecordsetPtr &Rec)
 
 void frmHirarchy::UARec_ErrorOccured(int, const QString &ErrorDescription)
 {
+    if (m_shape)
+        return ShapeFailed(ErrorDescription);
     if (!isVisible() && !window()->isMinimized())
         ShowChild();
     ShowRunning(false);
@@ -136,6 +141,7 @@ void frmHirarchy::FocusCaller()
 void frmHirarchy::ClearForRun()
 {
     m_recordset.Cancel();
+    m_shape.reset();
     Attempt([&] { mfg->ClearStructure(); });
     mnuClearLog();
     for (const int panel : {2, 3, 4}) // what they say is the former result's

@@ -1,6 +1,7 @@
 #include "visual/MapReader.h"
 
 #include "data/ServerName.h"
+#include "visual/JoinFields.h"
 #include <algorithm>
 
 using ADODB::ObjectName;
@@ -65,10 +66,12 @@ std::optional<MapTableRead> MapReader::Read(const QString &tableOrStatement)
     if (tableOrStatement.isEmpty())
         return {};
     const QString written = ServerName(m_connection, tableOrStatement);
-    const std::optional<QStringList> fields = Select(written);
+    std::optional<QStringList> fields = Select(written);
+    if (!fields && written.startsWith(u'(')) // a statement: some servers want a name behind it
+        fields = Select(NamedStatement(written));
     if (!fields)
         return {};
-    return MapTableRead{{{}, {}, tableOrStatement}, tableOrStatement, written, {}, *fields};
+    return MapTableRead{{{}, {}, tableOrStatement}, tableOrStatement, written, {}, *fields, AliasWriter()};
 }
 
 std::optional<MapTableRead> MapReader::Read(const ObjectName &object)
@@ -81,7 +84,15 @@ std::optional<MapTableRead> MapReader::Read(const ObjectName &object)
         return {};
     const QString placed = ADODB::PlacedName(
         m_connection->Family(), m_connection->Property(QStringLiteral("Identifier Quote")).toString(), object);
-    return MapTableRead{object, name.tag, name.written, placed, *fields};
+    return MapTableRead{object, name.tag, name.written, placed, *fields, AliasWriter()};
+}
+
+std::function<QString(const QString &)> MapReader::AliasWriter() const
+{
+    const QString quote = m_connection->Property(QStringLiteral("Identifier Quote")).toString();
+    return [family = &m_connection->Family(), quote](const QString &alias) {
+        return NameText(*family, quote, ObjectName{{}, {}, alias}, true);
+    };
 }
 
 std::vector<MapKey> MapReader::Keys()

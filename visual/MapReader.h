@@ -8,6 +8,7 @@
 #include "data/SchemaFields.h"
 #include "visual/logic/MapLinks.h"
 #include <atomic>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -18,6 +19,7 @@ struct MapTableRead
     QString Written; // how the server reads it
     QString Placed;  // the same with the schema; "" where nobody knows that
     QStringList Fields;
+    std::function<QString(const QString &alias)> WriteAlias; // of a copy, as one name of this server's
 };
 
 struct MapKey
@@ -45,6 +47,7 @@ private:
     };
     Name NameOf(const ADODB::ObjectName &object);
     std::optional<QStringList> Select(const QString &name);
+    std::function<QString(const QString &)> AliasWriter() const;
 
     ADODB::ConnectionPtr m_connection;
     std::atomic<bool> m_stop = false;

@@ -81,6 +81,7 @@ signals:
     void CreateJoin(const QString &Table1, const QString &Field1, const QString &Table2, const QString &Field2,
                     const QString &Operator);
     void TableRemoved(const QString &TableName, const QString &Alias);
+    void JoinsChanged(); // there are more or fewer of them, or one is another
     // Button 1 left, 2 right, 4 middle; Shift 1 Shift, 2 Control, 4 Alt.
     void MouseDown(int Button, int Shift, double X, double Y);
     void MouseMove(int Button, int Shift, double X, double Y);

@@ -133,6 +133,7 @@ void ucTableMap::Body::FollowJoins()
     if (keyJoin && !layers.PF(keyJoin))
         keyJoin = 0;
     DrawJoins();
+    emit map->JoinsChanged();
 }
 
 void ucTableMap::Body::DrawJoins(int table)

@@ -112,8 +112,10 @@ void ucTableMap::ShowJoinProperties(int Index)
 {
     const QPointer<ucTableMap> self(this);
     Attempt([&] { m->Edit().ShowJoinProperties(Index); });
-    if (self)
-        m->DrawJoins();
+    if (!self)
+        return;
+    m->DrawJoins();
+    emit JoinsChanged();
 }
 
 void ucTableMap::RemoveJoin(int Index)

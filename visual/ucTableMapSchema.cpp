@@ -80,6 +80,7 @@ const MapTable *ucTableMap::Body::Add(const MapTableRead &read)
     const QString name = PlaceNamesakes(read) ? read.Placed : read.Written;
     const QString written = name == QuoteName(read.Tag) ? QString() : name;
     objects.insert(read.Tag, {read.Object, read.Placed});
+    tables.WriteAlias = read.WriteAlias;
     const MapTable *table = tables.AddTable(read.Tag, read.Fields, Measures(), written);
     keyJoin = 0;
     surface->update();

@@ -103,6 +103,9 @@ struct RowRules
     bool ZeroCountsOn = false;                // a key of 0 in an INSERT means the next number
     bool HaveHeirs = false;                   // rows of other tables may show in a table, past its key
     bool TellBehindViews = false;             // drivers tell the table behind a view, whose rows may be others
+    int DecimalDigits = 0; // significant digits that every decimal keeps; 0: those that its column is declared with
+    // What drivers tell of a decimal that was declared without any; it keeps all of them.
+    int UnboundPrecision = 0, UnboundScale = 0;
     // The columns of a table's primary key, where the driver's catalogue does not find them.
     QString (*KeyQuery)(const QString &database, const QString &table) = nullptr;
     // That a column (%1) has the value that was read, bound to each "?"; "" where the server cannot compare it.

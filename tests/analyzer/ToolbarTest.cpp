@@ -9,8 +9,6 @@ const QStringList menuItems = {
     QStringLiteral("Bracket"),   QStringLiteral("CBracket"),     QStringLiteral("CBraket"),   QStringLiteral("Quote"),
     QStringLiteral("SQuote"),    QStringLiteral("VBSW"),         QStringLiteral("VBSC"),      QStringLiteral("BT"),
     QStringLiteral("CT"),        QStringLiteral("RT"),           QStringLiteral("SQLStruct"), QStringLiteral("SQLDS")};
-const QStringList later = {QStringLiteral("DS"), QStringLiteral("Wiz"), QStringLiteral("Connected"),
-                           QStringLiteral("Disconnected")};
 
 } // namespace
 
@@ -20,21 +18,6 @@ TEST_F(Analyzer, EveryButtonAndItemIsKnown)
         EXPECT_TRUE(frmSQL::KnowsButton(key)) << qPrintable(key);
     EXPECT_FALSE(frmSQL::KnowsButton(QStringLiteral("SQLNothing")));
     EXPECT_FALSE(frmSQL::KnowsButton(QStringLiteral("SQLS1")));
-}
-
-TEST_F(Analyzer, WhatComesLaterIsListedAndDoesNothing)
-{
-    QStringList found = frmSQL::ButtonsOfLater();
-    QStringList wanted = later;
-    found.sort();
-    wanted.sort();
-    EXPECT_EQ(found, wanted);
-    window->SetText(QStringLiteral("select (1)"));
-    for (const QString &key : later)
-        window->ToolBar(sqlButtons.contains(QStringLiteral("SQL") + key) ? QStringLiteral("SQL") + key : key);
-    EXPECT_EQ(window->Text(), QStringLiteral("select (1)"));
-    EXPECT_TRUE(Results().isEmpty());
-    EXPECT_TRUE(dialogs.Boxes.isEmpty());
 }
 
 TEST_F(Analyzer, ButtonsDoWhatTheySay)

@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QTextBlock>
 #include <QTextBrowser>
@@ -273,6 +274,27 @@ TEST_F(Help, EveryPageOfTheManualOpensAndEveryLinkLeadsToOne)
                 EXPECT_TRUE(pages.contains(link.chopped(3))) << qPrintable(page + QStringLiteral(": ") + link);
             }
         }
+    }
+}
+
+TEST_F(Help, F1OnAnItemOfAMenuOpensThePageOfItsCommand)
+{
+    gConns().Add(Database(), QStringLiteral("a"), QString());
+    Start(QStringLiteral("TestMode"), true);
+    for (const auto &[group, item, page] :
+         {std::array{"mnuFile", "mnuConn", "connections"}, std::array{"mnuDBTables", "mnuTableLinks", "links"},
+          std::array{"mnuDBTables", "mnuFieldsGrp", "schema"}, std::array{"mnuWindow", "mnuCascade", "index"}}) {
+        SCOPED_TRACE(item);
+        QMenu *menu = Window->menus->Menu(QLatin1String(group));
+        menu->popup(Window->mapToGlobal(QPoint(0, 0)));
+        menu->setActiveAction(Window->menus->Item(QLatin1String(item)));
+        QTest::keyClick(menu, Qt::Key_F1);
+        EXPECT_FALSE(menu->isVisible());
+        auto *help = Window->findChild<frmHelp *>();
+        ASSERT_TRUE(help);
+        EXPECT_TRUE(help->isVisible());
+        EXPECT_EQ(help->Page(), QLatin1String(page));
+        help->close();
     }
 }
 

@@ -13,6 +13,7 @@
 #include "analyzer/frmScriptMask.h"
 #include "app/CommandTable.h"
 #include "app/WorkArea.h"
+#include "controls/DataGrid.h"
 #include "controls/ListView.h"
 #include "controls/RichTextBox.h"
 #include "controls/StatusBar.h"
@@ -21,6 +22,7 @@
 #include "data/frmGrid.h"
 #include "sqltext/Statements.h"
 #include "tests/app/ShellFixture.h"
+#include "views/frmInline.h"
 #include <QApplication>
 #include <QDir>
 #include <QRegularExpression>
@@ -375,6 +377,20 @@ TEST_P(HostileNames, ViewsShowTheirOwnRows)
         Pick(u'v' + names[i]);
         Do("mnuDropView");
         EXPECT_THROW(m_owner->Execute(QStringLiteral("SELECT * FROM ") + Quoted(u'v' + names[i])), ADODB::Error);
+    }
+    ExpectAllThere();
+}
+
+TEST_P(HostileNames, AnEditMeetsTheTableThatWasPicked)
+{
+    MakeTables();
+    Connect();
+    for (const QString &name : std::as_const(m_made)) {
+        Pick(name);
+        Do("mnuBrowesTable");
+        ASSERT_TRUE(Newest<frmInline>()->dg->SetCellText(QStringLiteral("77"))) << name.toStdString();
+        Do("mnuSave");
+        EXPECT_EQ(m_owner->Execute(QStringLiteral("SELECT sum(h) FROM ") + Quoted(name))->CellText(0, 0), u"80");
     }
     ExpectAllThere();
 }

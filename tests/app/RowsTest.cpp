@@ -118,7 +118,8 @@ QSet<QString> KeysOfTheRows()
 
 QStringList Rendered()
 {
-    QStringList lines(QStringLiteral("[commands] menu | name | caption | calls | needs | key | status | button"));
+    QStringList lines(
+        QStringLiteral("[commands] menu | name | caption | calls | needs | key | status | button | page"));
     for (const CommandRow &row : CommandTable()) {
         QString button;
         if (*row.ButtonKey)
@@ -128,7 +129,7 @@ QStringList Rendered()
             button += QStringLiteral(" below %1: %2").arg(L(row.DropsOf), L(row.DropCaption));
         lines << QStringList({L(row.Parent), L(row.Name), L(row.Caption), CallOf(row), NeedOf(row),
                               *row.Hint ? QStringLiteral("child's ") + L(row.Hint) : L(row.Shortcut), L(row.Status),
-                              button})
+                              button, row.Route == Calls::Separator ? QString() : HelpPageOf(row)})
                      .join(QStringLiteral(" | "));
     }
     lines << QString() << QStringLiteral("[toolbars] key | title | form | mark | buttons");
@@ -171,14 +172,6 @@ TEST(Rows, StandOnceMoreInTheGoldenFile)
         ASSERT_EQ(rows.value(i).toStdString(), golden.value(i).toStdString()) << "line " << i + 1;
 }
 
-// Does the Analyzer act on this button or menu item today?
-bool Leads(const char *key)
-{
-    const QString name = L(key);
-    return frmSQL::KnowsButton(name) &&
-           !frmSQL::ButtonsOfLater().contains(name.startsWith(QLatin1String("SQL")) ? name.mid(3) : name);
-}
-
 TEST(Rows, EachLeadsSomewhere)
 {
     QSet<QString> names, buttons;
@@ -195,6 +188,7 @@ TEST(Rows, EachLeadsSomewhere)
         EXPECT_FALSE(names.contains(L(row.Name)));
         names << L(row.Name);
         EXPECT_TRUE(*row.Caption);
+        EXPECT_TRUE(frmHelp::Pages().contains(HelpPageOf(row))) << HelpPageOf(row).toStdString();
         EXPECT_EQ(row.Route == Calls::Main, row.Main != nullptr);
         EXPECT_EQ(row.Route == Calls::Schema, row.Schema != nullptr);
         EXPECT_EQ(row.Route == Calls::Child, row.Answer != ChildName::Count);
@@ -210,7 +204,7 @@ TEST(Rows, EachLeadsSomewhere)
             EXPECT_EQ(FindCommand(row.Text)->Route, Calls::Group);
         }
         if (row.Route == Calls::Tool && !std::strcmp(row.Toolbar, "SQL")) {
-            EXPECT_EQ(row.IsLater, !Leads(row.Text)); // no dead click, and none that waits without need
+            EXPECT_TRUE(frmSQL::KnowsButton(L(row.Text))); // no dead click
         }
         if (row.Need == Needs::Toolbar) {
             EXPECT_TRUE(FindToolbar(row.Toolbar));

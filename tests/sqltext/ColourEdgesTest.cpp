@@ -1,5 +1,6 @@
 // The edges of the colouring, each as text and as what it becomes, and what a control is asked to do.
 #include "sqltext/IntColorAll.h"
+#include "sqltext/WordTrie.h"
 #include "sqltext/clsColorTable.h"
 #include "tests/sqltext/EditDouble.h"
 
@@ -22,6 +23,14 @@ protected:
         return ColourBody(QString::fromUtf8(text), gKeywordSet, whole).toStdString();
     }
 };
+
+TEST(WordTrie, AWordBeyondAsciiIsNotOrdinary)
+{
+    EXPECT_TRUE(WordTrie::IsOrdinary(QStringLiteral("select")));
+    EXPECT_TRUE(WordTrie::IsOrdinary(QString(QChar(0x7f))));
+    EXPECT_FALSE(WordTrie::IsOrdinary(QString(QChar(0x80))));
+    EXPECT_FALSE(WordTrie::IsOrdinary(QString()));
+}
 
 TEST_F(ColourEdges, WorkedExample)
 {

@@ -57,6 +57,7 @@ TEST(EditAssist, CommentKeepsTheCaretAtItsCharacter)
 {
     ExpectEdit(CommentIn({S("ab"), 1, 0}), "--ab", 3, 0);
     ExpectEdit(CommentIn({S("a\r\nb"), 3, 0}), "a\r\n--b", 5, 0);
+    ExpectEdit(CommentIn({S("\r\nb"), 3, 0}), "\r\n--b", 5, 0); // the first line is empty
     ExpectEdit(RemoveComment({S("--ab"), 3, 0}), "ab", 1, 0);
     ExpectEdit(RemoveComment({S("--ab"), 1, 0}), "ab", 0, 0);
     ExpectEdit(RemoveComment({S("  --ab"), 4, 0}), "  --ab", 4, 0); // only the very start is looked at

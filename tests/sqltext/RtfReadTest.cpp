@@ -77,6 +77,7 @@ TEST(RtfRead, EscapesAndCharacters)
 
 TEST(RtfRead, UnicodeAndItsFallback)
 {
+    EXPECT_EQ(TextOf("\\u?x"), TextOf("\\u0?x")); // without a number it is 0
     EXPECT_EQ(TextOf("\\u1078?x"), QStringLiteral(u"\u0436x"));
     EXPECT_EQ(TextOf("\\u-10179?\\u-8704?x"), QStringLiteral(u"\U0001F600x"));
     EXPECT_EQ(TextOf("\\u55357 ?\\u56832 ?x"), QStringLiteral(u"\U0001F600x"));

@@ -22,6 +22,7 @@ TEST(EndsTransaction, FindsTheWordAtTheHeadOfAPiece)
                             "do $a$ $$; $a$; commit",
                             "create trigger g after insert on t begin delete from t; end; commit",
                             "select $1; commit",
+                            "select $1$2; commit; select $1$", // a digit begins no tag
                             "select E'\\''; commit",
                             "select '\\'; commit",
                             "select a$b$c; commit",

@@ -98,6 +98,42 @@ TEST_P(KilledServer, IsToldInTheWindowWhichServesTheNextConnection)
     delete window.data();
 }
 
+// Between the statements of a hierarchy: the first has given its rows, the second is on its way.
+TEST_P(KilledServer, IsToldOfAHierarchyToo)
+{
+    const bool postgres = QLatin1String(GetParam().name) == u"postgres";
+    const QString first = QStringLiteral("SELECT 1 AS id");
+    const QString second = QStringLiteral("SELECT %1 AS pid, s FROM (%2) many_rows")
+                               .arg(QLatin1String(postgres ? "n" : "seq"), QLatin1String(GetParam().rows));
+    const QString asks = postgres
+                             ? QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE state = 'active' AND "
+                                              "query LIKE '%many_' || 'rows%'")
+                             : QStringLiteral("SELECT count(*) FROM information_schema.processlist WHERE info LIKE "
+                                              "concat('%many_', 'rows%') AND info NOT LIKE '%processlist%'");
+    const QPointer<frmHirarchy> window(new frmHirarchy);
+    window->SetDataSource(QStringLiteral("SHAPE {%1} APPEND ({%2} RELATE id TO pid)").arg(first, second));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_connection->Execute(asks)->CellValue(0, 0).ToInt64() > 0; }, 30000));
+    ASSERT_TRUE(window->IsRunning());
+    ASSERT_EQ(QProcess::execute(m_script, {QStringLiteral("kill"), m_servers}), 0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !window->IsRunning() && window->cmdStop->isHidden(); }, 30000));
+    const QString last = window->mfgMessge->TextMatrix(window->mfgMessge->Rows() - 1, 3);
+    EXPECT_TRUE(last.startsWith("Error: ")) << last.toStdString();
+    EXPECT_GT(last.size(), 12) << last.toStdString();
+    EXPECT_FALSE(last.contains("cancel", Qt::CaseInsensitive)) << last.toStdString();
+    EXPECT_EQ(window->ts->Selected(), 2);
+    EXPECT_EQ(window->mfg->DataSource(), nullptr); // nothing of half a hierarchy
+    EXPECT_TRUE(window->isVisible());
+    // Another connection serves the same window.
+    const QString file = m_folder.filePath(QStringLiteral("other.sqlite"));
+    gConn = ADODB::Connection::Create();
+    gConn->Open(QStringLiteral("Driver=SQLite;Create=Yes;Database=") + file);
+    window->SetDataSource(QStringLiteral("SHAPE {SELECT 1 AS id} APPEND ({SELECT 1 AS pid} RELATE id TO pid)"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->mfg->DataSource() != nullptr; }, 20000));
+    EXPECT_EQ(window->mfg->Bands(), 2);
+    window->Unload();
+    delete window.data();
+}
+
 INSTANTIATE_TEST_SUITE_P(Servers, KilledServer,
                          testing::Values(Server{"postgres",
                                                 "SELECT n, repeat('x', 500) AS s FROM generate_series(1, 3000000) n"},

@@ -332,3 +332,19 @@ TEST(MapLook, ReachesTheLayersToComeOnly)
     EXPECT_EQ(look.Template.Fill, 0);
     EXPECT_EQ(standing.Back, 4);
 }
+
+// The alias of a copy is no table's name, but it must stay one name: that of a hostile table ended the statement.
+TEST(MapTables, WriteACopysAliasAsOneName)
+{
+    MapTables tables;
+    tables.WriteAlias = [](const QString &alias) { return u'"' + alias + u'"'; };
+    const QString hostile = QStringLiteral("t;DELETE/**/FROM/**/x;--");
+    for (int i = 0; i < 2; ++i)
+        tables.AddTable(hostile, {QStringLiteral("ID")}, {}, u'"' + hostile + u'"');
+    EXPECT_EQ(tables.GetTableList(),
+              QStringLiteral("\"t;DELETE/**/FROM/**/x;--\" ,\"t;DELETE/**/FROM/**/x;--_Copy1\""));
+    EXPECT_EQ(tables.StatementName(hostile + QStringLiteral("_Copy1")),
+              QStringLiteral("\"t;DELETE/**/FROM/**/x;--_Copy1\""));
+    EXPECT_EQ(tables.SourceName(2), QStringLiteral("\"t;DELETE/**/FROM/**/x;--\""));
+    EXPECT_EQ(tables.SourceName(3), QString());
+}

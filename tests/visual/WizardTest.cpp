@@ -189,3 +189,54 @@ TEST(WizardRows, ClashWithAllFieldsOfTheTable)
     EXPECT_TRUE(rows.RowIsFree(2, true)); // the clashing row is not shown
     EXPECT_TRUE(rows.RowIsFree(3, false));
 }
+
+// A criterion beside an empty field went into the text as ". = 1".
+TEST(WizardStatement, SkipsARowWithoutAFieldInTheConditionsToo)
+{
+    const WizardRows rows = Grid({Row("T", "", "", "", "", "", "= 1"), Row("T", "F", "", "Y", "", "", "= 2")});
+    EXPECT_EQ(BuildCriteria(rows, false, {}), S("(T.F = 2)"));
+}
+
+TEST(WizardStatement, NamesEachTableAsTheServerReadsIt)
+{
+    WizardRows rows = Grid({Row("select", "F", "", "Y", "Group By", "Ascending", "= 1"), Row("T", "G")});
+    rows.StatementName = [](const QString &alias) { return alias == S("select") ? S("\"select\"") : alias; };
+    EXPECT_EQ(ComposeStatement(rows, S("\"select\" ,T"), {}).SQLText,
+              S("Select \"select\".F, T.G From \"select\" ,T Where (\"select\".F = 1) Order By \"select\".F "));
+}
+
+// The server's own text for the table, where it is known: neither a hostile name nor one with a blank in round brackets
+// that most servers refuse.
+TEST(WizardRows, ReadTheFieldsByTheServersOwnName)
+{
+    EXPECT_EQ(*WizardFieldsQuery(S("t;DELETE/**/FROM/**/x;--"), S("\"t;DELETE/**/FROM/**/x;--\"")),
+              S("SELECT * FROM \"t;DELETE/**/FROM/**/x;--\" where 1=0"));
+    EXPECT_EQ(*WizardFieldsQuery(S("Order Details"), S("`Order Details`")),
+              S("SELECT * FROM `Order Details` where 1=0"));
+    EXPECT_EQ(*WizardFieldsQuery(S("select 1"), S("(select 1)")),
+              S("SELECT * FROM ((select 1)) thisisjustadumbytable where 1=0"));
+    EXPECT_FALSE(WizardFieldsQuery(S(" "), S("x")));
+}
+
+// A row of a table without a field stood last when another table's rows went, or when an item was checked.
+TEST(WizardRows, EndInAnEmptyRowBehindOneThatHasATableAlone)
+{
+    WizardRows rows;
+    rows.Assign({Row("U", "F"), Row("T", "", "", "", "")});
+    rows.TableRemoved(S("T"));
+    EXPECT_EQ(rows.Count(), 2);
+    EXPECT_EQ(rows.TextMatrix(2, wcTable), QString());
+    rows.Assign({Row("U", "F"), Row("T", "", "", "", "")});
+    rows.ItemChecked(S("U"), S("G"), true);
+    EXPECT_EQ(rows.Count(), 4);
+    EXPECT_EQ(rows.TextMatrix(3, wcField), S("G"));
+    EXPECT_EQ(rows.TextMatrix(4, wcField), QString());
+}
+
+TEST(WizardRows, KnowWhetherAFieldIsShown)
+{
+    const WizardRows rows = Grid({Row("T", "F", "", "N"), Row("T", "G")});
+    EXPECT_FALSE(rows.IsShown(S("T"), S("F")));
+    EXPECT_TRUE(rows.IsShown(S("T"), S("G")));
+    EXPECT_FALSE(rows.IsShown(S("U"), S("G")));
+}

@@ -73,6 +73,8 @@ MapTable *MapTables::AddTable(const QString &name, const QStringList &fields, co
         return nullptr;
     }
     table.Written = written;
+    if (WriteAlias && table.Alias != name)
+        table.AliasWritten = WriteAlias(table.Alias);
     const int items = int(table.Items.size());
     table.Width = measures.TemplateWidth;
     table.ColumnWidth = TableColumnWidth(table.Width, items);
@@ -134,7 +136,8 @@ QString MapTables::GetTableList() const
     for (const auto &[index, table] : m_tables) {
         if (!list.isEmpty())
             list += QStringLiteral(" ,");
-        list += table.Written.isEmpty() || table.Alias != table.Tag ? QuoteName(table.Alias) : table.Written;
+        const QString &own = table.Alias == table.Tag ? table.Written : table.AliasWritten;
+        list += own.isEmpty() ? QuoteName(table.Alias) : own;
     }
     return list;
 }
@@ -144,11 +147,17 @@ QString MapTables::StatementName(const QString &alias) const
     const MapTable *named = nullptr;
     for (const auto &[index, table] : m_tables) {
         if (table.Alias == alias && table.Tag != alias)
-            return QuoteName(alias);
+            return table.AliasWritten.isEmpty() ? QuoteName(alias) : table.AliasWritten;
         if (!named && table.Tag == alias)
             named = &table;
     }
     return named && !named->Written.isEmpty() ? named->Written : QuoteName(alias);
+}
+
+QString MapTables::SourceName(int index) const
+{
+    const MapTable *table = At(index);
+    return !table ? QString() : table->Written.isEmpty() ? QuoteName(table->Tag) : table->Written;
 }
 
 QString MapTables::GetRealName(const QString &alias) const

@@ -22,9 +22,10 @@ struct MapItem
 struct MapTable
 {
     int Index = 0;
-    QString Tag;     // the table's own name, as it was given
-    QString Alias;   // what its heading shows and statements use
-    QString Written; // how the server reads the table's own name, where QuoteName's text would lead elsewhere
+    QString Tag;          // the table's own name, as it was given
+    QString Alias;        // what its heading shows and statements use
+    QString Written;      // how the server reads the table's own name, where QuoteName's text would lead elsewhere
+    QString AliasWritten; // the alias of a copy as one name, where QuoteName's text would be more than that
     std::vector<MapItem> Items;
     double Left = 0, Top = 0, Width = 0, Height = 0;
     double ColumnWidth = 0;
@@ -59,6 +60,10 @@ public:
     std::function<void(const MapTable &)> TableAdded;
     std::function<void(const QString &TableName, const QString &Alias)> TableRemoved;
 
+    // How a statement writes the alias of a copy, which is no table's name: whatever stands in it must stay one name.
+    // QuoteName without it.
+    std::function<QString(const QString &Alias)> WriteAlias;
+
     // A table with these fields, at a random place, on top and current; null without a name or a field. A name that
     // comes a second time ends the fields: those before it stand.
     MapTable *AddTable(const QString &name, const QStringList &fields, const MapMeasures &measures,
@@ -71,8 +76,9 @@ public:
     QString GetTableName(const QString &name) const; // the alias that the next reading of this name would show
     QString GetTableList() const;                    // StatementName of each alias, each but the first behind " ,"
     // How a statement names what bears this alias (or, without one, this name): as the server reads it, but for a copy,
-    // whose alias goes out as it is.
+    // whose alias goes out as one name.
     QString StatementName(const QString &alias) const;
+    QString SourceName(int index) const; // how the server reads the table behind it, of a copy too; "" without one
     QString GetRealName(const QString &alias) const; // the alias itself when no table has it
     int GetFieldIndex(int table, const QString &field) const;
     // Checks the item in the first table of that alias that has it; {0, 0} when there is none.

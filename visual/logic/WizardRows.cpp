@@ -27,7 +27,8 @@ QString WizardRows::GetUniqueAlias() const
 
 QString WizardRows::GetFieldRef(int row) const
 {
-    return QuoteName(TextMatrix(row, wcTable)) + u'.' + TextMatrix(row, wcField);
+    const QString table = TextMatrix(row, wcTable);
+    return (StatementName ? StatementName(table) : QuoteName(table)) + u'.' + TextMatrix(row, wcField);
 }
 
 int WizardRows::GetFreeRow()
@@ -76,6 +77,13 @@ void WizardRows::TypeCriteria(int row, int column, const QString &text)
     SetTextMatrix(row, column, CriteriaCell(text));
 }
 
+bool WizardRows::IsShown(const QString &table, const QString &field) const
+{
+    return std::any_of(m_rows.begin(), m_rows.end(), [&](const WizardRow &row) {
+        return row[wcTable] == table && row[wcField] == field && row[wcShow] == u"Y";
+    });
+}
+
 bool WizardRows::SetShown(int row, bool shown)
 {
     SetTextMatrix(row, wcShow, shown ? QStringLiteral("Y") : QStringLiteral("N"));
@@ -109,12 +117,14 @@ void WizardRows::ItemChecked(const QString &alias, const QString &field, bool ch
         SetTextMatrix(row, wcAlias, GetUniqueAlias());
     SetTextMatrix(row, wcShow, QStringLiteral("Y"));
     SetTextMatrix(row, wcGroupBy, QStringLiteral("Group By"));
+    if (row == Count()) // where none was free
+        AddItem();
 }
 
 void WizardRows::TableRemoved(const QString &alias)
 {
     std::erase_if(m_rows, [&](const WizardRow &row) { return row[wcTable] == alias; });
-    if (m_rows.empty())
+    if (m_rows.empty() || !IsEmpty(m_rows.back()))
         AddItem();
 }
 
@@ -148,11 +158,13 @@ QString CriteriaCell(const QString &text)
     return text.isEmpty() || lang::InStr(QStringLiteral("<>="), first) > 0 ? text : QStringLiteral("= ") + text;
 }
 
-std::optional<QString> WizardFieldsQuery(const QString &real)
+std::optional<QString> WizardFieldsQuery(const QString &real, const QString &Written)
 {
     if (lang::Trim(real).isEmpty())
         return std::nullopt;
-    if (!real.contains(u' '))
-        return QStringLiteral("SELECT * FROM ") + real + QStringLiteral(" where 1=0");
+    // A table's name in round brackets is refused by more servers than one.
+    const bool table = !Written.isEmpty() && !Written.startsWith(u'(');
+    if (table || !real.contains(u' '))
+        return QStringLiteral("SELECT * FROM ") + (table ? Written : real) + QStringLiteral(" where 1=0");
     return QStringLiteral("SELECT * FROM (") + QuoteName(real) + QStringLiteral(") thisisjustadumbytable where 1=0");
 }

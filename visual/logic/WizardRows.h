@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -39,6 +40,7 @@ class WizardRows
 {
 public:
     bool GroupMode = false;
+    std::function<QString(const QString &alias)> StatementName; // how a statement names a table; QuoteName without it
 
     WizardRows() : m_rows(1) {}
 
@@ -62,6 +64,7 @@ public:
     void PickField(int row, const QString &field); // chosen from the list
     void ClearField(int row);                      // the list was emptied
     void TypeCriteria(int row, int column, const QString &text);
+    bool IsShown(const QString &table, const QString &field) const; // by any row
     // The box of a row was clicked. True: the item stays checked in its table, since some row shows it.
     bool SetShown(int row, bool shown);
 
@@ -81,5 +84,6 @@ private:
 
 // What goes into the cell: "= " stands in front of a text that does not begin with a comparison.
 QString CriteriaCell(const QString &text);
-// Reads the fields of the table behind an alias; nothing for a blank name.
-std::optional<QString> WizardFieldsQuery(const QString &real);
+// Reads the fields of the table behind an alias; nothing for a blank name. `Written` is how the server reads that
+// table, where it is known.
+std::optional<QString> WizardFieldsQuery(const QString &real, const QString &Written = {});

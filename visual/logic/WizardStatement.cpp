@@ -7,10 +7,6 @@
 
 namespace {
 
-constexpr char16_t kNoTable[] =
-    u"You need to add a data source [Table, View, Stored Proceduer, SQL Statement,...,etc] before continuing.";
-constexpr char16_t kNoField[] = u"You need to select fields to display before continuing.";
-
 bool IsBlank(const QString &text)
 {
     return lang::Trim(text).isEmpty();
@@ -105,6 +101,8 @@ QString BuildCriteria(const WizardRows &rows, bool Having, const QString &JoinSt
 {
     std::array<QString, wcOr3 - wcCriteria + 1> parts;
     for (int row = 1; row <= rows.Count(); ++row) {
+        if (IsBlank(rows.TextMatrix(row, wcField))) // as every clause does: there is nothing to compare
+            continue;
         for (size_t c = 0; c < parts.size(); ++c) {
             const QString cell = rows.TextMatrix(row, wcCriteria + int(c));
             if (IsBlank(cell))
@@ -127,10 +125,10 @@ QString BuildCriteria(const WizardRows &rows, bool Having, const QString &JoinSt
 WizardResult ComposeStatement(WizardRows &rows, const QString &TableList, const QString &JoinStatement)
 {
     if (TableList.isEmpty())
-        return {{}, kNoTable};
+        return {{}, kWizardNoTable};
     const QString fields = BuildFieldList(rows, false);
     if (fields.isEmpty())
-        return {{}, kNoField};
+        return {{}, kWizardNoField};
     QString sql = QStringLiteral("Select ") + fields + QStringLiteral(" From ") + TableList;
     const QString where = BuildCriteria(rows, false, JoinStatement);
     if (!IsBlank(where))

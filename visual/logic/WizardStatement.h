@@ -13,6 +13,10 @@ QString BuildOrderBy(const WizardRows &rows);
 // rows; the columns are alternatives, the first of them last in the text.
 QString BuildCriteria(const WizardRows &rows, bool Having, const QString &JoinStatement);
 
+inline constexpr char16_t kWizardNoTable[] =
+    u"You need to add a data source [Table, View, Stored Proceduer, SQL Statement,...,etc] before continuing.";
+inline constexpr char16_t kWizardNoField[] = u"You need to select fields to display before continuing.";
+
 struct WizardResult
 {
     QString SQLText; // empty when Message says why there is none

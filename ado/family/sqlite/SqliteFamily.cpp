@@ -65,6 +65,7 @@ const Family &SqliteFamily()
                  .NoRowIdWords = "no such column",
                  .MadeByRowId = "SELECT %1 FROM %2 WHERE rowid = last_insert_rowid()",
                  .TellBehindViews = true,
+                 .DecimalDigits = 15,
                  .KeyQuery = KeyQuery,
                  .Equality = Equality},
         .Transactions = {.InsideWords = "within a transaction", .KeepsFailedCommit = true, .CommitsWriteAll = true},

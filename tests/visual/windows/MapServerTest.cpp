@@ -150,6 +150,20 @@ TEST_P(MapServer, BringsNoBoxForATableWithoutRights)
     Run({"RESET ROLE", "DROP OWNED BY map_reader", "DROP ROLE map_reader"});
 }
 
+// Both refuse a statement in brackets that has no name behind it, and no box came.
+TEST_P(MapServer, ShowsAStatementThatTheServerWantsANameFor)
+{
+    Run({"CREATE TABLE plain (id int, note varchar(20))"});
+    Show();
+    const MapTable *table = map->AddTable("SELECT id AS number, note FROM plain");
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(table->Items.size(), 3u);
+    EXPECT_EQ(table->Items[1].Text, "number");
+    EXPECT_EQ(map->AddTable("SELECT nothing FROM plain"), nullptr);
+    EXPECT_EQ(map->AddTable("SELECT 1) a; DROP TABLE plain; SELECT (1"), nullptr);
+    EXPECT_NO_THROW(gConn->Execute("SELECT * FROM plain"));
+}
+
 INSTANTIATE_TEST_SUITE_P(Servers, MapServer,
                          testing::Values(ServerOfMap{"PostgreSQL", "BRINDLEWICK_TEST_POSTGRES", "\""},
                                          ServerOfMap{"MariaDB", "BRINDLEWICK_TEST_MARIADB", "`"}),
