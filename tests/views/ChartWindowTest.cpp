@@ -223,7 +223,8 @@ TEST_F(ChartWindow, ADrawingKeepsItsTextsAsText)
     const QString svg = QString::fromUtf8(Bytes(QStringLiteral("c.svg")));
     for (const char *text : {">1.5<", ">-3<", ">id<", ">Brindlewick<", ">select id, amount, name from t<"})
         EXPECT_TRUE(svg.contains(QLatin1String(text))) << text;
-    const QString pdf = PdfText(Bytes(QStringLiteral("c.pdf"))).Text();
+    QString pdf = PdfText(Bytes(QStringLiteral("c.pdf"))).Text();
+    pdf.replace(u'\t', u' '); // the file's table of letters names a blank by the other character of its drawing
     const QStringList lines = pdf.split(u'\n');
     for (const char *text : {"1.5", "-3", "id", "Brindlewick", "select id, amount, name from t"})
         EXPECT_TRUE(lines.contains(QLatin1String(text))) << text << " is not in:\n" << qPrintable(pdf);
