@@ -48,7 +48,7 @@ auto Parts(const Timestamp &t)
 }
 
 // Whole numbers as their digits, so that they compare with decimals exactly.
-QByteArray Digits(const Value &value)
+QByteArray DecimalText(const Value &value)
 {
     if (const Decimal *decimal = value.As<Decimal>())
         return decimal->digits;
@@ -74,7 +74,7 @@ int CompareNumbers(const Value &left, const Value &right)
         if (const qint64 *b = right.As<qint64>())
             return Order(*a, *b);
     if (!left.As<double>() && !right.As<double>())
-        return CompareDecimals(Digits(left), Digits(right));
+        return CompareDecimals(DecimalText(left), DecimalText(right));
     // Against decimal digits a double is the number that these digits would read as; against whole numbers it is exact.
     const bool digits = left.As<Decimal>() || right.As<Decimal>();
     const long double a = digits ? left.ToDouble() : Real(left), b = digits ? right.ToDouble() : Real(right);

@@ -5,14 +5,14 @@
 
 namespace {
 
-constexpr int kSteps = 1000; // what a reader of the screen is told in: its numbers are no larger than an int
+constexpr int kBarSteps = 1000; // what a reader of the screen is told in: its numbers are no larger than an int
 
 } // namespace
 
 ProgressBar::ProgressBar(QWidget *parent) : QProgressBar(parent)
 {
     setAccessibleName(QStringLiteral("Progress"));
-    setRange(0, kSteps);
+    setRange(0, kBarSteps);
     setValue(0);
     setTextVisible(false);
     setFixedHeight(sizeHint().height());
@@ -32,7 +32,7 @@ void ProgressBar::SetMax(qint64 max)
 void ProgressBar::SetValue(qint64 value)
 {
     m_value = std::clamp(value, qint64(0), m_max);
-    setValue(m_max > 0 ? int(double(m_value) / double(m_max) * kSteps) : 0);
+    setValue(m_max > 0 ? int(double(m_value) / double(m_max) * kBarSteps) : 0);
     update();
 }
 

@@ -26,13 +26,6 @@
 
 namespace {
 
-enum GridRow : qint64
-{
-    kFileRow = 0,
-    kTableRow = 1,
-    kFirstLine = 2
-};
-
 const QString kFilter = QStringLiteral("Comma Seperated Files [*.csv]|*.csv|Text Files [*.txt]|*.txt|"
                                        "Tab Seperated Files [*.tsv]|*.tsv|All Files [*.*]|*");
 

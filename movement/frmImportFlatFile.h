@@ -15,6 +15,14 @@ class FieldPopup;
 class QCheckBox;
 class QComboBox;
 
+// The rows of the grid: the file's fields, where they go, and the first lines.
+enum FileGridRow : qint64
+{
+    kFileRow = 0,
+    kTableRow = 1,
+    kFirstLine = 2
+};
+
 class frmImportFlatFile : public MovementForm
 {
     Q_OBJECT

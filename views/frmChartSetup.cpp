@@ -1,6 +1,7 @@
 #include "views/frmChartSetup.h"
 
 #include "controls/ListView.h"
+#include "controls/Named.h"
 #include <QApplication>
 #include <QCheckBox>
 #include <QGridLayout>
@@ -15,14 +16,6 @@ namespace {
 
 constexpr int kNarrower = 350; // twips that a column is narrower than its list
 constexpr ChartChoice::List kLists[] = {&ChartChoice::Fields, &ChartChoice::Labels, &ChartChoice::Data};
-
-template <class Control> Control *WithName(Control *control, const char *name, const QString &spoken = {})
-{
-    control->setObjectName(QLatin1String(name));
-    if (!spoken.isEmpty())
-        control->setAccessibleName(spoken);
-    return control;
-}
 
 QPushButton *MoveButton(const char *name, const char *caption, const QString &spoken, QVBoxLayout *into,
                         QWidget *parent)

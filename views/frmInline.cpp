@@ -5,6 +5,7 @@
 #include "controls/DataGrid.h"
 #include "controls/Dialogs.h"
 #include "controls/FlexGrid.h"
+#include "controls/Named.h"
 #include "controls/Skin.h"
 #include "controls/StatusBar.h"
 #include "data/modMain.h"
@@ -23,13 +24,6 @@
 namespace {
 
 constexpr qint64 kStopPatience = 1000; // ms at the way out, from a stop to its end
-
-template <class Widget> Widget *WithName(Widget *widget, const char *name, const QString &spoken)
-{
-    widget->setObjectName(QLatin1String(name));
-    widget->setAccessibleName(spoken);
-    return widget;
-}
 
 } // namespace
 

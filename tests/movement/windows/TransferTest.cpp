@@ -408,7 +408,6 @@ TEST_P(OnePair, ThePickersGiveConnectionAndTables)
     EXPECT_EQ(RowOf(window->mfg, 0), (QStringList{"Source:", "id", "name", "", ""}));
     Go();
     EXPECT_EQ(Box(0), "Import/Import Complate. 1 record have been imported.");
-
     // "< other >" asks for a string.
     ASSERT_NO_FATAL_FAILURE(Open(true));
     QTimer look;
