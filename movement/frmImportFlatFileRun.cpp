@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr qint64 kTableRow = 1;
-
 bool AskWithoutTransaction(QWidget *window)
 {
     return MsgBox(QStringLiteral("The connection is not allowing a transaction to begin."
