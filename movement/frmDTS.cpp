@@ -21,18 +21,11 @@
 
 namespace {
 
-enum GridRow : qint64
-{
-    kSourceRow = 0,
-    kDestinationRow = 1,
-    kFirstRow = 2
-};
-
-struct SideRow
+struct SideTexts
 {
     const char *connection, *getConnection, *connectionSays, *table, *getTable, *tableSays;
 };
-constexpr SideRow kSides[] = {
+constexpr SideTexts kSides[] = {
     {"txtConn0", "cmdGetConn0", "&Source Connection", "txtTable0", "cmdGetTable0", "&Table / View / SQL"},
     {"txtConn1", "cmdGetConn1", "&Destination Connection", "txtTable1", "cmdGetTable1", "Ta&ble"},
 };
@@ -42,7 +35,7 @@ constexpr SideRow kSides[] = {
 frmDTS::frmDTS(QWidget *parent) : MovementForm(QString(), parent)
 {
     for (int side = 0; side < 2; ++side) {
-        const SideRow &row = kSides[side];
+        const SideTexts &row = kSides[side];
         const QString of = side == 0 ? QStringLiteral("Source ") : QStringLiteral("Destination ");
         txtConn[size_t(side)] = AddBox(side * 2, row.connection, QLatin1String(row.connectionSays),
                                        &cmdGetConn[size_t(side)], row.getConnection, of + QStringLiteral("Connection"));
@@ -119,7 +112,10 @@ void frmDTS::ChooseConnection(int side)
 {
     const QPointer<frmDTS> alive(this);
     const QString name = GetConnection(true);
-    if (!alive || name.isEmpty())
+    if (!alive)
+        return;
+    activateWindow(); // a desktop may hand the keyboard to the main window when the picker has gone
+    if (name.isEmpty())
         return;
     QString text;
     if (name == QLatin1String("< other >")) {
@@ -127,7 +123,10 @@ void frmDTS::ChooseConnection(int side)
     } else if (const clsConn *conn = gConns().Item(name)) {
         text = conn->ConnectionString;
     }
-    if (!alive || text.isEmpty())
+    if (!alive)
+        return;
+    activateWindow();
+    if (text.isEmpty())
         return;
     SetStatus(QStringLiteral("Opening Connection ..."));
     const ADODB::ConnectionPtr opened = OpenExtraConnection(text);
@@ -161,7 +160,10 @@ void frmDTS::ChooseTable(int side)
     ADODB::ObjectName picked = of.Picked;
     const QString table = GetTable(side == 0, true, QString(), QStringLiteral("&OK"), QStringLiteral("&Cancel"),
                                    QString(), connection, txtTable[size_t(side)]->text(), &picked);
-    if (!alive || table.isEmpty())
+    if (!alive)
+        return;
+    activateWindow();
+    if (table.isEmpty())
         return;
     if (of.Picked != picked)
         of.Read.reset();

@@ -38,6 +38,12 @@ protected:
     void BoxesChanged() override;
 
 private:
+    enum GridRow : qint64
+    {
+        kSourceRow = 0,
+        kDestinationRow = 1,
+        kFirstRow = 2
+    };
     struct Side
     {
         ADODB::ObjectName Picked;  // as long as its name stands in the box

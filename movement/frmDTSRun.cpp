@@ -27,7 +27,7 @@ TransferOrder frmDTS::Order() const
         return table.isEmpty() ? text : QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" WHERE 1=0");
     };
     for (int column = 1; column <= m_columns; ++column)
-        order.Columns.push_back({mfg->TextMatrix(1, column), mfg->TextMatrix(0, column)});
+        order.Columns.push_back({mfg->TextMatrix(kDestinationRow, column), mfg->TextMatrix(kSourceRow, column)});
     order.Tolerance = txtErrorCount->text();
     return order;
 }

@@ -26,8 +26,8 @@
 
 namespace {
 
-const QString kFilter = QStringLiteral("Comma Seperated Files [*.csv]|*.csv|Text Files [*.txt]|*.txt|"
-                                       "Tab Seperated Files [*.tsv]|*.tsv|All Files [*.*]|*");
+const QString kFlatFiles = QStringLiteral("Comma Seperated Files [*.csv]|*.csv|Text Files [*.txt]|*.txt|"
+                                          "Tab Seperated Files [*.tsv]|*.tsv|All Files [*.*]|*");
 
 } // namespace
 
@@ -107,7 +107,7 @@ frmImportFlatFile::frmImportFlatFile(QWidget *parent) : MovementForm(QStringLite
 void frmImportFlatFile::ChooseFile()
 {
     const QPointer<frmImportFlatFile> alive(this);
-    const QString path = OpenFileDialog(QStringLiteral("Open File"), kFilter, QStringLiteral("csv"),
+    const QString path = OpenFileDialog(QStringLiteral("Open File"), kFlatFiles, QStringLiteral("csv"),
                                         QFileInfo(txtFileName->text()).absolutePath(), this);
     if (!alive || path.isEmpty())
         return;
@@ -123,7 +123,10 @@ void frmImportFlatFile::ChooseTable()
     ADODB::ObjectName picked = m_picked;
     const QString table = GetTable(false, true, QString(), QStringLiteral("&OK"), QStringLiteral("&Cancel"), QString(),
                                    gConn, txtTable->text(), &picked);
-    if (!alive || table.isEmpty())
+    if (!alive)
+        return;
+    activateWindow(); // a desktop may hand the keyboard to the main window when the picker has gone
+    if (table.isEmpty())
         return;
     txtTable->setText(table);
     m_picked = picked;

@@ -40,6 +40,12 @@ public:
     FieldPopup *mnuPopup = nullptr;
 
 private:
+    enum GridRow : qint64
+    {
+        kFileRow = 0,
+        kTableRow = 1,
+        kFirstLine = 2
+    };
     void ChooseFile();
     void ChooseTable();
     void TableChanged();

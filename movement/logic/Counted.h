@@ -7,7 +7,7 @@
 // "1,234,567"
 inline QString Grouped(qint64 number)
 {
-    return QLocale::c().toString(number);
+    return QLocale(QLocale::English, QLocale::UnitedStates).toString(number); // the C locale does not group
 }
 // "1 row", "2,000 rows"
 inline QString Counted(qint64 number, const char *word)

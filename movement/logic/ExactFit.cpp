@@ -24,13 +24,10 @@ bool IsWhole64(QByteArrayView decimal)
 qsizetype SignificantDigits(QByteArrayView decimal)
 {
     QByteArray digits;
-    bool fraction = false;
-    for (const char c : decimal) {
-        fraction = fraction || c == '.';
+    for (const char c : decimal)
         if (c >= '0' && c <= '9' && (c != '0' || !digits.isEmpty()))
             digits += c;
-    }
-    while (fraction && digits.endsWith('0'))
+    while (digits.endsWith('0'))
         digits.chop(1);
     return digits.size();
 }

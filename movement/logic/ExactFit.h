@@ -11,5 +11,5 @@
 void RaiseIfRounded(const ADODB::Value &value, const ADODB::ColumnInfo &column,
                     const std::function<bool()> &decimalsAreExact);
 
-// The digits of a decimal's text that count: without leading zeros, and without zeros at the end of a fraction.
+// The digits of a decimal's text that count: without zeros ahead of them and behind them.
 qsizetype SignificantDigits(QByteArrayView decimal);

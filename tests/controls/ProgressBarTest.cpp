@@ -7,7 +7,7 @@
 
 namespace {
 
-QColor At(ProgressBar &bar, int x)
+QColor InkAt(ProgressBar &bar, int x)
 {
     return bar.grab().toImage().pixelColor(x, bar.height() / 2);
 }
@@ -25,8 +25,8 @@ TEST(ProgressBar, FillsAsFarAsItHasCome)
     bar.SetValue(qint64(4) << 30);
     EXPECT_EQ(bar.Filled().width(), 100);
     EXPECT_EQ(bar.value(), bar.maximum() / 2) << "what a screen reader is told";
-    EXPECT_EQ(At(bar, 50), SkinColour(SkinRole::Selection));
-    EXPECT_EQ(At(bar, 150), SkinColour(SkinRole::List));
+    EXPECT_EQ(InkAt(bar, 50), SkinColour(SkinRole::Selection));
+    EXPECT_EQ(InkAt(bar, 150), SkinColour(SkinRole::List));
     bar.SetValue(qint64(9) << 30);
     EXPECT_EQ(bar.Filled().width(), 200) << "never past its end";
     bar.SetValue(-1);

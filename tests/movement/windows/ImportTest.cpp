@@ -1,6 +1,7 @@
 // The import's window for real: files of every kind, mapping by mouse and by keys, refused rows, stops.
 #include "controls/ProgressBar.h"
 #include "movement/frmImportFlatFile.h"
+#include "movement/logic/Counted.h"
 #include "tests/movement/windows/Rooms.h"
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -357,11 +358,10 @@ TEST_P(Import, StoppedWhileItSendsSaysWhatIsInAndTheTableAgrees)
     EXPECT_TRUE(dialogs.Boxes.isEmpty()) << Box(0).toStdString();
     const qint64 in = place->Count("goods");
     EXPECT_LT(in, 60'000);
-    const QString told = QLocale::c().toString(in);
+    const QString told = Grouped(in);
     EXPECT_TRUE(shell.Status().startsWith(QStringLiteral("Canceling... %1 row").arg(told)))
         << in << ' ' << shell.Status().toStdString();
-    EXPECT_TRUE(shell.Status().endsWith(QLocale::c().toString(60'000 - in) + " not sent."))
-        << shell.Status().toStdString();
+    EXPECT_TRUE(shell.Status().endsWith(Grouped(60'000 - in) + " not sent.")) << shell.Status().toStdString();
     EXPECT_EQ(place->Count("goods"), in) << "and the connection is good for the next statement";
 }
 
@@ -403,6 +403,28 @@ TEST_P(Import, AConnectionThatHasChangedIsNotWrittenTo)
     gConn = place->Connection;
 }
 
+TEST_P(Import, ASwitchInTheMiddleLeavesTheRowsWhereTheyBegan)
+{
+    ChooseAndMap(Lines(1, 20'000));
+    const Place other(kSqlite, QStringLiteral("other"));
+    other.Run("CREATE TABLE goods(id INTEGER, name TEXT, price INTEGER)");
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        if (!window->IsRunning() || !window->lblProgress->text().contains("bytes"))
+            return;
+        look.stop();
+        gConn = other.Connection;
+    });
+    look.start(1);
+    Go();
+    EXPECT_FALSE(look.isActive()) << "the switch came too late";
+    EXPECT_EQ(Box(0), "Import/Import complete.");
+    EXPECT_EQ(place->Count("goods"), 20'000);
+    EXPECT_EQ(other.Count("goods"), 0);
+    EXPECT_EQ(shell.Status(), "20,000 rows are in.");
+    gConn = place->Connection;
+}
+
 TEST_P(Import, ByTheKeyboardAlone)
 {
     const QString path = Write("n\nx\n");
@@ -430,6 +452,7 @@ TEST_P(Import, ByTheKeyboardAlone)
     window->activateWindow(); // as a desktop does when the popup has gone
     ASSERT_TRUE(QTest::qWaitForWindowActive(window));
     key(Qt::Key_I, Qt::AltModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !dialogs.Boxes.isEmpty(); }, 20000)); // the button goes down first
     EXPECT_EQ(Box(0), "Import/Import complete.");
     EXPECT_EQ(place->Rows("SELECT * FROM plain"), QStringList("x"));
     EXPECT_TRUE(HasGone());
