@@ -1,5 +1,6 @@
 // Edits of a DataGrid: each goes into the recordset at once, or is refused and told.
 
+#include "ado/Rounding.h"
 #include "controls/DataGridBody.h"
 #include "controls/Dialogs.h"
 #include "lang/Text.h"
@@ -65,6 +66,8 @@ void DataGrid::Body::Store(qint64 r, int c, const ADODB::Value &value)
         source->AddNew();
     try {
         source->Fields()[c].SetValue(value);
+        if (const ADODB::ConnectionPtr connection = source->ActiveConnection())
+            ADODB::RaiseIfRounded(source->Fields()[c].GetValue(), info, connection->Family());
         source->Update();
     } catch (...) {
         source->CancelUpdate();

@@ -1,5 +1,6 @@
 // The commands on the rows of the table editor: clipboard, search and replacement, printing.
 
+#include "ado/Rounding.h"
 #include "controls/Attempt.h"
 #include "controls/CellEditor.h"
 #include "controls/DataGrid.h"
@@ -73,6 +74,9 @@ bool frmInline::ReplaceAt(qint64 row, int column, const QString &with)
             m_rows->SetAbsolutePosition(row + 1);
             try {
                 m_rows->Fields()[column].SetValue(with);
+                if (const ADODB::ConnectionPtr connection = m_rows->ActiveConnection())
+                    ADODB::RaiseIfRounded(m_rows->Fields()[column].GetValue(), m_rows->Column(column),
+                                          connection->Family());
                 m_rows->Update();
             } catch (...) {
                 m_rows->CancelUpdate();
