@@ -10,6 +10,7 @@
 #include "controls/Attempt.h"
 #include "controls/CommandBar.h"
 #include "controls/Dialogs.h"
+#include "controls/FlexGrid.h"
 #include "frame/Shell.h"
 #include "views/ExplainSQL.h"
 #include "views/frmHirarchy.h"
@@ -122,8 +123,10 @@ void frmSQL::ShowDataShape(bool connected, bool tell)
     result->KillOnError = false;
     result->SetCallerSQLForm(this);
     connected ? result->SetDataSource(shape) : result->MountShape(shape);
-    if (result && !result->isVisible())
+    if (result && !result->isVisible()) {
         result->ShowChild();
+        result->mfg->setFocus(); // made-up rows are there already
+    }
 }
 
 bool frmSQL::RunSQL()

@@ -12,6 +12,7 @@
 #include "session/Pump.h"
 #include "views/frmHirarchy.h"
 #include "views/logic/DummyValue.h"
+#include <QApplication>
 #include <QPointer>
 #include <QPushButton>
 
@@ -88,6 +89,8 @@ void frmHirarchy::ShowShape(const ADODB::RecordsetPtr &Rec, const QString &strSh
     mfg->SetFixedRows(0);
     SpanColumns(true);
     ts->Select(1);
+    if (isAncestorOf(QApplication::focusWidget()))
+        mfg->setFocus(); // so that plus and minus open and close at once
 }
 
 void frmHirarchy::MountShape(const QString &strShape)
