@@ -21,9 +21,10 @@ struct Token
     qsizetype from = 0, to = 0;
 };
 
+// Servers take every sign beyond ASCII for a part of a plain name, whatever it is elsewhere.
 bool IsNameChar(QChar c)
 {
-    return c.isLetterOrNumber() || c == u'_' || c == u'$' || c == u'#' || c == u'@' || c.isSurrogate();
+    return c.unicode() >= 0x80 || c.isLetterOrNumber() || c == u'_' || c == u'$' || c == u'#' || c == u'@';
 }
 
 class SelectReader

@@ -16,7 +16,7 @@ namespace {
 constexpr int kBesideTheEdge = 10; // twips that an editor is narrower than its cell
 }
 
-FlexGridEditor::FlexGridEditor(FlexGrid *grid) : QObject(grid), m_grid(grid)
+FlexGridEditor::FlexGridEditor(FlexGrid *grid) : QObject(grid), m_grid(grid), m_viewport(grid->viewport())
 {
     grid->installEventFilter(this);
     grid->viewport()->installEventFilter(this);
@@ -212,7 +212,7 @@ bool FlexGridEditor::eventFilter(QObject *watched, QEvent *event)
             Attempt([&] { taken = GridKey(static_cast<QKeyEvent *>(event)); });
         return taken;
     }
-    if (watched == m_grid->viewport()) {
+    if (watched == m_viewport) {
         if (type == QEvent::MouseButtonPress)
             m_byKey = false;
         else if (type == QEvent::Paint || type == QEvent::Resize)

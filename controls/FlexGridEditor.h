@@ -59,6 +59,7 @@ private:
     void PlaceSoon();
 
     FlexGrid *m_grid;
+    QWidget *const m_viewport; // compared only: the editors in it go when the grid is no scroll area any more
     std::map<int, QWidget *> m_editors;
     QPointer<QWidget> m_current;
     qint64 m_row = -1;

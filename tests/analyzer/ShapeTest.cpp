@@ -87,6 +87,7 @@ TEST_F(AnalyzerShape, F8ShowsTheRowsOfBothStatements)
     ASSERT_EQ(Results().size(), 1);
     frmHirarchy *const result = Results().first();
     EXPECT_EQ(result->Caption(), S("Data Shape Hirarchy"));
+    EXPECT_EQ(result->focusWidget(), result->mfg); // plus and minus open and close at once
     result->mfg->ExpandAll();
     EXPECT_EQ(Shown(*result->mfg), S("customer:name 1:Anna customer:id 1:11 2:Bj\xc3\xb6rn customer:id 2:10 2:12"));
     EXPECT_EQ(result->Statement(),
@@ -105,6 +106,7 @@ TEST_F(AnalyzerShape, F9ShowsMadeUpRows)
     const FlexGrid &grid = *Results().first()->mfg;
     EXPECT_EQ(grid.RecordCount(), 3);
     EXPECT_EQ(grid.Bands(), 2);
+    EXPECT_EQ(Results().first()->focusWidget(), &grid);
     Results().first()->mfg->ExpandAll();
     EXPECT_EQ(grid.Rows(), 1 + 3 + 3 + 6);
     EXPECT_TRUE(dialogs.Boxes.isEmpty()) << dialogs.LastText().toStdString();

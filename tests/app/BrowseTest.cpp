@@ -149,16 +149,16 @@ protected:
         }
         m_other = ADODB::Connection::Create();
         m_other->Open(text);
-        m_other->Execute(QStringLiteral("DROP TABLE IF EXISTS browse_locked"));
-        m_other->Execute(QStringLiteral("CREATE TABLE browse_locked(a INTEGER PRIMARY KEY, b INTEGER)"));
-        m_other->Execute(QStringLiteral("INSERT INTO browse_locked VALUES (1, 0)"));
+        m_other->Execute(QStringLiteral("DROP TABLE IF EXISTS ") + m_name);
+        m_other->Execute(QStringLiteral("CREATE TABLE %1(a INTEGER PRIMARY KEY, b INTEGER)").arg(m_name));
+        m_other->Execute(QStringLiteral("INSERT INTO %1 VALUES (1, 0)").arg(m_name));
         ASSERT_TRUE(OpenConnection(text));
-        m_table = Opened(QStringLiteral("browse_locked"));
+        m_table = Opened(m_name);
         ASSERT_TRUE(m_table && m_table->Rows());
         ASSERT_TRUE(m_table->dg->SetCurrentCell(0, 1));
         ASSERT_TRUE(m_table->dg->SetCellText(QStringLiteral("7")));
         m_other->BeginTrans();
-        m_other->Execute(QStringLiteral("UPDATE browse_locked SET b = 0"));
+        m_other->Execute(QStringLiteral("UPDATE %1 SET b = 0").arg(m_name));
         m_clock.setInterval(5);
         QObject::connect(&m_clock, &QTimer::timeout, &m_clock, [this] {
             if (!m_table || !m_table->IsBusy() || ++m_ticks < 20)
@@ -174,12 +174,13 @@ protected:
         if (m_other) {
             if (m_other->InTransaction())
                 m_other->RollbackTrans();
-            m_other->Execute(QStringLiteral("DROP TABLE IF EXISTS browse_locked"));
+            m_other->Execute(QStringLiteral("DROP TABLE IF EXISTS ") + m_name);
         }
         Browse::TearDown();
     }
-    QString Locked() { return m_other->Execute(QStringLiteral("SELECT b FROM browse_locked"))->CellText(0, 0); }
+    QString Locked() { return m_other->Execute(QStringLiteral("SELECT b FROM ") + m_name)->CellText(0, 0); }
 
+    const QString m_name = QStringLiteral("browse_locked_%1").arg(QCoreApplication::applicationPid());
     ADODB::ConnectionPtr m_other;
     QPointer<frmInline> m_table;
     QTimer m_clock;

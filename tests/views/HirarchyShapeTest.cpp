@@ -103,8 +103,12 @@ TEST_F(HirarchyShape, MountsMadeUpRows)
     window.mfg->ExpandAll();
     EXPECT_EQ(Shown(), "id|d 1|1899-12-31 tid|Ship Date 1|1 1|1899-12-31 tid|Ship Date 1|1 1|1 1|1899-12-31 tid|Ship "
                        "Date 1|1 1|1 1|1");
-    EXPECT_EQ(Log().mid(1), QStringList({"provider=msdatashape;data provider=none;", "Mounting data shape:", shape,
-                                         "Generating dumby data...", shape}));
+    EXPECT_EQ(Log().mid(1).join(u'|').toStdString(),
+              QStringList({"provider=msdatashape;data provider=none;", "Mounting data shape:", shape,
+                           "Generating dumby data...", shape})
+                  .join(u'|')
+                  .replace(u'\t', QStringLiteral("    ")) // as the log writes a tab
+                  .toStdString());
     EXPECT_EQ(window.SB->PanelText(1), shape);
     EXPECT_EQ(window.ts->Selected(), 1);
 }

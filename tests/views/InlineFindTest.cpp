@@ -100,8 +100,10 @@ TEST_P(InlineSearch, FindGoesFromHitToHitAndOffersTheTop)
     // From the last record: nothing, so the way back to the top; there it is.
     places.clear();
     ASSERT_TRUE(Grid().SetCurrentCell(2, 0));
-    FindAnswers again({Find(QStringLiteral("one")),
-                       seen([](frmFind &dialog) { QTest::mouseClick(dialog.cmdCancel, Qt::LeftButton); })});
+    find.reset(); // one that answers at a time
+    find.emplace(QList<FindAnswers::Answer>{Find(QStringLiteral("one")), seen([](frmFind &dialog) {
+                                                QTest::mouseClick(dialog.cmdCancel, Qt::LeftButton);
+                                            })});
     dialogs.Answers = {mbYes};
     Window().mnuFind();
     EXPECT_EQ(places, (QStringList{"0,1"}));
