@@ -158,11 +158,15 @@ void Work::Run(const Options &options, const std::function<void()> &body)
             Serve();
         }
     };
+    bool waits = false; // for another's statement, when it was last looked at
     if (!quick())
         PumpUntil(
             [&] {
                 const QString other = m_claim ? m_claim->WaitsFor() : QString();
-                return !other.isEmpty() ? BehindText(other) : options.status ? options.status() : QString();
+                if (waits && other.isEmpty() && Cancelled()) // given up in the queue: it never came to its own work
+                    return QString();
+                waits = !other.isEmpty();
+                return waits ? BehindText(other) : options.status ? options.status() : QString();
             },
             [this] { return m->Done(); },
             [&] {

@@ -27,6 +27,8 @@ TEST(SelectText, TellsTheTableAndItsColumns)
     EXPECT_EQ(Told("SELECT upper(t) AS t, a+1, 'x' AS a, -a, a b c, 1, NULL x, (SELECT b FROM u) FROM t"),
               "t : ~,~,~,~,~,~,NULL,~");
     EXPECT_EQ(Told("SELECT t.*, a AS b FROM t"), "t : *,a");
+    // A sign that is no letter, beyond ASCII: no table was found, so that its rows could not be edited.
+    EXPECT_EQ(Told("SELECT * FROM vic\xe2\x80\xaetim"), "vic\xe2\x80\xaetim : *");
     EXPECT_EQ(Told("SELECT ALL a FROM t WHERE b IN (SELECT c FROM d UNION SELECT e FROM f)"), "t : a");
 }
 
