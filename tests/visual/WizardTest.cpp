@@ -14,7 +14,7 @@ WizardRow Row(const char *table, const char *field, const char *alias = "", cons
     return {S(table), S(field), S(alias), S(show), S(group), S(order), S(criteria), S(or1), S(or2), S(or3), {}};
 }
 
-WizardRows Grid(std::vector<WizardRow> rows, bool grouped = false)
+WizardRows GridOf(std::vector<WizardRow> rows, bool grouped = false)
 {
     WizardRows grid;
     rows.push_back({});
@@ -27,8 +27,8 @@ WizardRows Grid(std::vector<WizardRow> rows, bool grouped = false)
 
 TEST(WizardStatement, PutsTheFirstColumnOfCriteriaLast)
 {
-    const WizardRows rows = Grid({Row("T", "F", "", "Y", "Group By", "", "", "= 1", "= 2", "= 3"),
-                                  Row("T", "G", "", "Y", "Group By", "", "= 4")});
+    const WizardRows rows = GridOf({Row("T", "F", "", "Y", "Group By", "", "", "= 1", "= 2", "= 3"),
+                                    Row("T", "G", "", "Y", "Group By", "", "= 4")});
     EXPECT_EQ(BuildCriteria(rows, false, {}), S("(T.F = 1) OR (T.F = 2) OR (T.F = 3) OR (T.G = 4)"));
     EXPECT_EQ(BuildCriteria(rows, false, S("False")),
               S("False\r\n AND (T.F = 1) OR (T.F = 2) OR (T.F = 3) OR (T.G = 4)"));
@@ -38,30 +38,31 @@ TEST(WizardStatement, PutsTheFirstColumnOfCriteriaLast)
 
 TEST(WizardStatement, JoinsTheRowsOfAColumnInOneBracket)
 {
-    const WizardRows rows = Grid({Row("T", "F", "", "Y", "Group By", "", "= 1"), Row("T", "G", "", "N", "", "", "> 2"),
-                                  Row("T", "H", "", "Y", "Group By", "", "  ")});
+    const WizardRows rows =
+        GridOf({Row("T", "F", "", "Y", "Group By", "", "= 1"), Row("T", "G", "", "N", "", "", "> 2"),
+                Row("T", "H", "", "Y", "Group By", "", "  ")});
     EXPECT_EQ(BuildCriteria(rows, false, {}), S("(T.F = 1 AND T.G > 2)"));
 }
 
 TEST(WizardStatement, SendsTheCriterionOfAnAggregateToHaving)
 {
-    const WizardRows rows = Grid({Row("T", "F", "", "Y", "Avg", "", "> 1"), Row("T", "G", "", "Y", "Where", "", "= 2"),
-                                  Row("T", "H", "", "Y", "", "", "= 3")},
-                                 true);
+    const WizardRows rows = GridOf({Row("T", "F", "", "Y", "Avg", "", "> 1"),
+                                    Row("T", "G", "", "Y", "Where", "", "= 2"), Row("T", "H", "", "Y", "", "", "= 3")},
+                                   true);
     EXPECT_EQ(BuildCriteria(rows, false, {}), S("(T.G = 2 AND T.H = 3)"));
     EXPECT_EQ(BuildCriteria(rows, true, {}), S("(Avg (T.F) > 1)"));
 }
 
 TEST(WizardStatement, ListsAWhereRowAsATermAndLeavesItOutOfTheGroups)
 {
-    WizardRows rows = Grid({Row("T", "F", "", "N", "Where"), Row("T", "A"), Row("T", "B", "", "N", "")}, true);
+    WizardRows rows = GridOf({Row("T", "F", "", "N", "Where"), Row("T", "A"), Row("T", "B", "", "N", "")}, true);
     EXPECT_EQ(BuildFieldList(rows, true), S("T.A , T.B "));
     EXPECT_EQ(BuildFieldList(rows, false), S("Where (T.F) AS EXP1, T.A , T.B "));
 }
 
 TEST(WizardStatement, UsesAnAliasOfAnAggregateOnceAndReplacesItInTheGrid)
 {
-    WizardRows rows = Grid({Row("T", "F", "Total", "Y", "Sum")}, true);
+    WizardRows rows = GridOf({Row("T", "F", "Total", "Y", "Sum")}, true);
     EXPECT_EQ(BuildFieldList(rows, false), S("Sum (T.F) AS Total"));
     EXPECT_EQ(rows.TextMatrix(1, wcAlias), S("EXP1"));
     EXPECT_EQ(BuildFieldList(rows, false), S("Sum (T.F) AS EXP1"));
@@ -70,7 +71,7 @@ TEST(WizardStatement, UsesAnAliasOfAnAggregateOnceAndReplacesItInTheGrid)
 
 TEST(WizardStatement, NamesAnExpression)
 {
-    WizardRows rows = Grid({Row("T", "a + b"), Row("T", " c"), Row("T", "*")});
+    WizardRows rows = GridOf({Row("T", "a + b"), Row("T", " c"), Row("T", "*")});
     EXPECT_EQ(BuildFieldList(rows, false), S("(a + b) As EXP1, T. c, T.*"));
     EXPECT_EQ(rows.TextMatrix(1, wcAlias), S("EXP1"));
 }
@@ -78,14 +79,14 @@ TEST(WizardStatement, NamesAnExpression)
 TEST(WizardStatement, OrdersWithABlankWhereItAscends)
 {
     const WizardRows rows =
-        Grid({Row("T", "F", "", "N", "", "Ascending"), Row("Order Details", "G", "", "N", "", "Descending"),
-              Row("T", "H", "", "Y", "", ""), Row("T", "", "", "", "", "Ascending")});
+        GridOf({Row("T", "F", "", "N", "", "Ascending"), Row("Order Details", "G", "", "N", "", "Descending"),
+                Row("T", "H", "", "Y", "", ""), Row("T", "", "", "", "", "Ascending")});
     EXPECT_EQ(BuildOrderBy(rows), S("T.F ,[Order Details].G Desc"));
 }
 
 TEST(WizardStatement, SaysWhatIsMissing)
 {
-    WizardRows rows = Grid({Row("T", "F", "", "N")});
+    WizardRows rows = GridOf({Row("T", "F", "", "N")});
     EXPECT_EQ(QString::fromUtf16(ComposeStatement(rows, {}, {}).Message).left(30), S("You need to add a data source "));
     EXPECT_EQ(QString::fromUtf16(ComposeStatement(rows, S("T"), {}).Message),
               S("You need to select fields to display before continuing."));
@@ -94,7 +95,7 @@ TEST(WizardStatement, SaysWhatIsMissing)
 
 TEST(WizardStatement, ComposesTheClausesInTheirOrder)
 {
-    WizardRows rows = Grid(
+    WizardRows rows = GridOf(
         {Row("T", "A", "", "Y", "Group By", "Descending", "> 0"), Row("T", "F", "S", "Y", "Sum", "", "> 1")}, true);
     const WizardResult result = ComposeStatement(rows, S("T ,U"), S("T.x = U.y"));
     EXPECT_EQ(result.Message, nullptr);
@@ -104,7 +105,7 @@ TEST(WizardStatement, ComposesTheClausesInTheirOrder)
 
 TEST(WizardStatement, ComposesCriteriaAsTheyAreTyped)
 {
-    WizardRows rows = Grid({Row("T", "F")});
+    WizardRows rows = GridOf({Row("T", "F")});
     rows.TypeCriteria(1, wcCriteria, S("= 'x -- \r\n/*"));
     EXPECT_EQ(ComposeStatement(rows, S("T"), {}).SQLText, S("Select T.F From T Where (T.F = 'x -- \r\n/*)"));
 }
@@ -129,7 +130,7 @@ TEST(WizardRows, ReadTheFieldsOfATableOrOfAStatement)
 
 TEST(WizardRows, KeepAnItemCheckedWhileAnotherRowShowsIt)
 {
-    WizardRows rows = Grid({Row("T", "F"), Row("T", "F")});
+    WizardRows rows = GridOf({Row("T", "F"), Row("T", "F")});
     EXPECT_TRUE(rows.SetShown(1, false));
     EXPECT_FALSE(rows.SetShown(2, false));
     EXPECT_TRUE(rows.SetShown(2, true));
@@ -162,7 +163,7 @@ TEST(WizardRows, AlwaysEndInAnEmptyRow)
 
 TEST(WizardRows, TakeAHoleInTheMiddleFirst)
 {
-    WizardRows rows = Grid({Row("T", "F"), {}, Row("T", "G")});
+    WizardRows rows = GridOf({Row("T", "F"), {}, Row("T", "G")});
     EXPECT_EQ(rows.GetFreeRow(), 2);
     EXPECT_EQ(rows.Count(), 4);
     WizardRows full;
@@ -173,7 +174,7 @@ TEST(WizardRows, TakeAHoleInTheMiddleFirst)
 
 TEST(WizardRows, MoveByTheKeysUpAndDownOnly)
 {
-    const WizardRows rows = Grid({Row("T", "F"), Row("T", "G")});
+    const WizardRows rows = GridOf({Row("T", "F"), Row("T", "G")});
     EXPECT_EQ(rows.KeyMove(40, 1), 2);
     EXPECT_EQ(rows.KeyMove(40, 3), 3);
     EXPECT_EQ(rows.KeyMove(38, 2), 1);
@@ -184,7 +185,7 @@ TEST(WizardRows, MoveByTheKeysUpAndDownOnly)
 
 TEST(WizardRows, ClashWithAllFieldsOfTheTable)
 {
-    const WizardRows rows = Grid({Row("T", "*", "", "N"), Row("T", "F"), Row("U", "F")});
+    const WizardRows rows = GridOf({Row("T", "*", "", "N"), Row("T", "F"), Row("U", "F")});
     EXPECT_FALSE(rows.RowIsFree(2, false));
     EXPECT_TRUE(rows.RowIsFree(2, true)); // the clashing row is not shown
     EXPECT_TRUE(rows.RowIsFree(3, false));
@@ -193,13 +194,13 @@ TEST(WizardRows, ClashWithAllFieldsOfTheTable)
 // A criterion beside an empty field went into the text as ". = 1".
 TEST(WizardStatement, SkipsARowWithoutAFieldInTheConditionsToo)
 {
-    const WizardRows rows = Grid({Row("T", "", "", "", "", "", "= 1"), Row("T", "F", "", "Y", "", "", "= 2")});
+    const WizardRows rows = GridOf({Row("T", "", "", "", "", "", "= 1"), Row("T", "F", "", "Y", "", "", "= 2")});
     EXPECT_EQ(BuildCriteria(rows, false, {}), S("(T.F = 2)"));
 }
 
 TEST(WizardStatement, NamesEachTableAsTheServerReadsIt)
 {
-    WizardRows rows = Grid({Row("select", "F", "", "Y", "Group By", "Ascending", "= 1"), Row("T", "G")});
+    WizardRows rows = GridOf({Row("select", "F", "", "Y", "Group By", "Ascending", "= 1"), Row("T", "G")});
     rows.StatementName = [](const QString &alias) { return alias == S("select") ? S("\"select\"") : alias; };
     EXPECT_EQ(ComposeStatement(rows, S("\"select\" ,T"), {}).SQLText,
               S("Select \"select\".F, T.G From \"select\" ,T Where (\"select\".F = 1) Order By \"select\".F "));
@@ -235,7 +236,7 @@ TEST(WizardRows, EndInAnEmptyRowBehindOneThatHasATableAlone)
 
 TEST(WizardRows, KnowWhetherAFieldIsShown)
 {
-    const WizardRows rows = Grid({Row("T", "F", "", "N"), Row("T", "G")});
+    const WizardRows rows = GridOf({Row("T", "F", "", "N"), Row("T", "G")});
     EXPECT_FALSE(rows.IsShown(S("T"), S("F")));
     EXPECT_TRUE(rows.IsShown(S("T"), S("G")));
     EXPECT_FALSE(rows.IsShown(S("U"), S("G")));
