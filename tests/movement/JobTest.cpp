@@ -139,8 +139,9 @@ TEST_F(Jobs, AFileThatIsCutInTheMiddleIsToldByItsLine)
     int asked = 0;
     const ImportOutcome outcome = RunImport(Order(connection, file, QStringLiteral("-1")), progress,
                                             {[&] {
-                                                 if (++asked == 10)
+                                                 if (++asked == 10) {
                                                      EXPECT_TRUE(QFile::resize(file, 1'500'000));
+                                                 }
                                                  return true;
                                              },
                                              [] { return false; }});
