@@ -1,5 +1,6 @@
 #include "ado/shape/ShapeFigures.h"
 
+#include "ado/ColumnBody.h"
 #include "ado/Error.h"
 #include <algorithm>
 #include <cmath>
@@ -17,20 +18,12 @@ enum class Exactness
 
 Exactness ExactnessOf(DataTypeEnum type)
 {
-    switch (type) {
-    case adSmallInt:
-    case adInteger:
-    case adTinyInt:
-    case adUnsignedTinyInt:
-    case adUnsignedSmallInt:
-    case adUnsignedInt:
-    case adBigInt:
-    case adUnsignedBigInt:
-    case adBoolean:
+    switch (StorageOf(type)) {
+    case Storage::Int64:
+    case Storage::UInt64:
+    case Storage::Bool:
         return Exactness::Whole;
-    case adCurrency:
-    case adDecimal:
-    case adNumeric:
+    case Storage::Decimal:
         return Exactness::Decimal;
     default:
         return Exactness::No;

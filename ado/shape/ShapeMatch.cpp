@@ -1,5 +1,6 @@
 #include "ado/shape/ShapeMatch.h"
 
+#include "ado/ColumnBody.h"
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -23,38 +24,28 @@ enum class ValueKind
 
 ValueKind KindOf(DataTypeEnum type)
 {
-    switch (type) {
-    case adSmallInt:
-    case adInteger:
-    case adTinyInt:
-    case adUnsignedTinyInt:
-    case adUnsignedSmallInt:
-    case adUnsignedInt:
-    case adBigInt:
-    case adUnsignedBigInt:
-    case adSingle:
-    case adDouble:
-    case adBoolean:
-    case adCurrency:
-    case adDecimal:
-    case adNumeric:
+    switch (StorageOf(type)) {
+    case Storage::Int64:
+    case Storage::UInt64:
+    case Storage::Double:
+    case Storage::Bool:
+    case Storage::Decimal:
         return ValueKind::Number;
-    case adDate:
-    case adDBDate:
-    case adDBTimeStamp:
+    case Storage::Date:
+    case Storage::Timestamp:
         return ValueKind::Moment;
-    case adDBTime:
+    case Storage::Time:
         return ValueKind::TimeOfDay;
-    case adBinary:
+    case Storage::Bytes:
         return ValueKind::Bytes;
-    case adEmpty:
-    case adVariant:
-        return ValueKind::Any;
-    case adChapter:
+    case Storage::Any:
+        return type == adChapter ? ValueKind::None : ValueKind::Any;
+    case Storage::Chapters:
         return ValueKind::None;
-    default:
-        return ValueKind::Text;
+    case Storage::Text:
+        break;
     }
+    return ValueKind::Text;
 }
 
 // The digits without what changes nothing: "+01.50" is "1.5", "-0" is "0".
